@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: GPL-3.0-only
+# Everything that is found on the machine; scripts/setup installs the same list.
+
+set(CMAKE_THREAD_PREFER_PTHREAD ON)
+find_package(Threads REQUIRED)
+find_package(JUCE CONFIG REQUIRED)
+find_package(Poco REQUIRED COMPONENTS Foundation Encodings)
+include(PocoDefinitions)
+find_package(Protobuf REQUIRED)
+find_package(PkgConfig REQUIRED)
+find_package(CLI11 REQUIRED)
+find_package(nlohmann_json REQUIRED)
+
+pkg_check_modules(JUCE_PLATFORM REQUIRED IMPORTED_TARGET freetype2 libpng libjpeg zlib alsa x11)
+
+if(OVERMARKS_BUILD_TESTS)
+    find_package(GTest REQUIRED)
+endif()
+
+if(OVERMARKS_BUILD_BENCHMARKS)
+    find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: GPL-3.0-only
+# The four shared libraries, made of the folders' objects, each with an export header and its version symbols.
+
+include(GenerateExportHeader)
+
+function(overmarks_shared_library library)
+    cmake_parse_arguments(ARG "" "MACRO" "COMPONENTS;LINKS;PRIVATE_LINKS" ${ARGN})
+
+    set(OVERMARKS_LIBRARY ${library})
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/Version.cpp.in" "${OVERMARKS_GENERATED}/${library}Version.cpp" @ONLY)
+    add_library(${library} SHARED "${OVERMARKS_GENERATED}/${library}Version.cpp")
+    set_target_properties(${library} PROPERTIES
+        PREFIX "lib" OUTPUT_NAME "${library}" VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    generate_export_header(${library} BASE_NAME "${ARG_MACRO}" EXPORT_MACRO_NAME "${ARG_MACRO}_API"
+        EXPORT_FILE_NAME "${OVERMARKS_GENERATED}/${library}/Export.h")
+    foreach(component IN LISTS ARG_COMPONENTS)
+        target_link_libraries(${library} PRIVATE overmarks_${component} PUBLIC overmarks_${component}_headers)
+    endforeach()
+    target_link_libraries(${library} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+    target_link_options(${library} PRIVATE -Wl,--no-undefined)
+endfunction()
+
+overmarks_shared_library(ZEP_FileFormat MACRO ZEP_FILEFORMAT COMPONENTS proto LINKS protobuf::libprotobuf)
+overmarks_shared_library(ZEP_Core MACRO ZEP_CORE COMPONENTS core
+    LINKS ZEP_FileFormat Poco::Foundation
+    PRIVATE_LINKS overmarks_juce Poco::Encodings PkgConfig::JUCE_PLATFORM Threads::Threads ${CMAKE_DL_LIBS} rt)
+overmarks_shared_library(ZEP_MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)
+overmarks_shared_library(ZEP_Overmarks MACRO OVERMARKS COMPONENTS preferences event list import export
+    LINKS ZEP_MIDIIO ZEP_Core ZEP_FileFormat Poco::Foundation
+    PRIVATE_LINKS Poco::Encodings nlohmann_json::nlohmann_json)
