@@ -49,4 +49,11 @@ function(overmarks_use_common_headers target)
             <algorithm> <functional> <map> <memory> <string> <vector>)
     endif()
     target_precompile_headers(${target} REUSE_FROM overmarks_common_headers)
+
+    # The compiler takes them only where the code is as position independent as they are: a program must not say -fPIE.
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+        target_compile_options(${target} PRIVATE -fPIC)
+    endif()
 endfunction()

@@ -1,30 +1,40 @@
 # SPDX-License-Identifier: GPL-3.0-only
 # The four shared libraries, made of the folders' objects, each with an export header and its version symbols.
+#
+# The folders' targets exist in the build alone. An application that uses the installed package sees the libraries
+# (as Overmarks::Core and so on), one include root, and Overmarks::juce_headers, which the package file makes.
 
 include(GenerateExportHeader)
 
 function(overmarks_shared_library library)
-    cmake_parse_arguments(ARG "" "MACRO" "COMPONENTS;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "MACRO;EXPORT_NAME" "COMPONENTS;LINKS;PRIVATE_LINKS" ${ARGN})
 
     set(OVERMARKS_LIBRARY ${library})
     configure_file("${PROJECT_SOURCE_DIR}/cmake/Version.cpp.in" "${OVERMARKS_GENERATED}/${library}Version.cpp" @ONLY)
     add_library(${library} SHARED "${OVERMARKS_GENERATED}/${library}Version.cpp")
     set_target_properties(${library} PROPERTIES
-        PREFIX "lib" OUTPUT_NAME "${library}" VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+        PREFIX "lib" OUTPUT_NAME "${library}" VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+        EXPORT_NAME "${ARG_EXPORT_NAME}" INSTALL_RPATH "$ORIGIN")
+    add_library(Overmarks::${ARG_EXPORT_NAME} ALIAS ${library})
     generate_export_header(${library} BASE_NAME "${ARG_MACRO}" EXPORT_MACRO_NAME "${ARG_MACRO}_API"
         EXPORT_FILE_NAME "${OVERMARKS_GENERATED}/${library}/Export.h")
     foreach(component IN LISTS ARG_COMPONENTS)
-        target_link_libraries(${library} PRIVATE overmarks_${component} PUBLIC overmarks_${component}_headers)
+        target_link_libraries(${library}
+            PRIVATE $<BUILD_INTERFACE:overmarks_${component}> PUBLIC $<BUILD_INTERFACE:overmarks_${component}_headers>)
     endforeach()
+    target_include_directories(${library} SYSTEM INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/overmarks>)
+    target_compile_features(${library} PUBLIC cxx_std_20)
     target_link_libraries(${library} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
     target_link_options(${library} PRIVATE -Wl,--no-undefined)
 endfunction()
 
-overmarks_shared_library(ZEP_FileFormat MACRO ZEP_FILEFORMAT COMPONENTS proto LINKS protobuf::libprotobuf)
-overmarks_shared_library(ZEP_Core MACRO ZEP_CORE COMPONENTS core
-    LINKS ZEP_FileFormat Poco::Foundation
-    PRIVATE_LINKS overmarks_juce Poco::Encodings PkgConfig::JUCE_PLATFORM Threads::Threads ${CMAKE_DL_LIBS} rt)
-overmarks_shared_library(ZEP_MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)
-overmarks_shared_library(ZEP_Overmarks MACRO OVERMARKS COMPONENTS preferences event list import export
+overmarks_shared_library(ZEP_FileFormat EXPORT_NAME FileFormat MACRO ZEP_FILEFORMAT COMPONENTS proto
+    LINKS protobuf::libprotobuf)
+overmarks_shared_library(ZEP_Core EXPORT_NAME Core MACRO ZEP_CORE COMPONENTS core
+    LINKS ZEP_FileFormat Poco::Foundation $<INSTALL_INTERFACE:Overmarks::juce_headers>
+    PRIVATE_LINKS $<BUILD_INTERFACE:overmarks_juce> Poco::Encodings PkgConfig::JUCE_PLATFORM Threads::Threads ${CMAKE_DL_LIBS} rt)
+overmarks_shared_library(ZEP_MIDIIO EXPORT_NAME MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)
+overmarks_shared_library(ZEP_Overmarks EXPORT_NAME Overmarks MACRO OVERMARKS
+    COMPONENTS preferences event list import export
     LINKS ZEP_MIDIIO ZEP_Core ZEP_FileFormat Poco::Foundation
     PRIVATE_LINKS Poco::Encodings nlohmann_json::nlohmann_json)
