@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-only
-# What `cmake --install` puts where. The installed tree may be moved as a whole: nothing in it names the prefix,
-# but for overmarks.pc, which is written for the prefix that the build was configured with.
+# What `cmake --install` puts where. The installed tree may be moved as a whole: nothing in it names the prefix.
 
 include(CMakePackageConfigHelpers)
 
@@ -45,6 +44,7 @@ install(FILES "${PROJECT_BINARY_DIR}/package/OvermarksConfig.cmake"
     DESTINATION "${OVERMARKS_PACKAGE_DIR}")
 
 # pkg-config overmarks
+file(RELATIVE_PATH OVERMARKS_PC_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 set(definitions ${OVERMARKS_JUCE_DEFINITIONS})
 list(TRANSFORM definitions PREPEND "-D")
 list(JOIN definitions " " OVERMARKS_PC_DEFINITIONS)

@@ -22,7 +22,7 @@ function(overmarks_shared_library library)
         target_link_libraries(${library}
             PRIVATE $<BUILD_INTERFACE:overmarks_${component}> PUBLIC $<BUILD_INTERFACE:overmarks_${component}_headers>)
     endforeach()
-    target_include_directories(${library} SYSTEM INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/overmarks>)
+    target_include_directories(${library} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/overmarks>)
     target_compile_features(${library} PUBLIC cxx_std_20)
     target_link_libraries(${library} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
     target_link_options(${library} PRIVATE -Wl,--no-undefined)
@@ -32,7 +32,8 @@ overmarks_shared_library(ZEP_FileFormat EXPORT_NAME FileFormat MACRO ZEP_FILEFOR
     LINKS protobuf::libprotobuf)
 overmarks_shared_library(ZEP_Core EXPORT_NAME Core MACRO ZEP_CORE COMPONENTS core
     LINKS ZEP_FileFormat Poco::Foundation $<INSTALL_INTERFACE:Overmarks::juce_headers>
-    PRIVATE_LINKS $<BUILD_INTERFACE:overmarks_juce> Poco::Encodings PkgConfig::JUCE_PLATFORM Threads::Threads ${CMAKE_DL_LIBS} rt)
+    PRIVATE_LINKS $<BUILD_INTERFACE:overmarks_juce> Poco::Encodings PkgConfig::JUCE_PLATFORM Threads::Threads
+        ${CMAKE_DL_LIBS} rt)
 overmarks_shared_library(ZEP_MIDIIO EXPORT_NAME MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)
 overmarks_shared_library(ZEP_Overmarks EXPORT_NAME Overmarks MACRO OVERMARKS
     COMPONENTS preferences event list import export
