@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace ZEP::Core
+{
+/** Something that can tell a person what it is: at length, or in one line of a list. Never deleted through this. */
+class IDescribable
+{
+public:
+    virtual juce::String description() = 0;
+    virtual juce::String oneLineDescription() = 0;
+
+protected:
+    ~IDescribable() = default;
+};
+} // namespace ZEP::Core

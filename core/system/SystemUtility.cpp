@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/system/SystemUtility.h"
+
+#include "core/system/ProcessLifetime.h"
+
+#include <cstdlib>
+#include <dlfcn.h>
+#include <memory>
+#include <string_view>
+
+namespace ZEP::Core
+{
+namespace
+{
+// Any address of ours will do.
+const char ownAddress = 0;
+
+SystemUtility::Configuration& currentConfiguration()
+{
+    static const ProcessLifetime<SystemUtility::Configuration> configuration;
+    return configuration.get();
+}
+
+juce::String textFromBytes (const char* bytes)
+{
+    const std::string_view view { bytes };
+    if (! juce::CharPointer_UTF8::isValidString (bytes, static_cast<int> (view.size())))
+        return {};
+    return juce::CharPointer_UTF8 (bytes);
+}
+
+/** The file this code was loaded from: the library or, where it is linked into a program, that program. */
+juce::File ownFile()
+{
+    Dl_info info {};
+    const char* name = dladdr (&ownAddress, &info) != 0 ? info.dli_fname : nullptr;
+    // A program is known by the word it was called with, which need not be a path.
+    if (name == nullptr || *name != '/')
+        name = "/proc/self/exe";
+    const std::unique_ptr<char, decltype (&std::free)> resolved (realpath (name, nullptr), &std::free);
+    return resolved == nullptr ? juce::File() : juce::File (textFromBytes (resolved.get()));
+}
+
+/** share/overmarks/resources of the tree this library stands in, whether it is installed or was just built. */
+juce::String defaultResourcePath()
+{
+    static constexpr auto resources = "share/overmarks/resources";
+    const auto folder = ownFile().getParentDirectory();
+    const auto root = folder.getParentDirectory();
+    // Some systems give each processor a folder of its own inside lib.
+    if (root.getFileName().startsWith ("lib") && ! root.getChildFile (resources).isDirectory())
+        return root.getParentDirectory().getChildFile (resources).getFullPathName();
+    return root.getChildFile (resources).getFullPathName();
+}
+
+juce::String defaultSupportPath()
+{
+    const char* dataHome = std::getenv ("XDG_DATA_HOME");
+    // A relative path there is to be ignored.
+    const auto given = dataHome != nullptr && *dataHome == '/' ? textFromBytes (dataHome) : juce::String();
+    const auto folder =
+        given.isNotEmpty()
+            ? juce::File (given)
+            : juce::File::getSpecialLocation (juce::File::userHomeDirectory).getChildFile (".local/share");
+    return folder.getChildFile ("overmarks").getFullPathName();
+}
+
+juce::String withoutFinalSeparators (const juce::String& path)
+{
+    return path == "/" ? path : path.trimCharactersAtEnd ("/");
+}
+} // namespace
+
+void SystemUtility::configure (const Configuration& configuration)
+{
+    auto& current = currentConfiguration();
+    current = configuration;
+    current.resourcePath = withoutFinalSeparators (configuration.resourcePath);
+    current.supportPath = withoutFinalSeparators (configuration.supportPath);
+}
+
+int SystemUtility::getApplicationType() { return currentConfiguration().applicationType; }
+
+juce::String SystemUtility::applicationSupportDirectoryPath()
+{
+    const auto& path = currentConfiguration().supportPath;
+    return path.isNotEmpty() ? path : defaultSupportPath();
+}
+
+juce::String SystemUtility::bundleResourcePath()
+{
+    // The library doesn't move while it runs, and every cue of a document asks for its icons.
+    static const ProcessLifetime<juce::String> byDefault { defaultResourcePath() };
+    const auto& path = currentConfiguration().resourcePath;
+    return path.isNotEmpty() ? path : byDefault.get();
+}
+
+juce::String SystemUtility::executableVersion()
+{
+    const auto& version = currentConfiguration().executableVersion;
+    return version.isNotEmpty() ? version : juce::String (OVERMARKS_VERSION_STRING);
+}
+} // namespace ZEP::Core

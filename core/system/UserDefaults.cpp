@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/system/UserDefaults.h"
+
+#include "core/system/ProcessLifetime.h"
+#include "core/system/SettingsFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <unordered_map>
+
+namespace ZEP::Core
+{
+namespace
+{
+struct KeyHash
+{
+    using is_transparent = void;
+
+    std::size_t operator() (std::string_view key) const { return std::hash<std::string_view> {}(key); }
+};
+
+using Table = std::unordered_map<std::string, Poco::Any, KeyHash, std::equal_to<>>;
+
+struct Store
+{
+    Table defaults;
+    Table stored;
+    juce::File settingsFile;
+};
+
+Store& store()
+{
+    static const ProcessLifetime<Store> theStore;
+    return theStore.get();
+}
+
+std::string_view viewOf (const juce::String& text) { return text.toRawUTF8(); }
+
+const Poco::Any* find (std::string_view key)
+{
+    const auto& values = store();
+    if (const auto found = values.stored.find (key); found != values.stored.end())
+        return &found->second;
+    if (const auto found = values.defaults.find (key); found != values.defaults.end())
+        return &found->second;
+    return nullptr;
+}
+
+template <typename Value>
+Value valueOr (const juce::String& key, Value otherwise)
+{
+    const auto* found = Poco::AnyCast<Value> (find (viewOf (key)));
+    return found != nullptr ? *found : otherwise;
+}
+
+double numberForKey (std::string_view key)
+{
+    const auto* value = find (key);
+    if (const auto* whole = Poco::AnyCast<int> (value))
+        return *whole;
+    if (const auto* single = Poco::AnyCast<float> (value))
+        return static_cast<double> (*single);
+    if (const auto* flag = Poco::AnyCast<bool> (value))
+        return *flag ? 1.0 : 0.0;
+    if (const auto* real = Poco::AnyCast<double> (value))
+        return *real;
+    return 0.0;
+}
+
+juce::Result write (const Table& stored, const juce::File& file)
+{
+    return file == juce::File() ? juce::Result::ok()
+                                : SettingsFile::write (file, { stored.begin(), stored.end() });
+}
+
+juce::Result writeStored() { return write (store().stored, store().settingsFile); }
+} // namespace
+
+void UserDefaults::registerUserDefaults (const std::map<juce::String, Poco::Any>& defaults)
+{
+    for (const auto& [key, value] : defaults)
+        store().defaults.insert_or_assign (key.toStdString(), value);
+}
+
+int UserDefaults::intForKey (std::string_view key)
+{
+    using Limits = std::numeric_limits<int>;
+    const auto number = numberForKey (key);
+    if (std::isnan (number))
+        return 0;
+    return static_cast<int> (std::clamp<double> (number, Limits::min(), Limits::max()));
+}
+
+float UserDefaults::floatForKey (std::string_view key) { return static_cast<float> (numberForKey (key)); }
+
+bool UserDefaults::boolForKey (std::string_view key)
+{
+    return std::fpclassify (numberForKey (key)) != FP_ZERO;
+}
+
+int UserDefaults::getIntForKey (const juce::String& key) { return intForKey (viewOf (key)); }
+
+float UserDefaults::getFloatForKey (const juce::String& key) { return floatForKey (viewOf (key)); }
+
+bool UserDefaults::getBoolForKey (const juce::String& key) { return boolForKey (viewOf (key)); }
+
+juce::String UserDefaults::getStringForKey (const juce::String& key) { return valueOr (key, juce::String()); }
+
+juce::Colour UserDefaults::getColourForKey (const juce::String& key) { return valueOr (key, juce::Colour()); }
+
+Poco::Any UserDefaults::valueForKey (const juce::String& key)
+{
+    const auto* value = find (viewOf (key));
+    return value != nullptr ? *value : Poco::Any();
+}
+
+juce::Result UserDefaults::setValueForKey (const juce::String& key, const Poco::Any& value)
+{
+    if (! SettingsFile::canHold (value))
+        return juce::Result::fail ("The value of \"" + key + "\" is of no type that can be stored");
+    store().stored.insert_or_assign (key.toStdString(), value);
+    return writeStored();
+}
+
+juce::Result UserDefaults::removeValueForKey (const juce::String& key)
+{
+    return store().stored.erase (key.toStdString()) > 0 ? writeStored() : juce::Result::ok();
+}
+
+juce::Result UserDefaults::removeAllStoredValues()
+{
+    if (store().stored.empty())
+        return juce::Result::ok();
+    store().stored.clear();
+    return writeStored();
+}
+
+bool UserDefaults::hasStoredValue (const juce::String& key) { return store().stored.contains (viewOf (key)); }
+
+std::vector<juce::String> UserDefaults::registeredKeys()
+{
+    std::vector<juce::String> keys;
+    for (const auto& [key, value] : store().defaults)
+        keys.emplace_back (key);
+    std::sort (keys.begin(), keys.end());
+    return keys;
+}
+
+juce::Result UserDefaults::setSettingsFile (const juce::File& file)
+{
+    // Through a link, so that saving replaces the file and not the link.
+    const auto target = file == juce::File() ? file : file.getLinkedTarget();
+    SettingsFile::Values found;
+    if (target.exists())
+        if (const auto result = SettingsFile::read (target, found); result.failed())
+            return result;
+
+    auto stored = store().stored;
+    for (const auto& [key, value] : found)
+        stored.insert_or_assign (key, value);
+
+    if (stored.size() > found.size())
+        if (const auto result = write (stored, target); result.failed())
+            return result;
+
+    store().stored = std::move (stored);
+    store().settingsFile = target;
+    return juce::Result::ok();
+}
+} // namespace ZEP::Core
