@@ -27,10 +27,10 @@ public:
     RichTextString() = default;
 
     /** Plain text without attributes. Implicit on purpose: any text is a rich text. */
-    RichTextString (const juce::String& text);
+    RichTextString (const juce::String& plainText);
 
     /** The text, attributes and layout settings of a text of the framework. */
-    explicit RichTextString (const juce::AttributedString& text);
+    explicit RichTextString (const juce::AttributedString& other);
 
     RichTextString (const RichTextString&) = default;
     RichTextString (RichTextString&&) noexcept = default;
@@ -71,6 +71,14 @@ public:
     /** Adds one attribute from a tessera1::ProtoRichTextAttribute. What lies outside the text is ignored, so the text has
         to be there first. */
     void applyProtoTextAttribute (void* protoRichTextAttribute);
+
+    /** The attribute that a tessera1::ProtoRichTextAttribute holds, its range as stored. A font that no display could show
+        comes back as the default one in that respect. */
+    [[nodiscard]] static Attribute attributeFromProtoObject (const void* protoRichTextAttribute);
+
+    /** Adds many attributes at once, a later one over an earlier one, in a time that grows with their number and the text's
+        length alone. What lies outside the text is ignored. */
+    void applyAttributes (const std::vector<Attribute>& added);
 
     /** Writes one attribute into a tessera1::ProtoRichTextAttribute. */
     static void applyStringAttributeToProtoObject (const Attribute& attribute, void* protoRichTextAttribute);

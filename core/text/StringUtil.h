@@ -5,9 +5,9 @@
 #include "core/text/TextEncoding.h"
 
 #include <juce_core/juce_core.h>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace ZEP::Core
 {
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] static const char* plainCounterpart (juce::juce_wchar character) noexcept;
 
     /** The table behind replaceIllegalASCIICharacters(), in the order of the characters. */
-    [[nodiscard]] static const std::vector<PlainCounterpart>& plainCounterparts();
+    [[nodiscard]] static std::span<const PlainCounterpart> plainCounterparts() noexcept;
 
     /** Decodes `length` bytes.
 

@@ -56,7 +56,10 @@ public:
     /** Two digits in each of the four places, "01:02:03:04", with ";" before the frames for drop-frame. */
     [[nodiscard]] static juce::String stringFromTCTime (_TCTime time, bool dropFrame);
 
-    /** Writes the text of stringFromTCTime() and a closing zero to `destination`, which must hold 48 characters.
+    /** Characters that writeTCTime() may write, the closing zero included. */
+    static constexpr std::size_t longestTimecode = 48;
+
+    /** Writes the text of stringFromTCTime() and a closing zero to `destination`, which must hold longestTimecode characters.
         Returns the length without the zero. Allocates nothing. */
     static std::size_t writeTCTime (char* destination, _TCTime time, bool dropFrame);
 
@@ -87,7 +90,7 @@ public:
     /** The definition of a rate by its name, such as "25" or "29.97df"; case and blanks around it don't matter. */
     [[nodiscard]] static std::optional<_TCDef> tcDefForRateName (const juce::String& name);
 
-    /** The name of a definition's rate. The drop-frame flag counts where it acts. Empty when undefined or without a name. */
+    /** The name of a definition's rate; drop-frame has a name of its own at 29.97, 30 and 59.94. Empty when undefined or unknown. */
     [[nodiscard]] static juce::String rateNameForTCDef (const _TCDef& def);
 
     /** All names that tcDefForRateName() knows, slowest rate first. */

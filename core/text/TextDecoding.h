@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "core/text/TextEncoding.h"
+
+#include <cstddef>
+#include <juce_core/juce_core.h>
+#include <string_view>
+
+namespace ZEP::Core
+{
+
+/** What one pass over the bytes of a text shows about its encoding. */
+struct ByteSurvey
+{
+    explicit ByteSurvey (std::string_view bytes) noexcept;
+
+    /** The byte order of a text in UTF-16 without a mark, told from the zeros that Latin letters, digits and blanks have in
+        one half of each unit: every unit of a short text, three in four of one that typographic or foreign letters run
+        through, and never a zero in the other half. */
+    [[nodiscard]] bool looksLikeLittleEndianUTF16() const noexcept;
+    [[nodiscard]] bool looksLikeBigEndianUTF16() const noexcept;
+
+    std::size_t length = 0;
+    std::size_t zerosAtEvenPlaces = 0;
+    std::size_t zerosAtOddPlaces = 0;
+    bool hasByteAbove127 = false;
+    bool isUTF8 =
+        true; ///< strictly: no overlong form, no surrogate, nothing cut off; a zero byte counts as valid
+
+    [[nodiscard]] bool hasZero() const noexcept { return zerosAtEvenPlaces + zerosAtOddPlaces > 0; }
+};
+
+/** The byte order marks. */
+inline constexpr std::string_view markOfUTF8 { "\xEF\xBB\xBF" };
+inline constexpr std::string_view markOfLittleEndianUTF16 { "\xFF\xFE" };
+inline constexpr std::string_view markOfBigEndianUTF16 { "\xFE\xFF" };
+
+/** The text of bytes that are known to be strict UTF-8 without a zero. Any others corrupt memory. */
+[[nodiscard]] juce::String textFromStrictUTF8 (std::string_view bytes);
+
+/** Each leaves NUL characters out and writes U+FFFD for what it can't decode. */
+[[nodiscard]] juce::String decodedUTF8 (std::string_view bytes);
+[[nodiscard]] juce::String decodedUTF16 (std::string_view bytes, bool bigEndian);
+
+/** Decodes Mac OS Roman, Windows-1252 or Latin-1. Codes that Windows-1252 leaves open become the control code of that number. */
+[[nodiscard]] juce::String decodedSingleByteText (std::string_view bytes, TextEncoding encoding);
+
+} // namespace ZEP::Core
