@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "list/EventArray.h"
+
+#include "core/system/SystemUtility.h"
+#include "core/undo/UndoRedoHelpers.h"
+#include "core/undo/UndoableAction.h"
+#include "event/EventKeyValueEditor.h"
+#include "list/EventArrayNotifications.h"
+#include "list/EventSortKeys.h"
+#include "preferences/PreferenceKeys.h"
+
+#include <Poco/NotificationCenter.h>
+
+#include <stdexcept>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+
+using ZEP::Core::SystemUtility;
+using ZEP::Core::TimeInfo;
+using ZEP::Core::UndoableAction;
+using ZEP::Core::UndoRedoHelpers;
+
+EventArray::EventArray() : sortKey (EventKeyValueEditor::KV_StartTCString) {}
+
+EventArray::EventArray (std::shared_ptr<Event> fadeIn, std::shared_ptr<Event> fadeOut) : EventArray()
+{
+    events = { fadeIn, fadeOut };
+    fadeInEvent = std::move (fadeIn);
+    fadeOutEvent = std::move (fadeOut);
+
+    for (const auto& key : { EventCharacterFilterKey, EventCueNumberFilterKey, EventTextFilterKey, EventActorFilterKey })
+        filterParameters[juce::String (key)] = {};
+}
+
+EventArray::~EventArray() = default;
+
+template <typename NotificationClass>
+void EventArray::post()
+{
+    const std::map<std::string, Poco::Any> userInfo { { "object", this } };
+    Poco::NotificationCenter::defaultCenter().postNotification (new NotificationClass (userInfo));
+}
+
+// ---- adding and removing -------------------------------------------------------------------------------------------------
+
+void EventArray::appendAll (const Events& eventsToAdd)
+{
+    events.insert (events.end(), eventsToAdd.begin(), eventsToAdd.end());
+}
+
+void EventArray::eraseAll (const Events& eventsToRemove)
+{
+    const std::unordered_set<std::shared_ptr<Event>> leaving (eventsToRemove.begin(), eventsToRemove.end());
+    const auto isLeaving = [&leaving] (const std::shared_ptr<Event>& event) { return leaving.contains (event); };
+    std::erase_if (events, isLeaving);
+    std::erase_if (selectedEvents, isLeaving);
+}
+
+void EventArray::performSingle (const std::shared_ptr<Event>& event, const char* undoName, bool adding)
+{
+    // Keeps the event alive, but not this list: the undo history must not outlive the list.
+    auto step = std::make_unique<UndoableAction<Event>>();
+    const auto put = [this] (const UndoableAction<Event>& action) { addEvent (action.target, false); };
+    const auto take = [this] (const UndoableAction<Event>& action) { removeEvent (action.target, false); };
+    step->target = event;
+
+    if (adding)
+    {
+        step->performFunction = put;
+        step->undoFunction = take;
+    }
+    else
+    {
+        step->performFunction = take;
+        step->undoFunction = put;
+    }
+
+    auto* undoManager = UndoRedoHelpers::sharedUndoManager();
+    undoManager->perform (step.release(), undoName);
+    undoManager->commandStatusChanged();
+}
+
+template <typename Perform, typename Undo>
+void EventArray::performStep (const char* undoName, const Events& changed, Perform perform, Undo undo)
+{
+    using Step = UndoableAction<EventArray>;
+    auto step = std::make_unique<Step>();
+    step->target = shared_from_this();
+    step->performFunction = [this, changed, perform] (Step& action)
+    {
+        action.state.save<Events> (changed);
+        (this->*perform) (changed);
+    };
+    step->undoFunction = [this, undo] (const Step& action) { (this->*undo) (action.state.restore<Events>()); };
+
+    auto* undoManager = UndoRedoHelpers::sharedUndoManager();
+    undoManager->perform (step.release(), undoName);
+    undoManager->commandStatusChanged();
+}
+
+void EventArray::addEvent (std::shared_ptr<Event> event, bool withUndo)
+{
+    if (withUndo)
+        performSingle (event, "Add Event", true);
+    else
+        events.push_back (std::move (event));
+}
+
+void EventArray::removeEvent (std::shared_ptr<Event> event, bool withUndo)
+{
+    if (withUndo)
+        performSingle (event, "Remove Event", false);
+    else
+        eraseAll ({ event });
+}
+
+void EventArray::putIn (const Events& eventsToAdd)
+{
+    appendAll (eventsToAdd);
+    sortContentAndUpdateFilteredEvents();
+    post<EventArrayNumberChangedNotification>();
+}
+
+void EventArray::takeOut (const Events& eventsToRemove)
+{
+    eraseAll (eventsToRemove);
+    sortContentAndUpdateFilteredEvents();
+    post<EventArrayNumberChangedNotification>();
+}
+
+void EventArray::putBackUnselected (const Events& eventsToAdd)
+{
+    selectedEvents.clear();
+    putIn (eventsToAdd);
+    post<EventArraySelectedEventsChangedNotification>();
+}
+
+void EventArray::takeOutWithSelection (const Events& eventsToRemove)
+{
+    selectedEvents.clear();
+    takeOut (eventsToRemove);
+    post<EventArraySelectedEventsChangedNotification>();
+}
+
+void EventArray::addEvents (const Events& eventsToAdd, bool withUndo)
+{
+    if (eventsToAdd.empty())
+        return;
+
+    // A copy: what is added may be one of this list's own vectors.
+    const Events added = eventsToAdd;
+
+    if (withUndo)
+        performStep ("Add Event", added, &EventArray::putIn, &EventArray::takeOut);
+    else
+        putIn (added);
+}
+
+void EventArray::removeEvents (const Events& eventsToRemove, bool withUndo)
+{
+    // A copy: what is removed may be the selection itself, which this empties.
+    const Events removed = eventsToRemove;
+
+    if (! withUndo)
+    {
+        takeOutWithSelection (removed);
+        return;
+    }
+
+    performStep ("Remove Event", removed, &EventArray::takeOutWithSelection, &EventArray::putBackUnselected);
+    UndoRedoHelpers::sharedUndoManager()->beginNewTransaction ("Remove Events");
+}
+
+// ---- order ---------------------------------------------------------------------------------------------------------------
+
+void EventArray::sortContentAndUpdateFilteredEvents()
+{
+    filteredEvents.clear();
+    // Texts of dashes come first: "-" sorts below the digits.
+    stableSortByKeys (events, TimecodeKey::startOf, std::less<TimecodeKey>());
+    updateFilteredEvents();
+    sortedFilteredEvents = filteredEvents;
+    EventSortOrder (sortKey, sortDescending).sort (sortedFilteredEvents);
+}
+
+void EventArray::sortFilteredEventsByTimecode()
+{
+    struct Key
+    {
+        bool hasInPoint;
+        int start;
+        TimecodeKey timecode;
+        juce::String cueNumber;
+    };
+
+    const bool byStartFrame = SystemUtility::getApplicationType() == 0;
+    const auto keyOf = [byStartFrame] (const Event& event)
+    {
+        const bool hasInPoint = event.getInPointFrameIndex() != -1;
+        return Key { hasInPoint,
+                     event.getStartFrameIndex(),
+                     hasInPoint && ! byStartFrame ? TimecodeKey::startOf (event) : TimecodeKey(),
+                     hasInPoint ? juce::String() : event.getCueNumber() };
+    };
+    const auto before = [byStartFrame] (const Key& a, const Key& b)
+    {
+        if (a.hasInPoint != b.hasInPoint)
+            return b.hasInPoint;
+        if (! a.hasInPoint)
+            return a.cueNumber < b.cueNumber;
+
+        return byStartFrame ? a.start < b.start : a.timecode < b.timecode;
+    };
+
+    stableSortByKeys (filteredEvents, keyOf, before);
+}
+
+bool EventArray::sortEventsBySortKey (std::shared_ptr<Event> a, std::shared_ptr<Event> b)
+{
+    return EventSortOrder (sortKey, sortDescending).goesBefore (*a, *b);
+}
+
+// ---- the whole list ------------------------------------------------------------------------------------------------------
+
+void EventArray::adoptFades (const EventArray& source)
+{
+    fadeInEvent = source.eventsWithTypeMask (EventTypeFadeIn).at (0);
+    fadeOutEvent = source.eventsWithTypeMask (EventTypeFadeOut).at (0);
+}
+
+std::shared_ptr<EventArray> EventArray::deepCopy()
+{
+    auto copy = std::make_shared<EventArray>();
+    copy->events.reserve (events.size());
+
+    for (const auto& event : events)
+        copy->events.push_back (std::make_shared<Event> (*event));
+
+    copy->adoptFades (*this);
+    copy->filterParameters = filterParameters;
+    copy->sortContentAndUpdateFilteredEvents();
+    copy->sortKey = sortKey;
+    copy->sortDescending = sortDescending;
+    return copy;
+}
+
+void EventArray::setTimeInfoForAllEvents (std::shared_ptr<TimeInfo> timeInfo)
+{
+    for (const auto& event : events)
+        event->setTimeInfo (timeInfo);
+}
+
+} // namespace ZEP::Overmarks

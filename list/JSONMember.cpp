@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "list/JSONMember.h"
+
+#include "core/text/StringUtil.h"
+
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+
+using json = nlohmann::ordered_json;
+
+JSONMember::JSONMember (const json& valueToRead, std::string placeOfValue)
+    : value (&valueToRead), place (std::move (placeOfValue))
+{
+}
+
+void JSONMember::fail (const std::string& reason) const
+{
+    throw std::invalid_argument (place + ": " + reason);
+}
+
+void JSONMember::failUnknown() const
+{
+    throw std::invalid_argument ("There is no member \"" + place + "\"");
+}
+
+juce::String JSONMember::text() const
+{
+    if (! value->is_string())
+        fail ("a text is expected");
+
+    return ZEP::Core::StringUtil::fromUTF8 (value->get_ref<const std::string&>());
+}
+
+bool JSONMember::flag() const
+{
+    if (! value->is_boolean())
+        fail ("true or false is expected");
+
+    return value->get<bool>();
+}
+
+float JSONMember::number() const
+{
+    if (! value->is_number())
+        fail ("a number is expected");
+
+    const auto number = value->get<double>();
+
+    if (! std::isfinite (number) || std::abs (number) > double { std::numeric_limits<float>::max() })
+        fail ("the number is too large");
+
+    return static_cast<float> (number);
+}
+
+long long JSONMember::whole (long long lowest, long long highest) const
+{
+    const bool fits = value->is_number_unsigned()
+                          ? value->get<unsigned long long>() <= static_cast<unsigned long long> (std::numeric_limits<long long>::max())
+                          : value->is_number_integer();
+    const auto number = fits ? value->get<long long>() : 0;
+
+    if (! fits || number < lowest || number > highest)
+        fail ("a whole number from " + std::to_string (lowest) + " to " + std::to_string (highest) + " is expected");
+
+    return number;
+}
+
+int JSONMember::integer (int lowest, int highest) const
+{
+    return static_cast<int> (whole (lowest, highest));
+}
+
+unsigned int JSONMember::unsignedInteger (unsigned int lowest, unsigned int highest) const
+{
+    return static_cast<unsigned int> (whole (lowest, highest));
+}
+
+std::vector<JSONMember> JSONMember::elements() const
+{
+    if (! value->is_array())
+        fail ("a list in square brackets is expected");
+
+    std::vector<JSONMember> found;
+    found.reserve (value->size());
+
+    for (const auto& element : *value)
+        found.emplace_back (element, place + "[" + std::to_string (found.size()) + "]");
+
+    return found;
+}
+
+void JSONMember::forEachMember (const std::function<void (const std::string&, const JSONMember&)>& visit) const
+{
+    if (! value->is_object())
+        fail ("an object in braces is expected");
+
+    for (const auto& [name, member] : value->items())
+        visit (name, JSONMember (member, place.empty() ? name : place + "." + name));
+}
+
+} // namespace ZEP::Overmarks

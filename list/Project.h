@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+#include "core/cast/ADRCharacterMap.h"
+#include "core/timecode/TimeInfo.h"
+#include "list/EventArray.h"
+
+#include <juce_core/juce_core.h>
+
+#include <memory>
+#include <vector>
+
+namespace ZEP::Overmarks
+{
+
+/** A cue list with all that its events refer to: the time reference, the cast and the names of the user's reasons.
+
+    Characters and reasons are process-wide while one project is open; makeCurrent() puts this project's in place, and every
+    operation that needs a character or a reason of an event expects that it has been called. Copies share everything.
+    One thread at a time. */
+struct OVERMARKS_API Project
+{
+    juce::String name;
+    std::shared_ptr<ZEP::Core::TimeInfo> timeInfo;
+    std::shared_ptr<ZEP::Core::ADRCharacterMap> characters;
+    std::vector<juce::String> userReasons; ///< up to eight names, UR1 first
+    std::shared_ptr<EventArray> list;
+
+    /** A project with nothing but its two fades, which have no times yet. */
+    static Project createEmpty (std::shared_ptr<ZEP::Core::TimeInfo> timeInfo);
+
+    /** Makes this project's characters and reasons the process's own. */
+    void makeCurrent() const;
+
+    /** A fade of this project that has no time yet. @param type  EventTypeFadeIn or EventTypeFadeOut */
+    std::shared_ptr<Event> createFade (EventType type) const;
+};
+
+} // namespace ZEP::Overmarks

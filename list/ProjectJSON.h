@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+#include "list/Project.h"
+
+#include <juce_core/juce_core.h>
+
+#include <string>
+
+namespace ZEP::Overmarks
+{
+
+/** A project as JSON, for other programs and for looking into: writing and reading back loses nothing.
+
+    Frame indices stand in it as they are, so another time reference shows other timecodes. Reading is strict: a member that
+    nobody knows is an error that names it, since a misspelt attribute would otherwise be lost unseen. What may be left out is
+    told at fromText(). All text is UTF-8. One thread at a time; reading follows the registered preferences. */
+class OVERMARKS_API ProjectJSON final
+{
+public:
+    ProjectJSON() = delete;
+
+    /** The version of the form, the value of its first member "overmarks". */
+    static constexpr int formatVersion = 1;
+
+    /** The whole project; the events in the order of EventArray::events. */
+    static std::string toText (const Project& project);
+
+    /** The events as a table shows them, {"events": [...]}: each as in toText(), with its timecodes, the names of its
+        character and actor, and whether it is listed only as a neighbour. The project has to be the current one. */
+    static std::string shownEvents (const EventArray::Events& events);
+
+    /** Reads a project. A missing member takes the value of a new event, a missing fade is made, and a rich text may be a
+        plain string. Nothing is sorted; the project isn't made current.
+        @param project  replaced on success, untouched on failure
+        @returns the reason of a failure in words, with the place in the text; empty on success */
+    [[nodiscard]] static juce::String fromText (const std::string& text, Project& project);
+};
+
+} // namespace ZEP::Overmarks

@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/cast/ADRCueReasonsManager.h"
+#include "core/timecode/TCToolbox.h"
+#include "event/EventFields.h"
+#include "list/JSONMember.h"
+#include "list/ProjectJSON.h"
+#include "list/RichTextJSON.h"
+
+#include <nlohmann/json.hpp>
+
+#include <limits>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+
+namespace ZEP::Overmarks
+{
+
+using json = nlohmann::ordered_json;
+using ZEP::Core::ADRCharacter;
+using ZEP::Core::ADRCharacterMap;
+using ZEP::Core::RichTextString;
+using ZEP::Core::TCToolbox;
+using ZEP::Core::TimeInfo;
+
+namespace
+{
+
+// A project nests five deep: events, event, text, runs, run.
+constexpr int deepestNesting = 16;
+constexpr std::size_t mostUserReasons = 8;
+
+json parse (const std::string& text)
+{
+    const auto refuseDeepNesting = [] (int depth, json::parse_event_t, json&)
+    {
+        if (depth > deepestNesting)
+            throw std::invalid_argument ("The text is nested too deeply for a project");
+
+        return true;
+    };
+
+    return json::parse (text, refuseDeepNesting);
+}
+
+// ---- time ----------------------------------------------------------------------------------------------------------------
+
+ZEP::Core::_TCTime readTimecode (const JSONMember& member)
+{
+    const auto time = TCToolbox::tcTimeFromString (member.text());
+
+    if (time.invalid)
+        member.fail ("a timecode such as 01:00:00:00 is expected");
+
+    return time;
+}
+
+std::shared_ptr<TimeInfo> readTimeInfo (const JSONMember& object)
+{
+    constexpr auto most = std::numeric_limits<unsigned int>::max();
+    ZEP::Core::_TCDef def;
+    def.undefined = false;
+    ZEP::Core::_TCTime origin;
+    std::optional<ZEP::Core::_TCTime> firstFrameOfAction;
+
+    object.forEachMember (
+        [&] (const std::string& name, const JSONMember& member)
+        {
+            if (name == "timeOrigin")
+                origin = readTimecode (member);
+            else if (name == "firstFrameOfAction")
+                firstFrameOfAction = readTimecode (member);
+            else if (name == "frameRateNumerator")
+                def.frameRateNumerator = member.unsignedInteger (1, most);
+            else if (name == "frameRateDenominator")
+                def.frameRateDenominator = member.unsignedInteger (1, most);
+            else if (name == "framesPerSecond")
+                def.framesPerSecond = static_cast<std::uint8_t> (member.unsignedInteger (1, 255));
+            else if (name == "dropFrame")
+                def.dropFrame = member.flag();
+            else
+                member.failUnknown();
+        });
+
+    auto info = std::make_shared<TimeInfo> (def, origin);
+
+    if (firstFrameOfAction.has_value())
+        info->setFirstFrameOfAction (*firstFrameOfAction);
+
+    return info;
+}
+
+// ---- cast and reasons ----------------------------------------------------------------------------------------------------
+
+void readCharacter (const JSONMember& object, ADRCharacterMap& characters)
+{
+    juce::String id;
+    auto character = std::make_shared<ADRCharacter> (juce::String());
+
+    object.forEachMember (
+        [&] (const std::string& name, const JSONMember& member)
+        {
+            if (name == "id")
+                id = member.text();
+            else if (name == "name")
+                character->name = member.text();
+            else if (name == "prefix")
+                character->prefix = member.text();
+            else if (name == "actor")
+                character->actor = member.text();
+            else
+                member.failUnknown();
+        });
+
+    if (id.isNotEmpty() && characters.contains (id))
+        object.fail ("a second character with the id \"" + id.toStdString() + "\"");
+
+    characters.addCharacter (character, id.isNotEmpty(), id);
+}
+
+std::vector<juce::String> readReasons (const JSONMember& member)
+{
+    std::vector<juce::String> reasons;
+
+    for (const auto& reason : member.elements())
+        reasons.push_back (reason.text());
+
+    if (reasons.size() > mostUserReasons)
+        member.fail ("there are at most eight user reasons");
+
+    return reasons;
+}
+
+// ---- events --------------------------------------------------------------------------------------------------------------
+
+/** Writes one stored field of an event after the other, where the object has a member for it. */
+struct FieldReader
+{
+    const json& object;
+    const std::string& place;
+
+    template <typename Value>
+    void operator() (const char* name, Value& value)
+    {
+        const auto found = object.find (name);
+
+        if (found != object.end())
+            read (JSONMember (*found, place + "." + name), value);
+    }
+
+private:
+    void read (const JSONMember& member, juce::String& value) { value = member.text(); }
+    void read (const JSONMember& member, RichTextString& value) { value = RichTextJSON::read (member.element(), member.where()); }
+    void read (const JSONMember& member, bool& value) { value = member.flag(); }
+    void read (const JSONMember& member, float& value) { value = member.number(); }
+    void read (const JSONMember& member, int& value) { value = member.integer(); }
+
+    template <typename Enumeration>
+        requires std::is_enum_v<Enumeration>
+    void read (const JSONMember& member, Enumeration& value)
+    {
+        value = static_cast<Enumeration> (member.integer());
+    }
+};
+
+const std::set<std::string>& fieldNames()
+{
+    static const auto names = []
+    {
+        std::set<std::string> found;
+        const Event anyEvent;
+        EventFields::visit (anyEvent, [&found] (const char* name, const auto&) { found.insert (name); });
+        return found;
+    }();
+    return names;
+}
+
+std::shared_ptr<Event> readEvent (const JSONMember& object, const std::shared_ptr<TimeInfo>& timeInfo)
+{
+    object.forEachMember (
+        [] (const std::string& name, const JSONMember& member)
+        {
+            if (! fieldNames().contains (name))
+                member.failUnknown();
+        });
+
+    // What is missing is what a new event of this type at this time would have.
+    const auto given = [&object] (const char* name, auto whenMissing)
+    {
+        FieldReader { object.element(), object.where() } (name, whenMissing);
+        return whenMissing;
+    };
+    auto event = Event::create (given ("type", EventTypeADRCue),
+                                timeInfo,
+                                given ("inPointFrameIndex", -1),
+                                given ("endFrameIndex", -1),
+                                given ("beatsPerMinute", -1.0f),
+                                given ("streamerDuration", -1));
+    EventFields::visit (*event, FieldReader { object.element(), object.where() });
+    return event;
+}
+
+/** The first event of a fade's type; a list without one gets one. */
+std::shared_ptr<Event> fadeOf (const Project& project, EventType type)
+{
+    for (const auto& event : project.list->events)
+        if (event->getType() == type)
+            return event;
+
+    auto fade = project.createFade (type);
+    project.list->events.push_back (fade);
+    return fade;
+}
+
+void readEvents (const JSONMember& array, Project& project)
+{
+    auto& events = project.list->events;
+    events.clear();
+
+    for (const auto& object : array.elements())
+        events.push_back (readEvent (object, project.timeInfo));
+}
+
+// ---- the project ---------------------------------------------------------------------------------------------------------
+
+void readMember (const std::string& name, const JSONMember& member, Project& project)
+{
+    if (name == "overmarks")
+        member.integer (ProjectJSON::formatVersion, ProjectJSON::formatVersion);
+    else if (name == "name")
+        project.name = member.text();
+    else if (name == "sortKey")
+        project.list->sortKey = member.text();
+    else if (name == "sortDescending")
+        project.list->sortDescending = member.flag();
+    else if (name == "userReasons")
+        project.userReasons = readReasons (member);
+    else if (name == "characters")
+        for (const auto& character : member.elements())
+            readCharacter (character, *project.characters);
+    else if (name != "timeInfo" && name != "events")
+        member.failUnknown();
+}
+
+Project readProject (const json& document)
+{
+    const JSONMember root (document, {});
+    const JSONMember wholeText (document, "The text");
+
+    if (! document.is_object() || ! document.contains ("overmarks"))
+        wholeText.fail ("an Overmarks project in JSON begins with the member \"overmarks\"");
+
+    const auto defaults = json::object();
+    const auto timeInfo = document.find ("timeInfo");
+    auto project = Project::createEmpty (
+        readTimeInfo (JSONMember (timeInfo != document.end() ? *timeInfo : defaults, "timeInfo")));
+
+    root.forEachMember ([&project] (const std::string& name, const JSONMember& member) { readMember (name, member, project); });
+
+    if (const auto events = document.find ("events"); events != document.end())
+        readEvents (JSONMember (*events, "events"), project);
+
+    project.list->fadeInEvent = fadeOf (project, EventTypeFadeIn);
+    project.list->fadeOutEvent = fadeOf (project, EventTypeFadeOut);
+    return project;
+}
+
+} // namespace
+
+juce::String ProjectJSON::fromText (const std::string& text, Project& project)
+{
+    try
+    {
+        project = readProject (parse (text));
+        return {};
+    }
+    catch (const json::parse_error& error)
+    {
+        return "The text is no JSON: it breaks off or has a mistake at byte " + juce::String (error.byte);
+    }
+    catch (const std::invalid_argument& error) // with the place of the mistake
+    {
+        return juce::String::fromUTF8 (error.what());
+    }
+}
+
+} // namespace ZEP::Overmarks
