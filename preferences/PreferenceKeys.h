@@ -7,7 +7,8 @@
 
 namespace ZEP::Overmarks
 {
-// The names of the preferences in ZEP::Core::UserDefaults. Their types and defaults stand in preferenceTable().
+// The names of the preferences in ZEP::Core::UserDefaults. Their types and defaults stand in
+// preferenceTable().
 //
 // Other global objects must not use these in their constructors: nothing says which of them is made first.
 
@@ -120,7 +121,7 @@ OVERMARKS_API extern const std::string ModeOverlayReviewColorPrefKey;
 
 // Without a registered default: the value of an unknown key holds until the user stores one.
 
-/** bool: an import leaves out subtitles without an end. */
+/** bool: an imported cue that is marked as open ended keeps the end that stands in its file. */
 OVERMARKS_API extern const std::string EventImportIgnoreOpenEndedPrefKey;
 
 /** For the application alone. */

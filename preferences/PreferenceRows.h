@@ -24,11 +24,13 @@ struct PreferenceRow
     std::variant<bool, int, float, const char*, Rgba> defaultValue;
 };
 
-// Every preference that has a default. Registration, the key globals and the documents are made from this one list.
+// Every preference that has a default. Registration, the key globals and the documents are made from this one
+// list.
 //
-// Positions, sizes, widths and heights are fractions of the picture. Modes and directions are numbers of the application. Of
-// the timing: a reference unit of 1 is seconds, 0 bars; streamers and prerolls are codes in seconds, a flutter is in frames, a
-// marker in seconds, the length of a cue is a code of its own; the tempo is in beats a minute.
+// Positions, sizes, widths and heights are fractions of the picture. Modes and directions are numbers of the
+// application. Of the timing: a reference unit of 1 is seconds, 0 bars; streamers and prerolls are codes in
+// seconds, a flutter is in frames, a marker in seconds, the length of a cue is a code of its own; the tempo
+// is in beats a minute.
 inline constexpr auto preferenceRows = std::to_array<PreferenceRow> ({
     { "Timing", "StreamerReferenceUnit", 1 },
     { "Timing", "StreamerDefaultTempo", 120 },

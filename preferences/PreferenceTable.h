@@ -20,7 +20,9 @@ enum class PreferenceType
     colour
 };
 
-/** One preference: the title of the group it belongs to, the text of its key, and the default, which has the type told. */
+/** One preference: the title of the group it belongs to, the text of its key, and the default, which has the
+    type told.
+*/
 struct PreferenceEntry
 {
     std::string group;
@@ -29,8 +31,8 @@ struct PreferenceEntry
     Poco::Any defaultValue;
 };
 
-/** All preferences with a default, group by group, in the order in which a settings page shows them. Any thread, and also
-    before main.
+/** All preferences with a default, group by group, in the order in which a settings page shows them. Any
+    thread, and also before main.
 */
 [[nodiscard]] OVERMARKS_API const std::vector<PreferenceEntry>& preferenceTable();
 } // namespace ZEP::Overmarks

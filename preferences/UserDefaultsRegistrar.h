@@ -7,8 +7,8 @@ namespace ZEP::Overmarks
 {
 /** Makes the defaults of all preferences known to the preference store.
 
-    The application calls this once at its start, before it makes any event: an event takes its length, preroll and tempo from
-    there. What the user stored stays, and a second call changes nothing.
+    The application calls this once at its start, before it makes any event: an event takes its length,
+    preroll and tempo from there. What the user stored stays, and a second call changes nothing.
 */
 class OVERMARKS_API UserDefaultsRegistrar final
 {

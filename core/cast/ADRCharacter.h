@@ -9,8 +9,8 @@ namespace ZEP::Core
 {
 /** One role of a project: the name in the script, the letters its cue numbers begin with, and who speaks it.
 
-    Its identifier belongs to the ADRCharacterMap it stands in, not to the role, so that renaming a role keeps all its cues.
-    Fields are read and written directly. Held by std::shared_ptr; one thread at a time.
+    Its identifier belongs to the ADRCharacterMap it stands in, not to the role, so that renaming a role keeps
+    all its cues. Fields are read and written directly. Held by std::shared_ptr; one thread at a time.
 */
 class ZEP_CORE_API ADRCharacter final
 {

@@ -5,7 +5,9 @@
 
 namespace ZEP::Core
 {
-/** Something that can tell a person what it is: at length, or in one line of a list. Never deleted through this. */
+/** Something that can tell a person what it is: at length, or in one line of a list. Never deleted through
+    this.
+*/
 class IDescribable
 {
 public:

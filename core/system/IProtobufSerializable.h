@@ -5,8 +5,8 @@ namespace ZEP::Core
 {
 /** Something that is stored in the project file as a record of its own.
 
-    The message is the generated object of the record that belongs to the class, and only that one: it comes untyped, so that
-    headers need none of the generated code. It stays the caller's.
+    The message is the generated object of the record that belongs to the class, and only that one: it comes
+    untyped, so that headers need none of the generated code. It stays the caller's.
 */
 class IProtobufSerializable
 {

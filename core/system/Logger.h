@@ -9,9 +9,9 @@ namespace ZEP::Core
 {
 /** What the library has to say to a person who looks for a fault. The text is written as it stands.
 
-    It goes to the Poco::Logger "ZEP". If the application hasn't made that logger before the first message, it is made here:
-    with the channel of the root logger or, without one, standard error, and for errors only. The application may attach a
-    channel and change the level at any time. Any thread.
+    It goes to the Poco::Logger "ZEP". If the application hasn't made that logger before the first message, it
+    is made here: with the channel of the root logger or, without one, standard error, and for errors only.
+    The application may attach a channel and change the level at any time. Any thread.
 */
 class ZEP_CORE_API Logger final
 {

@@ -11,10 +11,12 @@
 
 namespace ZEP::Core
 {
-/** Base of everything the library tells the application about; what it is about is the type of the derived class.
+/** Base of everything the library tells the application about; what it is about is the type of the derived
+    class.
 
-    Post it newly allocated in a Poco::AutoPtr through Poco::NotificationCenter::defaultCenter(): observers run at once, on the
-    thread of the change. Derived classes add nothing; what belongs to the news stands in userInfo.
+    Post it newly allocated in a Poco::AutoPtr through Poco::NotificationCenter::defaultCenter(): observers
+    run at once, on the thread of the change. Derived classes add nothing; what belongs to the news stands in
+    userInfo.
 */
 class ZEP_CORE_API Notification : public Poco::Notification
 {

@@ -8,8 +8,9 @@ namespace ZEP::Core
 {
 /** Holds an object from its first use to the end of the process and never destroys it.
 
-    What the whole process shares may be asked for by destructors that run at exit, in an order that nobody controls; an object
-    without a destruction can't be too late for them. Make it a static variable of a function. No allocation, so no leak.
+    What the whole process shares may be asked for by destructors that run at exit, in an order that nobody
+    controls; an object without a destruction can't be too late for them. Make it a static variable of a
+    function. No allocation, so no leak.
 */
 template <typename Object>
 class ProcessLifetime final

@@ -9,14 +9,16 @@
 
 namespace ZEP::Core
 {
-/** The preferences of one user as a file: the XML of a juce::PropertiesFile, each value with its type before it.
+/** The preferences of one user as a file: the XML of a juce::PropertiesFile, each value with its type before
+    it.
 
         <PROPERTIES>
           <VALUE name="StreamerWidth" val="float:0.06"/>
         </PROPERTIES>
 
-    Types are bool (true, false), int, float, double, text, and colour (eight hexadecimal digits: alpha, red, green, blue).
-    Numbers are written in the shortest form that reads back as the same number. Any thread, one at a time for a file.
+    Types are bool (true, false), int, float, double, text, and colour (eight hexadecimal digits: alpha, red,
+    green, blue). Numbers are written in the shortest form that reads back as the same number. Any thread, one
+    at a time for a file.
 */
 class SettingsFile final
 {
@@ -31,8 +33,8 @@ public:
     /** Replaces the values by those of the file. A damaged file gives a message and leaves them alone. */
     [[nodiscard]] static juce::Result read (const juce::File& file, Values& values);
 
-    /** Writes all values, each of which canHold must accept. At every moment the file is the old or the new one, whole. Makes
-        missing folders.
+    /** Writes all values, each of which canHold must accept. At every moment the file is the old or the new
+        one, whole. Makes missing folders.
     */
     [[nodiscard]] static juce::Result write (const juce::File& file, const Values& values);
 };

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/SettingsFileCheck.h"
 
-#include <juce_core/juce_core.h>
+#include "core/text/TextDecoding.h"
 
+#include <algorithm>
 #include <charconv>
-#include <limits>
 
 namespace ZEP::Core
 {
@@ -16,11 +16,8 @@ constexpr unsigned highestCodePoint = 0x10ffff;
 
 bool SettingsFileCheck::isSound (std::string_view bytes)
 {
-    if (bytes.size() > static_cast<std::size_t> (std::numeric_limits<int>::max())
-        || bytes.find ('\0') != std::string_view::npos
-        || ! juce::CharPointer_UTF8::isValidString (bytes.data(), static_cast<int> (bytes.size())))
-        return false;
-    return SettingsFileCheck (bytes).file();
+    const ByteSurvey survey (bytes);
+    return survey.isUTF8 && ! survey.hasZero() && SettingsFileCheck (bytes).file();
 }
 
 bool SettingsFileCheck::file()

@@ -5,8 +5,8 @@
 
 namespace ZEP::Core
 {
-/** Whether bytes have exactly the shape in which SettingsFile writes, so that a torn or hand-damaged file never reaches the
-    XML reader, which trusts what it is given.
+/** Whether bytes have exactly the shape in which SettingsFile writes, so that a torn or hand-damaged file
+    never reaches the XML reader, which trusts what it is given.
 
         file     [declaration] "<PROPERTIES>" {value} "</PROPERTIES>" | [declaration] "<PROPERTIES/>"
         value    "<VALUE" attribute attribute "/>"        the two are name and val, in this order

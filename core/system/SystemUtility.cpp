@@ -2,11 +2,11 @@
 #include "core/system/SystemUtility.h"
 
 #include "core/system/ProcessLifetime.h"
+#include "core/text/TextDecoding.h"
 
 #include <cstdlib>
 #include <dlfcn.h>
 #include <memory>
-#include <string_view>
 
 namespace ZEP::Core
 {
@@ -21,12 +21,10 @@ SystemUtility::Configuration& currentConfiguration()
     return configuration.get();
 }
 
-juce::String textFromBytes (const char* bytes)
+/** Empty for bytes that are no text, which could not be told apart from other paths. */
+juce::String pathFromBytes (const char* bytes)
 {
-    const std::string_view view { bytes };
-    if (! juce::CharPointer_UTF8::isValidString (bytes, static_cast<int> (view.size())))
-        return {};
-    return juce::CharPointer_UTF8 (bytes);
+    return ByteSurvey (bytes).isUTF8 ? textFromStrictUTF8 (bytes) : juce::String();
 }
 
 /** The file this code was loaded from: the library or, where it is linked into a program, that program. */
@@ -38,10 +36,11 @@ juce::File ownFile()
     if (name == nullptr || *name != '/')
         name = "/proc/self/exe";
     const std::unique_ptr<char, decltype (&std::free)> resolved (realpath (name, nullptr), &std::free);
-    return resolved == nullptr ? juce::File() : juce::File (textFromBytes (resolved.get()));
+    return resolved == nullptr ? juce::File() : juce::File (pathFromBytes (resolved.get()));
 }
 
-/** share/overmarks/resources of the tree this library stands in, whether it is installed or was just built. */
+/** share/overmarks/resources of the tree this library stands in, whether it is installed or was just built.
+*/
 juce::String defaultResourcePath()
 {
     static constexpr auto resources = "share/overmarks/resources";
@@ -57,7 +56,7 @@ juce::String defaultSupportPath()
 {
     const char* dataHome = std::getenv ("XDG_DATA_HOME");
     // A relative path there is to be ignored.
-    const auto given = dataHome != nullptr && *dataHome == '/' ? textFromBytes (dataHome) : juce::String();
+    const auto given = dataHome != nullptr && *dataHome == '/' ? pathFromBytes (dataHome) : juce::String();
     const auto folder =
         given.isNotEmpty()
             ? juce::File (given)

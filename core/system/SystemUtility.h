@@ -9,8 +9,8 @@ namespace ZEP::Core
 {
 /** What the library has to know of the application around it.
 
-    An application calls configure() once at start, before other threads ask; without it the defaults below hold. Paths have no
-    separator at their end.
+    An application calls configure() once at start, before other threads ask; without it the defaults below
+    hold. Paths have no separator at their end.
 */
 class ZEP_CORE_API SystemUtility final
 {
@@ -18,18 +18,22 @@ public:
     /** An empty text means the default. */
     struct Configuration
     {
-        /** 0 is the one application, any other value the other. It decides how a list is sorted by timecode, how line breaks
-            of subtitles are imported, and a colour.
+        /** 0 is the one application, any other value the other. It decides how a list is sorted by timecode,
+            how line breaks of subtitles are imported, and a colour.
         */
         int applicationType = 1;
 
         /** Written into exports. Default: the library's version. */
         juce::String executableVersion;
 
-        /** Full path of the icons and tools. Default: share/overmarks/resources beside the folder of the library. */
+        /** Full path of the icons and tools. Default: share/overmarks/resources beside the folder of the
+            library.
+        */
         juce::String resourcePath;
 
-        /** Full path of the folder for what belongs to this user. Default: overmarks in the user's data folder. */
+        /** Full path of the folder for what belongs to this user. Default: overmarks in the user's data
+            folder.
+        */
         juce::String supportPath;
     };
 

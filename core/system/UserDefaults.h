@@ -16,19 +16,22 @@ namespace ZEP::Core
 {
 /** The preferences: named values that the user stored, above the defaults that the program registered.
 
-    Numbers (bool, int, float, double) convert into each other: a fraction is cut off, a value outside the range of int becomes
-    the nearest int, and whatever isn't 0 is true. A key that nobody stored or registered, or whose value is no number (no text,
-    no colour) where one is asked for, reads 0, false, the empty text or transparent black. Reading costs a table lookup.
+    Numbers (bool, int, float, double) convert into each other: a fraction is cut off, a value outside the
+    range of int becomes the nearest int, and whatever isn't 0 is true. A key that nobody stored or
+    registered, or whose value is no number (no text, no colour) where one is asked for, reads 0, false, the
+    empty text or transparent black. Reading costs a table lookup.
 
-    Values live in memory until the application names a settings file. No lock: many threads may read, one may change while
-    none reads.
+    Values live in memory until the application names a settings file. No lock: many threads may read, one may
+    change while none reads.
 */
 class ZEP_CORE_API UserDefaults final
 {
 public:
     UserDefaults() = delete;
 
-    /** Adds these to the defaults; of a key that has a default already, the new one counts. What the user stored stays. */
+    /** Adds these to the defaults; of a key that has a default already, the new one counts. What the user
+        stored stays.
+    */
     static void registerUserDefaults (const std::map<juce::String, Poco::Any>& defaults);
 
     [[nodiscard]] static int getIntForKey (const juce::String& key);
@@ -37,7 +40,9 @@ public:
     [[nodiscard]] static juce::String getStringForKey (const juce::String& key);
     [[nodiscard]] static juce::Colour getColourForKey (const juce::String& key);
 
-    /** The same for keys that are a std::string, as all key globals are, without making a juce::String of each. */
+    /** The same for keys that are a std::string, as all key globals are, without making a juce::String of
+        each.
+    */
     template <std::same_as<std::string> Key>
     [[nodiscard]] static int getIntForKey (const Key& key)
     {
@@ -59,8 +64,9 @@ public:
     /** The stored value, else the default, else an empty Any. */
     [[nodiscard]] static Poco::Any valueForKey (const juce::String& key);
 
-    /** Stores a bool, int, float, double, juce::String or juce::Colour. Any other type fails and changes nothing. With a
-        settings file the file is written at once; if that fails the value still holds for this run.
+    /** Stores a bool, int, float, double, juce::String or juce::Colour. Any other type fails and changes
+        nothing. With a settings file the file is written at once; if that fails the value still holds for
+        this run.
     */
     static juce::Result setValueForKey (const juce::String& key, const Poco::Any& value);
 
@@ -75,9 +81,10 @@ public:
     /** The keys with a default, in alphabetical order of their characters' codes. */
     [[nodiscard]] static std::vector<juce::String> registeredKeys();
 
-    /** Keeps what the user stores in this file from now on. What the file holds is added to the stored values, and wins; a
-        file that isn't there yet is written with the first value. A file that can't be used gives a message, and everything is
-        as before: the values and the file that was in use. An empty File goes back to memory alone.
+    /** Keeps what the user stores in this file from now on. What the file holds is added to the stored
+        values, and wins; a file that isn't there yet is written with the first value. A file that can't be
+        used gives a message, and everything is as before: the values and the file that was in use. An empty
+        File goes back to memory alone.
     */
     [[nodiscard]] static juce::Result setSettingsFile (const juce::File& file);
 

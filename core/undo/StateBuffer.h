@@ -8,10 +8,11 @@
 
 namespace ZEP::Core
 {
-/** What an edit saved before it changed something: values of any type, given back in the order in which they were saved.
+/** What an edit saved before it changed something: values of any type, given back in the order in which they
+    were saved.
 
-    The order of an undo function is that of its perform function, not the reverse. The type given to restore must be the very
-    one that was saved. One thread at a time.
+    The order of an undo function is that of its perform function, not the reverse. The type given to restore
+    must be the very one that was saved. One thread at a time.
 */
 class StateBuffer final
 {
@@ -23,8 +24,8 @@ public:
         values.emplace_back (value);
     }
 
-    /** Takes the value from the front. Throws Poco::BadCastException, and leaves the value there, if it isn't a T; throws it
-        also if nothing is left.
+    /** Takes the value from the front. Throws Poco::BadCastException, and leaves the value there, if it isn't
+        a T; throws it also if nothing is left.
     */
     template <typename T>
     [[nodiscard]] T restore()

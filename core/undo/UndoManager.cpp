@@ -14,7 +14,8 @@ bool UndoManager::perform (juce::UndoableAction* action, const juce::String& nam
     if (owned == nullptr || isPerformingUndoRedo())
         return false;
 
-    // What a listener edits while an action runs belongs to the step of that action, which is still to be entered.
+    // What a listener edits while an action runs belongs to the step of that action, which is still to be
+    // entered.
     if (performing)
         return juce::UndoManager::perform (owned.release());
 

@@ -14,9 +14,9 @@ namespace ZEP::Core
 {
 /** The history behind the Edit menu, in which every edit is a step of its own under its own name.
 
-    Inside a compound step, and for an edit that a listener makes in answer to another one, the edits share a step. No edit can
-    be made from within undo() or redo(): it is refused, since the history has no place for it. Call through this class, not
-    through its base, whose perform() joins whatever step came last.
+    Inside a compound step, and for an edit that a listener makes in answer to another one, the edits share a
+    step. No edit can be made from within undo() or redo(): it is refused, since the history has no place for
+    it. Call through this class, not through its base, whose perform() joins whatever step came last.
 
     One thread at a time; usually the process's one manager, see UndoRedoHelpers.
 */
@@ -29,13 +29,14 @@ public:
     UndoManager (const UndoManager&) = delete;
     UndoManager& operator= (const UndoManager&) = delete;
 
-    /** Performs the action now and takes ownership of it in any case. False if the action is null or fails, or during undo
-        and redo; nothing enters the history then. What the action throws passes through, and the action is gone.
+    /** Performs the action now and takes ownership of it in any case. False if the action is null or fails,
+        or during undo and redo; nothing enters the history then. What the action throws passes through, and
+        the action is gone.
     */
     bool perform (juce::UndoableAction* action, const juce::String& name);
 
-    /** Ends the present step. The name is that of a step only until the next perform() gives its own: nothing that this opens
-        swallows or renames a later edit. No effect inside a compound step, which stays one.
+    /** Ends the present step. The name is that of a step only until the next perform() gives its own: nothing
+        that this opens swallows or renames a later edit. No effect inside a compound step, which stays one.
     */
     void beginNewTransaction (const juce::String& name = {});
 
@@ -45,8 +46,8 @@ public:
     void beginCompoundStep (const juce::String& name);
     void endCompoundStep();
 
-    /** The application's commands, whose undo and redo entries follow the history. Not owned: the application sets it back to
-        null before it destroys them. Null where there are no menus.
+    /** The application's commands, whose undo and redo entries follow the history. Not owned: the application
+        sets it back to null before it destroys them. Null where there are no menus.
     */
     void setCommandManager (juce::ApplicationCommandManager* manager);
     [[nodiscard]] juce::ApplicationCommandManager* commandManager() const;

@@ -17,8 +17,9 @@ public:
 
     /** A command of the user that makes several edits and is undone at once ("Renumber Cues").
 
-        Everything performed while the scope lasts becomes one step with this name. A compound step inside another belongs to
-        the outer one and its name is dropped. Without an edit no step comes to be, and the name touches no other step.
+        Everything performed while the scope lasts becomes one step with this name. A compound step inside
+        another belongs to the outer one and its name is dropped. Without an edit no step comes to be, and the
+        name touches no other step.
     */
     class ZEP_CORE_API CompoundStep final
     {

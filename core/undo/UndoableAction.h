@@ -12,11 +12,13 @@ namespace ZEP::Core
 {
 /** One step of the Edit menu on one object, made of two functions.
 
-    The perform function runs at once and again at each redo: it saves what it is about to change into the state, in any order,
-    and the undo function takes it back in the same order, which leaves the state empty for a redo. What both need they capture
-    by copy; the target keeps the changed object alive while the history holds the step, so a raw pointer to it is safe in them.
+    The perform function runs at once and again at each redo: it saves what it is about to change into the
+    state, in any order, and the undo function takes it back in the same order, which leaves the state empty
+    for a redo. What both need they capture by copy; the target keeps the changed object alive while the
+    history holds the step, so a raw pointer to it is safe in them.
 
-    An action with an empty function throws std::bad_function_call. The undo manager owns the action; one thread at a time.
+    An action with an empty function throws std::bad_function_call. The undo manager owns the action; one
+    thread at a time.
 */
 template <typename T>
 class UndoableAction : public juce::UndoableAction

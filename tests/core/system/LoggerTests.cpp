@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/system/Logger.h"
+
+#include <Poco/AutoPtr.h>
+#include <Poco/Channel.h>
+#include <Poco/Logger.h>
+#include <Poco/Message.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+using testing::ElementsAre;
+using testing::IsEmpty;
+using ZEP::Core::Logger;
+
+class Collector final : public Poco::Channel
+{
+public:
+    void log (const Poco::Message& message) override
+    {
+        lines.push_back (std::to_string (message.getPriority()) + " " + message.getText());
+    }
+
+    std::vector<std::string> lines;
+};
+
+class Log : public testing::Test
+{
+protected:
+    void SetUp() override { Poco::Logger::destroy ("ZEP"); }
+    void TearDown() override { Poco::Logger::destroy ("ZEP"); }
+
+    Poco::AutoPtr<Collector> collector { new Collector };
+};
+} // namespace
+
+TEST_F (Log, errorsGoToStandardErrorByDefault)
+{
+    testing::internal::CaptureStderr();
+    testing::internal::CaptureStdout();
+    Logger::error ("The tool isn't there");
+    Logger::debug ("cell 4");
+
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "The tool isn't there\n");
+    EXPECT_EQ (testing::internal::GetCapturedStdout(), "");
+}
+
+TEST_F (Log, anApplicationAttachesAChannelBeforeTheFirstMessage)
+{
+    Poco::Logger::get ("ZEP").setChannel (collector);
+    Poco::Logger::get ("ZEP").setLevel ("debug");
+
+    testing::internal::CaptureStderr();
+    Logger::error ("one");
+    Logger::debug ("two");
+
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "");
+    EXPECT_THAT (collector->lines, ElementsAre ("3 one", "7 two"));
+}
+
+TEST_F (Log, anApplicationAttachesAChannelLater)
+{
+    testing::internal::CaptureStderr();
+    Logger::error ("early");
+    Poco::Logger::get ("ZEP").setChannel (collector);
+    Logger::error ("one");
+    Logger::debug ("hidden");
+    Poco::Logger::get ("ZEP").setLevel ("debug");
+    Logger::debug ("two");
+
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "early\n");
+    EXPECT_THAT (collector->lines, ElementsAre ("3 one", "7 two"));
+}
+
+TEST_F (Log, theRootLoggersChannelIsTakenOver)
+{
+    Poco::Logger::root().setChannel (collector);
+    Logger::error ("one");
+    Poco::Logger::root().setChannel (nullptr);
+
+    EXPECT_THAT (collector->lines, ElementsAre ("3 one"));
+}
+
+TEST_F (Log, anApplicationMaySilenceIt)
+{
+    Poco::Logger::get ("ZEP").setChannel (collector);
+    Poco::Logger::get ("ZEP").setLevel ("none");
+    Logger::error ("one");
+
+    EXPECT_THAT (collector->lines, IsEmpty());
+}
+
+TEST_F (Log, aTextIsNeverAFormat)
+{
+    Poco::Logger::get ("ZEP").setChannel (collector);
+    Logger::error ("100 % of %s %d %n {} %[0]s");
+    Logger::error (juce::CharPointer_UTF8 ("\xc3\xa4\n\xe2\x99\xaa"));
+    Logger::error ({});
+
+    EXPECT_THAT (collector->lines,
+                 ElementsAre ("3 100 % of %s %d %n {} %[0]s", "3 \xc3\xa4\n\xe2\x99\xaa", "3 "));
+}
