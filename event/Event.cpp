@@ -12,7 +12,7 @@
 #include <Poco/Format.h>
 #include <Poco/NotificationCenter.h>
 
-#include <array>
+#include <limits>
 #include <map>
 #include <string>
 #include <utility>
@@ -285,7 +285,7 @@ void Event::setReason (int newReason)
     if (reason == newReason)
         return;
 
-    if (newReason > 0)
+    if (newReason > 0 && newReason < std::numeric_limits<int>::max())
         ADRCueReasonsManager::sharedManager()->incrementReasonCounter (newReason + 1);
 
     changeField (&Event::reason, newReason, "Changing Reason");

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 namespace ZEP::Overmarks
 {
@@ -147,6 +148,8 @@ juce::String inProjectsSpelling (const Event& event, const juce::String& typed)
 
 bool setStart (Event& event, const Any& value)
 {
+    // Taking the time away is two steps of the event but one edit of a cell.
+    const UndoRedoHelpers::CompoundStep oneStep ("Changing Event Timecode");
     event.setStartTCString (inProjectsSpelling (event, string (value)));
     return true;
 }
@@ -218,7 +221,8 @@ Any characterItem (Event& event)
     if (character == nullptr)
         return itemOfNone;
 
-    const auto characters = Event::getADRCharacterMap()->characters();
+    const auto map = Event::getADRCharacterMap();
+    const auto& characters = map->characters();
     const auto found = std::find (characters.begin(), characters.end(), character);
     return found == characters.end() ? itemOfNone : static_cast<int> (found - characters.begin()) + firstItem;
 }
@@ -234,11 +238,11 @@ bool setCharacterItem (Event& event, const Any& value)
     }
 
     const auto map = Event::getADRCharacterMap();
-    const auto characters = map != nullptr ? map->characters() : std::vector<std::shared_ptr<ZEP::Core::ADRCharacter>>();
+    const auto position = static_cast<std::size_t> (std::int64_t { item } - firstItem);
 
     // The menu is built from the same map, so an item beyond it is a mistake of the caller: nothing is changed.
-    if (item >= firstItem && static_cast<std::size_t> (item - firstItem) < characters.size())
-        event.setCharacterID (map->characterIDForCharacterWithName (characters[static_cast<std::size_t> (item - firstItem)]->name));
+    if (map != nullptr && item >= firstItem && position < map->characters().size())
+        event.setCharacterID (map->characterIDForCharacterWithName (map->characters()[position]->name));
 
     return true;
 }
@@ -283,7 +287,7 @@ std::vector<EventAttribute> makeTable()
           read<&Event::getEndTCString>, setEnd },
         { KV::KV_NumRecordedTakes, "Number of Takes", "how many takes were recorded", CellType::string,
           recordedTakes, setRecordedTakes },
-        { KV::KV_Type, "Event Type", "1 streamer, 2 marker, 4 flutter, 8 ADR cue", CellType::integer,
+        { KV::KV_Type, "Event Type", "1 streamer, 2 marker, 4 flutter, 8 ADR cue, 16 fade in, 32 fade out", CellType::integer,
           eventType, setEventType },
         { KV::KV_Actor, "Actor", "who plays the character", CellType::string, ofCharacter<&ADRCharacter::actor>, nullptr },
         { KV::KV_CharPrefix, "Char Prefix", "the character's prefix in cue numbers", CellType::string,

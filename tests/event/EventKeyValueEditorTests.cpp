@@ -598,6 +598,20 @@ TEST_F (KeyValueEditor, whatIsNoTimecodeTakesTheTimeAway)
     EXPECT_EQ (text (marker, Editor::KV_EndTCString), juce::String ("--:--:--:--"));
 }
 
+TEST_F (KeyValueEditor, takingTheTimeAwayIsOneStepOfTheTable)
+{
+    const auto before = fieldsOf (*cue);
+
+    EXPECT_TRUE (set (cue, Editor::KV_StartTCString, juce::String ("soon")));
+    EXPECT_EQ (timesOf (*cue), "-1|-1..-1");
+    EXPECT_EQ (undoNames(), std::vector<std::string> { "Changing Event Timecode" });
+
+    undoManager().undo();
+    EXPECT_EQ (fieldsOf (*cue), before);
+    undoManager().redo();
+    EXPECT_EQ (timesOf (*cue), "-1|-1..-1");
+}
+
 TEST_F (KeyValueEditor, theDurationRunsFromTheInPoint)
 {
     EXPECT_EQ (text (cue, Editor::KV_DurationTCString), juce::String ("00:00:20:00"));
