@@ -193,6 +193,9 @@ std::vector<int> lastAttributeOfEachCharacter (const std::vector<Attribute>& att
     {
         const auto range = attributes[static_cast<std::size_t> (i)].range.getIntersectionWith ({ 0, length });
 
+        if (range.isEmpty())
+            continue;
+
         for (auto place = bareFrom (range.getStart()); place < range.getEnd(); place = bareFrom (place))
         {
             result[static_cast<std::size_t> (place)] = i;
@@ -372,8 +375,13 @@ void RichTextString::applyProtoTextAttribute (void* protoRichTextAttribute)
         return;
 
     const auto attribute = attributeFromProtoObject (protoRichTextAttribute);
-    setFont (attribute.range, attribute.font);
-    setColour (attribute.range, attribute.colour);
+    const auto range = attribute.range.getIntersectionWith ({ 0, length() });
+
+    if (range.isEmpty()) // the framework would take it for the whole run around it
+        return;
+
+    setFont (range, attribute.font);
+    setColour (range, attribute.colour);
 }
 
 RichTextString::Attribute RichTextString::attributeFromProtoObject (const void* protoRichTextAttribute)

@@ -14,7 +14,8 @@ namespace ZEP::Core
 
     The runs of the base class always cover the whole text without a gap, so a plain text has one run too, of the default font
     in opaque black. Ask isPlain() or formattedRuns() for attributes, never getNumAttributes(). Trap: setText() of the base
-    class keeps the runs of the old text; for a fresh plain text assign a new RichTextString.
+    class keeps the runs of the old text; for a fresh plain text assign a new RichTextString. Another: setFont() and setColour()
+    of the base class take an empty range for the whole run around it.
 
     Values are copied freely. No display is needed and no typeface is loaded. One object belongs to one thread at a time;
     different objects may share a font across threads.

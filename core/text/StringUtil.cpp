@@ -113,7 +113,7 @@ constexpr auto beginsRow = []
 
     for (const auto& row : rows)
         for (auto byte = leadByteOf (row.first); byte <= leadByteOf (row.last); ++byte)
-            result[byte] = true;
+            result[byte] = byte < 0x80 || byte > 0xC1; // no character begins with those between
 
     return result;
 }();
