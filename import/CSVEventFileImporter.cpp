@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "import/CSVEventFileImporter.h"
+
+#include "core/text/StringUtil.h"
+#include "import/frame/ColumnGuess.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+namespace
+{
+
+constexpr auto kCantBeOpened = "Error parsing the CSV file";
+constexpr auto kNothingToImport = "The CSV file you tried to import doesn't contain any parsable content";
+constexpr auto kTableTooLarge =
+    "The CSV file you tried to import grows into a table that is too large. Perhaps a closing "
+    "quotation mark is missing";
+
+/** The titles by which the file of a recording tool is known. */
+const std::vector<std::string_view> kDSTakerTitles { "Take", "In", "Out", "Marker" };
+const std::vector<std::string_view> kEuroTakerTitles { "TakeNr", "In", "Out" };
+
+} // namespace
+
+CSVEventFileImporter::CSVEventFileImporter (const juce::String& path, juce::String& errorMessage)
+    : EventFileImporter (path, errorMessage, {})
+{
+    parse (errorMessage, Core::TextEncodingUnknown);
+}
+
+CSVEventFileImporter::~CSVEventFileImporter() = default;
+
+bool CSVEventFileImporter::userMappingEnabled() const { return true; }
+
+int CSVEventFileImporter::type() { return 2; }
+
+void CSVEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding textEncoding)
+{
+    CSVParser parser;
+    if (! parser.open (filePath.toStdString()))
+    {
+        errorMessage += kCantBeOpened;
+        return;
+    }
+
+    auto& table = parser.parse (textEncoding);
+    parser.fileContent = {};
+    encoding = textEncoding;
+    unfoldingBytesLeft = CSVParser::limits().tableBytes (parser.fileSize);
+    unfoldingLimitExceeded = false;
+
+    if (table.empty())
+        errorMessage += parser.limitExceeded ? kTableTooLarge : kNothingToImport;
+    else
+        detectDialect (table.front());
+
+    convertTable (std::move (table));
+
+    if (textEncoding != Core::TextEncodingUTF16)
+        unfoldDialect (errorMessage);
+
+    guessMapping();
+}
+
+/** Strikes the titles off both lists; the list that is finished first, from the left, decides. */
+void CSVEventFileImporter::detectDialect (const CSVParser::Row& titles)
+{
+    auto missingForDSTaker = kDSTakerTitles;
+    auto missingForEuroTaker = kEuroTakerTitles;
+
+    for (const auto& title : titles)
+    {
+        std::erase (missingForDSTaker, title);
+        std::erase (missingForEuroTaker, title);
+
+        if (missingForDSTaker.empty())
+        {
+            isDSTaker = true;
+            return;
+        }
+
+        if (missingForEuroTaker.empty())
+        {
+            isEuroTaker = true;
+            return;
+        }
+    }
+}
+
+/** Decodes the cells into `rows`, and lets go of the bytes row by row, so that a table isn't held twice. */
+void CSVEventFileImporter::convertTable (CSVParser::Table&& table)
+{
+    rows.clear();
+    rows.reserve (table.size());
+
+    for (auto& cells : table)
+    {
+        auto& row = rows.emplace_back();
+        row.reserve (cells.size());
+        for (const auto& cell : cells)
+            row.emplace_back (Core::StringUtil::stringWithTextEncoding (cell.data(), cell.size(), encoding));
+        cells = {};
+    }
+}
+
+void CSVEventFileImporter::unfoldDialect (juce::String& errorMessage)
+{
+    if (isDSTaker)
+        parseDSTakerCSV();
+    else if (isEuroTaker)
+        parseEuroTakerCSV();
+
+    if (unfoldingLimitExceeded)
+    {
+        rows.clear();
+        errorMessage += kTableTooLarge;
+    }
+}
+
+/** Whether so many new rows are within the limits of a table; from the first refusal on, nothing is. */
+bool CSVEventFileImporter::mayUnfold (std::size_t rowCount, std::size_t cellsPerRow)
+{
+    const auto bytes = rowCount * (CSVParser::kBytesOfRow + CSVParser::kBytesOfCell * cellsPerRow);
+    unfoldingLimitExceeded = unfoldingLimitExceeded || bytes > unfoldingBytesLeft;
+
+    if (! unfoldingLimitExceeded)
+        unfoldingBytesLeft -= bytes;
+    return ! unfoldingLimitExceeded;
+}
+
+void CSVEventFileImporter::guessMapping()
+{
+    if (! rows.empty())
+        columnMap = guessColumns (rows.front(), columnSynonyms());
+}
+
+} // namespace ZEP::Overmarks

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+#include "core/text/TextEncoding.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZEP::Overmarks
+{
+
+/** Replaces every occurrence of `from`, left to right, going on behind each replacement: replacing "\n\n" by "\n" once leaves
+    "\n\n" where three stood. An empty `from` replaces nothing. */
+OVERMARKS_API void stringReplaceAll (std::string& text, const std::string& from, const std::string& to);
+
+/** Splits delimited text into a table of cells, finding the delimiter by trial: comma, then semicolon, then tab.
+
+    A delimiter fits when a later row has as many cells as the first and none of the first lines disagrees. Cells are the bytes
+    of the file, undecoded, so that delimiters are searched in bytes; the client decodes them.
+
+    Oddities that cue lists of the trade rely on: lines of a quoted cell are joined without a line break; a quoted cell over
+    three lines or more yields its row again with every further line; an empty line ends the table; a row of empty cells is
+    dropped; a short row further down is padded to one cell more than the first row has.
+
+    One parser reads one file: open(), then parse(), once. It has no messages. No locks: one thread at a time. */
+class OVERMARKS_API CSVParser
+{
+public:
+    using Row = std::vector<std::string>;
+    using Table = std::vector<Row>;
+
+    /** How large a table may become.
+
+        A few bytes of a damaged or hostile file can ask for terabytes: an open quote repeats its growing row with every line,
+        and a wide first row widens every short row below. A row counts with kBytesOfRow, kBytesOfCell for each of its
+        cells, and its text. */
+    struct Limits
+    {
+        std::uint64_t tableBytesPerFileByte; ///< a table may have this many times the bytes of its file ...
+        std::uint64_t spareTableBytes;       ///< ... and these on top
+        std::size_t cellsPerRow;             ///< a line of more cells is no row of a cue list
+
+        /** What the table of a file may come to, in bytes. */
+        [[nodiscard]] std::uint64_t tableBytes (std::uint64_t fileBytes) const
+        {
+            return tableBytesPerFileByte * fileBytes + spareTableBytes;
+        }
+    };
+
+    static constexpr std::uint64_t kBytesOfRow = 40;
+    static constexpr std::uint64_t kBytesOfCell = 32;
+    static constexpr Limits kDefaultLimits { 8, std::uint64_t { 256 } << 20, 16384 };
+
+    /** The limits of all parsers of the process, kDefaultLimits unless the application has changed them. Change them only
+        while no file is being read. */
+    static Limits& limits();
+
+    CSVParser();
+    ~CSVParser();
+
+    /** Opens a file for parse(). False if there is none, if it can't be read, or if it isn't an ordinary file: a folder or a
+        pipe is never waited for. */
+    [[nodiscard]] bool open (const std::string& path);
+
+    /** Reads the whole file and splits it.
+        @param textEncoding  TextEncodingUnknown asks the parser to find the encoding, which it then leaves here; any other
+                             value is taken as given
+        @returns `parsedRows`, empty when no delimiter fits, when all lines are one cell wide, and when the table went beyond
+                 the limits (`limitExceeded`) */
+    Table& parse (Core::TextEncoding& textEncoding);
+
+    /** Splits one line. When it ends inside a quoted cell, `outsideQuotes` is false afterwards, and the next line continues
+        that cell. */
+    [[nodiscard]] Row parseRow (std::string& line, char delimiter);
+
+    std::string filePath;       ///< as given to open()
+    Table parsedRows;           ///< the result
+    std::ifstream stream;       ///< the open file; closed once it is read
+    std::string fileContent;    ///< the whole file, its line ends made "\n" by parse()
+    std::uint64_t fileSize = 0; ///< bytes
+    Core::TextEncoding encoding = Core::TextEncodingUTF8; ///< the encoding used
+    bool outsideQuotes = true;           ///< survives from line to line and from delimiter to delimiter
+    std::int32_t minConsistentLines = 5; ///< so many lines must not disagree in their number of cells
+    bool limitExceeded = false;          ///< the table went beyond the limits and was given up
+
+private:
+    struct Attempt;
+
+    void readFile();
+    void settleEncoding (Core::TextEncoding& textEncoding);
+    [[nodiscard]] bool tryDelimiter (char delimiter);
+    [[nodiscard]] bool takeLine (std::string_view line, Attempt& attempt);
+    void continueLastCell (std::string_view line, Attempt& attempt);
+    [[nodiscard]] bool settleWidth (Attempt& attempt);
+    void keepRow (Attempt& attempt);
+
+    void splitLine (std::string_view line, char delimiter, Row& row);
+    static void splitPlainLine (std::string_view line, char delimiter, Row& row, std::size_t mostCells);
+    void splitLineWithQuotes (std::string_view line, char delimiter, Row& row, std::size_t mostCells);
+    [[nodiscard]] std::size_t takeQuoted (std::string_view line, std::size_t at, std::string& cell);
+    void giveUp();
+
+    std::uint64_t tableBytesAllowed = 0;
+};
+
+} // namespace ZEP::Overmarks

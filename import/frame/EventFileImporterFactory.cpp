@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "import/frame/EventFileImporterFactory.h"
+
+#include "import/CSVEventFileImporter.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+namespace
+{
+
+/** What the factory was given; an importer takes from it what its constructor asks for. */
+struct ImportRequest
+{
+    const juce::String& filePath;
+    juce::String& errorMessage;
+    std::vector<juce::String> customReasons;
+    std::shared_ptr<Core::TimeInfo> timeInfo;
+};
+
+using Maker = std::shared_ptr<EventFileImporter> (*) (ImportRequest&);
+
+template <typename Importer>
+std::shared_ptr<EventFileImporter> make (ImportRequest& request)
+{
+    return std::make_shared<Importer> (request.filePath, request.errorMessage);
+}
+
+constexpr Maker notYet = nullptr;
+
+/** A line of the table of formats. */
+struct Entry
+{
+    int type;
+    juce::StringArray extensions;
+    juce::String name;
+    bool userMapping;
+    Maker maker;
+};
+
+/** In the order in which the extensions are tried. */
+const std::vector<Entry>& entries()
+{
+    static const std::vector<Entry> table {
+        { 2, { ".csv", ".tab" }, "Delimited text", true, make<CSVEventFileImporter> },
+        { 0, { ".txt" }, "Pro Tools session info", false, notYet },
+        { 3, { ".srt" }, "SubRip subtitles", false, notYet },
+        { 4, { ".stl" }, "EBU or text STL subtitles", false, notYet },
+        { 5, { ".xml" }, "ADR Studio cue list", true, notYet },
+        { 1, { ".dbf" }, "dBase table", true, notYet },
+        { 6, { ".xlsx" }, "Excel workbook", true, notYet },
+        { 7, { ".ttal" }, "TTAL cue list", false, notYet },
+        { 8, { ".docx" }, "Word cue sheet", false, notYet },
+    };
+    return table;
+}
+
+/** The extension with its dot; empty if the file's name has none. */
+juce::String extensionOf (const juce::String& filePath)
+{
+    const auto dot = filePath.lastIndexOfChar ('.');
+    return dot > filePath.lastIndexOfChar ('/') ? filePath.substring (dot) : juce::String();
+}
+
+} // namespace
+
+std::shared_ptr<EventFileImporter> EventFileImporterFactory::fileImporterWithFilepath (
+    const juce::String& filePath, juce::String& errorMessage, std::vector<juce::String> customReasons,
+    std::shared_ptr<Core::TimeInfo> timeInfo)
+{
+    const auto extension = extensionOf (filePath);
+    const auto& table = entries();
+    const auto entry = std::find_if (
+        table.begin(), table.end(), [&] (const Entry& e) { return e.extensions.contains (extension, true); });
+    if (entry == table.end())
+        return {};
+
+    if (entry->maker == notYet)
+    {
+        errorMessage += "Overmarks can't read " + extension.toLowerCase() + " files yet";
+        return {};
+    }
+
+    ImportRequest request { filePath, errorMessage, std::move (customReasons), std::move (timeInfo) };
+    return entry->maker (request);
+}
+
+const std::vector<ImportFormat>& EventFileImporterFactory::formats()
+{
+    static const auto list = []
+    {
+        std::vector<ImportFormat> all;
+        for (const auto& entry : entries())
+            all.push_back (
+                { entry.type, entry.extensions, entry.name, entry.maker != notYet, entry.userMapping });
+        return all;
+    }();
+    return list;
+}
+
+} // namespace ZEP::Overmarks
