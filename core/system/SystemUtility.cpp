@@ -5,6 +5,7 @@
 #include "core/text/TextDecoding.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <dlfcn.h>
 #include <memory>
 
@@ -27,20 +28,24 @@ juce::String pathFromBytes (const char* bytes)
     return ByteSurvey (bytes).isUTF8 ? textFromStrictUTF8 (bytes) : juce::String();
 }
 
+juce::File realFile (const char* path)
+{
+    const std::unique_ptr<char, decltype (&std::free)> resolved (realpath (path, nullptr), &std::free);
+    return resolved == nullptr ? juce::File() : juce::File (pathFromBytes (resolved.get()));
+}
+
 /** The file this code was loaded from: the library or, where it is linked into a program, that program. */
 juce::File ownFile()
 {
     Dl_info info {};
-    const char* name = dladdr (&ownAddress, &info) != 0 ? info.dli_fname : nullptr;
     // A program is known by the word it was called with, which need not be a path.
-    if (name == nullptr || *name != '/')
-        name = "/proc/self/exe";
-    const std::unique_ptr<char, decltype (&std::free)> resolved (realpath (name, nullptr), &std::free);
-    return resolved == nullptr ? juce::File() : juce::File (pathFromBytes (resolved.get()));
+    if (dladdr (&ownAddress, &info) != 0 && std::strchr (info.dli_fname, '/') != nullptr)
+        if (const auto file = realFile (info.dli_fname); file != juce::File())
+            return file;
+    return realFile ("/proc/self/exe");
 }
 
-/** share/overmarks/resources of the tree this library stands in, whether it is installed or was just built.
-*/
+/** share/overmarks/resources of the tree that holds this library, be it installed or just built. */
 juce::String defaultResourcePath()
 {
     static constexpr auto resources = "share/overmarks/resources";

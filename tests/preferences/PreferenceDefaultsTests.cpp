@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
-// What a session finds before its operator has changed anything. Written out here once more, apart from the table
-// that registers it, so that no default changes unnoticed.
+// What a session finds before its operator has changed anything. Written out here once more, apart from the
+// table that registers it, so that no default changes unnoticed.
 #include "preferences/PreferenceKeys.h"
 
 #include "core/system/UserDefaults.h"
