@@ -13,7 +13,8 @@ namespace ZEP::Overmarks
 using json = nlohmann::ordered_json;
 
 JSONMember::JSONMember (const json& valueToRead, std::string placeOfValue)
-    : value (&valueToRead), place (std::move (placeOfValue))
+    : value (&valueToRead),
+      place (std::move (placeOfValue))
 {
 }
 
@@ -22,9 +23,18 @@ void JSONMember::fail (const std::string& reason) const
     throw std::invalid_argument (place + ": " + reason);
 }
 
-void JSONMember::failUnknown() const
+void JSONMember::failUnknown() const { throw std::invalid_argument ("There is no member " + quoted (place)); }
+
+std::string JSONMember::quoted (const std::string& text)
 {
-    throw std::invalid_argument ("There is no member \"" + place + "\"");
+    constexpr int mostCharacters = 100;
+    const auto escaped =
+        ZEP::Core::StringUtil::fromUTF8 (json (text).dump (-1, ' ', false, json::error_handler_t::replace));
+
+    if (escaped.length() <= mostCharacters + 2)
+        return escaped.toStdString();
+
+    return escaped.substring (0, mostCharacters + 1).toStdString() + "...\"";
 }
 
 juce::String JSONMember::text() const
@@ -32,7 +42,12 @@ juce::String JSONMember::text() const
     if (! value->is_string())
         fail ("a text is expected");
 
-    return ZEP::Core::StringUtil::fromUTF8 (value->get_ref<const std::string&>());
+    const auto& bytes = value->get_ref<const std::string&>();
+
+    if (bytes.find ('\0') != std::string::npos)
+        fail ("the text holds a NUL character");
+
+    return ZEP::Core::StringUtil::fromUTF8 (bytes);
 }
 
 bool JSONMember::flag() const
@@ -56,23 +71,32 @@ float JSONMember::number() const
     return static_cast<float> (number);
 }
 
+float JSONMember::numberAboveZero() const
+{
+    const auto found = number();
+
+    if (found <= 0.0f)
+        fail ("a number above 0 is expected");
+
+    return found;
+}
+
 long long JSONMember::whole (long long lowest, long long highest) const
 {
     const bool fits = value->is_number_unsigned()
-                          ? value->get<unsigned long long>() <= static_cast<unsigned long long> (std::numeric_limits<long long>::max())
+                          ? value->get<unsigned long long>()
+                                <= static_cast<unsigned long long> (std::numeric_limits<long long>::max())
                           : value->is_number_integer();
     const auto number = fits ? value->get<long long>() : 0;
 
     if (! fits || number < lowest || number > highest)
-        fail ("a whole number from " + std::to_string (lowest) + " to " + std::to_string (highest) + " is expected");
+        fail ("a whole number from " + std::to_string (lowest) + " to " + std::to_string (highest)
+              + " is expected");
 
     return number;
 }
 
-int JSONMember::integer (int lowest, int highest) const
-{
-    return static_cast<int> (whole (lowest, highest));
-}
+int JSONMember::integer (int lowest, int highest) const { return static_cast<int> (whole (lowest, highest)); }
 
 unsigned int JSONMember::unsignedInteger (unsigned int lowest, unsigned int highest) const
 {
@@ -93,7 +117,8 @@ std::vector<JSONMember> JSONMember::elements() const
     return found;
 }
 
-void JSONMember::forEachMember (const std::function<void (const std::string&, const JSONMember&)>& visit) const
+void JSONMember::forEachMember (
+    const std::function<void (const std::string&, const JSONMember&)>& visit) const
 {
     if (! value->is_object())
         fail ("an object in braces is expected");

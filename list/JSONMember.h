@@ -24,17 +24,23 @@ public:
     juce::String text() const;
     bool flag() const;
     float number() const;
-    int integer (int lowest = std::numeric_limits<int>::min(), int highest = std::numeric_limits<int>::max()) const;
+    float numberAboveZero() const;
+    int integer (int lowest = std::numeric_limits<int>::min(),
+                 int highest = std::numeric_limits<int>::max()) const;
     unsigned int unsignedInteger (unsigned int lowest, unsigned int highest) const;
 
     /** The elements of an array. */
     std::vector<JSONMember> elements() const;
 
     /** Visits the members of an object in the order of the text. */
-    void forEachMember (const std::function<void (const std::string& name, const JSONMember& member)>& visit) const;
+    void forEachMember (
+        const std::function<void (const std::string& name, const JSONMember& member)>& visit) const;
 
     const nlohmann::ordered_json& element() const noexcept { return *value; }
     const std::string& where() const noexcept { return place; }
+
+    /** A text from a stranger for a message, in quotes: control codes escaped, cut behind a hundred characters. */
+    static std::string quoted (const std::string& text);
 
     [[noreturn]] void fail (const std::string& reason) const;
     [[noreturn]] void failUnknown() const;

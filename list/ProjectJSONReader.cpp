@@ -3,11 +3,13 @@
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
 #include "list/JSONMember.h"
+#include "list/JSONStructureCheck.h"
 #include "list/ProjectJSON.h"
 #include "list/RichTextJSON.h"
 
 #include <nlohmann/json.hpp>
 
+#include <functional>
 #include <limits>
 #include <optional>
 #include <set>
@@ -28,21 +30,12 @@ using ZEP::Core::TimeInfo;
 namespace
 {
 
-// A project nests five deep: events, event, text, runs, run.
-constexpr int deepestNesting = 16;
 constexpr std::size_t mostUserReasons = 8;
 
 json parse (const std::string& text)
 {
-    const auto refuseDeepNesting = [] (int depth, json::parse_event_t, json&)
-    {
-        if (depth > deepestNesting)
-            throw std::invalid_argument ("The text is nested too deeply for a project");
-
-        return true;
-    };
-
-    return json::parse (text, refuseDeepNesting);
+    JSONStructureCheck check;
+    return json::parse (text, std::ref (check));
 }
 
 // ---- time ----------------------------------------------------------------------------------------------------------------
@@ -115,7 +108,7 @@ void readCharacter (const JSONMember& object, ADRCharacterMap& characters)
         });
 
     if (id.isNotEmpty() && characters.contains (id))
-        object.fail ("a second character with the id \"" + id.toStdString() + "\"");
+        object.fail ("a second character with the id " + JSONMember::quoted (id.toStdString()));
 
     characters.addCharacter (character, id.isNotEmpty(), id);
 }
@@ -152,13 +145,16 @@ struct FieldReader
 
 private:
     void read (const JSONMember& member, juce::String& value) { value = member.text(); }
-    void read (const JSONMember& member, RichTextString& value) { value = RichTextJSON::read (member.element(), member.where()); }
+    void read (const JSONMember& member, RichTextString& value)
+    {
+        value = RichTextJSON::read (member.element(), member.where());
+    }
     void read (const JSONMember& member, bool& value) { value = member.flag(); }
     void read (const JSONMember& member, float& value) { value = member.number(); }
     void read (const JSONMember& member, int& value) { value = member.integer(); }
 
     template <typename Enumeration>
-        requires std::is_enum_v<Enumeration>
+    requires std::is_enum_v<Enumeration>
     void read (const JSONMember& member, Enumeration& value)
     {
         value = static_cast<Enumeration> (member.integer());
@@ -189,14 +185,11 @@ std::shared_ptr<Event> readEvent (const JSONMember& object, const std::shared_pt
     // What is missing is what a new event of this type at this time would have.
     const auto given = [&object] (const char* name, auto whenMissing)
     {
-        FieldReader { object.element(), object.where() } (name, whenMissing);
+        FieldReader { object.element(), object.where() }(name, whenMissing);
         return whenMissing;
     };
-    auto event = Event::create (given ("type", EventTypeADRCue),
-                                timeInfo,
-                                given ("inPointFrameIndex", -1),
-                                given ("endFrameIndex", -1),
-                                given ("beatsPerMinute", -1.0f),
+    auto event = Event::create (given ("type", EventTypeADRCue), timeInfo, given ("inPointFrameIndex", -1),
+                                given ("endFrameIndex", -1), given ("beatsPerMinute", -1.0f),
                                 given ("streamerDuration", -1));
     EventFields::visit (*event, FieldReader { object.element(), object.where() });
     return event;
@@ -225,10 +218,19 @@ void readEvents (const JSONMember& array, Project& project)
 
 // ---- the project ---------------------------------------------------------------------------------------------------------
 
+void readVersion (const JSONMember& member)
+{
+    const auto version = member.integer();
+
+    if (version != ProjectJSON::formatVersion)
+        member.fail ("this is version " + std::to_string (version) + " of the form, and only version "
+                     + std::to_string (ProjectJSON::formatVersion) + " can be read");
+}
+
 void readMember (const std::string& name, const JSONMember& member, Project& project)
 {
     if (name == "overmarks")
-        member.integer (ProjectJSON::formatVersion, ProjectJSON::formatVersion);
+        readVersion (member);
     else if (name == "name")
         project.name = member.text();
     else if (name == "sortKey")
@@ -257,7 +259,8 @@ Project readProject (const json& document)
     auto project = Project::createEmpty (
         readTimeInfo (JSONMember (timeInfo != document.end() ? *timeInfo : defaults, "timeInfo")));
 
-    root.forEachMember ([&project] (const std::string& name, const JSONMember& member) { readMember (name, member, project); });
+    root.forEachMember ([&project] (const std::string& name, const JSONMember& member)
+                        { readMember (name, member, project); });
 
     if (const auto events = document.find ("events"); events != document.end())
         readEvents (JSONMember (*events, "events"), project);
@@ -279,6 +282,10 @@ juce::String ProjectJSON::fromText (const std::string& text, Project& project)
     catch (const json::parse_error& error)
     {
         return "The text is no JSON: it breaks off or has a mistake at byte " + juce::String (error.byte);
+    }
+    catch (const json::out_of_range&)
+    {
+        return "The text holds a number that is too large";
     }
     catch (const std::invalid_argument& error) // with the place of the mistake
     {

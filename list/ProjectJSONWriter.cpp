@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
+#include "list/JSONNumber.h"
 #include "list/ProjectJSON.h"
 #include "list/RichTextJSON.h"
 
 #include <nlohmann/json.hpp>
 
-#include <charconv>
-#include <cmath>
-#include <iterator>
-#include <system_error>
+#include <string>
 
 namespace ZEP::Overmarks
 {
@@ -22,23 +20,14 @@ namespace
 {
 
 constexpr int indentation = 1;
+constexpr int onOneLine = -1;
 
-std::string utf8 (const juce::String& text)
+std::string utf8 (const juce::String& text) { return text.toStdString(); }
+
+/** What no UTF-8 text can hold, such as half of a surrogate pair, becomes U+FFFD. */
+std::string textOf (const json& value, int indent)
 {
-    return text.toStdString();
-}
-
-/** A float with no more digits than it needs to come back the same; JSON has no word for what is no number. */
-double shortest (float value)
-{
-    if (! std::isfinite (value))
-        return -1.0;
-
-    char digits[64];
-    const auto written = std::to_chars (std::begin (digits), std::end (digits), value);
-    double result = 0.0;
-    std::from_chars (std::begin (digits), written.ptr, result);
-    return result;
+    return value.dump (indent, ' ', false, json::error_handler_t::replace);
 }
 
 /** Writes one stored field of an event after the other. */
@@ -47,9 +36,12 @@ struct FieldWriter
     json& object;
 
     void operator() (const char* name, const juce::String& value) { object[name] = utf8 (value); }
-    void operator() (const char* name, const RichTextString& value) { object[name] = RichTextJSON::write (value); }
+    void operator() (const char* name, const RichTextString& value)
+    {
+        object[name] = RichTextJSON::write (value);
+    }
     void operator() (const char* name, bool value) { object[name] = value; }
-    void operator() (const char* name, float value) { object[name] = shortest (value); }
+    void operator() (const char* name, float value) { object[name] = shortestJSONNumber (value); }
     void operator() (const char* name, int value) { object[name] = value; }
 };
 
@@ -76,7 +68,8 @@ json timeInfoObject (const ZEP::Core::TimeInfo& info)
 {
     const auto& def = info.tcDef;
     return { { "timeOrigin", utf8 (TCToolbox::stringFromTCTime (info.timeOrigin, def.dropFrame)) },
-             { "firstFrameOfAction", utf8 (TCToolbox::stringFromTCTime (info.getFirstFrameOfAction(), def.dropFrame)) },
+             { "firstFrameOfAction",
+               utf8 (TCToolbox::stringFromTCTime (info.getFirstFrameOfAction(), def.dropFrame)) },
              { "frameRateNumerator", def.frameRateNumerator },
              { "frameRateDenominator", def.frameRateDenominator },
              { "framesPerSecond", int { def.framesPerSecond } },
@@ -109,7 +102,7 @@ void appendEvents (std::string& text, const EventArray::Events& events, ObjectOf
     for (const auto& event : events)
     {
         text += separator;
-        text += objectOf (*event).dump();
+        text += textOf (objectOf (*event), onOneLine);
         separator = ",\n  ";
     }
 
@@ -133,7 +126,7 @@ std::string ProjectJSON::toText (const Project& project)
                       { "userReasons", reasons },
                       { "characters", characterArray (*project.characters) } };
 
-    auto text = head.dump (indentation);
+    auto text = textOf (head, indentation);
     text.erase (text.rfind ('\n')); // the closing brace comes behind the events
     text += ",\n";
     appendEvents (text, project.list->events, eventObject);

@@ -2,6 +2,7 @@
 #include "list/RichTextJSON.h"
 
 #include "list/JSONMember.h"
+#include "list/JSONNumber.h"
 
 #include <limits>
 #include <stdexcept>
@@ -39,24 +40,23 @@ struct PlainLook
 json writeRun (const RichTextString::Attribute& run)
 {
     const auto& font = run.font;
-    const PlainLook look {
-        font.isBold(), font.isItalic(), font.isUnderlined(), RichTextString::isStruckThrough (font), font.getHeight()
-    };
+    const PlainLook look { font.isBold(), font.isItalic(), font.isUnderlined(),
+                           RichTextString::isStruckThrough (font), font.getHeight() };
     json object { { "start", run.range.getStart() },
                   { "end", run.range.getEnd() },
                   { "bold", look.bold },
                   { "italic", look.italic },
                   { "underlined", look.underlined },
                   { "struckThrough", look.struckThrough },
-                  { "height", look.height },
+                  { "height", shortestJSONNumber (look.height) },
                   { "colour", run.colour.toDisplayString (true).toLowerCase().toStdString() } };
 
     if (look.appliedTo (RichTextString::defaultFont()) != font)
     {
         object["typeface"] = font.getTypefaceName().toStdString();
         object["style"] = font.getTypefaceStyle().toStdString();
-        object["horizontalScale"] = font.getHorizontalScale();
-        object["extraKerning"] = font.getExtraKerningFactor();
+        object["horizontalScale"] = shortestJSONNumber (font.getHorizontalScale());
+        object["extraKerning"] = shortestJSONNumber (font.getExtraKerningFactor());
     }
 
     return object;
@@ -80,7 +80,7 @@ void readFace (juce::Font& font, const std::string& name, const JSONMember& memb
     else if (name == "style")
         font.setTypefaceStyle (member.text());
     else if (name == "horizontalScale")
-        font.setHorizontalScale (member.number());
+        font.setHorizontalScale (member.numberAboveZero());
     else if (name == "extraKerning")
         font.setExtraKerningFactor (member.number());
     else
@@ -110,7 +110,7 @@ RichTextString::Attribute readRun (const JSONMember& run, int textLength)
             else if (name == "struckThrough")
                 look.struckThrough = member.flag();
             else if (name == "height")
-                look.height = member.number();
+                look.height = member.numberAboveZero();
             else if (name == "colour")
                 colour = readColour (member);
             else
