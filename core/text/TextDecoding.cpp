@@ -66,6 +66,16 @@ constexpr LeadByte leadByte (std::uint8_t byte)
     return { 0, 0, 0 };
 }
 
+constexpr auto leadBytes = []
+{
+    std::array<LeadByte, 256> all {};
+
+    for (std::size_t byte = 0; byte < all.size(); ++byte)
+        all[byte] = leadByte (static_cast<std::uint8_t> (byte));
+
+    return all;
+}();
+
 struct Sequence
 {
     std::size_t length;
@@ -75,7 +85,7 @@ struct Sequence
 /* The sequence at `place`, whose byte is above 127. Of a bad one, as many bytes as could still have begun a good one. */
 Sequence sequenceAt (std::string_view bytes, std::size_t place)
 {
-    const auto lead = leadByte (byteAt (bytes, place));
+    const auto lead = leadBytes[byteAt (bytes, place)];
 
     if (lead.following == 0)
         return { 1, false };
@@ -166,12 +176,13 @@ constexpr bool isHalfOfZeros (std::size_t length, std::size_t zeros, std::size_t
 
 ByteSurvey::ByteSurvey (std::string_view bytes) noexcept : length (bytes.size())
 {
-    for (std::size_t place = 0; place < length;)
-    {
-        const auto block = asciiBlockLength (bytes, place);
-        const auto end = std::min (length, place + block + 8);
+    std::size_t place = 0;
 
-        for (place += block; place < end;)
+    while (place < length && isUTF8)
+    {
+        place += asciiBlockLength (bytes, place);
+
+        for (const auto end = std::min (length, place + 8); place < end && isUTF8;)
         {
             const auto byte = byteAt (bytes, place);
 
@@ -179,7 +190,7 @@ ByteSurvey::ByteSurvey (std::string_view bytes) noexcept : length (bytes.size())
             {
                 const auto sequence = sequenceAt (bytes, place);
                 hasByteAbove127 = true;
-                isUTF8 = isUTF8 && sequence.valid;
+                isUTF8 = sequence.valid;
                 place += sequence.length;
                 continue;
             }
@@ -189,6 +200,14 @@ ByteSurvey::ByteSurvey (std::string_view bytes) noexcept : length (bytes.size())
 
             ++place;
         }
+    }
+
+    // What isn't UTF-8 any more has only its zeros left to tell.
+    for (; place < length; ++place)
+    {
+        const std::size_t zero = bytes[place] == 0 ? 1 : 0;
+        zerosAtEvenPlaces += place % 2 == 0 ? zero : 0;
+        zerosAtOddPlaces += place % 2 == 0 ? 0 : zero;
     }
 }
 
