@@ -221,6 +221,54 @@ TEST_F (EventArrayBulkTest, whatARemovalOpensBehindItselfNeitherSwallowsNorRenam
     EXPECT_THAT (namesOf (list->filteredEvents), ElementsAre ("A1", "A2", "A3"));
 }
 
+TEST_F (EventArrayBulkTest, aCommandThatRemovesAndEditsIsOneStep)
+{
+    const auto kept = named ("A3");
+    {
+        const ZEP::Core::UndoRedoHelpers::CompoundStep step ("Merge Cues");
+        list->removeEvents ({ named ("A1"), named ("A2") }, true);
+        kept->setCueNumber ("A1-3");
+        list->addEvents ({ cue ("B1", 400) }, true);
+    }
+    EXPECT_THAT (undoNames(), ElementsAre ("Merge Cues"));
+    EXPECT_TRUE (undoManager().undo());
+    EXPECT_THAT (namesOf (list->filteredEvents), ElementsAre ("A1", "A2", "A3"));
+    EXPECT_TRUE (undoManager().redo());
+    EXPECT_THAT (namesOf (list->filteredEvents), ElementsAre ("A1-3", "B1"));
+}
+
+TEST_F (EventArrayBulkTest, aRemovalThatIsUndoneLeavesRoomForAnotherEdit)
+{
+    list->removeEvents ({ named ("A1") }, true);
+    EXPECT_TRUE (undoManager().undo());
+    list->addEvents ({ cue ("B1", 150) }, true);
+    EXPECT_THAT (undoNames(), ElementsAre ("Add Event"));
+    EXPECT_FALSE (undoManager().canRedo());
+    EXPECT_TRUE (undoManager().undo());
+    EXPECT_THAT (namesOf (list->filteredEvents), ElementsAre ("A1", "A2", "A3"));
+}
+
+TEST_F (EventArrayBulkTest, anEditInsideUndoIsRefusedAndChangesNothing)
+{
+    list->addEvents ({ cue ("B1", 150) }, true);
+    struct Meddler
+    {
+        std::shared_ptr<EventArray> list;
+        void take (const Poco::AutoPtr<EventArrayNumberChangedNotification>&)
+        {
+            if (undoManager().isPerformingUndoRedo())
+                list->removeEvents (list->events, true);
+        }
+    };
+    Meddler meddler { list };
+    const Poco::NObserver observer (meddler, &Meddler::take);
+    Poco::NotificationCenter::defaultCenter().addObserver (observer);
+    EXPECT_TRUE (undoManager().undo());
+    Poco::NotificationCenter::defaultCenter().removeObserver (observer);
+    EXPECT_THAT (namesOf (list->filteredEvents), ElementsAre ("A1", "A2", "A3"));
+    EXPECT_THAT (undoNames(), IsEmpty());
+}
+
 TEST_F (EventArrayBulkTest, everyOperationIsAStepOfItsOwn)
 {
     list->addEvents ({ cue ("B1", 150), cue ("B2", 250) }, true);
