@@ -1,1 +1,148 @@
-int main() { return 0; }
+// SPDX-License-Identifier: GPL-3.0-only
+// The command-line program: finds the command, runs it, and turns every failure into words and an exit status.
+#include "Session.h"
+#include "Suggestion.h"
+#include "commands/Commands.h"
+
+#include "core/system/SystemUtility.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstring>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace overmarks;
+
+constexpr int failed = 1, wrongUsage = 2;
+
+void addCommands (CLI::App& program, Session& session)
+{
+    program.require_subcommand (1);
+    program.set_version_flag ("--version", "overmarks " + ZEP::Core::SystemUtility::executableVersion().toStdString());
+    program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
+
+    for (auto* add : { addRowsCommand,
+                       addImportCommand,
+                       addDumpCommand,
+                       addLoadCommand,
+                       addListCommand,
+                       addSetCommand,
+                       addConvertCommand,
+                       addExportCommand,
+                       addFormatsCommand,
+                       addKeysCommand,
+                       addReasonsCommand,
+                       addPreferencesCommand })
+        add (program, session);
+}
+
+/** The names of the commands, or of the options of the command that was given. */
+std::vector<std::string> knownWords (const CLI::App& program, const std::string& typed)
+{
+    std::vector<std::string> words;
+    const auto given = program.get_subcommands();
+
+    if (typed.rfind ('-', 0) != 0)
+    {
+        for (const auto* command : program.get_subcommands ([] (const CLI::App*) { return true; }))
+            words.push_back (command->get_name());
+    }
+    else
+    {
+        for (const auto* option : (given.empty() ? program : *given.front()).get_options())
+            for (const auto& name : option->get_lnames())
+                words.push_back ("--" + name);
+    }
+
+    return words;
+}
+
+/** The word of the command line that nobody takes, or an empty text. */
+std::string unknownWord (const CLI::App& program, const std::vector<std::string>& arguments)
+{
+    const auto remaining = program.remaining (true);
+
+    if (! remaining.empty())
+        return remaining.front();
+
+    return program.get_subcommands().empty() && ! arguments.empty() ? arguments.front() : std::string();
+}
+
+class Failure final
+{
+public:
+    Failure (const Session& sessionOfRun, bool asJSON) : session (sessionOfRun), inJSON (asJSON) {}
+
+    int tell (const std::string& message, int status) const
+    {
+        if (inJSON)
+            session.data (json { { "error", message } });
+        else
+            std::cerr << "overmarks: " << printable (juce::String (message)) << "\n";
+
+        return status;
+    }
+
+private:
+    const Session& session;
+    bool inJSON;
+};
+
+int run (int argc, char** argv)
+{
+    const std::vector<std::string> arguments (argv + 1, argv + argc);
+    Session session;
+    CLI::App program ("Cue lists for dialogue replacement and dubbing: read, edit, convert, write documents", "overmarks");
+    addCommands (program, session);
+    const bool wantsJSON = std::find (arguments.begin(), arguments.end(), "--json") != arguments.end();
+    const Failure failure (session, wantsJSON);
+
+    for (const auto& argument : arguments)
+        if (! juce::CharPointer_UTF8::isValidString (argument.data(), static_cast<int> (argument.size())))
+            return failure.tell ("An argument is not valid UTF-8", wrongUsage);
+
+    try
+    {
+        program.parse (argc, argv);
+        return session.exitStatus;
+    }
+    catch (const CLI::Success& asked) // --help and --version
+    {
+        return program.exit (asked);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        const auto word = unknownWord (program, arguments);
+        const auto suggestion = word.empty() ? std::string() : didYouMean (word, knownWords (program, word));
+        const auto help = program.get_subcommands().empty() ? std::string ("overmarks --help")
+                                                            : "overmarks " + program.get_subcommands().front()->get_name() + " --help";
+        const bool isUnknownCommand = program.get_subcommands().empty() && ! word.empty() && word.front() != '-';
+        const auto complaint = isUnknownCommand ? "There is no command \"" + word + "\"" : std::string (error.what());
+        return failure.tell (complaint + "." + suggestion + " See " + help, wrongUsage);
+    }
+    catch (const WrongUsage& error)
+    {
+        return failure.tell (error.what(), wrongUsage);
+    }
+    catch (const CommandFailure& error)
+    {
+        return failure.tell (error.what(), failed);
+    }
+    catch (const std::exception& error)
+    {
+        return failure.tell (std::string ("The command broke off: ") + error.what(), failed);
+    }
+}
+
+} // namespace
+
+int main (int argc, char** argv)
+{
+    return run (argc, argv);
+}

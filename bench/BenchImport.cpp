@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// From the bytes of a cue list to events.
+#include "SampleLists.h"
+
+#include "import/CSVEventFileImporter.h"
+#include "import/CSVParser.h"
+#include "import/frame/EventRowReader.h"
+
+#include <benchmark/benchmark.h>
+
+namespace
+{
+
+using namespace ZEP::Core;
+using namespace ZEP::Overmarks;
+
+void sizes (benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->RangeMultiplier (10)->Range (1000, 100000)->Unit (benchmark::kMillisecond);
+}
+
+/** The sample table as a file, gone again with this object. */
+class SampleFile final
+{
+public:
+    explicit SampleFile (int rows) : file (".csv")
+    {
+        const auto csv = bench::sampleCSV (rows);
+        file.getFile().replaceWithData (csv.data(), csv.size());
+    }
+
+    juce::String path() const { return file.getFile().getFullPathName(); }
+    long long size() const { return file.getFile().getSize(); }
+
+private:
+    juce::TemporaryFile file;
+};
+
+/** The least that any reader does: one pass over the bytes that makes a string of each cell. */
+void cellsInOnePass (benchmark::State& state)
+{
+    const auto csv = bench::sampleCSV (static_cast<int> (state.range (0)));
+
+    for (auto _ : state)
+    {
+        std::vector<std::vector<std::string>> rows (1);
+        const char* start = csv.data();
+
+        for (const char* p = start; p < csv.data() + csv.size(); ++p)
+        {
+            if (*p != ',' && *p != '\n')
+                continue;
+
+            rows.back().emplace_back (start, p);
+            start = p + 1;
+
+            if (*p == '\n')
+                rows.emplace_back();
+        }
+
+        benchmark::DoNotOptimize (rows);
+    }
+
+    state.SetBytesProcessed (state.iterations() * static_cast<long long> (csv.size()));
+}
+BENCHMARK (cellsInOnePass)->Apply (sizes);
+
+void parseCSV (benchmark::State& state)
+{
+    const SampleFile file (static_cast<int> (state.range (0)));
+
+    for (auto _ : state)
+    {
+        CSVParser parser;
+        auto encoding = TextEncodingUnknown;
+
+        if (! parser.open (file.path().toStdString()) || parser.parse (encoding).empty())
+            state.SkipWithError ("the sample can't be read");
+    }
+
+    state.SetBytesProcessed (state.iterations() * file.size());
+}
+BENCHMARK (parseCSV)->Apply (sizes);
+
+void importCSV (benchmark::State& state)
+{
+    const SampleFile file (static_cast<int> (state.range (0)));
+
+    for (auto _ : state)
+    {
+        juce::String error;
+        const CSVEventFileImporter importer (file.path(), error);
+
+        if (error.isNotEmpty())
+            state.SkipWithError ("the sample can't be read");
+    }
+
+    state.SetBytesProcessed (state.iterations() * file.size());
+}
+BENCHMARK (importCSV)->Apply (sizes);
+
+void rowsToEvents (benchmark::State& state)
+{
+    const auto project = bench::sampleProject (1);
+    const SampleFile file (static_cast<int> (state.range (0)));
+    juce::String error;
+    CSVEventFileImporter importer (file.path(), error);
+
+    for (auto _ : state)
+    {
+        const auto result = EventRowReader (project.timeInfo, std::make_shared<ADRCharacterMap>()).read (importer);
+
+        if (! result.problems.empty())
+            state.SkipWithError ("the sample has problems");
+    }
+}
+BENCHMARK (rowsToEvents)->Apply (sizes);
+
+} // namespace

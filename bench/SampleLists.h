@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "core/timecode/TimeInfo.h"
+#include "list/EventArray.h"
+#include "list/Project.h"
+
+#include <memory>
+#include <string>
+
+namespace bench
+{
+
+/** A season's list as a studio would have it: cues of forty characters in the order of time, every tenth event a streamer or a
+    marker, some without a time. The same for the same number. The project is the current one afterwards. */
+ZEP::Overmarks::Project sampleProject (int numberOfEvents);
+
+/** The same cues as a table of eleven text columns with the trade's titles, about 170 bytes a row. */
+std::string sampleCSV (int numberOfRows);
+
+} // namespace bench

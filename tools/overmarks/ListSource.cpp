@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "ListSource.h"
+
+#include "OutputFile.h"
+
+#include "core/text/StringUtil.h"
+#include "import/frame/EventFileImporterFactory.h"
+#include "import/frame/EventRowReader.h"
+#include "list/ProjectJSON.h"
+
+#include <cstdio>
+#include <iterator>
+#include <utility>
+
+namespace overmarks
+{
+
+using namespace ZEP::Core;
+using namespace ZEP::Overmarks;
+
+namespace
+{
+
+constexpr auto standardInput = "-";
+
+/** A list from standard input as a file that importers can read; gone again at the end of the scope. */
+class SpooledInput final
+{
+public:
+    explicit SpooledInput (const juce::String& extension) : file (extension)
+    {
+        juce::FileOutputStream stream (file.getFile());
+        char buffer[65536];
+
+        for (;;)
+        {
+            const auto length = std::fread (buffer, 1, sizeof (buffer), stdin);
+
+            if (length == 0)
+                break;
+
+            stream.write (buffer, length);
+        }
+
+        stream.flush();
+
+        if (stream.getStatus().failed())
+            throw CommandFailure ("Can't keep standard input in " + file.getFile().getFullPathName());
+    }
+
+    juce::File getFile() const { return file.getFile(); }
+
+private:
+    juce::TemporaryFile file;
+};
+
+std::string wholeText (const juce::File& file)
+{
+    juce::MemoryBlock block;
+    juce::FileInputStream stream (file);
+
+    if (stream.failedToOpen())
+        throw CommandFailure (file.getFullPathName() + ": " + stream.getStatus().getErrorMessage());
+
+    stream.readIntoMemoryBlock (block);
+    return { block.begin(), block.end() };
+}
+
+juce::File existingFile (const std::string& path)
+{
+    const auto file = fileFromPath (path);
+
+    if (! file.exists())
+        throw CommandFailure ("There is no file " + file.getFullPathName());
+    if (file.isDirectory())
+        throw CommandFailure (file.getFullPathName() + " is a folder");
+
+    return file;
+}
+
+/** Calls use (file, shown path) with the file of a path, or with standard input as a file. */
+template <typename Use>
+auto withFile (const std::string& path, const ListOptions& options, Use use)
+{
+    if (path != standardInput)
+        return use (existingFile (path), juce::String (path));
+
+    const SpooledInput input (options.extensionOfStandardInput());
+    return use (input.getFile(), juce::String (standardInput));
+}
+
+ReadFile readFile (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
+{
+    ReadFile read;
+    read.shownPath = shownPath;
+    read.importer = EventFileImporterFactory::fileImporterWithFilepath (
+        file.getFullPathName(), read.error, options.reasons(), options.timeInfo (nullptr));
+
+    if (read.importer == nullptr)
+        throw CommandFailure (read.error.isNotEmpty() ? shownPath + ": " + read.error
+                                                      : shownPath + ": no cue list format has the extension \""
+                                                            + file.getFileExtension() + "\"");
+
+    if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
+    {
+        read.error.clear();
+        read.importer->parse (read.error, encoding);
+    }
+
+    if (read.error.isEmpty())
+    {
+        options.mapColumns (*read.importer);
+
+        if (! options.hasMapping())
+            EventRowReader::adoptOwnTableColumns (read.importer->rows, read.importer->columnMap);
+    }
+
+    return read;
+}
+
+/** Says how the file was read, and which columns nobody reads. */
+void sayHowItWasRead (const ReadFile& read, const Session& session)
+{
+    const auto& importer = *read.importer;
+
+    if (const auto name = encodingName (importer.encoding); ! name.empty())
+        session.say (read.shownPath + ": read as " + name);
+
+    if (! importer.userMappingEnabled() || importer.rows.empty())
+        return;
+
+    for (int i = 0; i < static_cast<int> (importer.rows.front().size()); ++i)
+    {
+        bool isUsed = false;
+
+        for (const auto& [title, column] : importer.columnMap)
+            isUsed = isUsed || column == i;
+
+        if (! isUsed)
+            session.say (read.shownPath + ": column " + juce::String (i + 1) + " \""
+                         + importer.rows.front()[static_cast<std::size_t> (i)].getText() + "\" is not used");
+    }
+}
+
+/** Puts a cue list's events into the project. A fade of the file takes the place of the project's own. */
+class Merger final
+{
+public:
+    Merger (Project& projectToFill, std::vector<Problem>& problemsToFill) : project (projectToFill), problems (problemsToFill) {}
+
+    void add (const ReadFile& read, const ListOptions& options)
+    {
+        EventRowReader::Options readerOptions;
+        readerOptions.starsToLineBreaks = options.turnsStarsIntoLineBreaks();
+        const auto result = EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
+
+        for (const auto& problem : result.problems)
+            problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });
+
+        for (std::size_t i = 0; i < result.events.size(); ++i)
+            addEvent (result.events[i], { read.shownPath, result.eventRows[i] + 1, {}, {} });
+    }
+
+private:
+    void addEvent (const std::shared_ptr<Event>& event, Problem place)
+    {
+        const bool isFadeIn = event->getType() == EventTypeFadeIn;
+
+        if (! isFadeIn && event->getType() != EventTypeFadeOut)
+        {
+            project.list->addEvent (event, false);
+            return;
+        }
+
+        auto& hasFade = isFadeIn ? hasFadeIn : hasFadeOut;
+
+        if (hasFade)
+        {
+            place.message = "a list has only one " + event->typeString() + "; this one is left out";
+            problems.push_back (place);
+            return;
+        }
+
+        auto& fade = isFadeIn ? project.list->fadeInEvent : project.list->fadeOutEvent;
+        project.list->removeEvent (fade, false);
+        project.list->addEvent (event, false);
+        fade = event;
+        hasFade = true;
+    }
+
+    Project& project;
+    std::vector<Problem>& problems;
+    bool hasFadeIn = false;
+    bool hasFadeOut = false;
+};
+
+Project loadProjectText (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
+{
+    Project project;
+
+    if (const auto error = ProjectJSON::fromText (wholeText (file), project); error.isNotEmpty())
+        throw CommandFailure (shownPath + ": " + error);
+
+    project.timeInfo = options.timeInfo (project.timeInfo.get());
+    project.list->setTimeInfoForAllEvents (project.timeInfo);
+
+    if (const auto reasons = options.reasons(); ! reasons.empty())
+        project.userReasons = reasons;
+
+    return project;
+}
+
+juce::String extensionOf (const std::string& path, const ListOptions& options)
+{
+    return (path == standardInput ? options.extensionOfStandardInput() : fileFromPath (path).getFileExtension()).toLowerCase();
+}
+
+} // namespace
+
+juce::String nameOfList (const std::string& path)
+{
+    return path == standardInput ? juce::String ("Untitled") : fileFromPath (path).getFileNameWithoutExtension();
+}
+
+ReadFile readCueList (const std::string& path, const ListOptions& options)
+{
+    return withFile (path,
+                     options,
+                     [&options] (const juce::File& file, const juce::String& shownPath)
+                     { return readFile (file, shownPath, options); });
+}
+
+Project loadCueLists (const std::vector<std::string>& paths,
+                      const ListOptions& options,
+                      Session& session,
+                      std::vector<Problem>& problems)
+{
+    auto project = Project::createEmpty (options.timeInfo (nullptr));
+    project.name = nameOfList (paths.front());
+    project.userReasons = options.reasons();
+    project.makeCurrent();
+    Merger merger (project, problems);
+
+    for (const auto& path : paths)
+    {
+        const auto read = readCueList (path, options);
+
+        if (read.error.isNotEmpty())
+            throw CommandFailure (read.shownPath + ": " + read.error);
+
+        sayHowItWasRead (read, session);
+        merger.add (read, options);
+    }
+
+    project.list->sortContentAndUpdateFilteredEvents();
+    return project;
+}
+
+Project loadList (const std::string& path, const ListOptions& options, Session& session)
+{
+    const auto extension = extensionOf (path, options);
+
+    if (extension == ".overmarks")
+        throw CommandFailure (juce::String (path)
+                              + ": project files (.overmarks) can't be read yet; use the project's JSON form (.json)");
+
+    if (extension != ".json")
+    {
+        std::vector<Problem> problems;
+        auto project = loadCueLists ({ path }, options, session, problems);
+
+        for (const auto& problem : problems)
+            session.report (problem);
+
+        return project;
+    }
+
+    auto project = withFile (path,
+                             options,
+                             [&options] (const juce::File& file, const juce::String& shownPath)
+                             { return loadProjectText (file, shownPath, options); });
+    project.makeCurrent();
+    project.list->sortContentAndUpdateFilteredEvents();
+    return project;
+}
+
+} // namespace overmarks

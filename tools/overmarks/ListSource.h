@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ListOptions.h"
+#include "Session.h"
+
+#include "import/frame/EventFileImporter.h"
+#include "list/Project.h"
+
+#include <juce_core/juce_core.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace overmarks
+{
+
+/** A file that an importer has read, with what it had to say. */
+struct ReadFile
+{
+    std::shared_ptr<ZEP::Overmarks::EventFileImporter> importer;
+    juce::String error;
+    juce::String shownPath; ///< "-" for standard input
+};
+
+/** Lets the importer of the file read it, in the encoding and with the columns that the options name.
+    Throws CommandFailure if there is no such file or no importer for it; an importer's own failure is in `error`. */
+ReadFile readCueList (const std::string& path, const ListOptions& options);
+
+/** The project of LIST: a project in JSON, or any readable cue list. It is the current one afterwards, and sorted.
+    Cells that can't be understood are reported. Throws CommandFailure. */
+ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& options, Session& session);
+
+/** Several cue lists as one project, in the order of time. */
+ZEP::Overmarks::Project loadCueLists (const std::vector<std::string>& paths,
+                                      const ListOptions& options,
+                                      Session& session,
+                                      std::vector<Problem>& problems);
+
+/** The name of a list: that of its file, without folder and extension. */
+juce::String nameOfList (const std::string& path);
+
+} // namespace overmarks

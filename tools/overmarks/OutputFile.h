@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <string>
+
+namespace overmarks
+{
+
+/** What a command may do to a file that exists already. */
+struct OutputPolicy
+{
+    bool force = false;   ///< replace it
+    bool dryRun = false;  ///< write nothing, only say what would be written
+};
+
+/** The absolute file of a path from the command line, relative to the working folder. */
+juce::File fileFromPath (const juce::String& path);
+
+/** Throws CommandFailure if the file exists and may not be replaced. */
+void refuseToReplace (const juce::File& file, const OutputPolicy& policy);
+
+/** Writes a whole file: beside its place first, then moved into it, so that nobody ever sees half of it and a full disk
+    leaves the old one. Throws CommandFailure. */
+void writeWholeFile (const juce::File& file, const std::string& contents);
+
+} // namespace overmarks

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "Session.h"
+
+#include <cstdio>
+
+namespace overmarks
+{
+
+namespace
+{
+
+void writeLine (std::FILE* stream, const std::string& line)
+{
+    std::fwrite (line.data(), 1, line.size(), stream);
+
+    if (line.empty() || line.back() != '\n')
+        std::fputc ('\n', stream);
+}
+
+bool isControl (juce::juce_wchar character)
+{
+    // C0, DEL and C1, and the marks that turn the direction of what follows.
+    return character < 0x20 || (character >= 0x7f && character < 0xa0) || (character >= 0x202a && character <= 0x202e)
+           || (character >= 0x2066 && character <= 0x2069);
+}
+
+} // namespace
+
+juce::String printable (const juce::String& text)
+{
+    juce::String shown;
+    shown.preallocateBytes (text.getNumBytesAsUTF8());
+
+    for (auto p = text.getCharPointer(); ! p.isEmpty();)
+    {
+        const auto character = p.getAndAdvance();
+        shown += isControl (character) ? juce::juce_wchar { ' ' } : character;
+    }
+
+    return shown;
+}
+
+juce::String Problem::inWords() const
+{
+    juce::String words;
+
+    if (file.isNotEmpty())
+        words << file << ": ";
+    if (row > 0)
+        words << "row " << row << (column.isEmpty() ? ": " : ", ");
+    if (column.isNotEmpty())
+        words << column << ": ";
+
+    return words + message;
+}
+
+json Problem::asJSON() const
+{
+    return { { "file", file.toStdString() },
+             { "row", row },
+             { "column", column.toStdString() },
+             { "message", message.toStdString() } };
+}
+
+void Session::addOutputOptions (CLI::App& command)
+{
+    command.add_flag ("--json", wantsJSON, "Write one JSON document, also when the command fails");
+    command.add_flag ("--quiet", isQuiet, "No progress and no notes");
+}
+
+void Session::data (const std::string& text) const
+{
+    writeLine (stdout, text);
+}
+
+void Session::data (const json& document) const
+{
+    writeLine (stdout, document.dump (1, ' ', false, json::error_handler_t::replace));
+}
+
+void Session::say (const juce::String& message) const
+{
+    if (! isQuiet)
+        writeLine (stderr, printable (message).toStdString());
+}
+
+void Session::report (const Problem& problem)
+{
+    writeLine (stderr, printable (problem.inWords()).toStdString());
+    problems.push_back (problem);
+    exitStatus = 1;
+}
+
+json Session::problemsAsJSON() const
+{
+    auto list = json::array();
+
+    for (const auto& problem : problems)
+        list.push_back (problem.asJSON());
+
+    return list;
+}
+
+} // namespace overmarks

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace overmarks
+{
+
+/** The known word that a mistyped one is most like, or an empty text if none is near. Case doesn't matter. */
+std::string nearestWord (const std::string& typed, const std::vector<std::string>& known);
+
+/** ' Did you mean "..."?' for the nearest word, or nothing. */
+std::string didYouMean (const std::string& typed, const std::vector<std::string>& known);
+
+} // namespace overmarks

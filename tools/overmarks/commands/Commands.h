@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "Session.h"
+
+#include <CLI/CLI.hpp>
+
+namespace overmarks
+{
+
+// Each adds one command, with its options, to the program.
+
+void addRowsCommand (CLI::App& program, Session& session);
+void addImportCommand (CLI::App& program, Session& session);
+void addDumpCommand (CLI::App& program, Session& session);
+void addLoadCommand (CLI::App& program, Session& session);
+void addListCommand (CLI::App& program, Session& session);
+void addSetCommand (CLI::App& program, Session& session);
+void addConvertCommand (CLI::App& program, Session& session);
+void addExportCommand (CLI::App& program, Session& session);
+void addFormatsCommand (CLI::App& program, Session& session);
+void addKeysCommand (CLI::App& program, Session& session);
+void addReasonsCommand (CLI::App& program, Session& session);
+void addPreferencesCommand (CLI::App& program, Session& session);
+
+} // namespace overmarks

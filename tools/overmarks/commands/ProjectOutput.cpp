@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "commands/ProjectOutput.h"
+
+#include "list/ProjectJSON.h"
+
+namespace overmarks
+{
+
+using namespace ZEP::Overmarks;
+
+void ProjectOutput::addTo (CLI::App& command, bool isEditor)
+{
+    replacesItsProject = isEditor;
+    command.add_option ("-o,--output", path, "The project to write (.json)")->required();
+    command.add_flag ("--force", policy.force, "Replace an existing file");
+    command.add_flag ("--dry-run", policy.dryRun, "Only say what would be written");
+}
+
+void ProjectOutput::check (const std::vector<std::string>& sources) const
+{
+    const auto file = fileFromPath (path);
+
+    if (file.hasFileExtension ("overmarks"))
+        throw CommandFailure (path + ": project files (.overmarks) can't be written yet; name the project .json");
+
+    if (file.getFileExtension().isNotEmpty() && ! file.hasFileExtension ("json"))
+        throw WrongUsage (path + ": a project has the extension .json");
+
+    if (replacesItsProject)
+        return;
+
+    for (const auto& source : sources)
+        if (fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
+            throw CommandFailure (path + ": the project would replace the list that it is made from");
+
+    refuseToReplace (file, policy);
+}
+
+void ProjectOutput::write (const Project& project, const Session& session) const
+{
+    const auto file = fileFromPath (path);
+    const auto count = juce::String (project.list->filteredEvents.size()) + " events";
+
+    if (policy.dryRun)
+    {
+        session.say ("Would write " + file.getFullPathName() + ": " + count);
+        return;
+    }
+
+    writeWholeFile (file, ProjectJSON::toText (project));
+    session.say ("Wrote " + file.getFullPathName() + ": " + count);
+}
+
+} // namespace overmarks

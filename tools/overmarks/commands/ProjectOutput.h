@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "OutputFile.h"
+#include "Session.h"
+
+#include "list/Project.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace overmarks
+{
+
+/** The project that a command writes: -o, --force and --dry-run. */
+class ProjectOutput final
+{
+public:
+    /** @param isEditor  the command edits projects, so the named one may be replaced without --force */
+    void addTo (CLI::App& command, bool isEditor = false);
+
+    /** Whether the project can be written, before any work is done. Throws CommandFailure or WrongUsage.
+        @param sources  what the command reads: none of it may be overwritten by a command that doesn't edit */
+    void check (const std::vector<std::string>& sources) const;
+
+    void write (const ZEP::Overmarks::Project& project, const Session& session) const;
+
+    std::string path;
+
+private:
+    OutputPolicy policy;
+    bool replacesItsProject = false;
+};
+
+} // namespace overmarks

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// overmarks rows: what an importer sees in a file.
+#include "ListSource.h"
+#include "TextTable.h"
+#include "commands/Commands.h"
+
+#include <memory>
+#include <utility>
+
+namespace overmarks
+{
+
+using namespace ZEP::Overmarks;
+
+namespace
+{
+
+struct RowsOptions
+{
+    std::string file;
+    ListOptions list;
+    bool rich = false;
+};
+
+json cellAsJSON (const ZEP::Core::RichTextString& cell, bool rich)
+{
+    if (! rich)
+        return cell.getText().toStdString();
+
+    return json::parse (juce::JSON::toString (juce::var (cell.toJSONDynamicObject().get())).toStdString());
+}
+
+json rowsAsJSON (const ReadFile& read, bool rich)
+{
+    auto& importer = *read.importer;
+    auto columnMap = json::object();
+    auto rows = json::array();
+    auto characters = json::array();
+
+    for (const auto& [title, column] : importer.columnMap)
+        columnMap[title.toStdString()] = column;
+
+    for (const auto& row : importer.rows)
+    {
+        auto& cells = rows.emplace_back (json::array());
+
+        for (const auto& cell : row)
+            cells.push_back (cellAsJSON (cell, rich));
+    }
+
+    if (importer.characterMap != nullptr)
+        for (const auto& id : importer.characterMap->characterIDs())
+        {
+            const auto character = importer.characterMap->characterForID (id);
+            characters.push_back ({ { "id", id.toStdString() },
+                                    { "name", character->name.toStdString() },
+                                    { "prefix", character->prefix.toStdString() },
+                                    { "actor", character->actor.toStdString() } });
+        }
+
+    return { { "file", read.shownPath.toStdString() },
+             { "type", importer.type() },
+             { "userMappingEnabled", importer.userMappingEnabled() },
+             { "error", read.error.toStdString() },
+             { "encoding", static_cast<int> (importer.encoding) },
+             { "languageCode", importer.languageCode().toStdString() },
+             { "columnMap", std::move (columnMap) },
+             { "rows", std::move (rows) },
+             { "characters", std::move (characters) } };
+}
+
+std::string rowsAsText (const EventFileImporter& importer)
+{
+    std::size_t columns = 0;
+
+    for (const auto& row : importer.rows)
+        columns = std::max (columns, row.size());
+
+    // What each column is taken for stands above it.
+    std::vector<juce::String> titles { "Row" };
+
+    for (std::size_t i = 0; i < columns; ++i)
+        titles.push_back ("(" + juce::String (i + 1) + ")");
+
+    for (const auto& [title, column] : importer.columnMap)
+        if (column >= 0 && static_cast<std::size_t> (column) < columns)
+            titles[static_cast<std::size_t> (column) + 1] = title + " (" + juce::String (column + 1) + ")";
+
+    TextTable table (titles);
+
+    for (std::size_t i = 0; i < importer.rows.size(); ++i)
+    {
+        std::vector<juce::String> cells { juce::String (i + 1) };
+
+        for (const auto& cell : importer.rows[i])
+            cells.push_back (cell.getText());
+
+        table.addRow (cells);
+    }
+
+    return table.textForStandardOutput();
+}
+
+void showRows (const RowsOptions& options, Session& session)
+{
+    options.list.applyToProcess();
+    const auto read = readCueList (options.file, options.list);
+
+    if (session.wantsJSON)
+    {
+        session.data (rowsAsJSON (read, options.rich));
+    }
+    else
+    {
+        const auto encoding = encodingName (read.importer->encoding);
+        session.say (read.shownPath + ": " + juce::String (read.importer->rows.size()) + " rows, read as "
+                     + (encoding.empty() ? juce::String ("unknown encoding") : juce::String (encoding)));
+        session.data (rowsAsText (*read.importer));
+    }
+
+    if (read.error.isNotEmpty())
+        session.report ({ read.shownPath, 0, {}, read.error });
+}
+
+} // namespace
+
+void addRowsCommand (CLI::App& program, Session& session)
+{
+    auto options = std::make_shared<RowsOptions>();
+    auto* command = program.add_subcommand ("rows", "Show what the importer sees: the table, the columns, the encoding, the message");
+    command->footer ("Example:\n  overmarks rows reel-2.csv");
+    command->add_option ("FILE", options->file, "Cue list, or - for standard input")->required();
+    command->add_flag ("--rich", options->rich, "With --json: cells with their formatted runs");
+    options->list.addTo (*command);
+    session.addOutputOptions (*command);
+    command->callback ([options, &session] { showRows (*options, session); });
+}
+
+} // namespace overmarks
