@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+
+#include <juce_core/juce_core.h>
+
+#include <string>
+#include <string_view>
+
+namespace ZEP::Overmarks
+{
+
+/** What becomes of the quotes of a text that goes into a quoted cell. */
+enum class CSVQuotes
+{
+    kept,
+    doubled,
+    removed
+};
+
+/** What becomes of the line breaks of a text. */
+enum class CSVBreaks
+{
+    kept,
+    lineFeedsToBlanks, ///< carriage returns stay
+    toBlanks           ///< each of carriage return and line feed becomes a blank
+};
+
+struct CSVTextRule
+{
+    CSVQuotes quotes = CSVQuotes::kept;
+    CSVBreaks breaks = CSVBreaks::kept;
+    bool withoutDoubleStars = false; ///< "**", which stands for a line break in imported lists, goes
+};
+
+/** The UTF-8 bytes of a text, valid as long as the text is. */
+[[nodiscard]] inline std::string_view utf8 (const juce::String& text) { return text.toRawUTF8(); }
+
+/** Writes the cells of a delimited table, each followed by its delimiter, behind a text that the caller holds. */
+class OVERMARKS_API CSVCells final
+{
+public:
+    /** Both must outlive this object. */
+    CSVCells (std::string& destination, std::string_view delimiterText)
+        : out (destination),
+          delimiter (delimiterText)
+    {
+    }
+
+    /** The text between quotes, and the delimiter. */
+    void quoted (std::string_view text, CSVTextRule rule = {});
+
+    /** The text as it stands, and the delimiter. */
+    void plain (std::string_view text);
+
+    void number (int value);
+
+    /** The text of a row's last cell, which has no delimiter behind it. */
+    void last (std::string_view text);
+
+private:
+    void append (std::string_view text, CSVTextRule rule);
+
+    std::string& out;
+    std::string_view delimiter;
+};
+
+} // namespace ZEP::Overmarks

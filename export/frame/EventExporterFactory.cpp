@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/frame/EventExporterFactory.h"
+
+#include "export/EventCSVExporter.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+namespace
+{
+
+using Maker = std::shared_ptr<EventExporter> (*) (std::shared_ptr<EventExportSettingsSet>);
+
+template <typename Exporter>
+std::shared_ptr<EventExporter> make (std::shared_ptr<EventExportSettingsSet> settings)
+{
+    return std::make_shared<Exporter> (std::move (settings));
+}
+
+constexpr Maker notYet = nullptr;
+
+struct Entry
+{
+    EventExportType type;
+    const char* name;
+    const char* extension;
+    Maker maker;
+};
+
+/** What the factory makes. */
+constexpr Entry entries[] = {
+    { EventExportTypePDF, "PDF document", ".pdf", notYet },
+    { EventExportTypeWord, "Word document", ".docx", notYet },
+    { EventExportTypeCSV, "Delimited text", ".csv", make<EventCSVExporter> },
+    { EventExportTypeTTAL, "TTAL cue list", ".ttal", notYet },
+    { EventExportTypeExcel, "Excel workbook", ".xlsx", notYet },
+};
+
+/** What programs call without the factory. */
+const ExportFormat directFormats[] = {
+    { EventExportTypeASC, "ASC cue list", ".asc", false, false },
+    { EventExportTypeArendis, "Arendis cue list", ".txt", false, false },
+};
+
+std::vector<ExportFormat> makeFormats()
+{
+    std::vector<ExportFormat> formats (std::begin (directFormats), std::end (directFormats));
+
+    for (const auto& entry : entries)
+        formats.push_back ({ entry.type, entry.name, entry.extension, entry.maker != nullptr, true });
+
+    std::sort (formats.begin(), formats.end(), [] (const auto& a, const auto& b) { return a.type < b.type; });
+    return formats;
+}
+
+} // namespace
+
+std::shared_ptr<EventExporter> EventExporterFactory::eventExporter (
+    std::shared_ptr<EventExportSettingsSet> settings)
+{
+    if (settings == nullptr)
+        return {};
+
+    for (const auto& entry : entries)
+        if (entry.type == settings->exportType && entry.maker != nullptr)
+            return entry.maker (std::move (settings));
+
+    return {};
+}
+
+const std::vector<ExportFormat>& EventExporterFactory::formats()
+{
+    static const auto formats = makeFormats();
+    return formats;
+}
+
+} // namespace ZEP::Overmarks
