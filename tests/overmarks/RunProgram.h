@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <juce_core/juce_core.h>
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <vector>
+
+/** What the program has written and how it ended. */
+struct ProgramResult
+{
+    std::string output;  ///< standard output
+    std::string errors;  ///< standard error
+    int status = -1;
+
+    nlohmann::ordered_json json() const { return nlohmann::ordered_json::parse (output); }
+};
+
+/** Runs the command-line program, as it was built, in a folder. No shell is involved.
+    @param standardInput  given to the program */
+ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments, const std::string& standardInput = {});
