@@ -207,6 +207,16 @@ TEST_F (ProgramTest, importListsProblemsWithFileAndRowAndStillWritesTheRest)
     EXPECT_EQ (ordered_json::parse (read ("film.json"))["events"].size(), 4u);
 }
 
+TEST_F (ProgramTest, aTableOfWhichNothingIsKnownIsRefusedUntilTheColumnsAreTold)
+{
+    write ("x.csv", "alpha,beta\n00:00:01:00,first\n");
+    const auto refused = run ({ "import", "x.csv", "-o", "film.json" });
+    EXPECT_EQ (refused.status, 1);
+    EXPECT_THAT (refused.errors, HasSubstr ("x.csv: no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds"));
+    EXPECT_FALSE (file ("film.json").exists());
+    EXPECT_EQ (run ({ "import", "x.csv", "-o", "film.json", "--map", "alpha=Start TC", "--map", "beta=Text" }).status, 0);
+}
+
 TEST_F (ProgramTest, aFadeOfTheFileBecomesTheListsOwnAndASecondOneIsAProblem)
 {
     write ("x.csv", "Start TC,Event Type\n00:00:01:00,Fade In\n00:00:02:00,Fade In\n00:00:03:00,ADR Cue\n");

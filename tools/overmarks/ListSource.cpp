@@ -8,6 +8,7 @@
 #include "import/frame/EventRowReader.h"
 #include "list/ProjectJSON.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
 #include <utility>
@@ -116,6 +117,16 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     }
 
     return read;
+}
+
+/** A table of which nothing is known would become an empty list without a word. */
+void refuseUnknownTable (const ReadFile& read)
+{
+    const auto& columns = read.importer->columnMap;
+    const bool isKnown = std::any_of (columns.begin(), columns.end(), [] (const auto& column) { return column.second >= 0; });
+
+    if (read.importer->userMappingEnabled() && ! isKnown)
+        throw CommandFailure (read.shownPath + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
 }
 
 /** Says how the file was read, and which columns nobody reads. */
@@ -248,6 +259,7 @@ Project loadCueLists (const std::vector<std::string>& paths,
         if (read.error.isNotEmpty())
             throw CommandFailure (read.shownPath + ": " + read.error);
 
+        refuseUnknownTable (read);
         sayHowItWasRead (read, session);
         merger.add (read, options);
     }
