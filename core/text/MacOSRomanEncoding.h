@@ -10,8 +10,8 @@ namespace ZEP::Core
 
 /** Mac OS Roman, for Poco::TextConverter: what older workstations of the trade save their text as.
 
-    Control codes stay what they are, so that tabs and line breaks of a file survive a conversion. Stateless; one object may
-    serve any number of threads.
+    Control codes stay what they are, so that tabs and line breaks of a file survive a conversion. Stateless;
+    one object may serve any number of threads.
 */
 class ZEP_CORE_API macOSRomanEncoding final : public Poco::TextEncoding
 {

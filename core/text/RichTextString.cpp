@@ -56,8 +56,8 @@ juce::String textBetween (juce::CharPointer_UTF8 start, juce::CharPointer_UTF8 e
 
 /* Collects pieces of text with their look from left to right and makes a rich text of them.
 
-   Adding runs to an attributed string one by one takes a time that grows with the square of their number, since every step
-   looks at all runs for equal neighbours. Pieces are therefore joined by halves. */
+   Adding runs to an attributed string one by one takes a time that grows with the square of their number,
+   since every step looks at all runs for equal neighbours. Pieces are therefore joined by halves. */
 class PieceCollector
 {
 public:
@@ -167,8 +167,9 @@ juce::Font fontOf (const tessera1::ProtoRichTextAttribute& stored)
     return font;
 }
 
-/* For each character the number of the last attribute that covers it, -1 where none does. The attributes are laid on from
-   the last to the first, each filling only what is still bare, so that no character is visited twice. */
+/* For each character the number of the last attribute that covers it, -1 where none does. The attributes
+   are laid on from the last to the first, each filling only what is still bare, so that no character is
+   visited twice. */
 std::vector<int> lastAttributeOfEachCharacter (const std::vector<Attribute>& attributes, int length)
 {
     std::vector<int> result (static_cast<std::size_t> (length), -1);

@@ -12,13 +12,14 @@ namespace ZEP::Core
 
 /** Text with character attributes: what an actor reads, with what the dialogue editor marked in it.
 
-    The runs of the base class always cover the whole text without a gap, so a plain text has one run too, of the default font
-    in opaque black. Ask isPlain() or formattedRuns() for attributes, never getNumAttributes(). Trap: setText() of the base
-    class keeps the runs of the old text; for a fresh plain text assign a new RichTextString. Another: setFont() and setColour()
-    of the base class take an empty range for the whole run around it.
+    The runs of the base class always cover the whole text without a gap, so a plain text has one run too, of
+    the default font in opaque black. Ask isPlain() or formattedRuns() for attributes, never
+    getNumAttributes(). Trap: setText() of the base class keeps the runs of the old text; for a fresh plain
+    text assign a new RichTextString. Another: setFont() and setColour() of the base class take an empty range
+    for the whole run around it.
 
-    Values are copied freely. No display is needed and no typeface is loaded. One object belongs to one thread at a time;
-    different objects may share a font across threads.
+    Values are copied freely. No display is needed and no typeface is loaded. One object belongs to one thread
+    at a time; different objects may share a font across threads.
 */
 class ZEP_CORE_API RichTextString : public juce::AttributedString
 {
@@ -51,34 +52,36 @@ public:
     /** From character `start` up to, not including, `end`. Positions outside the text stop at its ends. */
     [[nodiscard]] RichTextString substring (int start, int end) const;
 
-    /** Every `from` replaced by `to`, attributes following the moved characters. The new text takes the look of the first
-        character that it replaces. */
+    /** Every `from` replaced by `to`, attributes following the moved characters. The new text takes the
+        look of the first character that it replaces. */
     [[nodiscard]] RichTextString replace (juce::StringRef from, juce::StringRef to,
                                           bool ignoreCase = false) const;
 
     /** What StringUtil::replaceIllegalASCIICharacters() does, keeping the attributes. */
     [[nodiscard]] RichTextString replaceIllegalASCIICharacters() const;
 
-    /** The runs that differ from the default font in opaque black, from left to right, none empty, neighbours of one look as one. */
+    /** The runs that differ from the default font in opaque black, from left to right, none empty,
+        neighbours of one look as one. */
     [[nodiscard]] std::vector<Attribute> formattedRuns() const;
 
     /** Whether there is no formatted run. */
     [[nodiscard]] bool isPlain() const;
 
-    /** {"text": ..., "runs": [{"start", "end", "bold", "italic", "underlined", "struckThrough", "height", "colour"}]} with the
-        formatted runs; height in points, colour as eight hexadecimal digits, alpha first. */
+    /** {"text": ..., "runs": [{"start", "end", "bold", "italic", "underlined", "struckThrough", "height",
+        "colour"}]} with the formatted runs; height in points, colour as eight hexadecimal digits, alpha
+        first. */
     [[nodiscard]] juce::DynamicObject::Ptr toJSONDynamicObject() const;
 
-    /** Adds one attribute from a tessera1::ProtoRichTextAttribute. What lies outside the text is ignored, so the text has
-        to be there first. */
+    /** Adds one attribute from a tessera1::ProtoRichTextAttribute. What lies outside the text is ignored,
+        so the text has to be there first. */
     void applyProtoTextAttribute (void* protoRichTextAttribute);
 
-    /** The attribute that a tessera1::ProtoRichTextAttribute holds, its range as stored. A font that no display could show
-        comes back as the default one in that respect. */
+    /** The attribute that a tessera1::ProtoRichTextAttribute holds, its range not yet clipped to a text.
+        Sizes that no font can have become those of the default font. */
     [[nodiscard]] static Attribute attributeFromProtoObject (const void* protoRichTextAttribute);
 
-    /** Adds many attributes at once, a later one over an earlier one, in a time that grows with their number and the text's
-        length alone. What lies outside the text is ignored. */
+    /** Adds many attributes at once, a later one over an earlier one, in a time that grows with their
+        number and the text's length alone. What lies outside the text is ignored. */
     void applyAttributes (const std::vector<Attribute>& added);
 
     /** Writes one attribute into a tessera1::ProtoRichTextAttribute. */
@@ -90,7 +93,8 @@ public:
     /** Whether a font stands for struck-through text: its typeface style holds the word "Strikethrough". */
     [[nodiscard]] static bool isStruckThrough (const juce::Font& font);
 
-    /** The font with or without the strike. Set it last: the font's own bold and italic setters write the style anew. */
+    /** The font with or without the strike. Set it last: the font's own bold and italic setters write the
+        style anew. */
     [[nodiscard]] static juce::Font withStrikethrough (juce::Font font, bool struckThrough);
 };
 

@@ -17,10 +17,11 @@ using Row = StringUtil::PlainCounterpart;
 
 /* In the order of the characters, none overlapping.
 
-   Bullets become a dash and not an asterisk, since two asterisks are a line break in some cue sheets. The codes 80 to 9F
-   are control codes that no text holds; when they turn up, a text of a Windows machine was read as Latin-1, so its quotes
-   and dashes are put right. French guillemets, the Catalan middle dot and the letter apostrophe are spelling and stay, and so do the
-   joiners (200C, 200D) that Persian words and emoji are built with. */
+   Bullets become a dash and not an asterisk, since two asterisks are a line break in some cue sheets. The
+   codes 80 to 9F are control codes that no text holds; when they turn up, a text of a Windows machine was
+   read as Latin-1, so its quotes and dashes are put right. French guillemets, the Catalan middle dot and
+   the letter apostrophe are spelling and stay, and so do the joiners (200C, 200D) that Persian words and
+   emoji are built with. */
 constexpr std::array rows {
     Row { 0x01, 0x08, "" },         // control codes up to the backspace
     Row { 0x0B, 0x0C, "\n" },       // vertical tab, form feed: a word processor's breaks
@@ -106,7 +107,8 @@ constexpr bool tableIsInOrder()
 
 static_assert (tableIsInOrder());
 
-/* Whether a character of the table begins with the byte. Most bytes of most texts don't, and need no decoding. */
+/* Whether a character of the table begins with the byte. Most bytes of most texts don't, and need no
+   decoding. */
 constexpr auto beginsRow = []
 {
     std::array<bool, 256> result {};
@@ -118,7 +120,8 @@ constexpr auto beginsRow = []
     return result;
 }();
 
-/* The first character from `text` on that has a counterpart, which is set; the end of the text when there is none. */
+/* The first character from `text` on that has a counterpart, which is set; the end of the text when there
+   is none. */
 juce::CharPointer_UTF8 nextReplaced (juce::CharPointer_UTF8 text, const char*& counterpart)
 {
     counterpart = nullptr;

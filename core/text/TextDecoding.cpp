@@ -43,8 +43,8 @@ std::size_t asciiBlockLength (std::string_view bytes, std::size_t place)
     return place - start;
 }
 
-/* UTF-8 by its first byte: how many bytes follow, and the range of the second byte, which keeps overlong forms, surrogates and
-   what lies above U+10FFFF out. The further bytes are 80 to BF. */
+/* UTF-8 by its first byte: how many bytes follow, and the range of the second byte, which keeps overlong
+   forms, surrogates and what lies above U+10FFFF out. The further bytes are 80 to BF. */
 struct LeadByte
 {
     std::uint8_t following;
@@ -82,7 +82,8 @@ struct Sequence
     bool valid;
 };
 
-/* The sequence at `place`, whose byte is above 127. Of a bad one, as many bytes as could still have begun a good one. */
+/* The sequence at `place`, whose byte is above 127. Of a bad one, as many bytes as could still have begun
+   a good one. */
 Sequence sequenceAt (std::string_view bytes, std::size_t place)
 {
     const auto lead = leadBytes[byteAt (bytes, place)];

@@ -15,9 +15,9 @@ struct ByteSurvey
 {
     explicit ByteSurvey (std::string_view bytes) noexcept;
 
-    /** The byte order of a text in UTF-16 without a mark, told from the zeros that Latin letters, digits and blanks have in
-        one half of each unit: every unit of a short text, three in four of one that typographic or foreign letters run
-        through, and never a zero in the other half. */
+    /** The byte order of a text in UTF-16 without a mark, told from the zeros that Latin letters, digits
+        and blanks have in one half of each unit: every unit of a short text, three in four of one that
+        typographic or foreign letters run through, and never a zero in the other half. */
     [[nodiscard]] bool looksLikeLittleEndianUTF16() const noexcept;
     [[nodiscard]] bool looksLikeBigEndianUTF16() const noexcept;
 
@@ -43,7 +43,8 @@ inline constexpr std::string_view markOfBigEndianUTF16 { "\xFE\xFF" };
 [[nodiscard]] juce::String decodedUTF8 (std::string_view bytes);
 [[nodiscard]] juce::String decodedUTF16 (std::string_view bytes, bool bigEndian);
 
-/** Decodes Mac OS Roman, Windows-1252 or Latin-1. Codes that Windows-1252 leaves open become the control code of that number. */
+/** Decodes Mac OS Roman, Windows-1252 or Latin-1. Codes that Windows-1252 leaves open become the control
+    code of that number. */
 [[nodiscard]] juce::String decodedSingleByteText (std::string_view bytes, TextEncoding encoding);
 
 } // namespace ZEP::Core

@@ -8,8 +8,8 @@ namespace ZEP::Core
 
 /** How a picture's timecode counts.
 
-    Frames are counted by `framesPerSecond`, the whole frames of one timecode second; the fraction says how long such a second
-    lasts in real time. 23.976 counts 24 frames, 29.97 counts 30. Passed by value.
+    Frames are counted by `framesPerSecond`, the whole frames of one timecode second; the fraction says how
+    long such a second lasts in real time. 23.976 counts 24 frames, 29.97 counts 30. Passed by value.
 */
 struct _TCDef
 {

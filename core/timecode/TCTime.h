@@ -8,9 +8,10 @@ namespace ZEP::Core
 
 /** One timecode: a label of a frame, or a span written as one.
 
-    The fields alone don't say which frame is meant; that takes the _TCDef they count under. A time before 00:00:00:00 carries
-    the sign in its hours alone: one frame before zero at 25 frames is -1 hours, 59 minutes, 59 seconds, 24 frames. Passed by
-    value; test `invalid` right after parsing, the other fields mean nothing then.
+    The fields alone don't say which frame is meant; that takes the _TCDef they count under. A time before
+    00:00:00:00 carries the sign in its hours alone: one frame before zero at 25 frames is -1 hours, 59
+    minutes, 59 seconds, 24 frames. Passed by value; test `invalid` right after parsing, the other fields mean
+    nothing then.
 */
 struct _TCTime
 {

@@ -83,8 +83,9 @@ constexpr Integer saturated (std::int64_t value)
                                                            std::numeric_limits<Integer>::max()));
 }
 
-/* Frames of a second, a minute and ten minutes under one definition. With drop-frame the first minute of each ten is a whole
-   one and the other nine lack their first labels. Without it the same sums hold with nothing dropped. */
+/* Frames of a second, a minute and ten minutes under one definition. With drop-frame the first minute of
+   each ten is a whole one and the other nine lack their first labels. Without it the same sums hold with
+   nothing dropped. */
 struct Counting
 {
     explicit constexpr Counting (const _TCDef& def)

@@ -7,7 +7,8 @@
 #include <stdexcept>
 #include <string>
 
-/** "01:00:00:00"_tc: a timecode as one writes it in a cue sheet. A text that is none throws, so that the test fails. */
+/** "01:00:00:00"_tc: a timecode as one writes it in a cue sheet. A text that is none throws, so that the test
+    fails. */
 inline ZEP::Core::_TCTime operator""_tc (const char* text, std::size_t length)
 {
     const std::string label (text, length);
