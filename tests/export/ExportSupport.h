@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "core/cast/ADRCharacterMap.h"
+#include "core/text/RichTextString.h"
+#include "core/timecode/TimeInfo.h"
+#include "event/Event.h"
+#include "export/frame/EventExporter.h"
+#include "preferences/UserDefaultsRegistrar.h"
+
+#include <juce_core/juce_core.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <tuple>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+/** What tests of exporters share: a cast, a folder, a settings set, and events at 25 frames. */
+namespace ExportSupport
+{
+
+using namespace ZEP::Overmarks;
+using Events = EventExportSettingsSet::Events;
+
+inline juce::String text (const std::string& utf8)
+{
+    return juce::String::fromUTF8 (utf8.data(), static_cast<int> (utf8.size()));
+}
+
+/** A folder that exists as long as the test does. */
+class TemporaryFolder final
+{
+public:
+    TemporaryFolder()
+    {
+        auto pattern = (std::filesystem::temp_directory_path() / "overmarks-export-XXXXXX").string();
+        path = ::mkdtemp (pattern.data());
+    }
+
+    TemporaryFolder (const TemporaryFolder&) = delete;
+    TemporaryFolder& operator= (const TemporaryFolder&) = delete;
+    ~TemporaryFolder() { std::filesystem::remove_all (path); }
+
+    /** The names of what lies in it, sorted. */
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> found;
+
+        for (const auto& entry : std::filesystem::directory_iterator (path))
+            found.push_back (entry.path().filename().string());
+
+        std::sort (found.begin(), found.end());
+        return found;
+    }
+
+    std::string bytes (const std::string& name) const
+    {
+        std::ifstream stream (path / name, std::ios::binary);
+        return { std::istreambuf_iterator<char> (stream), {} };
+    }
+
+    void write (const std::string& name, const std::string& content) const
+    {
+        std::ofstream (path / name, std::ios::binary) << content;
+    }
+
+    juce::String directory() const { return text (path.string()); }
+    juce::File file (const std::string& name) const { return juce::File (text ((path / name).string())); }
+
+    std::filesystem::path path;
+};
+
+/** Notes what an exporter reports: (current, total). */
+class Progress final : public EventExporter::Delegate
+{
+public:
+    void progressChanged (EventExporter* exporter, int current, int total) override
+    {
+        senders.push_back (exporter);
+        reports.emplace_back (current, total);
+    }
+
+    std::vector<std::pair<int, int>> reports;
+    std::vector<EventExporter*> senders;
+};
+
+/** What a cue list's line is made of; times are frames at 25 a second. */
+struct Line
+{
+    std::string cueNumber = {};
+    int in = 0;
+    int end = 25;
+    std::string characterID = {};
+    std::string words = {};
+    std::string notes = {};
+};
+
+class ExportTest : public ::testing::Test
+{
+protected:
+    ExportTest()
+    {
+        UserDefaultsRegistrar::registerUserDefaults();
+        Event::setADRCharacterMap (cast);
+        settings->outputDirectory = folder.directory();
+        settings->fileName = "Reel 2";
+        settings->exportType = EventExportTypeCSV;
+        settings->options[EventExportCSVDelimiterKey] = 1;
+        settings->options[EventExportCSVTemplateKey] = 0;
+        settings->options[EventExportCombineIntoSingleFileKey] = false;
+    }
+
+    ~ExportTest() override { Event::setADRCharacterMap (nullptr); }
+
+    void addCharacter (const std::string& id, const std::string& name, const std::string& prefix = {},
+                       const std::string& actor = {})
+    {
+        auto character = std::make_shared<ZEP::Core::ADRCharacter> (text (name));
+        character->prefix = text (prefix);
+        character->actor = text (actor);
+        cast->addCharacter (character, true, text (id));
+    }
+
+    std::shared_ptr<Event> event (const Line& line, EventType type = EventTypeADRCue) const
+    {
+        auto made = Event::create (type, timeInfo, line.in, line.end, -1.0f, 3);
+        made->setUndoBypass (true);
+        made->setCueNumber (text (line.cueNumber));
+        made->setCharacterID (text (line.characterID));
+        made->setText (text (line.words));
+        made->setNotes (text (line.notes));
+        return made;
+    }
+
+    Events events (const std::vector<Line>& lines) const
+    {
+        Events made;
+
+        for (const auto& line : lines)
+            made.push_back (event (line));
+
+        return made;
+    }
+
+    TemporaryFolder folder;
+    std::shared_ptr<ZEP::Core::ADRCharacterMap> cast = std::make_shared<ZEP::Core::ADRCharacterMap>();
+    std::shared_ptr<ZEP::Core::TimeInfo> timeInfo =
+        std::make_shared<ZEP::Core::TimeInfo> (ZEP::Core::_TCDef { false, 25, 1, 25, false });
+    std::shared_ptr<EventExportSettingsSet> settings = std::make_shared<EventExportSettingsSet>();
+    Progress progress;
+};
+
+/** 01:00:00:00 at 25 frames. */
+constexpr int oneHour = 90000;
+
+} // namespace ExportSupport

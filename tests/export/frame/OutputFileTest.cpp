@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/frame/OutputFile.h"
+
+#include "export/ExportSupport.h"
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace ExportSupport;
+
+namespace
+{
+
+bool write (const juce::File& target, const std::string& bytes)
+{
+    OutputFile file (target);
+    file.write (bytes.data(), bytes.size());
+    return file.finish();
+}
+
+/** No file grows beyond this size while it lasts, as on a disk that is full. */
+class FullDisk final
+{
+public:
+    explicit FullDisk (rlim_t bytes)
+    {
+        handler = std::signal (SIGXFSZ, SIG_IGN);
+        ::getrlimit (RLIMIT_FSIZE, &before);
+        const rlimit limit { bytes, before.rlim_max };
+        ::setrlimit (RLIMIT_FSIZE, &limit);
+    }
+
+    FullDisk (const FullDisk&) = delete;
+    FullDisk& operator= (const FullDisk&) = delete;
+
+    ~FullDisk()
+    {
+        ::setrlimit (RLIMIT_FSIZE, &before);
+        std::signal (SIGXFSZ, handler);
+    }
+
+private:
+    rlimit before {};
+    void (*handler) (int);
+};
+
+} // namespace
+
+TEST (OutputFile, replacesWhatWasThere)
+{
+    const TemporaryFolder folder;
+    folder.write ("list.csv", "an older and much longer list");
+    EXPECT_TRUE (write (folder.file ("list.csv"), "new"));
+    EXPECT_EQ (folder.bytes ("list.csv"), "new");
+}
+
+TEST (OutputFile, aStringEndsWithAZeroByte)
+{
+    const TemporaryFolder folder;
+    {
+        OutputFile file (folder.file ("list.csv"));
+        file.writeString (text ("é"));
+        EXPECT_TRUE (file.finish());
+    }
+    EXPECT_EQ (folder.bytes ("list.csv"), std::string ("\xc3\xa9\0", 3));
+}
+
+TEST (OutputFile, isGoneUnlessFinished)
+{
+    const TemporaryFolder folder;
+    {
+        OutputFile file (folder.file ("list.csv"));
+        file.write ("half", 4);
+    }
+    EXPECT_TRUE (folder.names().empty());
+}
+
+TEST (OutputFile, anEmptyDocumentIsADocument)
+{
+    const TemporaryFolder folder;
+    EXPECT_TRUE (write (folder.file ("list.csv"), ""));
+    EXPECT_EQ (folder.names(), std::vector<std::string> { "list.csv" });
+}
+
+TEST (OutputFile, failsInAFolderThatIsMissing)
+{
+    const TemporaryFolder folder;
+    EXPECT_FALSE (write (folder.file ("missing/list.csv"), "text"));
+    EXPECT_TRUE (folder.names().empty());
+}
+
+TEST (OutputFile, failsBelowAFile)
+{
+    const TemporaryFolder folder;
+    folder.write ("file", "content");
+    EXPECT_FALSE (write (folder.file ("file/list.csv"), "text"));
+    EXPECT_EQ (folder.bytes ("file"), "content");
+}
+
+TEST (OutputFile, leavesAFolderInItsPlaceAlone)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory (folder.path / "list.csv");
+    EXPECT_FALSE (write (folder.file ("list.csv"), "text"));
+    EXPECT_TRUE (std::filesystem::is_directory (folder.path / "list.csv"));
+}
+
+TEST (OutputFile, leavesALinkToAFolderAlone)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory (folder.path / "elsewhere");
+    std::filesystem::create_symlink (folder.path / "elsewhere", folder.path / "list.csv");
+    EXPECT_FALSE (write (folder.file ("list.csv"), "text"));
+    EXPECT_EQ (folder.names(), (std::vector<std::string> { "elsewhere", "list.csv" }));
+}
+
+TEST (OutputFile, aDiskWithoutSpaceShowsAlsoForAShortText)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink ("/dev/full", folder.path / "list.csv");
+    EXPECT_FALSE (write (folder.file ("list.csv"), "short"));
+    EXPECT_FALSE (write (folder.file ("list.csv"), std::string (100000, 'x')));
+    EXPECT_TRUE (std::filesystem::is_symlink (folder.path / "list.csv"));
+    EXPECT_TRUE (std::filesystem::exists ("/dev/full"));
+}
+
+TEST (OutputFile, leavesNothingHalfWrittenOnAFullDisk)
+{
+    for (const std::size_t size : { 1001u, 16384u, 100000u })
+    {
+        const TemporaryFolder folder;
+        {
+            const FullDisk disk (1000);
+            EXPECT_FALSE (write (folder.file ("list.csv"), std::string (size, 'x'))) << size;
+        }
+        EXPECT_TRUE (folder.names().empty()) << size;
+    }
+}
+
+TEST (OutputFile, aTextThatJustFitsIsNoFailure)
+{
+    const TemporaryFolder folder;
+    const FullDisk disk (1000);
+    EXPECT_TRUE (write (folder.file ("list.csv"), std::string (1000, 'x')));
+}
+
+TEST (OutputFile, doesNotWriteThroughALink)
+{
+    const TemporaryFolder folder;
+    folder.write ("other", "kept");
+    std::filesystem::create_symlink (folder.path / "other", folder.path / "list.csv");
+    EXPECT_TRUE (write (folder.file ("list.csv"), "text"));
+    EXPECT_EQ (folder.bytes ("other"), "kept");
+    EXPECT_FALSE (std::filesystem::is_symlink (folder.path / "list.csv"));
+}
+
+TEST (OutputFile, doesNotCreateWhatALinkOnlyPromises)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink (folder.path / "nowhere", folder.path / "list.csv");
+    EXPECT_TRUE (write (folder.file ("list.csv"), "text"));
+    EXPECT_EQ (folder.names(), std::vector<std::string> { "list.csv" });
+    EXPECT_EQ (folder.bytes ("list.csv"), "text");
+}
+
+TEST (OutputFile, doesNotWaitForTheReaderOfAPipe)
+{
+    const TemporaryFolder folder;
+    ASSERT_EQ (::mkfifo ((folder.path / "list.csv").c_str(), 0600), 0);
+    EXPECT_FALSE (write (folder.file ("list.csv"), "text"));
+    EXPECT_TRUE (std::filesystem::is_fifo (folder.path / "list.csv"));
+}
