@@ -165,11 +165,13 @@ TEST_F (CSVImport, windowsTextReadAsUTF8LosesItsUmlautsAndNothingElse)
     EXPECT_EQ (cell (1, 2), "M\xef\xbf\xbdLLER");
 }
 
-TEST_F (CSVImport, utf16IsReadButCutBetweenItsBytes)
+TEST_F (CSVImport, utf16IsCutBetweenItsBytesAndStillReads)
 {
     for (const auto* name : { "csv/utf16_little_endian.csv", "csv/utf16_big_endian.csv" })
     {
         importFile (name);
+        EXPECT_EQ (message, "") << name;
+        EXPECT_EQ (textsOf (importer->rows), TextTable (germanList.begin(), germanList.begin() + 3)) << name;
         EXPECT_EQ (importer->encoding, TextEncodingUTF16) << name;
         EXPECT_FALSE (importer->isDSTaker) << name;
         EXPECT_FALSE (importer->isEuroTaker) << name;
