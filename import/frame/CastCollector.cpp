@@ -48,6 +48,8 @@ CastCollector::CastCollector (ADRCharacterMap& projectCast, const ADRCharacterMa
       castOfFile (fileCast),
       namesAtRest (projectCast)
 {
+    if (fileCast != nullptr)
+        namesOfFileAtRest.emplace (*fileCast);
 }
 
 CastCollector::Role CastCollector::role (const juce::String& name, const juce::String& prefix,
@@ -60,10 +62,23 @@ CastCollector::Role CastCollector::role (const juce::String& name, const juce::S
     if (ownName.isEmpty())
         return { {}, withoutCharacter (ownPrefix, "prefix"), withoutCharacter (ownActor, "actor") };
 
-    const auto id = idForName (ownName);
-    auto& character = *cast.characterForID (id);
-    return { id, tell (character, &ADRCharacter::prefix, ownPrefix, "prefix"),
-             tell (character, &ADRCharacter::actor, ownActor, "actor") };
+    const auto& [id, character] = memberNamed (ownName);
+    return { id, tell (*character, &ADRCharacter::prefix, ownPrefix, "prefix"),
+             tell (*character, &ADRCharacter::actor, ownActor, "actor") };
+}
+
+const CastCollector::Member& CastCollector::memberNamed (const juce::String& name)
+{
+    const auto [place, isNew] = members.try_emplace (name);
+    auto& member = place->second;
+
+    if (isNew)
+    {
+        member.id = idForName (name);
+        member.character = cast.characterForID (member.id);
+    }
+
+    return member;
 }
 
 juce::String CastCollector::idForName (const juce::String& name)

@@ -6,6 +6,8 @@
 #include <juce_core/juce_core.h>
 
 #include <memory>
+#include <optional>
+#include <unordered_map>
 
 namespace ZEP::Overmarks
 {
@@ -15,7 +17,7 @@ namespace ZEP::Overmarks
     Characters are the same when their names are exactly equal. Each has one prefix and one actor: the first
     that any row tells stays, and a row that tells another one is told so.
 
-    While it lives nobody may rename a character of the map. One thread at a time. */
+    While it lives nobody may rename a character of the two casts. One thread at a time. */
 class CastCollector final
 {
 public:
@@ -36,11 +38,20 @@ public:
     [[nodiscard]] Role role (const juce::String& name, const juce::String& prefix, const juce::String& actor);
 
 private:
+    struct Member
+    {
+        juce::String id;
+        std::shared_ptr<Core::ADRCharacter> character;
+    };
+
+    [[nodiscard]] const Member& memberNamed (const juce::String& name);
     [[nodiscard]] juce::String idForName (const juce::String& name);
 
     Core::ADRCharacterMap& cast;
     const Core::ADRCharacterMap* castOfFile;
     Core::ADRCharacterMap::NamesAtRest namesAtRest;
+    std::optional<Core::ADRCharacterMap::NamesAtRest> namesOfFileAtRest;
+    std::unordered_map<juce::String, Member> members; ///< whom the rows have named so far
 };
 
 } // namespace ZEP::Overmarks
