@@ -108,7 +108,8 @@ void rowsToEvents (benchmark::State& state)
 
     for (auto _ : state)
     {
-        const auto result = EventRowReader (project.timeInfo, std::make_shared<ADRCharacterMap>()).read (importer);
+        const auto result =
+            EventRowReader (project.timeInfo, std::make_shared<ADRCharacterMap>()).read (importer);
 
         if (! result.problems.empty())
             state.SkipWithError ("the sample has problems");

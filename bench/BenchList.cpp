@@ -148,10 +148,11 @@ BENCHMARK (loadJSON)->Apply (sizes);
 /** Each sort column has a benchmark of its own. */
 const bool areSortsRegistered = []
 {
-    for (const auto& key : { KV::KV_StartTCString, KV::KV_EndTCString, KV::KV_Enabled, KV::KV_Done, KV::KV_StreamerDuration,
-                             KV::KV_BeatsPerMinute, KV::KV_RecTrackIndex, KV::KV_CueNumber, KV::KV_EngineeringNotes, KV::KV_Text,
-                             KV::KV_Notes, KV::KV_CharacterID, KV::KV_Type, KV::KV_Actor, KV::KV_CharPrefix, KV::KV_Reason,
-                             KV::KV_NumRecordedTakes })
+    for (const auto& key :
+         { KV::KV_StartTCString, KV::KV_EndTCString, KV::KV_Enabled, KV::KV_Done, KV::KV_StreamerDuration,
+           KV::KV_BeatsPerMinute, KV::KV_RecTrackIndex, KV::KV_CueNumber, KV::KV_EngineeringNotes,
+           KV::KV_Text, KV::KV_Notes, KV::KV_CharacterID, KV::KV_Type, KV::KV_Actor, KV::KV_CharPrefix,
+           KV::KV_Reason, KV::KV_NumRecordedTakes })
         sizes (benchmark::RegisterBenchmark (("sortBy" + key.toStdString()).c_str(),
                                              [key] (benchmark::State& state) { sortByKey (state, key); }));
 

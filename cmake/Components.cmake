@@ -43,17 +43,24 @@ function(overmarks_use_common_headers target)
     if(NOT TARGET overmarks_common_headers)
         add_library(overmarks_common_headers OBJECT "${PROJECT_SOURCE_DIR}/cmake/common_headers.cpp")
         target_link_libraries(overmarks_common_headers PRIVATE overmarks_juce_headers overmarks_warnings Poco::Foundation)
-        target_precompile_headers(overmarks_common_headers PRIVATE
-            <juce_data_structures/juce_data_structures.h> <juce_graphics/juce_graphics.h>
-            <Poco/Any.h> <Poco/Notification.h> <Poco/NotificationCenter.h>
-            <algorithm> <functional> <map> <memory> <string> <vector>)
+        target_precompile_headers(overmarks_common_headers PRIVATE ${OVERMARKS_COMMON_HEADERS})
     endif()
     target_precompile_headers(${target} REUSE_FROM overmarks_common_headers)
-
-    # The compiler takes them only where the code is as position independent as they are: a program must not say -fPIE.
-    get_target_property(type ${target} TYPE)
-    if(type STREQUAL "EXECUTABLE")
-        set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
-        target_compile_options(${target} PRIVATE -fPIC)
-    endif()
 endfunction()
+
+# The same for the tests, with the test framework.
+function(overmarks_use_test_headers target)
+    if(NOT TARGET overmarks_test_headers)
+        add_library(overmarks_test_headers OBJECT "${PROJECT_SOURCE_DIR}/cmake/common_headers.cpp")
+        target_link_libraries(overmarks_test_headers
+            PRIVATE overmarks_juce_headers overmarks_warnings Poco::Foundation GTest::gmock)
+        target_precompile_headers(overmarks_test_headers PRIVATE
+            ${OVERMARKS_COMMON_HEADERS} <gmock/gmock.h> <gtest/gtest.h>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM overmarks_test_headers)
+endfunction()
+
+set(OVERMARKS_COMMON_HEADERS
+    <juce_data_structures/juce_data_structures.h> <juce_graphics/juce_graphics.h>
+    <Poco/Any.h> <Poco/Notification.h> <Poco/NotificationCenter.h>
+    <algorithm> <functional> <map> <memory> <string> <vector>)

@@ -42,8 +42,13 @@ std::shared_ptr<ADRCharacterMap>& sharedCharacterMap()
 const char* secondsInWords (int code)
 {
     static constexpr std::pair<int, const char*> words[] = {
-        { -1, "No streamer duration" }, { 1, "1 second" },       { 2, "2 seconds" },      { 3, "3 seconds" },
-        { 5, "5 seconds" },             { 267, "2.67 seconds" }, { 333, "3.33 seconds" },
+        { -1, "No streamer duration" },
+        { 1, "1 second" },
+        { 2, "2 seconds" },
+        { 3, "3 seconds" },
+        { 5, "5 seconds" },
+        { 267, "2.67 seconds" },
+        { 333, "3.33 seconds" },
     };
 
     for (const auto& [known, text] : words)
@@ -74,7 +79,9 @@ const char* flashesInWords (int frames)
 Event::Event() = default;
 
 Event::Event (const Event& other)
-    : ZEP::Core::IProtobufSerializable(), std::enable_shared_from_this<Event>(), ZEP::Core::IDescribable()
+    : ZEP::Core::IProtobufSerializable(),
+      std::enable_shared_from_this<Event>(),
+      ZEP::Core::IDescribable()
 {
     copyAllButCueNumber (other);
     cueNumber = other.cueNumber;
@@ -113,11 +120,8 @@ void Event::copyAllButCueNumber (const Event& other)
     uuid = randomIdentity();
 }
 
-std::shared_ptr<Event> Event::create (EventType type,
-                                      std::shared_ptr<TimeInfo> timeInfo,
-                                      int inPointFrameIndex,
-                                      int endFrameIndex,
-                                      float beatsPerMinute,
+std::shared_ptr<Event> Event::create (EventType type, std::shared_ptr<TimeInfo> timeInfo,
+                                      int inPointFrameIndex, int endFrameIndex, float beatsPerMinute,
                                       int streamerDuration)
 {
     auto event = std::make_shared<Event>();
@@ -182,10 +186,7 @@ juce::String Event::durationText() const
     return Poco::format ("%i bars  %.1f BPM", streamerDuration, static_cast<double> (beatsPerMinute));
 }
 
-juce::String Event::description()
-{
-    return typeString() + ", " + durationText();
-}
+juce::String Event::description() { return typeString() + ", " + durationText(); }
 
 juce::String Event::oneLineDescription()
 {
@@ -196,7 +197,8 @@ juce::String Event::oneLineDescription()
     if (line.length() > longestWhole)
         line = line.substring (0, charactersOfCut) + "...";
 
-    return juce::StringArray { cueNumber, who != nullptr ? who->name : juce::String(), line, getStartTCString() }
+    return juce::StringArray { cueNumber, who != nullptr ? who->name : juce::String(), line,
+                               getStartTCString() }
         .joinIntoString (" | ");
 }
 
@@ -209,10 +211,7 @@ std::shared_ptr<ADRCharacter> Event::character() const
     return map != nullptr ? map->characterForID (characterID) : nullptr;
 }
 
-std::shared_ptr<ADRCharacterMap> Event::getADRCharacterMap()
-{
-    return sharedCharacterMap();
-}
+std::shared_ptr<ADRCharacterMap> Event::getADRCharacterMap() { return sharedCharacterMap(); }
 
 void Event::setADRCharacterMap (std::shared_ptr<ADRCharacterMap> map)
 {
@@ -227,7 +226,8 @@ void Event::post()
     if (notificationsSuppressed)
         return;
 
-    const std::map<std::string, Poco::Any> userInfo { { EventChangedNotification_EventsKey, std::vector<Event*> { this } } };
+    const std::map<std::string, Poco::Any> userInfo { { EventChangedNotification_EventsKey,
+                                                        std::vector<Event*> { this } } };
     Poco::NotificationCenter::defaultCenter().postNotification (new NotificationClass (userInfo));
 }
 
@@ -240,23 +240,17 @@ void Event::announce (News news)
     }
 }
 
-void Event::notifyChangeIfEnabled()
-{
-    announce (News::attribute);
-}
+void Event::notifyChangeIfEnabled() { announce (News::attribute); }
 
 // ---- plain setters -------------------------------------------------------------------------------------------------------
 
-void Event::setRichText (RichTextString Event::* field, const RichTextString& newText, const char* undoName)
+void Event::setRichText (RichTextString Event::*field, const RichTextString& newText, const char* undoName)
 {
     if (! (this->*field == newText))
         changeField (field, newText.replaceIllegalASCIICharacters(), undoName);
 }
 
-void Event::setText (const RichTextString& newText)
-{
-    setRichText (&Event::text, newText, "Changing Text");
-}
+void Event::setText (const RichTextString& newText) { setRichText (&Event::text, newText, "Changing Text"); }
 
 void Event::setNotes (const RichTextString& newNotes)
 {
@@ -277,7 +271,8 @@ void Event::setCharacterID (const juce::String& newID)
 void Event::setCueNumber (const juce::String& newNumber)
 {
     if (cueNumber != newNumber)
-        changeField (&Event::cueNumber, StringUtil::replaceIllegalASCIICharacters (newNumber), "Changing Cue Number");
+        changeField (&Event::cueNumber, StringUtil::replaceIllegalASCIICharacters (newNumber),
+                     "Changing Cue Number");
 }
 
 void Event::setReason (int newReason)

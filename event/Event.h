@@ -54,11 +54,8 @@ public:
         @param endFrameIndex      frames; -1 takes the default length of the type
         @param beatsPerMinute     tempo of a streamer in bars; -1.0 for none
         @param streamerDuration   coded duration, see setStreamerDuration(); -1 takes the preference */
-    static std::shared_ptr<Event> create (EventType type,
-                                          std::shared_ptr<ZEP::Core::TimeInfo> timeInfo,
-                                          int inPointFrameIndex,
-                                          int endFrameIndex,
-                                          float beatsPerMinute,
+    static std::shared_ptr<Event> create (EventType type, std::shared_ptr<ZEP::Core::TimeInfo> timeInfo,
+                                          int inPointFrameIndex, int endFrameIndex, float beatsPerMinute,
                                           int streamerDuration);
 
     /** Replaces this event by a stored one. @param message  a tessera1::ProtoOvermark*. @returns true always.
@@ -190,7 +187,10 @@ public:
     bool isUndoBypassed() const noexcept { return undoBypass; }
 
     /** While true, setters tell nobody. */
-    void setNotificationsSuppressed (bool shouldSuppress) noexcept { notificationsSuppressed = shouldSuppress; }
+    void setNotificationsSuppressed (bool shouldSuppress) noexcept
+    {
+        notificationsSuppressed = shouldSuppress;
+    }
     bool areNotificationsSuppressed() const noexcept { return notificationsSuppressed; }
 
     /** Sends EventAttributeDidChangeNotification unless notifications are suppressed. */
@@ -220,8 +220,9 @@ private:
     template <typename Change, typename... Values>
     void change (const char* undoName, News news, Change makeChange, Values Event::*... saved);
     template <typename Value>
-    void changeField (Value Event::* field, const Value& newValue, const char* undoName);
-    void setRichText (ZEP::Core::RichTextString Event::* field, const ZEP::Core::RichTextString& newText, const char* undoName);
+    void changeField (Value Event::*field, const Value& newValue, const char* undoName);
+    void setRichText (ZEP::Core::RichTextString Event::*field, const ZEP::Core::RichTextString& newText,
+                      const char* undoName);
 
     void announce (News news);
     template <typename NotificationClass>

@@ -34,19 +34,13 @@ constexpr int firstItem = 2;
 /** No cell overflows, whatever a damaged file holds. */
 int toInt (std::int64_t value)
 {
-    return static_cast<int> (std::clamp<std::int64_t> (
-        value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+    return static_cast<int> (
+        std::clamp<std::int64_t> (value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-int shifted (int value, int by)
-{
-    return toInt (std::int64_t { value } + by);
-}
+int shifted (int value, int by) { return toInt (std::int64_t { value } + by); }
 
-juce::String string (const Any& value)
-{
-    return AnyCast<juce::String> (value);
-}
+juce::String string (const Any& value) { return AnyCast<juce::String> (value); }
 
 // ---- cells that are no more than a field ---------------------------------------------------------------------------------
 
@@ -86,7 +80,8 @@ Any streamerDuration (Event& event)
         case EventTypeStreamer:
         case EventTypeADRCue: return event.getStreamerDuration();
         case EventTypeMarker: return -1;
-        case EventTypeFlutter: return toInt (std::int64_t { event.getEndFrameIndex() } - event.getInPointFrameIndex());
+        case EventTypeFlutter:
+            return toInt (std::int64_t { event.getEndFrameIndex() } - event.getInPointFrameIndex());
         case EventTypeFadeIn:
         case EventTypeFadeOut: break;
     }
@@ -172,10 +167,7 @@ bool setText (Event& event, const Any& value)
     return hasText;
 }
 
-Any recordedTakes (Event& event)
-{
-    return juce::String (event.getNumRecordedTakes());
-}
+Any recordedTakes (Event& event) { return juce::String (event.getNumRecordedTakes()); }
 
 /** A take that no longer exists is neither the chosen nor the alternative one. */
 bool setRecordedTakes (Event& event, const Any& value)
@@ -198,10 +190,7 @@ bool setRecordedTakes (Event& event, const Any& value)
     return true;
 }
 
-Any eventType (Event& event)
-{
-    return static_cast<int> (event.getType());
-}
+Any eventType (Event& event) { return static_cast<int> (event.getType()); }
 
 bool setEventType (Event& event, const Any& value)
 {
@@ -261,51 +250,74 @@ using ZEP::Core::ADRCharacter;
 std::vector<EventAttribute> makeTable()
 {
     return {
-        { KV::KV_Enabled, "Enabled", "takes part in playback", CellType::flag,
-          read<&Event::isEnabled>, write<bool, &Event::setEnabled> },
-        { KV::KV_Done, "Done", "has been recorded", CellType::flag,
-          read<&Event::isDone>, write<bool, &Event::setDone> },
+        { KV::KV_Enabled, "Enabled", "takes part in playback", CellType::flag, read<&Event::isEnabled>,
+          write<bool, &Event::setEnabled> },
+        { KV::KV_Done, "Done", "has been recorded", CellType::flag, read<&Event::isDone>,
+          write<bool, &Event::setDone> },
         { KV::KV_StreamerDuration, "Streamer Duration", "code of the streamer's length", CellType::integer,
           streamerDuration, setStreamerDuration },
         { KV::KV_BeatsPerMinute, "BPM", "tempo of a streamer in bars, 21 to 299", CellType::string,
           read<&Event::beatsPerMinuteString>, setTempo },
-        { KV::KV_RecTrackIndex, {}, "recording track, counted from 1; 0 for none", CellType::integer,
-          readItem<&Event::getRecTrackIndex, 1>, writeItem<&Event::setRecTrackIndex, 1> },
+        { KV::KV_RecTrackIndex,
+          {},
+          "recording track, counted from 1; 0 for none",
+          CellType::integer,
+          readItem<&Event::getRecTrackIndex, 1>,
+          writeItem<&Event::setRecTrackIndex, 1> },
         { KV::KV_CueNumber, "Cue Number", "the cue's number, free text", CellType::string,
           read<&Event::getCueNumber>, write<juce::String, &Event::setCueNumber> },
         { KV::KV_Text, "Text", "the line of a cue, the label of a marker", CellType::richText,
           read<&Event::getText>, setText },
         { KV::KV_EngineeringNotes, "Engineering Notes", "notes for the engineer", CellType::richText,
           read<&Event::getEngineeringNotes>, write<RichTextString, &Event::setEngineeringNotes> },
-        { KV::KV_Notes, "Notes", "notes for the studio", CellType::richText,
-          read<&Event::getNotes>, write<RichTextString, &Event::setNotes> },
-        { KV::KV_CharacterID, "Character", "who speaks: item of the character menu, 1 for nobody", CellType::integer,
-          characterItem, setCharacterItem },
+        { KV::KV_Notes, "Notes", "notes for the studio", CellType::richText, read<&Event::getNotes>,
+          write<RichTextString, &Event::setNotes> },
+        { KV::KV_CharacterID, "Character", "who speaks: item of the character menu, 1 for nobody",
+          CellType::integer, characterItem, setCharacterItem },
         { KV::KV_StartTCString, "Start TC", "timecode of the in point", CellType::string,
           read<&Event::getStartTCString>, setStart },
-        { KV::KV_EndTCString, "End TC", "timecode of the end", CellType::string,
-          read<&Event::getEndTCString>, setEnd },
+        { KV::KV_EndTCString, "End TC", "timecode of the end", CellType::string, read<&Event::getEndTCString>,
+          setEnd },
         { KV::KV_NumRecordedTakes, "Number of Takes", "how many takes were recorded", CellType::string,
           recordedTakes, setRecordedTakes },
-        { KV::KV_Type, "Event Type", "1 streamer, 2 marker, 4 flutter, 8 ADR cue, 16 fade in, 32 fade out", CellType::integer,
-          eventType, setEventType },
-        { KV::KV_Actor, "Actor", "who plays the character", CellType::string, ofCharacter<&ADRCharacter::actor>, nullptr },
+        { KV::KV_Type, "Event Type", "1 streamer, 2 marker, 4 flutter, 8 ADR cue, 16 fade in, 32 fade out",
+          CellType::integer, eventType, setEventType },
+        { KV::KV_Actor, "Actor", "who plays the character", CellType::string,
+          ofCharacter<&ADRCharacter::actor>, nullptr },
         { KV::KV_CharPrefix, "Char Prefix", "the character's prefix in cue numbers", CellType::string,
           ofCharacter<&ADRCharacter::prefix>, nullptr },
         { KV::KV_Reason, "Reason", "why the line is re-recorded: code of the reason", CellType::integer,
           readItem<&Event::getReason, 1>, writeItem<&Event::setReason, 1> },
-        { KV::KV_DurationTCString, {}, "time from the in point to the end", CellType::string, durationTimecode, nullptr },
-        { KV::KV_SelectedTake, {}, "the chosen take: item 1 for none, 2 for the first", CellType::integer,
-          readItem<&Event::getSelectedTake, firstItem>, writeItem<&Event::setSelectedTake, firstItem> },
-        { KV::KV_AltTake, {}, "the alternative take: item 1 for none, 2 for the first", CellType::integer,
-          readItem<&Event::getAltTake, firstItem>, writeItem<&Event::setAltTake, firstItem> },
+        { KV::KV_DurationTCString,
+          {},
+          "time from the in point to the end",
+          CellType::string,
+          durationTimecode,
+          nullptr },
+        { KV::KV_SelectedTake,
+          {},
+          "the chosen take: item 1 for none, 2 for the first",
+          CellType::integer,
+          readItem<&Event::getSelectedTake, firstItem>,
+          writeItem<&Event::setSelectedTake, firstItem> },
+        { KV::KV_AltTake,
+          {},
+          "the alternative take: item 1 for none, 2 for the first",
+          CellType::integer,
+          readItem<&Event::getAltTake, firstItem>,
+          writeItem<&Event::setAltTake, firstItem> },
         { KV::KV_Takes, {}, "column of takes in documents", CellType::none, nullptr, nullptr },
         { KV::KV_Timing, {}, "column of times in documents", CellType::none, nullptr, nullptr },
-        { KV::KV_CharacterActor, {}, "column of characters with their actors in documents", CellType::none, nullptr, nullptr },
-        { KV::KV_IsForcedNarrative, "Forced Narrative", "shown on the picture in every language", CellType::flag,
-          read<&Event::isForcedNarrative>, write<bool, &Event::setIsForcedNarrative> },
-        { KV::KV_ForcedNarrativeRegion, "FN Region", "where it is shown: 1 bottom, 2 top, 3 left, 4 right", CellType::integer,
-          readItem<&Event::getForcedNarrativeRegion, 1>,
+        { KV::KV_CharacterActor,
+          {},
+          "column of characters with their actors in documents",
+          CellType::none,
+          nullptr,
+          nullptr },
+        { KV::KV_IsForcedNarrative, "Forced Narrative", "shown on the picture in every language",
+          CellType::flag, read<&Event::isForcedNarrative>, write<bool, &Event::setIsForcedNarrative> },
+        { KV::KV_ForcedNarrativeRegion, "FN Region", "where it is shown: 1 bottom, 2 top, 3 left, 4 right",
+          CellType::integer, readItem<&Event::getForcedNarrativeRegion, 1>,
           writeItem<&Event::setForcedNarrativeRegion, 1, ForcedNarrativeRegion> },
     };
 }

@@ -16,11 +16,11 @@ namespace ZEP::Overmarks
 /** What the Poco::Any of an attribute's cell holds. */
 enum class CellType
 {
-    none,     ///< no cell: a column that exporters compose themselves
-    flag,     ///< bool
-    integer,  ///< int
-    string,   ///< juce::String
-    richText  ///< ZEP::Core::RichTextString
+    none,    ///< no cell: a column that exporters compose themselves
+    flag,    ///< bool
+    integer, ///< int
+    string,  ///< juce::String
+    richText ///< ZEP::Core::RichTextString
 };
 
 /** One row of the table of an event's attributes: what a table view, an importer, an exporter and a command line call it,
@@ -28,9 +28,9 @@ enum class CellType
     this one table. */
 struct OVERMARKS_API EventAttribute
 {
-    juce::String key;          ///< one of EventKeyValueEditor's keys
-    juce::String columnTitle;  ///< title of its column in a cue list; empty if cue lists have no such column
-    juce::String explanation;  ///< what the cell holds, in the words of the trade
+    juce::String key;         ///< one of EventKeyValueEditor's keys
+    juce::String columnTitle; ///< title of its column in a cue list; empty if cue lists have no such column
+    juce::String explanation; ///< what the cell holds, in the words of the trade
     CellType cellType;
 
     /** The cell's value; null where there is no cell. */

@@ -53,7 +53,7 @@ void Event::change (const char* undoName, News news, Change makeChange, Values E
 
 /** The change of a single field. */
 template <typename Value>
-void Event::changeField (Value Event::* field, const Value& newValue, const char* undoName)
+void Event::changeField (Value Event::*field, const Value& newValue, const char* undoName)
 {
     change (
         undoName, News::attribute, [field, newValue] (Event& event) { event.*field = newValue; }, field);

@@ -35,7 +35,10 @@ const juce::String EventKeyValueEditor::KV_CharacterActor { "CharacterActor" };
 const juce::String EventKeyValueEditor::KV_IsForcedNarrative { "IsForcedNarrative" };
 const juce::String EventKeyValueEditor::KV_ForcedNarrativeRegion { "ForcedNarrativeRegion" };
 
-EventKeyValueEditor::EventKeyValueEditor (std::shared_ptr<Event> eventToEdit) : event (std::move (eventToEdit)) {}
+EventKeyValueEditor::EventKeyValueEditor (std::shared_ptr<Event> eventToEdit)
+    : event (std::move (eventToEdit))
+{
+}
 
 bool EventKeyValueEditor::setValueForKey (Poco::Any value, const juce::String& key, bool sendNotification)
 {

@@ -52,9 +52,9 @@ public:
     static const juce::String KV_DurationTCString;
     static const juce::String KV_SelectedTake;
     static const juce::String KV_AltTake;
-    static const juce::String KV_Takes;           ///< a column that exporters compose; no cell
-    static const juce::String KV_Timing;          ///< a column that exporters compose; no cell
-    static const juce::String KV_CharacterActor;  ///< a column that exporters compose; no cell
+    static const juce::String KV_Takes;          ///< a column that exporters compose; no cell
+    static const juce::String KV_Timing;         ///< a column that exporters compose; no cell
+    static const juce::String KV_CharacterActor; ///< a column that exporters compose; no cell
     static const juce::String KV_IsForcedNarrative;
     static const juce::String KV_ForcedNarrativeRegion;
 

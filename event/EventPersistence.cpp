@@ -12,8 +12,8 @@
 
 #include <google/protobuf/reflection.h>
 
-#include <string>
 #include <limits>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -120,7 +120,8 @@ private:
 
         std::vector<RichTextString::Attribute> attributes;
 
-        for (const auto& stored : reflection->GetRepeatedFieldRef<ProtoRichTextAttribute> (record, field.attributes))
+        for (const auto& stored :
+             reflection->GetRepeatedFieldRef<ProtoRichTextAttribute> (record, field.attributes))
             attributes.push_back (RichTextString::attributeFromProtoObject (&stored));
 
         value.applyAttributes (attributes);
@@ -131,7 +132,7 @@ private:
     void read (const RecordField& field, int& value) { value = reflection->GetInt32 (record, field.value); }
 
     template <typename Enumeration>
-        requires std::is_enum_v<Enumeration>
+    requires std::is_enum_v<Enumeration>
     void read (const RecordField& field, Enumeration& value)
     {
         value = static_cast<Enumeration> (reflection->GetInt32 (record, field.value));

@@ -42,21 +42,24 @@ constexpr float unsetTempo = -1.0f;
 /** Frames never leave the range of a frame index, whatever a damaged file says. */
 int toFrameIndex (std::int64_t frames)
 {
-    return static_cast<int> (std::clamp<std::int64_t> (
-        frames, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+    return static_cast<int> (
+        std::clamp<std::int64_t> (frames, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 /** A number of frames from floating point, cut towards zero. */
 int toFrameIndex (float frames)
 {
-    return std::isfinite (frames) ? toFrameIndex (static_cast<std::int64_t> (std::clamp (frames, -1.0e15f, 1.0e15f))) : 0;
+    return std::isfinite (frames)
+               ? toFrameIndex (static_cast<std::int64_t> (std::clamp (frames, -1.0e15f, 1.0e15f)))
+               : 0;
 }
 
 /** The default length of a cue in seconds, by the code of its preference. */
 int cueLengthInSeconds (int code)
 {
     constexpr std::array<int, 6> seconds { 0, 1, 3, 5, 10, 30 };
-    return code >= 1 && code < static_cast<int> (seconds.size()) ? seconds[static_cast<std::size_t> (code)] : 0;
+    return code >= 1 && code < static_cast<int> (seconds.size()) ? seconds[static_cast<std::size_t> (code)]
+                                                                 : 0;
 }
 
 } // namespace
@@ -82,10 +85,7 @@ std::size_t Event::writeStartTC (char* destination) const
     return writeTimecode (inPointFrameIndex, destination);
 }
 
-std::size_t Event::writeEndTC (char* destination) const
-{
-    return writeTimecode (endFrameIndex, destination);
-}
+std::size_t Event::writeEndTC (char* destination) const { return writeTimecode (endFrameIndex, destination); }
 
 juce::String Event::getStartTCString() const
 {
@@ -120,9 +120,7 @@ int Event::getStreamerDurationInFrames()
             fillFrom (ADRCueDefaultPrimaryPrerollDurationPrefKey);
             return streamerFramesInSeconds();
 
-        case EventTypeFlutter:
-            fillFrom (FlutterDefaultDurationPrefKey);
-            return streamerDuration;
+        case EventTypeFlutter: fillFrom (FlutterDefaultDurationPrefKey); return streamerDuration;
 
         case EventTypeStreamer:
             fillFrom (StreamerDefaultDurationPrefKey);
@@ -140,7 +138,8 @@ int Event::streamerFramesInBars() const
 {
     // A bar has four beats. The order of the operations decides the frame: one bar at 64 BPM and 24 frames is 89 frames.
     const float factor = streamerDuration == 4 ? 4.0f : streamerDuration == 2 ? 2.0f : 1.0f;
-    return toFrameIndex ((1.0f / (beatsPerMinute / 60.0f)) * 4.0f * factor * static_cast<float> (framesPerSecond()));
+    return toFrameIndex ((1.0f / (beatsPerMinute / 60.0f)) * 4.0f * factor
+                         * static_cast<float> (framesPerSecond()));
 }
 
 int Event::streamerFramesInSeconds() const
@@ -233,7 +232,8 @@ void Event::deriveADRCue()
 
     if (endFrameIndex == -1)
     {
-        const auto length = cueLengthInSeconds (UserDefaults::getIntForKey (ADRCueDefaultDurationPrefKey)) * framesPerSecond();
+        const auto length = cueLengthInSeconds (UserDefaults::getIntForKey (ADRCueDefaultDurationPrefKey))
+                            * framesPerSecond();
         endFrameIndex = toFrameIndex (std::int64_t { inPointFrameIndex } + length);
     }
 }
@@ -261,17 +261,14 @@ void Event::setTimeInfo (std::shared_ptr<ZEP::Core::TimeInfo> newTimeInfo)
 void Event::changeIndices (const char* undoName, const FrameIndices& newIndices)
 {
     change (
-        undoName,
-        News::timing,
+        undoName, News::timing,
         [newIndices] (Event& event)
         {
             event.startFrameIndex = newIndices.start;
             event.inPointFrameIndex = newIndices.inPoint;
             event.endFrameIndex = newIndices.end;
         },
-        &Event::startFrameIndex,
-        &Event::inPointFrameIndex,
-        &Event::endFrameIndex);
+        &Event::startFrameIndex, &Event::inPointFrameIndex, &Event::endFrameIndex);
 }
 
 Event::FrameIndices Event::indicesForInPoint (int newInPoint)
@@ -279,16 +276,19 @@ Event::FrameIndices Event::indicesForInPoint (int newInPoint)
     // A new in point past the old end carries the end along, so that the length measured from `oldReference` stays.
     const auto endKeptBehind = [this, newInPoint] (int oldReference)
     {
-        return endFrameIndex > newInPoint ? endFrameIndex
-                                          : toFrameIndex (std::int64_t { endFrameIndex } + newInPoint - oldReference);
+        return endFrameIndex > newInPoint
+                   ? endFrameIndex
+                   : toFrameIndex (std::int64_t { endFrameIndex } + newInPoint - oldReference);
     };
     const int streamer = getStreamerDurationInFrames();
     const int streamerStart = toFrameIndex (std::int64_t { newInPoint } - streamer);
 
     switch (type)
     {
-        case EventTypeADRCue: return { std::max (streamerStart, 0), newInPoint, endKeptBehind (inPointFrameIndex) };
-        case EventTypeFlutter: return { newInPoint, newInPoint, toFrameIndex (std::int64_t { newInPoint } + streamer) };
+        case EventTypeADRCue:
+            return { std::max (streamerStart, 0), newInPoint, endKeptBehind (inPointFrameIndex) };
+        case EventTypeFlutter:
+            return { newInPoint, newInPoint, toFrameIndex (std::int64_t { newInPoint } + streamer) };
         case EventTypeStreamer:
         case EventTypeFadeIn:
         case EventTypeFadeOut: return { streamerStart, newInPoint, newInPoint };
@@ -304,7 +304,8 @@ void Event::setStartTCString (const juce::String& timecode)
 
     if (! time.invalid && timeInfo != nullptr)
     {
-        changeIndices ("Changing Event Timecode", indicesForInPoint (TCToolbox::frameIndexForTCTime (time, timeInfo)));
+        changeIndices ("Changing Event Timecode",
+                       indicesForInPoint (TCToolbox::frameIndexForTCTime (time, timeInfo)));
         return;
     }
 
@@ -326,7 +327,8 @@ void Event::setEndTCString (const juce::String& timecode)
 
     const int newEnd = std::max (TCToolbox::frameIndexForTCTime (time, timeInfo), inPointFrameIndex);
     change (
-        "Set Event Timecode", News::timing, [newEnd] (Event& event) { event.endFrameIndex = newEnd; }, &Event::endFrameIndex);
+        "Set Event Timecode", News::timing, [newEnd] (Event& event) { event.endFrameIndex = newEnd; },
+        &Event::endFrameIndex);
 }
 
 // ---- duration, tempo and type --------------------------------------------------------------------------------------------
@@ -339,12 +341,12 @@ void Event::setStreamerDuration (int duration, bool updateTiming)
     const bool hasStreamer = type == EventTypeStreamer || type == EventTypeADRCue;
     const bool isFlutterLength = duration == 1 || duration == 4 || duration == 8 || duration == 12;
     const int newStart = hasStreamer ? -1 : startFrameIndex;
-    const int newEnd = type == EventTypeFlutter && isFlutterLength ? toFrameIndex (std::int64_t { startFrameIndex } + duration)
-                                                                   : endFrameIndex;
+    const int newEnd = type == EventTypeFlutter && isFlutterLength
+                           ? toFrameIndex (std::int64_t { startFrameIndex } + duration)
+                           : endFrameIndex;
 
     change (
-        "Changing Streamer Duration",
-        News::timing,
+        "Changing Streamer Duration", News::timing,
         [duration, updateTiming, hasStreamer, newStart, newEnd] (Event& event)
         {
             event.streamerDuration = duration;
@@ -358,9 +360,7 @@ void Event::setStreamerDuration (int duration, bool updateTiming)
             if (hasStreamer || event.type == EventTypeFlutter)
                 event.fillMissingVariablesAndSendChangedNotification (false);
         },
-        &Event::streamerDuration,
-        &Event::startFrameIndex,
-        &Event::endFrameIndex);
+        &Event::streamerDuration, &Event::startFrameIndex, &Event::endFrameIndex);
 }
 
 juce::String Event::beatsPerMinuteString() const
@@ -377,18 +377,14 @@ void Event::setBeatsPerMinuteString (const juce::String& tempo)
         return;
 
     change (
-        "Changing Event BPM",
-        News::attribute,
+        "Changing Event BPM", News::attribute,
         [value] (Event& event)
         {
             event.beatsPerMinute = static_cast<float> (value);
             event.startFrameIndex = -1;
             event.fillMissingVariableStartEndFrameIndex();
         },
-        &Event::beatsPerMinute,
-        &Event::startFrameIndex,
-        &Event::inPointFrameIndex,
-        &Event::endFrameIndex);
+        &Event::beatsPerMinute, &Event::startFrameIndex, &Event::inPointFrameIndex, &Event::endFrameIndex);
 }
 
 void Event::setType (EventType newType, bool resetContent)
@@ -403,8 +399,7 @@ void Event::setType (EventType newType, bool resetContent)
     }
 
     change (
-        "Changing Event Type",
-        News::attribute,
+        "Changing Event Type", News::attribute,
         [newType] (Event& event)
         {
             event.type = newType;
@@ -413,13 +408,8 @@ void Event::setType (EventType newType, bool resetContent)
             event.text = RichTextString();
             event.fillMissingVariablesAndSendChangedNotification (false);
         },
-        &Event::type,
-        &Event::streamerDuration,
-        &Event::endFrameIndex,
-        &Event::startFrameIndex,
-        &Event::inPointFrameIndex,
-        &Event::characterID,
-        &Event::text);
+        &Event::type, &Event::streamerDuration, &Event::endFrameIndex, &Event::startFrameIndex,
+        &Event::inPointFrameIndex, &Event::characterID, &Event::text);
 }
 
 // ---- checking ------------------------------------------------------------------------------------------------------------

@@ -4,12 +4,14 @@
 #include "core/cast/ADRCharacterMap.h"
 #include "core/cast/ADRCueReasonsManager.h"
 #include "core/text/StringUtil.h"
+#include "core/timecode/TCToolbox.h"
 #include "event/EventKeyValueEditor.h"
 #include "export/TakerTemplate.h"
 
 #include <Poco/Any.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <unordered_map>
@@ -25,6 +27,8 @@ using ZEP::Core::StringUtil;
 
 namespace
 {
+
+using TimecodeText = std::array<char, ZEP::Core::TCToolbox::longestTimecode>;
 
 constexpr CSVTextRule doubledQuotes { CSVQuotes::doubled, CSVBreaks::kept, false };
 constexpr CSVTextRule oneLine { CSVQuotes::doubled, CSVBreaks::toBlanks, false };
@@ -55,12 +59,14 @@ void writeEngineeringNotes (CSVCells& cells, const CSVCellSource& source)
 
 void writeStart (CSVCells& cells, const CSVCellSource& source)
 {
-    cells.quoted (utf8 (source.event->getStartTCString()));
+    TimecodeText text;
+    cells.quoted ({ text.data(), source.event->writeStartTC (text.data()) });
 }
 
 void writeEnd (CSVCells& cells, const CSVCellSource& source)
 {
-    cells.quoted (utf8 (source.event->getEndTCString()));
+    TimecodeText text;
+    cells.quoted ({ text.data(), source.event->writeEndTC (text.data()) });
 }
 
 /** Unlike an event's own cells, these tell of the character whatever the type of the event. */
@@ -211,6 +217,16 @@ CSVCellWriter csvCellWriterForKey (const juce::String& key)
 {
     const auto found = writers().find (key);
     return found != writers().end() ? found->second : writeNothing;
+}
+
+std::vector<CSVCellWriter> csvCellWritersForKeys (const std::vector<juce::String>& keys)
+{
+    std::vector<CSVCellWriter> columns;
+
+    for (const auto& key : keys)
+        columns.push_back (csvCellWriterForKey (key));
+
+    return columns;
 }
 
 const char* dsTakerTrack (int rowNumber) noexcept { return rowNumber % 2 != 0 ? "1" : "2"; }

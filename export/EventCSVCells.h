@@ -8,6 +8,7 @@
 #include <juce_core/juce_core.h>
 
 #include <memory>
+#include <vector>
 
 namespace ZEP::Overmarks
 {
@@ -28,6 +29,9 @@ using CSVCellWriter = void (*) (CSVCells&, const CSVCellSource&);
 
 /** How the column of this key is written; an empty cell for a key that has no cell of its own. */
 [[nodiscard]] CSVCellWriter csvCellWriterForKey (const juce::String& key);
+
+/** The same for each column of a table. */
+[[nodiscard]] std::vector<CSVCellWriter> csvCellWritersForKeys (const std::vector<juce::String>& keys);
 
 /** "1" for an odd row, "2" for an even one. */
 [[nodiscard]] const char* dsTakerTrack (int rowNumber) noexcept;

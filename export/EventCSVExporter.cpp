@@ -14,6 +14,7 @@
 #include <Poco/UTF8Encoding.h>
 #include <Poco/Windows1252Encoding.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -64,8 +65,16 @@ const std::vector<std::pair<juce::String, juce::String>>& ownColumns()
 /** Writes a text in an encoding of one byte a character. */
 void writeConverted (OutputFile& file, const juce::String& text, const Poco::TextEncoding& target)
 {
-    std::string bytes;
-    Poco::TextConverter (Poco::UTF8Encoding(), target, '?').convert (text.toStdString(), bytes);
+    std::string bytes = text.toStdString();
+
+    // All of them agree with ASCII, which most lists are.
+    if (std::any_of (bytes.begin(), bytes.end(),
+                     [] (char c) { return static_cast<unsigned char> (c) > 127; }))
+    {
+        const std::string unconverted = std::exchange (bytes, {});
+        Poco::TextConverter (Poco::UTF8Encoding(), target, '?').convert (unconverted, bytes);
+    }
+
     file.write (bytes.data(), bytes.size());
 }
 
@@ -173,17 +182,15 @@ juce::String EventCSVExporter::csvHeaderString()
 bool EventCSVExporter::createCSVLinesForTemplateDublane (const Events& events)
 {
     const auto separator = delimiterText();
-    std::vector<CSVCellWriter> writers;
-
-    for (const auto& key : columnKeys)
-        writers.push_back (csvCellWriterForKey (key));
+    const auto writers = csvCellWritersForKeys (columnKeys);
+    const bool forDSTaker = templateNumber() == csvTemplateDSTaker;
 
     std::string rows;
     CSVCells cells (rows, utf8 (separator));
 
     for (const auto& event : events)
     {
-        const CSVCellSource source (event, templateNumber() == csvTemplateDSTaker, -1);
+        const CSVCellSource source (event, forDSTaker, -1);
 
         for (const auto writer : writers)
             writer (cells, source);

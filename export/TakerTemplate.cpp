@@ -203,6 +203,8 @@ bool EventCSVExporter::createCSVLinesForTemplateDSTaker (const Events& events)
     const auto separator = delimiterText();
     std::string rows;
     CSVCells cells (rows, utf8 (separator));
+    const auto writers = csvCellWritersForKeys (columnKeys);
+    const bool forDSTaker = templateNumber() == csvTemplateDSTaker;
     std::set<juce::String> overflowing;
     int rowNumber = 0;
 
@@ -212,10 +214,10 @@ bool EventCSVExporter::createCSVLinesForTemplateDSTaker (const Events& events)
 
         if (subcues.size() == 1)
         {
-            const CSVCellSource source (subcues.front(), templateNumber() == csvTemplateDSTaker, rowNumber);
+            const CSVCellSource source (subcues.front(), forDSTaker, rowNumber);
 
-            for (const auto& key : columnKeys)
-                csvCellWriterForKey (key) (cells, source);
+            for (const auto writer : writers)
+                writer (cells, source);
 
             // The list's last event ends its row without a break, wherever the row stands.
             if (subcues.front() != events.back())

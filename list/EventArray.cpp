@@ -32,7 +32,8 @@ EventArray::EventArray (std::shared_ptr<Event> fadeIn, std::shared_ptr<Event> fa
     fadeInEvent = std::move (fadeIn);
     fadeOutEvent = std::move (fadeOut);
 
-    for (const auto& key : { EventCharacterFilterKey, EventCueNumberFilterKey, EventTextFilterKey, EventActorFilterKey })
+    for (const auto& key :
+         { EventCharacterFilterKey, EventCueNumberFilterKey, EventTextFilterKey, EventActorFilterKey })
         filterParameters[juce::String (key)] = {};
 }
 
@@ -55,7 +56,8 @@ void EventArray::appendAll (const Events& eventsToAdd)
 void EventArray::eraseAll (const Events& eventsToRemove)
 {
     const std::unordered_set<std::shared_ptr<Event>> leaving (eventsToRemove.begin(), eventsToRemove.end());
-    const auto isLeaving = [&leaving] (const std::shared_ptr<Event>& event) { return leaving.contains (event); };
+    const auto isLeaving = [&leaving] (const std::shared_ptr<Event>& event)
+    { return leaving.contains (event); };
     std::erase_if (events, isLeaving);
     std::erase_if (selectedEvents, isLeaving);
 }
@@ -95,7 +97,8 @@ void EventArray::performStep (const char* undoName, const Events& changed, Perfo
         action.state.save<Events> (changed);
         (this->*perform) (changed);
     };
-    step->undoFunction = [this, undo] (const Step& action) { (this->*undo) (action.state.restore<Events>()); };
+    step->undoFunction = [this, undo] (const Step& action)
+    { (this->*undo) (action.state.restore<Events>()); };
 
     auto* undoManager = UndoRedoHelpers::sharedUndoManager();
     undoManager->perform (step.release(), undoName);
@@ -201,8 +204,7 @@ void EventArray::sortFilteredEventsByTimecode()
     const auto keyOf = [byStartFrame] (const Event& event)
     {
         const bool hasInPoint = event.getInPointFrameIndex() != -1;
-        return Key { hasInPoint,
-                     event.getStartFrameIndex(),
+        return Key { hasInPoint, event.getStartFrameIndex(),
                      hasInPoint && ! byStartFrame ? TimecodeKey::startOf (event) : TimecodeKey(),
                      hasInPoint ? juce::String() : event.getCueNumber() };
     };

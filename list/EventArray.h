@@ -91,14 +91,14 @@ public:
     void setTimeInfoForAllEvents (std::shared_ptr<ZEP::Core::TimeInfo> timeInfo);
 
     std::map<juce::String, juce::String> filterParameters;
-    Events filteredEvents;        ///< what the filter lets through, by timecode
-    Events sortedFilteredEvents;  ///< the same, in the order of the sort column
-    Events selectedEvents;        ///< the selection, by timecode
-    Events sortedSelectedEvents;  ///< the selection, in the order of the sort column; may be stale
-    Events events;                ///< everything, by timecode
+    Events filteredEvents;       ///< what the filter lets through, by timecode
+    Events sortedFilteredEvents; ///< the same, in the order of the sort column
+    Events selectedEvents;       ///< the selection, by timecode
+    Events sortedSelectedEvents; ///< the selection, in the order of the sort column; may be stale
+    Events events;               ///< everything, by timecode
     std::shared_ptr<Event> fadeInEvent;
     std::shared_ptr<Event> fadeOutEvent;
-    juce::String sortKey;         ///< one of EventKeyValueEditor's keys; any other sorts by start
+    juce::String sortKey; ///< one of EventKeyValueEditor's keys; any other sorts by start
     bool sortDescending = false;
 
 private:

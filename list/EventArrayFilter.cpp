@@ -33,7 +33,8 @@ struct FilterTexts
             return true;
 
         const auto who = event.character();
-        return who != nullptr && (character.isEmpty() || who->name == character) && (actor.isEmpty() || who->actor == actor);
+        return who != nullptr && (character.isEmpty() || who->name == character)
+               && (actor.isEmpty() || who->actor == actor);
     }
 };
 
@@ -43,7 +44,9 @@ class FilterWalk final
 {
 public:
     FilterWalk (FilterTexts textsToMatch, int numberOfNeighbours, EventArray::Events& result)
-        : texts (std::move (textsToMatch)), numAdjacent (numberOfNeighbours), listed (result)
+        : texts (std::move (textsToMatch)),
+          numAdjacent (numberOfNeighbours),
+          listed (result)
     {
     }
 
@@ -68,8 +71,10 @@ public:
 private:
     bool belongsToMatchingCue (const Event& event) const
     {
-        const bool isStreamerOrFlutter = event.getType() == EventTypeStreamer || event.getType() == EventTypeFlutter;
-        return isStreamerOrFlutter && event.getInPointFrameIndex() >= cueStart && event.getInPointFrameIndex() <= cueEnd;
+        const bool isStreamerOrFlutter =
+            event.getType() == EventTypeStreamer || event.getType() == EventTypeFlutter;
+        return isStreamerOrFlutter && event.getInPointFrameIndex() >= cueStart
+               && event.getInPointFrameIndex() <= cueEnd;
     }
 
     void take (const std::shared_ptr<Event>& event)
@@ -123,20 +128,14 @@ private:
 
 } // namespace
 
-juce::String EventArray::filterValue (const std::string& key)
-{
-    return filterParameters[juce::String (key)];
-}
+juce::String EventArray::filterValue (const std::string& key) { return filterParameters[juce::String (key)]; }
 
 void EventArray::updateFilteredEvents()
 {
     const int numAdjacent = filterValue (EventNumAdjacentCuesKey).getIntValue();
-    FilterWalk walk ({ filterValue (EventCharacterFilterKey),
-                       filterValue (EventTextFilterKey),
-                       filterValue (EventCueNumberFilterKey),
-                       filterValue (EventActorFilterKey) },
-                     numAdjacent,
-                     filteredEvents);
+    FilterWalk walk ({ filterValue (EventCharacterFilterKey), filterValue (EventTextFilterKey),
+                       filterValue (EventCueNumberFilterKey), filterValue (EventActorFilterKey) },
+                     numAdjacent, filteredEvents);
 
     for (const auto& event : events)
         walk.visit (event);

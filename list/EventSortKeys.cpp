@@ -20,7 +20,8 @@ TimecodeKey TimecodeKey::startOf (const Event& event)
 {
     std::array<char, TCToolbox::longestTimecode> text;
     TimecodeKey key;
-    std::memcpy (key.characters.data(), text.data(), std::min (event.writeStartTC (text.data()), key.characters.size()));
+    std::memcpy (key.characters.data(), text.data(),
+                 std::min (event.writeStartTC (text.data()), key.characters.size()));
     return key;
 }
 
@@ -28,11 +29,12 @@ TimecodeKey TimecodeKey::endOf (const Event& event)
 {
     std::array<char, TCToolbox::longestTimecode> text;
     TimecodeKey key;
-    std::memcpy (key.characters.data(), text.data(), std::min (event.writeEndTC (text.data()), key.characters.size()));
+    std::memcpy (key.characters.data(), text.data(),
+                 std::min (event.writeEndTC (text.data()), key.characters.size()));
     return key;
 }
 
-bool TimecodeKey::operator< (const TimecodeKey& other) const noexcept
+bool TimecodeKey::operator<(const TimecodeKey& other) const noexcept
 {
     return std::memcmp (characters.data(), other.characters.data(), characters.size()) < 0;
 }
@@ -80,7 +82,8 @@ constexpr TextColumn textColumns[] = {
 } // namespace
 
 EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
-    : descending (shouldDescend), characters (Event::getADRCharacterMap())
+    : descending (shouldDescend),
+      characters (Event::getADRCharacterMap())
 {
     for (const auto& number : numberColumns)
         if (number.key == sortKey)
@@ -145,7 +148,8 @@ void EventSortOrder::fillTimeKey (Key& key, const Event& event) const
 
 void EventSortOrder::fillCharacterKey (Key& key, const Event& event) const
 {
-    const auto character = characters != nullptr ? characters->characterForID (event.getCharacterID()) : nullptr;
+    const auto character =
+        characters != nullptr ? characters->characterForID (event.getCharacterID()) : nullptr;
     key.hasCharacter = character != nullptr;
 
     if (key.hasCharacter)
@@ -240,8 +244,7 @@ bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
     stableSortByKeys (
-        events,
-        [this] (const Event& event) { return keyFor (event); },
+        events, [this] (const Event& event) { return keyFor (event); },
         [this] (const Key& a, const Key& b)
         { return column == Column::start ? startsBeforeInWholeList (a, b) : goesBefore (a, b); });
 }

@@ -27,7 +27,7 @@ public:
     static TimecodeKey startOf (const Event& event);
     static TimecodeKey endOf (const Event& event);
 
-    bool operator< (const TimecodeKey& other) const noexcept;
+    bool operator<(const TimecodeKey& other) const noexcept;
     bool operator== (const TimecodeKey&) const = default;
 
 private:
@@ -93,17 +93,18 @@ private:
         cueNumber,
         character,
         characterData,
-        plainStart  ///< any other key: by start timecode alone
+        plainStart ///< any other key: by start timecode alone
     };
 
     /** What one event is compared by; which members count depends on the column. */
     struct Key
     {
         TimecodeKey timecode;
-        juce::String text;          ///< text of the cell, cue number of an event without a time, or name of the character
+        juce::String
+            text; ///< text of the cell, cue number of an event without a time, or name of the character
         double number = 0.0;
         bool hasInPoint = false;
-        bool hasTime = false;       ///< the time of the column is set
+        bool hasTime = false; ///< the time of the column is set
         bool hasCharacter = false;
     };
 

@@ -9,33 +9,49 @@
 namespace ZEP::Overmarks
 {
 
-using json = nlohmann::ordered_json;
-
 namespace
 {
 
-// A project nests five deep (events, event, text, runs, run), and its largest object is an event with twenty-two members.
+// A project nests six deep (project, events, event, text, runs, run), and its largest object is an event with twenty-two
+// members.
 constexpr int deepestNesting = 16;
 constexpr std::size_t mostMembers = 64;
 
 } // namespace
 
-bool JSONStructureCheck::operator() (int depth, json::parse_event_t event, const json& parsed)
+void JSONStructureCheck::goDeeper()
 {
-    if (depth > deepestNesting)
+    if (++depth > deepestNesting)
         throw std::invalid_argument ("The text is nested too deeply for a project");
+}
 
-    if (event == json::parse_event_t::object_start)
-        namesOfOpenObjects.emplace_back();
-    else if (event == json::parse_event_t::object_end)
-        namesOfOpenObjects.pop_back();
-    else if (event == json::parse_event_t::key)
-        addName (parsed.get_ref<const std::string&>());
-
+bool JSONStructureCheck::start_array (std::size_t)
+{
+    goDeeper();
     return true;
 }
 
-void JSONStructureCheck::addName (const std::string& name)
+bool JSONStructureCheck::end_array()
+{
+    --depth;
+    return true;
+}
+
+bool JSONStructureCheck::start_object (std::size_t)
+{
+    goDeeper();
+    namesOfOpenObjects.emplace_back();
+    return true;
+}
+
+bool JSONStructureCheck::end_object()
+{
+    --depth;
+    namesOfOpenObjects.pop_back();
+    return true;
+}
+
+bool JSONStructureCheck::key (string_t& name)
 {
     auto& names = namesOfOpenObjects.back();
 
@@ -47,6 +63,7 @@ void JSONStructureCheck::addName (const std::string& name)
         throw std::invalid_argument ("An object in the text has more members than any of a project");
 
     names.push_back (name);
+    return true;
 }
 
 } // namespace ZEP::Overmarks

@@ -17,7 +17,8 @@ Project Project::createEmpty (std::shared_ptr<TimeInfo> timeInfo)
     Project project;
     project.timeInfo = std::move (timeInfo);
     project.characters = std::make_shared<ADRCharacterMap>();
-    project.list = std::make_shared<EventArray> (project.createFade (EventTypeFadeIn), project.createFade (EventTypeFadeOut));
+    project.list = std::make_shared<EventArray> (project.createFade (EventTypeFadeIn),
+                                                 project.createFade (EventTypeFadeOut));
     return project;
 }
 

@@ -9,7 +9,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <functional>
 #include <limits>
 #include <optional>
 #include <set>
@@ -35,7 +34,8 @@ constexpr std::size_t mostUserReasons = 8;
 json parse (const std::string& text)
 {
     JSONStructureCheck check;
-    return json::parse (text, std::ref (check));
+    json::sax_parse (text, &check); // what is no JSON is told by the parser, with its place
+    return json::parse (text);
 }
 
 // ---- time ----------------------------------------------------------------------------------------------------------------

@@ -47,9 +47,11 @@ void OutputFile::writeString (const juce::String& text) { complete = stream->wri
 
 bool OutputFile::finish()
 {
-    // A full disk shows only when the buffer is flushed; a write that was cut short only in the size.
-    stream->flush();
-    const bool allThere = ! isRegularFile() || file.getSize() == stream->getPosition();
+    // A full disk shows only when the buffer is emptied, a write that was cut short only in the size. Going back to the start
+    // empties it; flush() would wait for the disk as well, which takes longer than all the rest for a long list.
+    const auto length = stream->getPosition();
+    stream->setPosition (0);
+    const bool allThere = ! isRegularFile() || file.getSize() == length;
     keep = complete && stream->openedOk() && allThere;
     return keep;
 }

@@ -32,7 +32,8 @@ public:
     /** UTF-8 and a closing zero byte. */
     void writeString (const juce::String& text);
 
-    /** Brings everything to the disk. @returns whether every byte has arrived */
+    /** Hands everything to the system, without waiting for the disk itself. Nothing is written after it.
+        @returns whether the file has taken every byte */
     [[nodiscard]] bool finish();
 
 private:

@@ -151,6 +151,14 @@ TEST_F (ProjectJSONTest, writingAndReadingLosesNothing)
     }
 }
 
+TEST_F (ProjectJSONTest, aSeasonsListIsWrittenAndRead)
+{
+    auto project = emptyProject();
+    for (int i = 0; i < 20000; ++i)
+        project.list->addEvent (cue (juce::String (i), i), false);
+    EXPECT_EQ (differenceOf (load (ProjectJSON::toText (project)), project), "");
+}
+
 TEST_F (ProjectJSONTest, readingMakesNoStepAndTellsNobody)
 {
     const auto text = ProjectJSON::toText (RandomProjects (7).make());

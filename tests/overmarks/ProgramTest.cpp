@@ -93,7 +93,8 @@ TEST_F (ProgramTest, rowsOfAFileWithoutATableTellsTheImportersWords)
     write ("x.csv", "");
     const auto result = run ({ "rows", "x.csv", "--json" });
     EXPECT_EQ (result.status, 1);
-    EXPECT_EQ (result.json()["error"], "The CSV file you tried to import doesn't contain any parsable content");
+    EXPECT_EQ (result.json()["error"],
+               "The CSV file you tried to import doesn't contain any parsable content");
 }
 
 TEST_F (ProgramTest, anExtensionThatNoImporterTakesIsAnError)
@@ -124,7 +125,8 @@ TEST_F (ProgramTest, listShowsTheEventsInTheOrderOfTimeWithTheirNames)
 
 TEST_F (ProgramTest, listInAPipeIsPlainText)
 {
-    write ("x.csv", std::string (threeCues) + "01:00:10:00,01:00:11:00,ANNA,B. Miller,\x1b]0;owned\x07 red \x1b[31m,A3\n");
+    write ("x.csv", std::string (threeCues)
+                        + "01:00:10:00,01:00:11:00,ANNA,B. Miller,\x1b]0;owned\x07 red \x1b[31m,A3\n");
     const auto result = run ({ "list", "x.csv" });
     EXPECT_EQ (result.status, 0);
     EXPECT_THAT (result.output, HasSubstr ("Who's \"there\"?"));
@@ -135,7 +137,8 @@ TEST_F (ProgramTest, listInAPipeIsPlainText)
 TEST_F (ProgramTest, listSortsAndFilters)
 {
     write ("x.csv", threeCues);
-    const auto result = run ({ "list", "x.csv", "--json", "--character", "ANNA", "--sort", "cuenumber", "--descending" });
+    const auto result =
+        run ({ "list", "x.csv", "--json", "--character", "ANNA", "--sort", "cuenumber", "--descending" });
     const auto events = result.json()["events"];
     ASSERT_EQ (events.size(), 2u);
     EXPECT_EQ (events[0]["cueNumber"], "A2");
@@ -152,7 +155,8 @@ TEST_F (ProgramTest, standardInputIsAListOfTheNamedFormat)
 TEST_F (ProgramTest, dumpThenLoadThenDumpGivesTheSameText)
 {
     write ("x.csv", threeCues);
-    const auto first = run ({ "dump", "x.csv", "--origin", "01:00:00:00", "--fps", "24", "--reasons", "Whim" });
+    const auto first =
+        run ({ "dump", "x.csv", "--origin", "01:00:00:00", "--fps", "24", "--reasons", "Whim" });
     ASSERT_EQ (first.status, 0);
     write ("first.json", first.output);
     const auto loaded = run ({ "load", "first.json", "-o", "second.json" });
@@ -212,9 +216,14 @@ TEST_F (ProgramTest, aTableOfWhichNothingIsKnownIsRefusedUntilTheColumnsAreTold)
     write ("x.csv", "alpha,beta\n00:00:01:00,first\n");
     const auto refused = run ({ "import", "x.csv", "-o", "film.json" });
     EXPECT_EQ (refused.status, 1);
-    EXPECT_THAT (refused.errors, HasSubstr ("x.csv: no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds"));
+    EXPECT_THAT (
+        refused.errors,
+        HasSubstr (
+            "x.csv: no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds"));
     EXPECT_FALSE (file ("film.json").exists());
-    EXPECT_EQ (run ({ "import", "x.csv", "-o", "film.json", "--map", "alpha=Start TC", "--map", "beta=Text" }).status, 0);
+    EXPECT_EQ (run ({ "import", "x.csv", "-o", "film.json", "--map", "alpha=Start TC", "--map", "beta=Text" })
+                   .status,
+               0);
 }
 
 TEST_F (ProgramTest, aFadeOfTheFileBecomesTheListsOwnAndASecondOneIsAProblem)
@@ -271,7 +280,8 @@ TEST_F (ProgramTest, setEditsWhatTheFilterMeansAndSaysHowManySteps)
 {
     write ("x.csv", threeCues);
     ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
-    const auto result = run ({ "set", "film.json", "-o", "film.json", "--where", "CharacterID=ANNA", "Done=yes", "Notes=softer", "--json" });
+    const auto result = run ({ "set", "film.json", "-o", "film.json", "--where", "CharacterID=ANNA",
+                               "Done=yes", "Notes=softer", "--json" });
     EXPECT_EQ (result.status, 0) << result.errors;
     EXPECT_EQ (result.json()["events"], 2);
     EXPECT_EQ (result.json()["steps"], 4);
@@ -290,7 +300,10 @@ TEST_F (ProgramTest, setTakesOneEventByItsIdentityAndMovesItInTime)
     write ("x.csv", threeCues);
     ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
     const auto uuid = run ({ "list", "film.json", "--json" }).json()["events"][0]["uuid"].get<std::string>();
-    ASSERT_EQ (run ({ "set", "film.json", "-o", "film.json", "--uuid", uuid, "StartTCString=01:00:30:00", "Reason=AR4" }).status, 0);
+    ASSERT_EQ (run ({ "set", "film.json", "-o", "film.json", "--uuid", uuid, "StartTCString=01:00:30:00",
+                      "Reason=AR4" })
+                   .status,
+               0);
     const auto moved = run ({ "list", "film.json", "--json" }).json()["events"][2];
     EXPECT_EQ (moved["uuid"], uuid);
     EXPECT_EQ (moved["startTC"], "01:00:30:00");
@@ -322,14 +335,19 @@ TEST_F (ProgramTest, setSuggestsTheKeyThatWasMeant)
     write ("x.csv", threeCues);
     const auto result = run ({ "set", "x.csv", "-o", "film.json", "CueNumbr=1" });
     EXPECT_EQ (result.status, 2);
-    EXPECT_THAT (result.errors, HasSubstr ("There is no attribute \"CueNumbr\"; `overmarks keys` lists them. Did you mean \"CueNumber\"?"));
+    EXPECT_THAT (
+        result.errors,
+        HasSubstr (
+            "There is no attribute \"CueNumbr\"; `overmarks keys` lists them. Did you mean \"CueNumber\"?"));
 }
 
 // ---- convert and export ----------------------------------------------------------------------------------------------------
 
 TEST_F (ProgramTest, convertWritesTheTableAndReadsItBackWhole)
 {
-    write ("x.csv", "Start TC,End TC,Text,Event Type,Streamer Duration,Reason\n00:00:10:00,00:00:12:00,Hello,ADR Cue,5,Clarity (AR4)\n");
+    write (
+        "x.csv",
+        "Start TC,End TC,Text,Event Type,Streamer Duration,Reason\n00:00:10:00,00:00:12:00,Hello,ADR Cue,5,Clarity (AR4)\n");
     ASSERT_EQ (run ({ "convert", "x.csv", "out.csv" }).status, 0);
     const auto events = run ({ "list", "out.csv", "--json" }).json()["events"];
     ASSERT_EQ (events.size(), 1u);
@@ -358,9 +376,11 @@ TEST_F (ProgramTest, exportByCharacterWritesAFileForEachCharacter)
 {
     write ("x.csv", threeCues);
     ASSERT_TRUE (file ("out").createDirectory().wasOk());
-    const auto result = run ({ "export", "x.csv", "-o", "out", "--format", "csv", "--by-character", "--json" });
+    const auto result =
+        run ({ "export", "x.csv", "-o", "out", "--format", "csv", "--by-character", "--json" });
     EXPECT_EQ (result.status, 0) << result.errors;
-    EXPECT_EQ (result.json()["files"], (std::vector<std::string> { path ("out/x_ANNA.csv"), path ("out/x_TOM.csv") }));
+    EXPECT_EQ (result.json()["files"],
+               (std::vector<std::string> { path ("out/x_ANNA.csv"), path ("out/x_TOM.csv") }));
     EXPECT_TRUE (file ("out/x_ANNA.csv").existsAsFile());
     EXPECT_TRUE (file ("out/x_TOM.csv").existsAsFile());
 }
@@ -378,7 +398,8 @@ TEST_F (ProgramTest, aFullDiskIsToldInTheExportersWords)
 {
     write ("x.csv", threeCues);
     ASSERT_TRUE (juce::File ("/dev/full").createSymbolicLink (file ("full.csv"), true));
-    const auto result = run ({ "export", "x.csv", "-o", ".", "--name", "full", "--format", "csv", "--force" });
+    const auto result =
+        run ({ "export", "x.csv", "-o", ".", "--name", "full", "--format", "csv", "--force" });
     EXPECT_EQ (result.status, 1);
     EXPECT_THAT (result.errors, HasSubstr ("Error writing file to " + path ("full.csv")));
     EXPECT_EQ (read ("x.csv"), threeCues);
@@ -403,7 +424,8 @@ TEST_F (ProgramTest, withoutAnybodyToAskALossyTakerListIsNotWritten)
     const auto refused = run ({ "export", "x.csv", "-o", ".", "--name", "taker", "--format", "ds-taker" });
     EXPECT_EQ (refused.status, 1);
     EXPECT_FALSE (file ("taker.csv").exists());
-    EXPECT_EQ (run ({ "export", "x.csv", "-o", ".", "--name", "taker", "--format", "ds-taker", "--yes" }).status, 0);
+    EXPECT_EQ (
+        run ({ "export", "x.csv", "-o", ".", "--name", "taker", "--format", "ds-taker", "--yes" }).status, 0);
     EXPECT_TRUE (file ("taker.csv").exists());
 }
 
@@ -419,12 +441,19 @@ TEST_F (ProgramTest, theCataloguesListWhatThereIs)
 
 TEST_F (ProgramTest, aPreferenceIsStoredAndFollowed)
 {
-    ASSERT_EQ (run ({ "preferences", "--set", "ADRCueDefaultDuration=1", "--settings", "studio.settings" }).status, 0);
+    ASSERT_EQ (
+        run ({ "preferences", "--set", "ADRCueDefaultDuration=1", "--settings", "studio.settings" }).status,
+        0);
     write ("x.csv", "Start TC,Text\n00:00:10:00,Hello\n");
-    const auto shown = run ({ "list", "x.csv", "--json", "--settings", "studio.settings" }).json()["events"][0];
+    const auto shown =
+        run ({ "list", "x.csv", "--json", "--settings", "studio.settings" }).json()["events"][0];
     EXPECT_EQ (shown["endTC"], "00:00:11:00");
-    EXPECT_EQ (run ({ "preferences", "--set", "ADRCueDefaultDuratio=1", "--settings", "studio.settings" }).status, 2);
-    EXPECT_EQ (run ({ "preferences", "--set", "ADRCueDefaultDuration=x", "--settings", "studio.settings" }).status, 2);
+    EXPECT_EQ (
+        run ({ "preferences", "--set", "ADRCueDefaultDuratio=1", "--settings", "studio.settings" }).status,
+        2);
+    EXPECT_EQ (
+        run ({ "preferences", "--set", "ADRCueDefaultDuration=x", "--settings", "studio.settings" }).status,
+        2);
 }
 
 // ---- usage -----------------------------------------------------------------------------------------------------------------
@@ -433,7 +462,8 @@ TEST_F (ProgramTest, wrongUsageEndsWithTwoAndASuggestion)
 {
     const auto command = run ({ "lst" });
     EXPECT_EQ (command.status, 2);
-    EXPECT_EQ (command.errors, "overmarks: There is no command \"lst\". Did you mean \"list\"? See overmarks --help\n");
+    EXPECT_EQ (command.errors,
+               "overmarks: There is no command \"lst\". Did you mean \"list\"? See overmarks --help\n");
 
     write ("x.csv", threeCues);
     const auto option = run ({ "list", "x.csv", "--fpz", "25" });
@@ -459,7 +489,8 @@ TEST_F (ProgramTest, wrongTimesOfTheProjectAreWrongUsage)
 
 TEST_F (ProgramTest, helpOfEveryCommandShowsAnExample)
 {
-    for (const auto* command : { "rows", "import", "dump", "load", "list", "set", "convert", "export", "formats", "keys", "reasons", "preferences" })
+    for (const auto* command : { "rows", "import", "dump", "load", "list", "set", "convert", "export",
+                                 "formats", "keys", "reasons", "preferences" })
     {
         const auto result = run ({ command, "--help" });
         EXPECT_EQ (result.status, 0) << command;

@@ -27,7 +27,8 @@ std::string contents (const juce::File& file)
 
 } // namespace
 
-ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments, const std::string& standardInput)
+ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments,
+                          const std::string& standardInput)
 {
     const juce::TemporaryFile in, out, err;
     in.getFile().replaceWithData (standardInput.data(), standardInput.size());
@@ -56,5 +57,6 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
 
     int status = 0;
     waitpid (child, &status, 0);
-    return { contents (out.getFile()), contents (err.getFile()), WIFEXITED (status) ? WEXITSTATUS (status) : 128 + WTERMSIG (status) };
+    return { contents (out.getFile()), contents (err.getFile()),
+             WIFEXITED (status) ? WEXITSTATUS (status) : 128 + WTERMSIG (status) };
 }

@@ -10,8 +10,8 @@
 /** What the program has written and how it ended. */
 struct ProgramResult
 {
-    std::string output;  ///< standard output
-    std::string errors;  ///< standard error
+    std::string output; ///< standard output
+    std::string errors; ///< standard error
     int status = -1;
 
     nlohmann::ordered_json json() const { return nlohmann::ordered_json::parse (output); }
@@ -19,4 +19,5 @@ struct ProgramResult
 
 /** Runs the command-line program, as it was built, in a folder. No shell is involved.
     @param standardInput  given to the program */
-ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments, const std::string& standardInput = {});
+ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments,
+                          const std::string& standardInput = {});

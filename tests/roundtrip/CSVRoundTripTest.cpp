@@ -87,25 +87,41 @@ juce::String carried (const Event& event, const std::shared_ptr<ZEP::Core::ADRCh
 
 juce::String randomText (std::mt19937& random)
 {
-    static const juce::StringArray words { "hello", "\"quoted\"", "comma,", "semi;colon", "tab", "caf\xc3\xa9", "na\xc3\xafve",
-                                           "\xe6\x9d\xb1\xe4\xba\xac", "\xf0\x9f\x8e\xac", "O'Hara", "(breath)", "50%", "=1+1", "[AR4]", "-" };
+    static const juce::StringArray words { "hello",
+                                           "\"quoted\"",
+                                           "comma,",
+                                           "semi;colon",
+                                           "tab",
+                                           "caf\xc3\xa9",
+                                           "na\xc3\xafve",
+                                           "\xe6\x9d\xb1\xe4\xba\xac",
+                                           "\xf0\x9f\x8e\xac",
+                                           "O'Hara",
+                                           "(breath)",
+                                           "50%",
+                                           "=1+1",
+                                           "[AR4]",
+                                           "-" };
     juce::StringArray text;
 
     for (auto i = random() % 6; i > 0; --i)
-        text.add (juce::String::fromUTF8 (words[static_cast<int> (random() % static_cast<unsigned> (words.size()))].toRawUTF8()));
+        text.add (juce::String::fromUTF8 (
+            words[static_cast<int> (random() % static_cast<unsigned> (words.size()))].toRawUTF8()));
 
     return text.joinIntoString (" ");
 }
 
 Events randomList (std::mt19937& random, const std::shared_ptr<TimeInfo>& info)
 {
-    const EventType types[] = { EventTypeStreamer, EventTypeMarker, EventTypeFlutter, EventTypeADRCue, EventTypeADRCue };
+    const EventType types[] = { EventTypeStreamer, EventTypeMarker, EventTypeFlutter, EventTypeADRCue,
+                                EventTypeADRCue };
     const int seconds[] = { 1, 2, 3, 4, 5, 267, 333 };
     const int frames[] = { 1, 4, 8, 12 };
     std::vector<juce::String> cast;
 
     for (int i = 0; i < 5; ++i)
-        cast.push_back (addCharacter ("ROLE \"" + juce::String (i) + "\"", "Actor, " + juce::String (i), "P" + juce::String (i)));
+        cast.push_back (addCharacter ("ROLE \"" + juce::String (i) + "\"", "Actor, " + juce::String (i),
+                                      "P" + juce::String (i)));
 
     Events events;
 
@@ -114,9 +130,12 @@ Events randomList (std::mt19937& random, const std::shared_ptr<TimeInfo>& info)
         const auto type = types[random() % std::size (types)];
         const bool isTimed = random() % 8 != 0;
         const int in = isTimed ? static_cast<int> (random() % 90000) + 200 : -1;
-        const int code = type == EventTypeFlutter ? frames[random() % std::size (frames)]
-                         : type == EventTypeMarker ? -1 : seconds[random() % std::size (seconds)];
-        const int end = ! isTimed || type == EventTypeStreamer ? -1 : type == EventTypeFlutter ? in + code : in + 1 + static_cast<int> (random() % 200);
+        const int code = type == EventTypeFlutter  ? frames[random() % std::size (frames)]
+                         : type == EventTypeMarker ? -1
+                                                   : seconds[random() % std::size (seconds)];
+        const int end = ! isTimed || type == EventTypeStreamer ? -1
+                        : type == EventTypeFlutter             ? in + code
+                                                               : in + 1 + static_cast<int> (random() % 200);
         auto event = makeEvent (type, in, end, code, -1.0f, info);
         withoutUndo (*event,
                      [&] (Event& e)
@@ -158,10 +177,12 @@ TEST_F (CSVRoundTripTest, everythingThatTheTableCarriesComesBack)
         ASSERT_EQ (result.events.size(), events.size()) << "seed " << seed;
 
         for (const auto& problem : result.problems)
-            ADD_FAILURE() << "seed " << seed << ", row " << problem.row << ", " << problem.column << ": " << problem.message;
+            ADD_FAILURE() << "seed " << seed << ", row " << problem.row << ", " << problem.column << ": "
+                          << problem.message;
 
         for (std::size_t i = 0; i < events.size(); ++i)
-            EXPECT_EQ (carried (*result.events[i], result.events[i]->character()), expected[i]) << "seed " << seed << ", event " << i;
+            EXPECT_EQ (carried (*result.events[i], result.events[i]->character()), expected[i])
+                << "seed " << seed << ", event " << i;
     }
 }
 

@@ -27,7 +27,9 @@ constexpr std::pair<const char*, int> typeNames[] = {
 };
 
 // As the menu counts them, from 1.
-constexpr std::pair<const char*, int> regionNames[] = { { "Bottom", 1 }, { "Top", 2 }, { "Left", 3 }, { "Right", 4 } };
+constexpr std::pair<const char*, int> regionNames[] = {
+    { "Bottom", 1 }, { "Top", 2 }, { "Left", 3 }, { "Right", 4 }
+};
 
 constexpr int itemOfNoCharacter = 1, itemOfFirstCharacter = 2;
 constexpr int slowestTempo = 21, fastestTempo = 299;
@@ -130,7 +132,8 @@ juce::String timecode (const Event& event, const juce::String& text)
 juce::String wholeNumber (const juce::String& text, int lowest, int highest)
 {
     if (! isWholeNumber (text) || text.getIntValue() < lowest || text.getIntValue() > highest)
-        throw CommandFailure ("\"" + text + "\" is no whole number from " + juce::String (lowest) + " to " + juce::String (highest));
+        throw CommandFailure ("\"" + text + "\" is no whole number from " + juce::String (lowest) + " to "
+                              + juce::String (highest));
 
     return text;
 }
@@ -231,7 +234,8 @@ const EventAttribute& attributeWithKey (const juce::String& key)
         known.push_back (attribute.key.toStdString());
     }
 
-    throw WrongUsage ("There is no attribute \"" + key + "\"; `overmarks keys` lists them." + didYouMean (key.toStdString(), known));
+    throw WrongUsage ("There is no attribute \"" + key + "\"; `overmarks keys` lists them."
+                      + didYouMean (key.toStdString(), known));
 }
 
 } // namespace overmarks

@@ -17,8 +17,7 @@ juce::String attributeText (ZEP::Overmarks::Event& event, const ZEP::Overmarks::
 
 /** The value that a text typed by a person stands for, as the key-value editor takes it.
     Throws CommandFailure for a text that can't be understood, so that a typing mistake never clears anything. */
-Poco::Any attributeValue (const ZEP::Overmarks::Event& event,
-                          const ZEP::Overmarks::EventAttribute& attribute,
+Poco::Any attributeValue (const ZEP::Overmarks::Event& event, const ZEP::Overmarks::EventAttribute& attribute,
                           const juce::String& text);
 
 /** The attribute of a key, ignoring case. Throws WrongUsage, with a suggestion. */

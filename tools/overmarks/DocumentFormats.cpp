@@ -20,8 +20,10 @@ const std::vector<DocumentFormat>& documentFormats()
 {
     static const std::vector<DocumentFormat> formats {
         { "csv", EventExportTypeCSV, ownTemplate, ".csv", "Cue list as a table, all columns" },
-        { "ds-taker", EventExportTypeCSV, dsTakerTemplate, ".csv", "Table for DS Taker: one row a cue number" },
-        { "euro-taker", EventExportTypeCSV, euroTakerTemplate, ".csv", "Table for EuroTaker: the heading alone" },
+        { "ds-taker", EventExportTypeCSV, dsTakerTemplate, ".csv",
+          "Table for DS Taker: one row a cue number" },
+        { "euro-taker", EventExportTypeCSV, euroTakerTemplate, ".csv",
+          "Table for EuroTaker: the heading alone" },
     };
     return formats;
 }
@@ -43,7 +45,8 @@ const DocumentFormat& documentFormat (const std::string& name)
     for (const auto& choice : known)
         choices += (choices.empty() ? "" : ", ") + choice;
 
-    throw WrongUsage ("\"" + name + "\" is no document that can be written; there are " + choices + "." + didYouMean (name, known));
+    throw WrongUsage ("\"" + name + "\" is no document that can be written; there are " + choices + "."
+                      + didYouMean (name, known));
 }
 
 } // namespace overmarks

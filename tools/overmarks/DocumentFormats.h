@@ -14,8 +14,8 @@ struct DocumentFormat
 {
     std::string name;
     ZEP::Overmarks::EventExportType type;
-    int csvTemplate;         ///< which of the CSV tables; -1 for other documents
-    std::string extension;   ///< with its dot
+    int csvTemplate;       ///< which of the CSV tables; -1 for other documents
+    std::string extension; ///< with its dot
     std::string description;
 };
 

@@ -25,7 +25,8 @@ namespace
 void refuseToReplaceSource (const juce::File& file, const std::string& source)
 {
     if (source != "-" && fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
-        throw CommandFailure (file.getFullPathName() + ": the document would replace the list that it is made from");
+        throw CommandFailure (file.getFullPathName()
+                              + ": the document would replace the list that it is made from");
 }
 
 /** Asks on a terminal; without one there is nobody to ask, and the answer is no. */
@@ -55,7 +56,8 @@ std::map<juce::String, EventArray::Events> groupedByCharacter (const EventArray:
     return groups;
 }
 
-std::vector<juce::File> filesOf (const EventExportSettingsSet& settings, const DocumentFormat& format, bool byCharacter)
+std::vector<juce::File> filesOf (const EventExportSettingsSet& settings, const DocumentFormat& format,
+                                 bool byCharacter)
 {
     if (! byCharacter)
         return { OutputFileNames (settings.outputDirectory, settings.fileName, format.extension).single() };
@@ -102,7 +104,8 @@ int DocumentOrder::delimiterNumber() const
         if (names[i] == delimiter)
             return static_cast<int> (i) + 1;
 
-    throw WrongUsage ("--delimiter: \"" + delimiter + "\" is none of comma, semicolon, tab." + didYouMean (delimiter, names));
+    throw WrongUsage ("--delimiter: \"" + delimiter + "\" is none of comma, semicolon, tab."
+                      + didYouMean (delimiter, names));
 }
 
 juce::String DocumentOrder::titleFor (const Project& project) const
@@ -120,10 +123,7 @@ std::shared_ptr<EventExportSettingsSet> DocumentOrder::settingsFor (const Projec
     settings->eventsByCharacter = groupedByCharacter (project.list->sortedFilteredEvents);
     settings->showTakeNumbers = takeNumbers;
     settings->projectSettings = { source == "-" ? juce::String() : fileFromPath (source).getFullPathName(),
-                                  titleFor (project),
-                                  studio,
-                                  supervisor,
-                                  company };
+                                  titleFor (project), studio, supervisor, company };
     settings->timelineSettings = { timeline, reel, pictureVersion, language, {} };
     settings->options[EventExportCSVDelimiterKey] = delimiterNumber();
     settings->options[EventExportCSVTemplateKey] = format.csvTemplate;
@@ -132,10 +132,8 @@ std::shared_ptr<EventExportSettingsSet> DocumentOrder::settingsFor (const Projec
     return settings;
 }
 
-std::vector<juce::File> DocumentOrder::write (const Project& project,
-                                              const std::string& source,
-                                              const DocumentFormat& format,
-                                              const juce::File& folder,
+std::vector<juce::File> DocumentOrder::write (const Project& project, const std::string& source,
+                                              const DocumentFormat& format, const juce::File& folder,
                                               const juce::String& fileName) const
 {
     auto settings = settingsFor (project, source, format);
@@ -155,7 +153,8 @@ std::vector<juce::File> DocumentOrder::write (const Project& project,
     const auto exporter = EventExporterFactory::eventExporter (settings);
 
     if (auto* csv = dynamic_cast<EventCSVExporter*> (exporter.get()))
-        csv->askToContinue = [this] (const juce::String&, const juce::String& question) { return yes || askOnTerminal (question); };
+        csv->askToContinue = [this] (const juce::String&, const juce::String& question)
+        { return yes || askOnTerminal (question); };
 
     const auto error = byCharacter ? exporter->exportEventsByCharacter() : exporter->exportEventsByTimecode();
 

@@ -27,19 +27,17 @@ public:
     /** Writes one document of the events that the list shows, or one for each character.
         @param source  the path of the list, which is never overwritten
         @returns the files; nothing is written in a dry run. Throws CommandFailure */
-    std::vector<juce::File> write (const ZEP::Overmarks::Project& project,
-                                   const std::string& source,
-                                   const DocumentFormat& format,
-                                   const juce::File& folder,
+    std::vector<juce::File> write (const ZEP::Overmarks::Project& project, const std::string& source,
+                                   const DocumentFormat& format, const juce::File& folder,
                                    const juce::String& fileName) const;
 
     bool isDryRun() const { return policy.dryRun; }
     const OutputPolicy& outputPolicy() const { return policy; }
 
 private:
-    std::shared_ptr<ZEP::Overmarks::EventExportSettingsSet> settingsFor (const ZEP::Overmarks::Project& project,
-                                                                         const std::string& source,
-                                                                         const DocumentFormat& format) const;
+    std::shared_ptr<ZEP::Overmarks::EventExportSettingsSet> settingsFor (
+        const ZEP::Overmarks::Project& project, const std::string& source,
+        const DocumentFormat& format) const;
     juce::String titleFor (const ZEP::Overmarks::Project& project) const;
     int delimiterNumber() const;
 

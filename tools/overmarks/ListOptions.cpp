@@ -28,14 +28,18 @@ constexpr std::size_t mostUserReasons = 8;
 const std::vector<std::pair<std::string, TextEncoding>>& encodings()
 {
     static const std::vector<std::pair<std::string, TextEncoding>> names {
-        { "ascii", TextEncodingASCII },          { "utf-8", TextEncodingUTF8 },
-        { "utf-16", TextEncodingUTF16 },         { "mac-roman", TextEncodingMacOSRoman },
-        { "windows-1252", TextEncodingWindows1252 }, { "latin-1", TextEncodingLatin1 },
+        { "ascii", TextEncodingASCII },
+        { "utf-8", TextEncodingUTF8 },
+        { "utf-16", TextEncodingUTF16 },
+        { "mac-roman", TextEncodingMacOSRoman },
+        { "windows-1252", TextEncodingWindows1252 },
+        { "latin-1", TextEncodingLatin1 },
     };
     return names;
 }
 
-[[noreturn]] void refuse (const std::string& option, const std::string& value, const std::vector<std::string>& known)
+[[noreturn]] void refuse (const std::string& option, const std::string& value,
+                          const std::vector<std::string>& known)
 {
     std::string choices;
 
@@ -63,7 +67,8 @@ _TCTime timecode (const std::string& option, const std::string& text, const _TCD
         throw WrongUsage (option + ": \"" + text + "\" is no timecode such as 01:00:00:00");
 
     if (! TCToolbox::existsUnder (time, def))
-        throw WrongUsage (option + ": there is no " + text + " at " + TCToolbox::rateNameForTCDef (def).toStdString() + " frames per second");
+        throw WrongUsage (option + ": there is no " + text + " at "
+                          + TCToolbox::rateNameForTCDef (def).toStdString() + " frames per second");
 
     return time;
 }
@@ -73,12 +78,14 @@ int columnIndex (const EventFileImporter& importer, const std::string& header)
 {
     const int columns = importer.rows.empty() ? 0 : static_cast<int> (importer.rows.front().size());
 
-    if (header.size() > 1 && header.front() == '#' && juce::String (header.substr (1)).containsOnly ("0123456789"))
+    if (header.size() > 1 && header.front() == '#'
+        && juce::String (header.substr (1)).containsOnly ("0123456789"))
     {
         const int number = juce::String (header.substr (1)).getIntValue();
 
         if (number < 1 || number > columns)
-            throw WrongUsage ("--map: there is no column " + header + "; the file has " + std::to_string (columns));
+            throw WrongUsage ("--map: there is no column " + header + "; the file has "
+                              + std::to_string (columns));
 
         return number - 1;
     }
@@ -124,16 +131,21 @@ void ListOptions::addTimeOptions (CLI::App& command)
 {
     command.add_option ("--fps", rate, "Frame rate, such as 25 or 29.97df (the project's, else 25)");
     command.add_option ("--origin", origin, "Timecode of frame 0 (the project's, else 00:00:00:00)");
-    command.add_option ("--first-frame-of-action", firstFrameOfAction, "Timecode of the first frame of action (the origin)");
+    command.add_option ("--first-frame-of-action", firstFrameOfAction,
+                        "Timecode of the first frame of action (the origin)");
 }
 
 void ListOptions::addTo (CLI::App& command, const std::string& inputFormatOption)
 {
     addTimeOptions (command);
     command.add_option ("--encoding", encodingName, "Encoding of the text (detected)");
-    command.add_option ("--map", mappings, "\"HEADER=TITLE\" uses a column for a title; #3 is the third column; repeatable")
+    command
+        .add_option ("--map", mappings,
+                     "\"HEADER=TITLE\" uses a column for a title; #3 is the third column; repeatable")
         ->allow_extra_args (false);
-    command.add_option ("--reasons", reasonNames, "Up to eight user reasons, joined by commas")->allow_extra_args (false)->delimiter (',');
+    command.add_option ("--reasons", reasonNames, "Up to eight user reasons, joined by commas")
+        ->allow_extra_args (false)
+        ->delimiter (',');
     command.add_option ("--application", application, "orvelle or dublane (dublane)");
     command.add_flag ("--line-breaks", lineBreaks, "Turn \"**\" of the imported text into line breaks");
     command.add_option ("--settings", settingsFile, "Preferences file");
@@ -174,8 +186,9 @@ std::shared_ptr<TimeInfo> ListOptions::timeInfo (const TimeInfo* project) const
         refuse ("--fps", rate, texts (TCToolbox::rateNames()));
 
     const auto def = rate.empty() && project != nullptr ? project->tcDef : *given;
-    auto info = std::make_shared<TimeInfo> (
-        def, ! origin.empty() ? timecode ("--origin", origin, def) : project != nullptr ? project->timeOrigin : _TCTime());
+    auto info = std::make_shared<TimeInfo> (def, ! origin.empty()     ? timecode ("--origin", origin, def)
+                                                 : project != nullptr ? project->timeOrigin
+                                                                      : _TCTime());
 
     if (! firstFrameOfAction.empty())
         info->setFirstFrameOfAction (timecode ("--first-frame-of-action", firstFrameOfAction, def));
@@ -227,7 +240,8 @@ void ListOptions::mapColumns (EventFileImporter& importer) const
         if (sign == std::string::npos || sign == 0)
             throw WrongUsage ("--map: \"" + mapping + "\" is not of the form HEADER=TITLE");
 
-        importer.columnMap[columnTitle (mapping.substr (sign + 1))] = columnIndex (importer, mapping.substr (0, sign));
+        importer.columnMap[columnTitle (mapping.substr (sign + 1))] =
+            columnIndex (importer, mapping.substr (0, sign));
     }
 }
 

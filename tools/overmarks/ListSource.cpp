@@ -98,9 +98,10 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
         file.getFullPathName(), read.error, options.reasons(), options.timeInfo (nullptr));
 
     if (read.importer == nullptr)
-        throw CommandFailure (read.error.isNotEmpty() ? shownPath + ": " + read.error
-                                                      : shownPath + ": no cue list format has the extension \""
-                                                            + file.getFileExtension() + "\"");
+        throw CommandFailure (read.error.isNotEmpty()
+                                  ? shownPath + ": " + read.error
+                                  : shownPath + ": no cue list format has the extension \""
+                                        + file.getFileExtension() + "\"");
 
     if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
     {
@@ -123,10 +124,13 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
 void refuseUnknownTable (const ReadFile& read)
 {
     const auto& columns = read.importer->columnMap;
-    const bool isKnown = std::any_of (columns.begin(), columns.end(), [] (const auto& column) { return column.second >= 0; });
+    const bool isKnown =
+        std::any_of (columns.begin(), columns.end(), [] (const auto& column) { return column.second >= 0; });
 
     if (read.importer->userMappingEnabled() && ! isKnown)
-        throw CommandFailure (read.shownPath + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
+        throw CommandFailure (
+            read.shownPath
+            + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
 }
 
 /** Says how the file was read, and which columns nobody reads. */
@@ -157,13 +161,18 @@ void sayHowItWasRead (const ReadFile& read, const Session& session)
 class Merger final
 {
 public:
-    Merger (Project& projectToFill, std::vector<Problem>& problemsToFill) : project (projectToFill), problems (problemsToFill) {}
+    Merger (Project& projectToFill, std::vector<Problem>& problemsToFill)
+        : project (projectToFill),
+          problems (problemsToFill)
+    {
+    }
 
     void add (const ReadFile& read, const ListOptions& options)
     {
         EventRowReader::Options readerOptions;
         readerOptions.starsToLineBreaks = options.turnsStarsIntoLineBreaks();
-        const auto result = EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
+        const auto result =
+            EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
 
         for (const auto& problem : result.problems)
             problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });
@@ -223,27 +232,27 @@ Project loadProjectText (const juce::File& file, const juce::String& shownPath, 
 
 juce::String extensionOf (const std::string& path, const ListOptions& options)
 {
-    return (path == standardInput ? options.extensionOfStandardInput() : fileFromPath (path).getFileExtension()).toLowerCase();
+    return (path == standardInput ? options.extensionOfStandardInput()
+                                  : fileFromPath (path).getFileExtension())
+        .toLowerCase();
 }
 
 } // namespace
 
 juce::String nameOfList (const std::string& path)
 {
-    return path == standardInput ? juce::String ("Untitled") : fileFromPath (path).getFileNameWithoutExtension();
+    return path == standardInput ? juce::String ("Untitled")
+                                 : fileFromPath (path).getFileNameWithoutExtension();
 }
 
 ReadFile readCueList (const std::string& path, const ListOptions& options)
 {
-    return withFile (path,
-                     options,
+    return withFile (path, options,
                      [&options] (const juce::File& file, const juce::String& shownPath)
                      { return readFile (file, shownPath, options); });
 }
 
-Project loadCueLists (const std::vector<std::string>& paths,
-                      const ListOptions& options,
-                      Session& session,
+Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options, Session& session,
                       std::vector<Problem>& problems)
 {
     auto project = Project::createEmpty (options.timeInfo (nullptr));
@@ -273,8 +282,9 @@ Project loadList (const std::string& path, const ListOptions& options, Session& 
     const auto extension = extensionOf (path, options);
 
     if (extension == ".overmarks")
-        throw CommandFailure (juce::String (path)
-                              + ": project files (.overmarks) can't be read yet; use the project's JSON form (.json)");
+        throw CommandFailure (
+            juce::String (path)
+            + ": project files (.overmarks) can't be read yet; use the project's JSON form (.json)");
 
     if (extension != ".json")
     {
@@ -287,8 +297,7 @@ Project loadList (const std::string& path, const ListOptions& options, Session& 
         return project;
     }
 
-    auto project = withFile (path,
-                             options,
+    auto project = withFile (path, options,
                              [&options] (const juce::File& file, const juce::String& shownPath)
                              { return loadProjectText (file, shownPath, options); });
     project.makeCurrent();

@@ -33,10 +33,8 @@ ReadFile readCueList (const std::string& path, const ListOptions& options);
 ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& options, Session& session);
 
 /** Several cue lists as one project, in the order of time. */
-ZEP::Overmarks::Project loadCueLists (const std::vector<std::string>& paths,
-                                      const ListOptions& options,
-                                      Session& session,
-                                      std::vector<Problem>& problems);
+ZEP::Overmarks::Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options,
+                                      Session& session, std::vector<Problem>& problems);
 
 /** The name of a list: that of its file, without folder and extension. */
 juce::String nameOfList (const std::string& path);

@@ -38,8 +38,11 @@ bool writeAll (int descriptor, const std::string& contents)
 /** Whether something stands there that is written into and never replaced: a device or a pipe. */
 bool isDeviceOrPipe (const juce::File& file)
 {
-    struct stat status {};
-    return stat (file.getFullPathName().toRawUTF8(), &status) == 0 && ! S_ISREG (status.st_mode) && ! S_ISDIR (status.st_mode);
+    struct stat status
+    {
+    };
+    return stat (file.getFullPathName().toRawUTF8(), &status) == 0 && ! S_ISREG (status.st_mode)
+           && ! S_ISDIR (status.st_mode);
 }
 
 bool writeInto (const juce::File& device, const std::string& contents)
@@ -62,7 +65,9 @@ class FileBeside final
 public:
     explicit FileBeside (const juce::File& target)
     {
-        const auto pattern = target.getSiblingFile ("." + target.getFileName().substring (0, 60) + ".XXXXXX").getFullPathName().toStdString();
+        const auto pattern = target.getSiblingFile ("." + target.getFileName().substring (0, 60) + ".XXXXXX")
+                                 .getFullPathName()
+                                 .toStdString();
         path.assign (pattern.begin(), pattern.end());
         path.push_back ('\0');
         descriptor = mkstemp (path.data());
@@ -79,7 +84,10 @@ public:
             unlink (path.data());
     }
 
-    bool write (const std::string& contents) const { return writeAll (descriptor, contents) && fsync (descriptor) == 0; }
+    bool write (const std::string& contents) const
+    {
+        return writeAll (descriptor, contents) && fsync (descriptor) == 0;
+    }
 
     bool moveTo (const juce::File& target)
     {
@@ -118,7 +126,8 @@ void writeWholeFile (const juce::File& file, const std::string& contents)
 {
     const auto fail = [&file]
     {
-        throw CommandFailure ("Can't write " + file.getFullPathName() + ": " + juce::String::fromUTF8 (std::strerror (errno)));
+        throw CommandFailure ("Can't write " + file.getFullPathName() + ": "
+                              + juce::String::fromUTF8 (std::strerror (errno)));
     };
 
     if (isDeviceOrPipe (file))

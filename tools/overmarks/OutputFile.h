@@ -11,8 +11,8 @@ namespace overmarks
 /** What a command may do to a file that exists already. */
 struct OutputPolicy
 {
-    bool force = false;   ///< replace it
-    bool dryRun = false;  ///< write nothing, only say what would be written
+    bool force = false;  ///< replace it
+    bool dryRun = false; ///< write nothing, only say what would be written
 };
 
 /** The absolute file of a path from the command line, relative to the working folder. */

@@ -20,8 +20,8 @@ void writeLine (std::FILE* stream, const std::string& line)
 bool isControl (juce::juce_wchar character)
 {
     // C0, DEL and C1, and the marks that turn the direction of what follows.
-    return character < 0x20 || (character >= 0x7f && character < 0xa0) || (character >= 0x202a && character <= 0x202e)
-           || (character >= 0x2066 && character <= 0x2069);
+    return character < 0x20 || (character >= 0x7f && character < 0xa0)
+           || (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
 }
 
 } // namespace
@@ -68,10 +68,7 @@ void Session::addOutputOptions (CLI::App& command)
     command.add_flag ("--quiet", isQuiet, "No progress and no notes");
 }
 
-void Session::data (const std::string& text) const
-{
-    writeLine (stdout, text);
-}
+void Session::data (const std::string& text) const { writeLine (stdout, text); }
 
 void Session::data (const json& document) const
 {

@@ -30,8 +30,8 @@ struct WrongUsage : std::runtime_error
 struct Problem
 {
     juce::String file;
-    int row = 0;          ///< as a person counts, the title row being 1; 0 for the whole file
-    juce::String column;  ///< empty for the whole row
+    int row = 0;         ///< as a person counts, the title row being 1; 0 for the whole file
+    juce::String column; ///< empty for the whole row
     juce::String message;
 
     juce::String inWords() const;

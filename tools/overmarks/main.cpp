@@ -24,21 +24,13 @@ constexpr int failed = 1, wrongUsage = 2;
 void addCommands (CLI::App& program, Session& session)
 {
     program.require_subcommand (1);
-    program.set_version_flag ("--version", "overmarks " + ZEP::Core::SystemUtility::executableVersion().toStdString());
+    program.set_version_flag ("--version",
+                              "overmarks " + ZEP::Core::SystemUtility::executableVersion().toStdString());
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
-    for (auto* add : { addRowsCommand,
-                       addImportCommand,
-                       addDumpCommand,
-                       addLoadCommand,
-                       addListCommand,
-                       addSetCommand,
-                       addConvertCommand,
-                       addExportCommand,
-                       addFormatsCommand,
-                       addKeysCommand,
-                       addReasonsCommand,
-                       addPreferencesCommand })
+    for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
+                       addSetCommand, addConvertCommand, addExportCommand, addFormatsCommand, addKeysCommand,
+                       addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }
 
@@ -98,7 +90,8 @@ int run (int argc, char** argv)
 {
     const std::vector<std::string> arguments (argv + 1, argv + argc);
     Session session;
-    CLI::App program ("Cue lists for dialogue replacement and dubbing: read, edit, convert, write documents", "overmarks");
+    CLI::App program ("Cue lists for dialogue replacement and dubbing: read, edit, convert, write documents",
+                      "overmarks");
     addCommands (program, session);
     const bool wantsJSON = std::find (arguments.begin(), arguments.end(), "--json") != arguments.end();
     const Failure failure (session, wantsJSON);
@@ -120,10 +113,13 @@ int run (int argc, char** argv)
     {
         const auto word = unknownWord (program, arguments);
         const auto suggestion = word.empty() ? std::string() : didYouMean (word, knownWords (program, word));
-        const auto help = program.get_subcommands().empty() ? std::string ("overmarks --help")
-                                                            : "overmarks " + program.get_subcommands().front()->get_name() + " --help";
-        const bool isUnknownCommand = program.get_subcommands().empty() && ! word.empty() && word.front() != '-';
-        const auto complaint = isUnknownCommand ? "There is no command \"" + word + "\"" : std::string (error.what());
+        const auto help = program.get_subcommands().empty()
+                              ? std::string ("overmarks --help")
+                              : "overmarks " + program.get_subcommands().front()->get_name() + " --help";
+        const bool isUnknownCommand =
+            program.get_subcommands().empty() && ! word.empty() && word.front() != '-';
+        const auto complaint =
+            isUnknownCommand ? "There is no command \"" + word + "\"" : std::string (error.what());
         return failure.tell (complaint + "." + suggestion + " See " + help, wrongUsage);
     }
     catch (const WrongUsage& error)
@@ -142,7 +138,4 @@ int run (int argc, char** argv)
 
 } // namespace
 
-int main (int argc, char** argv)
-{
-    return run (argc, argv);
-}
+int main (int argc, char** argv) { return run (argc, argv); }

@@ -57,7 +57,9 @@ TEST (OutputFileNames, aTildeAtTheStartIsNobodysHome)
 TEST (OutputFileNames, controlCodesBecomeUnderscores)
 {
     EXPECT_EQ (fileOf ("Ann\n\tBob\x1b[2J\x7f"), "Reel 2_Ann__Bob_[2J_.csv");
-    EXPECT_EQ (fileOf ("Ann\xc2\x85" "Bob"), "Reel 2_Ann_Bob.csv");
+    EXPECT_EQ (fileOf ("Ann\xc2\x85"
+                       "Bob"),
+               "Reel 2_Ann_Bob.csv");
 }
 
 TEST (OutputFileNames, aNULCannotCutTheExtensionOff)

@@ -24,7 +24,8 @@ namespace
 {
 
 /** A table and the same as JSON, under one name. */
-void show (Session& session, const std::string& name, const std::vector<juce::String>& titles, const json& objects)
+void show (Session& session, const std::string& name, const std::vector<juce::String>& titles,
+           const json& objects)
 {
     if (session.wantsJSON)
     {
@@ -77,7 +78,8 @@ void showFormats (Session& session)
                          { "writes", true },
                          { "columnMapping", false },
                          { "format", "json" } });
-    show (session, "formats", { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format" }, formats);
+    show (session, "formats", { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format" },
+          formats);
 }
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------
@@ -206,7 +208,8 @@ void storePreference (const std::string& assignment)
         throw WrongUsage ("--set: \"" + assignment + "\" is not of the form KEY=VALUE");
 
     const auto& entry = preferenceWithKey (assignment.substr (0, sign));
-    const auto result = UserDefaults::setValueForKey (juce::String (entry.key), preferenceValue (entry, juce::String (assignment.substr (sign + 1))));
+    const auto result = UserDefaults::setValueForKey (
+        juce::String (entry.key), preferenceValue (entry, juce::String (assignment.substr (sign + 1))));
 
     if (result.failed())
         throw CommandFailure (result.getErrorMessage());
@@ -227,7 +230,9 @@ void showPreferences (const PreferencesOptions& options, Session& session)
     for (const auto& entry : preferenceTable())
     {
         const juce::String key (entry.key);
-        const auto stored = UserDefaults::hasStoredValue (key) ? preferenceText (UserDefaults::valueForKey (key)) : juce::String();
+        const auto stored = UserDefaults::hasStoredValue (key)
+                                ? preferenceText (UserDefaults::valueForKey (key))
+                                : juce::String();
         preferences.push_back ({ { "group", entry.group },
                                  { "key", entry.key },
                                  { "default", preferenceText (entry.defaultValue).toStdString() },
@@ -269,8 +274,10 @@ void addPreferencesCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<PreferencesOptions>();
     auto* command = program.add_subcommand ("preferences", "List the preferences, or store one");
-    command->footer ("Example:\n  overmarks preferences --set ADRCueDefaultDuration=3 --settings studio.settings");
-    command->add_option ("--set", options->assignments, "KEY=VALUE to store; repeatable")->allow_extra_args (false);
+    command->footer (
+        "Example:\n  overmarks preferences --set ADRCueDefaultDuration=3 --settings studio.settings");
+    command->add_option ("--set", options->assignments, "KEY=VALUE to store; repeatable")
+        ->allow_extra_args (false);
     options->list.addTo (*command);
     session.addOutputOptions (*command);
     command->callback ([options, &session] { showPreferences (*options, session); });

@@ -57,7 +57,9 @@ void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, Session& 
     }
 
     if (session.wantsJSON)
-        session.data (json { { "files", std::move (paths) }, { "messages", json::array() }, { "problems", session.problemsAsJSON() } });
+        session.data (json { { "files", std::move (paths) },
+                             { "messages", json::array() },
+                             { "problems", session.problemsAsJSON() } });
 }
 
 /** The documents that are asked for; those that share an extension get their format's name into theirs. */
@@ -74,7 +76,8 @@ std::vector<Order> ordersOf (const std::vector<std::string>& names, const juce::
     for (const auto& name : names)
     {
         const auto& format = documentFormat (name);
-        const bool isRepeated = std::any_of (orders.begin(), orders.end(), [&] (const Order& order) { return order.format == &format; });
+        const bool isRepeated = std::any_of (orders.begin(), orders.end(),
+                                             [&] (const Order& order) { return order.format == &format; });
 
         if (! isRepeated)
             orders.push_back ({ &format, baseName });
@@ -82,10 +85,9 @@ std::vector<Order> ordersOf (const std::vector<std::string>& names, const juce::
 
     for (auto& order : orders)
     {
-        const auto sharesExtension = std::count_if (orders.begin(),
-                                                    orders.end(),
-                                                    [&order] (const Order& other)
-                                                    { return other.format->extension == order.format->extension; });
+        const auto sharesExtension = std::count_if (
+            orders.begin(), orders.end(),
+            [&order] (const Order& other) { return other.format->extension == order.format->extension; });
 
         if (sharesExtension > 1)
             order.fileName = baseName + " - " + juce::String (order.format->name);
@@ -97,21 +99,25 @@ std::vector<Order> ordersOf (const std::vector<std::string>& names, const juce::
 void exportDocuments (const ExportOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
-    const auto orders = ordersOf (options.formats, options.baseName.empty() ? nameOfList (options.list) : juce::String (options.baseName));
+    const auto orders =
+        ordersOf (options.formats,
+                  options.baseName.empty() ? nameOfList (options.list) : juce::String (options.baseName));
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (*project.list);
     std::vector<juce::File> files;
 
     for (const auto& order : orders)
     {
-        const auto written = options.documents.write (project, options.list, *order.format, fileFromPath (options.folder), order.fileName);
+        const auto written = options.documents.write (project, options.list, *order.format,
+                                                      fileFromPath (options.folder), order.fileName);
         files.insert (files.end(), written.begin(), written.end());
     }
 
     tellOfFiles (files, options.documents.isDryRun(), session);
 }
 
-void convertToProject (const Project& project, const juce::File& out, const ConvertOptions& options, Session& session)
+void convertToProject (const Project& project, const juce::File& out, const ConvertOptions& options,
+                       Session& session)
 {
     refuseToReplace (out, options.documents.outputPolicy());
 
@@ -125,18 +131,22 @@ void convertList (const ConvertOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
     const auto out = fileFromPath (options.out);
-    const auto format = options.format.empty() ? out.getFileExtension().toLowerCase().substring (1).toStdString() : options.format;
+    const auto format = options.format.empty()
+                            ? out.getFileExtension().toLowerCase().substring (1).toStdString()
+                            : options.format;
 
     if (format.empty())
         throw WrongUsage (options.out + " has no extension that tells its format; --format does");
 
     if (format == "overmarks")
-        throw CommandFailure (options.out + ": project files (.overmarks) can't be written yet; name the project .json");
+        throw CommandFailure (options.out
+                              + ": project files (.overmarks) can't be written yet; name the project .json");
 
     const auto* document = format == "json" ? nullptr : &documentFormat (format);
 
     if (document != nullptr && ! out.hasFileExtension (document->extension.c_str()))
-        throw WrongUsage (options.out + ": a " + document->name + " document has the extension " + document->extension);
+        throw WrongUsage (options.out + ": a " + document->name + " document has the extension "
+                          + document->extension);
 
     if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
         throw CommandFailure (options.out + " is the list itself");
@@ -146,9 +156,9 @@ void convertList (const ConvertOptions& options, Session& session)
     if (document == nullptr)
         convertToProject (project, out, options, session);
     else
-        tellOfFiles (options.documents.write (project, options.list, *document, out.getParentDirectory(), out.getFileNameWithoutExtension()),
-                     options.documents.isDryRun(),
-                     session);
+        tellOfFiles (options.documents.write (project, options.list, *document, out.getParentDirectory(),
+                                              out.getFileNameWithoutExtension()),
+                     options.documents.isDryRun(), session);
 }
 
 } // namespace
@@ -160,10 +170,12 @@ void addExportCommand (CLI::App& program, Session& session)
     command->footer ("Example:\n  overmarks export film.json -o documents --format csv --by-character");
     command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
     command->add_option ("-o,--output", options->folder, "Folder of the documents")->required();
-    command->add_option ("--format", options->formats, "Documents to write, such as csv; see overmarks formats")
+    command
+        ->add_option ("--format", options->formats, "Documents to write, such as csv; see overmarks formats")
         ->required()
         ->delimiter (',');
-    command->add_option ("--name", options->baseName, "Name of the files without extension (the list's name)");
+    command->add_option ("--name", options->baseName,
+                         "Name of the files without extension (the list's name)");
     options->filter.addTo (*command);
     options->documents.addTo (*command);
     options->listOptions.addTo (*command, "--input-format");

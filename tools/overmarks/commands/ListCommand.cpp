@@ -35,10 +35,17 @@ std::string tableOf (const EventArray::Events& events)
         const juce::String& key;
     };
     static const Column columns[] = {
-        { "Cue", KV::KV_CueNumber },        { "Start TC", KV::KV_StartTCString }, { "End TC", KV::KV_EndTCString },
-        { "Type", KV::KV_Type },            { "Character", KV::KV_CharacterID },  { "Actor", KV::KV_Actor },
-        { "Text", KV::KV_Text },            { "Notes", KV::KV_Notes },            { "Reason", KV::KV_Reason },
-        { "Takes", KV::KV_NumRecordedTakes }, { "Done", KV::KV_Done },
+        { "Cue", KV::KV_CueNumber },
+        { "Start TC", KV::KV_StartTCString },
+        { "End TC", KV::KV_EndTCString },
+        { "Type", KV::KV_Type },
+        { "Character", KV::KV_CharacterID },
+        { "Actor", KV::KV_Actor },
+        { "Text", KV::KV_Text },
+        { "Notes", KV::KV_Notes },
+        { "Reason", KV::KV_Reason },
+        { "Takes", KV::KV_NumRecordedTakes },
+        { "Done", KV::KV_Done },
     };
     std::vector<juce::String> titles;
 

@@ -68,8 +68,10 @@ void loadProject (const ImportOptions& options, Session& session)
 void addImportCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<ImportOptions>();
-    auto* command = program.add_subcommand ("import", "Read cue lists into a project; several are merged in the order of time");
-    command->footer ("Example:\n  overmarks import reel-1.csv reel-2.csv --fps 24 --origin 01:00:00:00 -o film.json");
+    auto* command = program.add_subcommand (
+        "import", "Read cue lists into a project; several are merged in the order of time");
+    command->footer (
+        "Example:\n  overmarks import reel-1.csv reel-2.csv --fps 24 --origin 01:00:00:00 -o film.json");
     command->add_option ("FILE", options->files, "Cue lists")->required();
     options->output.addTo (*command);
     options->list.addTo (*command);

@@ -21,7 +21,8 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
     const auto file = fileFromPath (path);
 
     if (file.hasFileExtension ("overmarks"))
-        throw CommandFailure (path + ": project files (.overmarks) can't be written yet; name the project .json");
+        throw CommandFailure (path
+                              + ": project files (.overmarks) can't be written yet; name the project .json");
 
     if (file.getFileExtension().isNotEmpty() && ! file.hasFileExtension ("json"))
         throw WrongUsage (path + ": a project has the extension .json");

@@ -127,7 +127,8 @@ void showRows (const RowsOptions& options, Session& session)
 void addRowsCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<RowsOptions>();
-    auto* command = program.add_subcommand ("rows", "Show what the importer sees: the table, the columns, the encoding, the message");
+    auto* command = program.add_subcommand (
+        "rows", "Show what the importer sees: the table, the columns, the encoding, the message");
     command->footer ("Example:\n  overmarks rows reel-2.csv");
     command->add_option ("FILE", options->file, "Cue list, or - for standard input")->required();
     command->add_flag ("--rich", options->rich, "With --json: cells with their formatted runs");

@@ -50,12 +50,15 @@ Term parseTerm (const std::string& option, const std::string& text, bool allowPa
     const auto sign = text.find_first_of (allowPart ? "=~" : "=");
 
     if (sign == std::string::npos || sign == 0)
-        throw WrongUsage (option + "\"" + text + "\" is not of the form KEY=VALUE" + (allowPart ? " or KEY~PART" : ""));
+        throw WrongUsage (option + "\"" + text + "\" is not of the form KEY=VALUE"
+                          + (allowPart ? " or KEY~PART" : ""));
 
-    return { &attributeWithKey (juce::String (text.substr (0, sign))), juce::String::fromUTF8 (text.c_str() + sign + 1), text[sign] == '~' };
+    return { &attributeWithKey (juce::String (text.substr (0, sign))),
+             juce::String::fromUTF8 (text.c_str() + sign + 1), text[sign] == '~' };
 }
 
-std::vector<Term> parseTerms (const std::string& option, const std::vector<std::string>& texts, bool allowPart)
+std::vector<Term> parseTerms (const std::string& option, const std::vector<std::string>& texts,
+                              bool allowPart)
 {
     std::vector<Term> terms;
 
@@ -91,8 +94,13 @@ int setCell (const std::shared_ptr<Event>& event, const Term& term, Session& ses
     auto* history = UndoRedoHelpers::sharedUndoManager();
     history->clearUndoHistory();
 
-    if (! EventKeyValueEditor (event).setValueForKey (attributeValue (*event, *term.attribute, term.value), term.attribute->key, true))
-        session.report ({ {}, 0, {}, event->oneLineDescription() + ": " + term.attribute->key + " can't be set on a " + event->typeString() });
+    if (! EventKeyValueEditor (event).setValueForKey (attributeValue (*event, *term.attribute, term.value),
+                                                      term.attribute->key, true))
+        session.report ({ {},
+                          0,
+                          {},
+                          event->oneLineDescription() + ": " + term.attribute->key + " can't be set on a "
+                              + event->typeString() });
 
     const int steps = history->getUndoDescriptions().size();
     history->clearUndoHistory();
@@ -121,7 +129,8 @@ void editList (const SetOptions& options, Session& session)
     session.say (juce::String (chosen.size()) + " events, " + juce::String (steps) + " steps");
 
     if (session.wantsJSON)
-        session.data (json { { "project", options.output.path }, { "events", chosen.size() }, { "steps", steps } });
+        session.data (
+            json { { "project", options.output.path }, { "events", chosen.size() }, { "steps", steps } });
 }
 
 } // namespace
@@ -129,11 +138,15 @@ void editList (const SetOptions& options, Session& session)
 void addSetCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<SetOptions>();
-    auto* command = program.add_subcommand ("set", "Edit events by attribute; says how many undo steps that makes");
-    command->footer ("Example:\n  overmarks set film.json -o film.json --where CharacterID=ANNA Done=yes Notes=\"softer, please\"");
+    auto* command =
+        program.add_subcommand ("set", "Edit events by attribute; says how many undo steps that makes");
+    command->footer (
+        "Example:\n  overmarks set film.json -o film.json --where CharacterID=ANNA Done=yes Notes=\"softer, please\"");
     command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
     command->add_option ("ASSIGNMENT", options->assignments, "KEY=VALUE, see overmarks keys")->required();
-    command->add_option ("--where", options->where, "KEY=VALUE or KEY~PART: only events where that holds; repeatable")
+    command
+        ->add_option ("--where", options->where,
+                      "KEY=VALUE or KEY~PART: only events where that holds; repeatable")
         ->allow_extra_args (false);
     command->add_option ("--uuid", options->uuid, "Only the event with this identity");
     options->output.addTo (*command, true);
