@@ -357,7 +357,7 @@ TEST (CSVParser, agreesWithTheSlowParserOnEightThousandRandomLists)
         ASSERT_EQ (fast.outsideQuotes, slow.outsideQuotes) << testing::PrintToString (bytes);
     }
 
-    EXPECT_GT (tables, 5000); // else the lists are too random to say anything
+    EXPECT_GT (tables, 2000); // else the lists are too random to say anything
 }
 
 TEST (CSVParser, agreesWithTheSlowParserOnAnyLineOfBytes)
