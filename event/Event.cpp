@@ -223,20 +223,22 @@ void Event::setADRCharacterMap (std::shared_ptr<ADRCharacterMap> map)
 template <typename NotificationClass>
 void Event::post()
 {
-    if (notificationsSuppressed)
-        return;
-
     const std::map<std::string, Poco::Any> userInfo { { EventChangedNotification_EventsKey,
                                                         std::vector<Event*> { this } } };
     Poco::NotificationCenter::defaultCenter().postNotification (new NotificationClass (userInfo));
 }
 
+void Event::sendTimingNews() { post<EventTimingDidChangeNotification>(); }
+
 void Event::announce (News news)
 {
+    if (notificationsSuppressed)
+        return;
+
     switch (news)
     {
         case News::attribute: post<EventAttributeDidChangeNotification>(); break;
-        case News::timing: post<EventTimingDidChangeNotification>(); break;
+        case News::timing: sendTimingNews(); break;
     }
 }
 

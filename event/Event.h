@@ -225,6 +225,7 @@ private:
                       const char* undoName);
 
     void announce (News news);
+    void sendTimingNews();
     template <typename NotificationClass>
     void post();
 

@@ -245,10 +245,7 @@ void Event::fillMissingVariablesAndSendChangedNotification (bool send)
     fillMissingVariableStartEndFrameIndex();
 
     if (send)
-    {
-        const juce::ScopedValueSetter<bool> heard (notificationsSuppressed, false);
-        announce (News::timing);
-    }
+        sendTimingNews();
 }
 
 // ---- moving the event ----------------------------------------------------------------------------------------------------
@@ -302,7 +299,10 @@ void Event::setStartTCString (const juce::String& timecode)
 {
     const auto time = TCToolbox::tcTimeFromString (timecode);
 
-    if (! time.invalid && timeInfo != nullptr)
+    if (! time.invalid && timeInfo == nullptr) // a frame can't be told, and the old time is no mistake
+        return;
+
+    if (! time.invalid)
     {
         changeIndices ("Changing Event Timecode",
                        indicesForInPoint (TCToolbox::frameIndexForTCTime (time, timeInfo)));
@@ -319,7 +319,10 @@ void Event::setEndTCString (const juce::String& timecode)
 {
     const auto time = TCToolbox::tcTimeFromString (timecode);
 
-    if (time.invalid || timeInfo == nullptr)
+    if (! time.invalid && timeInfo == nullptr)
+        return;
+
+    if (time.invalid)
     {
         changeIndices ("Set Event Timecode", {});
         return;

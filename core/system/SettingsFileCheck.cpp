@@ -88,7 +88,8 @@ bool SettingsFileCheck::reference()
         return false;
     unsigned codePoint = 0;
     const auto [end, error] = std::from_chars (rest.data(), rest.data() + rest.size(), codePoint);
-    if (error != std::errc() || codePoint == 0 || codePoint > highestCodePoint)
+    if (error != std::errc() || codePoint == 0 || codePoint > highestCodePoint
+        || (codePoint >= 0xd800 && codePoint <= 0xdfff))
         return false;
     rest.remove_prefix (static_cast<std::size_t> (end - rest.data()));
     return take (";");

@@ -52,7 +52,7 @@ void UndoManager::beginCompoundStep (const juce::String& name)
 
 void UndoManager::endCompoundStep()
 {
-    if (compoundDepth > 0 && --compoundDepth == 0)
+    if (compoundDepth > 0 && --compoundDepth == 0 && ! performing)
         juce::UndoManager::beginNewTransaction();
 }
 

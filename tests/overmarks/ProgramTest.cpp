@@ -322,6 +322,15 @@ TEST_F (ProgramTest, aTypingMistakeInATimecodeNeverClearsATime)
     EXPECT_EQ (read ("film.json"), before);
 }
 
+TEST_F (ProgramTest, setReplacesOnlyTheProjectThatItEdits)
+{
+    write ("x.csv", threeCues);
+    write ("other.json", "precious");
+    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
+    EXPECT_EQ (run ({ "set", "film.json", "-o", "other.json", "Done=yes" }).status, 1);
+    EXPECT_EQ (read ("other.json"), "precious");
+}
+
 TEST_F (ProgramTest, setOnNothingWritesNothing)
 {
     write ("x.csv", threeCues);

@@ -8,6 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <iostream>
@@ -138,4 +140,16 @@ int run (int argc, char** argv)
 
 } // namespace
 
-int main (int argc, char** argv) { return run (argc, argv); }
+int main (int argc, char** argv)
+{
+    const int status = run (argc, argv);
+
+    // A full disk shows when the last of the output is on its way.
+    if (std::fflush (stdout) != 0 || std::ferror (stdout) != 0)
+    {
+        std::cerr << "overmarks: Standard output can't be written; it is not whole\n";
+        return std::max (status, failed);
+    }
+
+    return status;
+}

@@ -205,6 +205,25 @@ TEST_F (History, theEditOfAListenerJoinsTheStepItAnswers)
     EXPECT_EQ (steps(), "1 | undo: Before | redo: Changing Text");
 }
 
+TEST_F (History, aCompoundStepOfAListenerJoinsTheStepItAnswers)
+{
+    manager.perform (newNumber (1), "Before");
+    auto outer = std::make_unique<Action>();
+    outer->performFunction = [this] (Action&)
+    {
+        manager.beginCompoundStep ("Answers");
+        manager.perform (newNumber (2), "Answer");
+        manager.perform (newNumber (3), "Another Answer");
+        manager.endCompoundStep();
+    };
+    outer->undoFunction = [] (const Action&) {};
+
+    manager.perform (outer.release(), "Changing Text");
+    EXPECT_EQ (steps(), "3 | undo: Changing Text, Before | redo: ");
+    manager.undo();
+    EXPECT_EQ (steps(), "1 | undo: Before | redo: Changing Text");
+}
+
 TEST_F (History, anEditDuringAnUndoIsRefused)
 {
     bool refused = false;

@@ -27,12 +27,16 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
     if (file.getFileExtension().isNotEmpty() && ! file.hasFileExtension ("json"))
         throw WrongUsage (path + ": a project has the extension .json");
 
-    if (replacesItsProject)
-        return;
-
     for (const auto& source : sources)
-        if (fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
-            throw CommandFailure (path + ": the project would replace the list that it is made from");
+    {
+        if (fileFromPath (source).getLinkedTarget() != file.getLinkedTarget())
+            continue;
+
+        if (replacesItsProject) // the project that is being edited
+            return;
+
+        throw CommandFailure (path + ": the project would replace the list that it is made from");
+    }
 
     refuseToReplace (file, policy);
 }

@@ -129,8 +129,10 @@ void editList (const SetOptions& options, Session& session)
     session.say (juce::String (chosen.size()) + " events, " + juce::String (steps) + " steps");
 
     if (session.wantsJSON)
-        session.data (
-            json { { "project", options.output.path }, { "events", chosen.size() }, { "steps", steps } });
+        session.data (json { { "project", options.output.path },
+                             { "events", chosen.size() },
+                             { "steps", steps },
+                             { "problems", session.problemsAsJSON() } });
 }
 
 } // namespace
