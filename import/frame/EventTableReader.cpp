@@ -3,6 +3,7 @@
 
 #include "core/cast/ADRCueReasonsManager.h"
 #include "core/system/UserDefaults.h"
+#include "import/frame/EventFileImporter.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <algorithm>
@@ -38,26 +39,6 @@ enum class EventTableReader::Column : std::size_t
 
 namespace
 {
-
-// In the order of the enumeration above.
-constexpr std::array columnTitles { "Start TC",
-                                    "End TC",
-                                    "Text",
-                                    "Character",
-                                    "Char Prefix",
-                                    "Actor",
-                                    "Cue Number",
-                                    "Notes",
-                                    "Engineering Notes",
-                                    "Done",
-                                    "Event Type",
-                                    "Streamer Duration",
-                                    "Enabled",
-                                    "Number of Takes",
-                                    "BPM",
-                                    "Reason",
-                                    "Forced Narrative",
-                                    "FN Region" };
 
 /** Lets an import write to an event without undo steps and without telling anybody. */
 class QuietEdit final
@@ -146,17 +127,17 @@ EventRowResult EventTableReader::read (const Rows& table, const std::map<juce::S
 
 // ---- cells ------------------------------------------------------------------------------------------------
 
-const char* EventTableReader::titleOf (Column column)
+// The enumeration has the order of the titles, whose first one stands for a column that isn't used.
+const juce::String& EventTableReader::titleOf (Column column)
 {
-    static_assert (columnTitles.size() == numberOfColumns);
-    return columnTitles[static_cast<std::size_t> (column)];
+    return EventFileImporter::columnTitles()[static_cast<std::size_t> (column) + 1];
 }
 
 void EventTableReader::assignColumns (const std::map<juce::String, int>& columnMap)
 {
     for (std::size_t column = 0; column < numberOfColumns; ++column)
     {
-        const auto assigned = columnMap.find (columnTitles[column]);
+        const auto assigned = columnMap.find (titleOf (static_cast<Column> (column)));
         cellIndices[column] = assigned != columnMap.end() ? assigned->second : -1;
     }
 }

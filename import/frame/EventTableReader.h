@@ -41,7 +41,7 @@ private:
         std::optional<int> end;     ///< frame index, not before the in point; nothing for the default length
     };
 
-    static const char* titleOf (Column column);
+    static const juce::String& titleOf (Column column);
     void assignColumns (const std::map<juce::String, int>& columnMap);
 
     [[nodiscard]] const Core::RichTextString* cellOf (Column column) const;
