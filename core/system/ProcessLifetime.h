@@ -30,7 +30,7 @@ public:
     [[nodiscard]] Object& get() const { return *object; }
 
 private:
-    alignas (Object) unsigned char storage[sizeof (Object)];
+    alignas (Object) mutable unsigned char storage[sizeof (Object)];
     Object* object;
 };
 } // namespace ZEP::Core

@@ -86,8 +86,9 @@ public:
     /** The timecode of a frame index; the way back of frameIndexForTCTime(). */
     [[nodiscard]] static _TCTime tcTimeForFrameIndex (int index, const TimeInfo& info);
 
-    /** Whether `time` labels a frame under `def`: not invalid, every field in its range, and no label that
-        drop-frame leaves out. */
+    /** Whether `time` labels a frame under `def`: not invalid, minutes, seconds and frames in their ranges,
+        and no label that drop-frame leaves out. Any number of hours will do, since a time before zero has
+        its sign there. */
     [[nodiscard]] static bool existsUnder (_TCTime time, const _TCDef& def);
 
     /** The code of a rate in frames a second, with a hundredth as tolerance. */

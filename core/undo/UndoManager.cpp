@@ -3,8 +3,72 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 namespace ZEP::Core
 {
+/** An edit with the edits that listeners made in answer to it while it ran, each with its own answers. */
+class UndoManager::AnsweredEdit final : public juce::UndoableAction
+{
+public:
+    AnsweredEdit (std::unique_ptr<juce::UndoableAction> toPerform, AnsweredEdit*& placeOfEditInProgress)
+        : action (std::move (toPerform)),
+          editInProgress (placeOfEditInProgress)
+    {
+    }
+
+    bool perform() override { return answersAreComplete ? redo() : performFirst(); }
+
+    bool undo() override { return undoAnswers() && action->undo(); }
+
+    int getSizeInUnits() override
+    {
+        int units = action->getSizeInUnits();
+        for (const auto& answer : answers)
+            units += answer->getSizeInUnits();
+        return units;
+    }
+
+    void add (std::unique_ptr<AnsweredEdit> answer) { answers.push_back (std::move (answer)); }
+
+private:
+    bool performFirst()
+    {
+        const juce::ScopedValueSetter<AnsweredEdit*> inProgress (editInProgress, this);
+        try
+        {
+            answersAreComplete = action->perform();
+        }
+        catch (...)
+        {
+            undoAnswers();
+            throw;
+        }
+        if (! answersAreComplete)
+            undoAnswers();
+        return answersAreComplete;
+    }
+
+    bool redo()
+    {
+        return action->perform()
+               && std::all_of (answers.begin(), answers.end(),
+                               [] (auto& answer) { return answer->perform(); });
+    }
+
+    bool undoAnswers()
+    {
+        return std::all_of (answers.rbegin(), answers.rend(), [] (auto& answer) { return answer->undo(); });
+    }
+
+    std::unique_ptr<juce::UndoableAction> action;
+    std::vector<std::unique_ptr<AnsweredEdit>> answers;
+    AnsweredEdit*& editInProgress;
+    bool answersAreComplete = false;
+};
+
 UndoManager::UndoManager() = default;
 UndoManager::~UndoManager() = default;
 
@@ -14,20 +78,26 @@ bool UndoManager::perform (juce::UndoableAction* action, const juce::String& nam
     if (owned == nullptr || isPerformingUndoRedo())
         return false;
 
-    // What a listener edits while an action runs belongs to the step of that action, which is still to be
-    // entered.
-    if (performing)
-        return juce::UndoManager::perform (owned.release());
-
-    const juce::ScopedValueSetter<bool> isPerforming (performing, true);
-    return performInStep (owned.release(), compoundDepth > 0 ? compoundName : name);
+    auto edit = std::make_unique<AnsweredEdit> (std::move (owned), editInProgress);
+    return editInProgress != nullptr
+               ? performAsAnswer (std::move (edit))
+               : performInStep (std::move (edit), compoundDepth > 0 ? compoundName : name);
 }
 
-bool UndoManager::performInStep (juce::UndoableAction* action, const juce::String& name)
+bool UndoManager::performAsAnswer (std::unique_ptr<AnsweredEdit> edit)
+{
+    auto& answered = *editInProgress;
+    if (! edit->perform())
+        return false;
+    answered.add (std::move (edit));
+    return true;
+}
+
+bool UndoManager::performInStep (std::unique_ptr<AnsweredEdit> edit, const juce::String& name)
 {
     if (compoundDepth == 0 || ! compoundHasBegun)
         juce::UndoManager::beginNewTransaction (name);
-    if (! juce::UndoManager::perform (action))
+    if (! juce::UndoManager::perform (edit.release()))
         return false;
 
     // A new step has the name already, except where an undo came between the edits of a compound step.
@@ -38,7 +108,7 @@ bool UndoManager::performInStep (juce::UndoableAction* action, const juce::Strin
 
 void UndoManager::beginNewTransaction (const juce::String& name)
 {
-    if (compoundDepth == 0 && ! performing)
+    if (compoundDepth == 0 && editInProgress == nullptr)
         juce::UndoManager::beginNewTransaction (name);
 }
 
@@ -52,7 +122,7 @@ void UndoManager::beginCompoundStep (const juce::String& name)
 
 void UndoManager::endCompoundStep()
 {
-    if (compoundDepth > 0 && --compoundDepth == 0 && ! performing)
+    if (compoundDepth > 0 && --compoundDepth == 0 && editInProgress == nullptr)
         juce::UndoManager::beginNewTransaction();
 }
 

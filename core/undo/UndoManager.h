@@ -5,6 +5,8 @@
 
 #include <juce_data_structures/juce_data_structures.h>
 
+#include <memory>
+
 namespace juce
 {
 class ApplicationCommandManager;
@@ -14,9 +16,10 @@ namespace ZEP::Core
 {
 /** The history behind the Edit menu, in which every edit is a step of its own under its own name.
 
-    Inside a compound step, and for an edit that a listener makes in answer to another one, the edits share a
-    step. No edit can be made from within undo() or redo(): it is refused, since the history has no place for
-    it. Call through this class, not through its base, whose perform() joins whatever step came last.
+    Inside a compound step the edits share a step. An edit that a listener makes in answer to another one belongs
+    to the step of that one: it is undone before it and redone after it, and goes if the first edit fails. No edit
+    can be made from within undo() or redo(): it is refused, since the history has no place for it. Call through
+    this class, not through its base, whose perform() joins whatever step came last.
 
     One thread at a time; usually the process's one manager, see UndoRedoHelpers.
 */
@@ -56,12 +59,15 @@ public:
     void commandStatusChanged();
 
 private:
-    bool performInStep (juce::UndoableAction* action, const juce::String& name);
+    class AnsweredEdit;
 
+    bool performAsAnswer (std::unique_ptr<AnsweredEdit> edit);
+    bool performInStep (std::unique_ptr<AnsweredEdit> edit, const juce::String& name);
+
+    AnsweredEdit* editInProgress = nullptr;
     juce::ApplicationCommandManager* commands = nullptr;
     juce::String compoundName;
     int compoundDepth = 0;
     bool compoundHasBegun = false;
-    bool performing = false;
 };
 } // namespace ZEP::Core

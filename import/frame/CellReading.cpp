@@ -73,7 +73,13 @@ struct Number
     int whole = 0;
     std::string_view fraction; ///< digits behind the decimal sign, without the zeros at the end
     std::string_view rest;     ///< what follows the number, blanks included
+    bool maybeThousands =
+        false; ///< "1,000", which is a thousand to one half of the world and one to the other
+
+    [[nodiscard]] bool isWhole() const { return fraction.empty() && ! maybeThousands; }
 };
+
+constexpr std::size_t signAndThreeDigits = 4;
 
 std::optional<Number> numberAtStart (std::string_view cell)
 {
@@ -89,6 +95,7 @@ std::optional<Number> numberAtStart (std::string_view cell)
     if (number.rest.starts_with ('.') || number.rest.starts_with (','))
     {
         const auto digits = std::min (number.rest.find_first_not_of ("0123456789", 1), number.rest.size());
+        number.maybeThousands = digits == signAndThreeDigits;
         number.fraction = number.rest.substr (1, digits - 1);
         number.fraction = number.fraction.substr (0, number.fraction.find_last_not_of ('0') + 1);
         number.rest.remove_prefix (digits);
@@ -135,13 +142,12 @@ std::optional<int> codeOfSeconds (const Number& number, bool unitWritten)
 
     const bool known =
         isOneOf (number.whole, { 1, 2, 3, 5 }) || (! unitWritten && isOneOf (number.whole, { 4, 267, 333 }));
-    return known && number.fraction.empty() ? std::optional (number.whole) : std::nullopt;
+    return known && number.isWhole() ? std::optional (number.whole) : std::nullopt;
 }
 
 std::optional<int> codeAmong (const Number& number, std::initializer_list<int> codes)
 {
-    return number.fraction.empty() && isOneOf (number.whole, codes) ? std::optional (number.whole)
-                                                                    : std::nullopt;
+    return number.isWhole() && isOneOf (number.whole, codes) ? std::optional (number.whole) : std::nullopt;
 }
 
 } // namespace
@@ -217,8 +223,7 @@ juce::String quotedCell (const juce::String& text)
 std::optional<int> wholeNumberInCell (std::string_view cell)
 {
     const auto number = numberAtStart (cell);
-    return number && number->fraction.empty() && number->rest.empty() ? std::optional (number->whole)
-                                                                      : std::nullopt;
+    return number && number->isWhole() && number->rest.empty() ? std::optional (number->whole) : std::nullopt;
 }
 
 std::optional<bool> flagInCell (std::string_view cell)

@@ -254,6 +254,20 @@ int EventTableReader::readDuration (EventType type)
     return valueOf (Column::streamerDuration, -1, reading, complaintAboutDuration (unit));
 }
 
+std::optional<int> EventTableReader::endOfFlutter (int inPoint, int duration)
+{
+    constexpr int noTime = -1;
+
+    if (inPoint + duration != noTime)
+        return inPoint + duration;
+
+    report (
+        Column::streamerDuration,
+        quotedCell (textOf (Column::streamerDuration))
+            + " would end the flutter on the frame before the picture starts, which a cue list can't hold");
+    return std::nullopt;
+}
+
 std::shared_ptr<Event> EventTableReader::createEvent (EventType type)
 {
     auto place = readPlace();
@@ -263,7 +277,7 @@ std::shared_ptr<Event> EventTableReader::createEvent (EventType type)
 
     // A flutter left to itself gets the preferred length, whatever its own duration says.
     if (type == EventTypeFlutter && place.inPoint && ! place.end && duration > 0)
-        place.end = *place.inPoint + duration;
+        place.end = endOfFlutter (*place.inPoint, duration);
 
     return createPlaced (type, place, static_cast<float> (tempo), duration);
 }

@@ -57,6 +57,7 @@ private:
     [[nodiscard]] Place readPlace();
     [[nodiscard]] std::optional<int> readTime (Column column, bool& unreadable);
     [[nodiscard]] int readDuration (EventType type);
+    std::optional<int> endOfFlutter (int inPoint, int duration);
     [[nodiscard]] std::shared_ptr<Event> createEvent (EventType type);
     [[nodiscard]] std::shared_ptr<Event> createPlaced (EventType type, const Place& place, float tempo,
                                                        int duration) const;

@@ -21,6 +21,9 @@ namespace
 /** What an event's index says when it has no time, and so can't be a time. */
 constexpr int noTime = -1;
 
+/** Timecode has two digits for the hours. */
+constexpr int lastHour = 99;
+
 /** "--:--:--:--" and every other way of drawing a line where no time is. */
 bool saysNoTime (std::string_view cell)
 {
@@ -112,6 +115,8 @@ TimeCell TimeCellReader::read (const juce::String& text) const
     if (time.frameIndex == noTime)
         return { {},
                  quotedCell (text) + " is the frame before the picture starts, which a cue list can't hold" };
+    if (time.frameIndex && TCToolbox::tcTimeForFrameIndex (*time.frameIndex, *timeInfo).hours > lastHour)
+        return { {}, quotedCell (text) + " is nearest to a frame behind the last timecode there is" };
 
     return time;
 }

@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <stdexcept>
+#include <utility>
+
 namespace
 {
 using ZEP::Core::UndoManager;
@@ -31,6 +34,20 @@ protected:
             self.target->number = number;
         };
         action->undoFunction = [] (const Action& self) { self.target->number = self.state.restore<int>(); };
+        return action.release();
+    }
+
+    /** As newNumber, with a listener that hears of the change while the edit still runs. */
+    Action* newNumberAnswered (int number, const std::function<void()>& listener)
+    {
+        std::unique_ptr<Action> action (newNumber (number));
+        action->performFunction =
+            [set = action->performFunction, listener, redone = false] (Action& self) mutable
+        {
+            set (self);
+            if (! std::exchange (redone, true))
+                listener();
+        };
         return action.release();
     }
 
@@ -222,6 +239,80 @@ TEST_F (History, aCompoundStepOfAListenerJoinsTheStepItAnswers)
     EXPECT_EQ (steps(), "3 | undo: Changing Text, Before | redo: ");
     manager.undo();
     EXPECT_EQ (steps(), "1 | undo: Before | redo: Changing Text");
+}
+
+TEST_F (History, anAnswerOnTheSameValueIsUndoneBeforeWhatItAnsweredAndRedoneAfterIt)
+{
+    manager.perform (newNumber (1), "Before");
+    manager.perform (newNumberAnswered (2, [this] { manager.perform (newNumber (3), "Answer"); }), "Outer");
+
+    EXPECT_EQ (steps(), "3 | undo: Outer, Before | redo: ");
+    manager.undo();
+    EXPECT_EQ (steps(), "1 | undo: Before | redo: Outer");
+    manager.redo();
+    EXPECT_EQ (steps(), "3 | undo: Outer, Before | redo: ");
+    manager.undo();
+    EXPECT_EQ (steps(), "1 | undo: Before | redo: Outer");
+}
+
+TEST_F (History, anAnswerToAnAnswerIsUndoneFirst)
+{
+    manager.perform (newNumberAnswered (1,
+                                        [this] {
+                                            manager.perform (
+                                                newNumberAnswered (
+                                                    2, [this] { manager.perform (newNumber (3), "Third"); }),
+                                                "Second");
+                                        }),
+                     "First");
+
+    EXPECT_EQ (steps(), "3 | undo: First | redo: ");
+    manager.undo();
+    EXPECT_EQ (steps(), "0 | undo:  | redo: First");
+    manager.redo();
+    EXPECT_EQ (steps(), "3 | undo: First | redo: ");
+}
+
+TEST_F (History, anEditThatFailsTakesItsAnswersWithIt)
+{
+    class FailingAfterAnAnswer final : public juce::UndoableAction
+    {
+    public:
+        explicit FailingAfterAnAnswer (std::function<void()> toAnswer) : answer (std::move (toAnswer)) {}
+        bool perform() override
+        {
+            answer();
+            return false;
+        }
+        bool undo() override { return true; }
+
+    private:
+        std::function<void()> answer;
+    };
+
+    manager.perform (newNumber (1), "First");
+    auto failing =
+        std::make_unique<FailingAfterAnAnswer> ([this] { manager.perform (newNumber (2), "Answer"); });
+
+    EXPECT_FALSE (manager.perform (failing.release(), "Failing"));
+    EXPECT_EQ (steps(), "1 | undo: First | redo: ");
+}
+
+TEST_F (History, anEditThatThrowsTakesItsAnswersWithIt)
+{
+    manager.perform (newNumber (1), "First");
+    auto throwing = newNumberAnswered (5,
+                                       [this]
+                                       {
+                                           take->number = 1;
+                                           manager.perform (newNumber (2), "Answer");
+                                           throw std::runtime_error ("a listener gave up");
+                                       });
+
+    EXPECT_THROW (manager.perform (throwing, "Throwing"), std::runtime_error);
+    EXPECT_EQ (steps(), "1 | undo: First | redo: ");
+    manager.perform (newNumber (3), "Next");
+    EXPECT_EQ (steps(), "3 | undo: Next, First | redo: ");
 }
 
 TEST_F (History, anEditDuringAnUndoIsRefused)

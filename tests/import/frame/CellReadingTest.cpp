@@ -153,6 +153,18 @@ TEST (CellReading, regionsByNameAndNumber)
                                         regionInCell);
 }
 
+TEST (CellReading, whatMayBeAThousandIsNoNumber)
+{
+    expectReads<int> ({ { "1,000", std::nullopt },
+                        { "1.000", std::nullopt },
+                        { "1.0", 1 },
+                        { "1,00", 1 },
+                        { "1.0000", 1 } },
+                      wholeNumberInCell);
+    EXPECT_EQ (durationInCell ("1.000", DurationUnit::seconds), std::nullopt);
+    EXPECT_EQ (durationInCell ("1,000", DurationUnit::frames), std::nullopt);
+}
+
 TEST (CellReading, temposFromTwentyOneToTwoHundredNinetyNine)
 {
     expectReads<int> ({ { "21", 21 },

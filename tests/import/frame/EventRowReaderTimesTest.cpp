@@ -156,6 +156,16 @@ TEST_F (EventRowReaderTimesTest, theFrameBeforeThePictureIsNeverTakenForATime)
             "0 End TC: \"00:59:59:24\" is the frame before the picture starts, which a cue list can't hold" });
 }
 
+TEST_F (EventRowReaderTimesTest, aFlutterThatWouldEndOnTheFrameBeforeThePictureIsReported)
+{
+    const auto result = read ({ row ("Flutter", "00:59:59:16", {}, "8") });
+    EXPECT_EQ (
+        problems (result),
+        Lines { "0 Streamer Duration: \"8\" would end the flutter on the frame before the picture starts, "
+                "which a cue list can't hold" });
+    EXPECT_EQ (event (row ("Flutter", "00:59:59:16", {}, "4"))->getEndFrameIndex(), -5);
+}
+
 TEST_F (EventRowReaderTimesTest, subtitlesBecomeCuesAtTheirNearestFrames)
 {
     timeInfo = timeInfoAt ("23.976", "00:00:00:00");

@@ -121,6 +121,13 @@ TEST (TimeCellReader, aClockAheadOfTheDropFrameCountStaysWithinTheDay)
     EXPECT_EQ (reader.timecode (*time.frameIndex), juce::String ("00:00:00;00"));
 }
 
+TEST (TimeCellReader, aSubtitleTimeThatRoundsPastTheLastTimecodeIsRefused)
+{
+    expectFrames ({ { "25", "99:00:00:00", "99:59:59,979", 89999 } });
+    expectProblem ("25", "99:59:59,980",
+                   "\"99:59:59,980\" is nearest to a frame behind the last timecode there is");
+}
+
 TEST (TimeCellReader, aFrameNumberThatTheRateDoesNotHaveIsRefused)
 {
     expectProblem ("25", "01:00:00:27",
