@@ -2,6 +2,7 @@
 #include "import/frame/EventFileImporterFactory.h"
 
 #include "import/CSVEventFileImporter.h"
+#include "import/SRTEventFileImporter.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,7 +47,7 @@ const std::vector<Entry>& entries()
     static const std::vector<Entry> table {
         { 2, { ".csv", ".tab" }, "Delimited text", true, make<CSVEventFileImporter> },
         { 0, { ".txt" }, "Pro Tools session info", false, notYet },
-        { 3, { ".srt" }, "SubRip subtitles", false, notYet },
+        { 3, { ".srt" }, "SubRip subtitles", false, make<SRTEventFileImporter> },
         { 4, { ".stl" }, "EBU or text STL subtitles", false, notYet },
         { 5, { ".xml" }, "ADR Studio cue list", true, notYet },
         { 1, { ".dbf" }, "dBase table", true, notYet },
