@@ -2,11 +2,11 @@
 #include "event/Event.h"
 
 #include "core/cast/ADRCueReasonsManager.h"
+#include "core/system/RandomIdentity.h"
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
 #include "event/EventChange.h"
 #include "event/EventNotifications.h"
-#include "event/RandomIdentity.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <Poco/Format.h>
@@ -24,6 +24,7 @@ namespace ZEP::Overmarks
 using ZEP::Core::ADRCharacter;
 using ZEP::Core::ADRCharacterMap;
 using ZEP::Core::ADRCueReasonsManager;
+using ZEP::Core::randomIdentity;
 using ZEP::Core::RichTextString;
 using ZEP::Core::StringUtil;
 using ZEP::Core::TimeInfo;

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 namespace ZEP::Overmarks
 {
@@ -59,7 +60,8 @@ public:
                                           int streamerDuration);
 
     /** Replaces this event by a stored one. @param message  a tessera1::ProtoOvermark*. @returns true always.
-        No undo step, no notification; the indices are taken as they stand and the time reference has to be set after it. */
+        No undo step, no notification; the indices are taken as they stand and the time reference has to be set after it.
+        Fields that only a newer version knows are kept, and stored again; a copy of the event doesn't get them. */
     bool initWithProtoObject (void* message) override;
 
     /** Stores this event. @param message  a tessera1::ProtoOvermark* made by the caller. */
@@ -220,7 +222,7 @@ private:
     template <typename Change, typename... Values>
     void change (const char* undoName, News news, Change makeChange, Values Event::*... saved);
     template <typename Value>
-    void changeField (Value Event::*field, const Value& newValue, const char* undoName);
+    void changeField (Value Event::*field, Value newValue, const char* undoName);
     void setRichText (ZEP::Core::RichTextString Event::*field, const ZEP::Core::RichTextString& newText,
                       const char* undoName);
 
@@ -271,6 +273,7 @@ private:
     bool forcedNarrative = false;
     ForcedNarrativeRegion forcedNarrativeRegion = ForcedNarrativeRegionBottom;
     bool storedFlag = false;
+    std::string newerFields; ///< what a newer version has stored with this event, kept for it
     juce::Colour displayColour = juce::Colours::transparentBlack;
 };
 

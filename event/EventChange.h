@@ -6,6 +6,7 @@
 #include "event/Event.h"
 
 #include <memory>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -34,7 +35,7 @@ void Event::change (const char* undoName, News news, Change makeChange, Values E
     using Action = ZEP::Core::UndoableAction<Event>;
     auto action = std::make_unique<Action>();
     action->target = shared_from_this();
-    action->performFunction = [this, news, makeChange, saved...] (Action& step)
+    action->performFunction = [this, news, makeChange = std::move (makeChange), saved...] (Action& step)
     {
         (step.state.template save<Values> (this->*saved), ...);
         makeChange (*this);
@@ -53,10 +54,11 @@ void Event::change (const char* undoName, News news, Change makeChange, Values E
 
 /** The change of a single field. */
 template <typename Value>
-void Event::changeField (Value Event::*field, const Value& newValue, const char* undoName)
+void Event::changeField (Value Event::*field, Value newValue, const char* undoName)
 {
     change (
-        undoName, News::attribute, [field, newValue] (Event& event) { event.*field = newValue; }, field);
+        undoName, News::attribute,
+        [field, value = std::move (newValue)] (Event& event) { event.*field = value; }, field);
 }
 
 } // namespace ZEP::Overmarks

@@ -2,11 +2,12 @@
 // The stored form of an event, a tessera1::ProtoOvermark. Its field names are those of the event's own table of stored
 // fields, so that the two are matched by name, once per process.
 #include "core/cast/ADRCueReasonsManager.h"
+#include "core/system/ProtoRecord.h"
+#include "core/system/RandomIdentity.h"
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
 #include "event/Event.h"
 #include "event/EventFields.h"
-#include "event/RandomIdentity.h"
 #include "preferences/PreferenceKeys.h"
 #include "proto/overmarks.pb.h"
 
@@ -25,6 +26,8 @@ using google::protobuf::Reflection;
 using tessera1::ProtoOvermark;
 using tessera1::ProtoRichTextAttribute;
 using ZEP::Core::ADRCueReasonsManager;
+using ZEP::Core::ProtoRecord;
+using ZEP::Core::randomIdentity;
 using ZEP::Core::RichTextString;
 using ZEP::Core::StringUtil;
 using ZEP::Core::UserDefaults;
@@ -72,7 +75,7 @@ public:
 private:
     void write (const RecordField& field, const juce::String& value)
     {
-        reflection->SetString (&record, field.value, value.toStdString());
+        reflection->SetString (&record, field.value, ProtoRecord::text (value));
     }
 
     void write (const RecordField& field, const RichTextString& value)
@@ -147,13 +150,17 @@ private:
 
 void Event::fillProtoObject (void* message)
 {
-    EventFields::visit (*this, RecordWriter (*static_cast<ProtoOvermark*> (message)));
+    auto& record = *static_cast<ProtoOvermark*> (message);
+    EventFields::visit (*this, RecordWriter (record));
+    ProtoRecord::addNewerFields (record, newerFields);
 }
 
 bool Event::initWithProtoObject (void* message)
 {
     const juce::ScopedValueSetter<bool> bypass (undoBypass, true, false);
-    EventFields::visit (*this, RecordReader (*static_cast<const ProtoOvermark*> (message)));
+    const auto& record = *static_cast<const ProtoOvermark*> (message);
+    EventFields::visit (*this, RecordReader (record));
+    newerFields = ProtoRecord::newerFields (record);
 
     const auto* reasons = ADRCueReasonsManager::sharedManager();
 

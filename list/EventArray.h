@@ -10,6 +10,7 @@
 
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -39,6 +40,7 @@ public:
     EventArray (std::shared_ptr<Event> fadeIn, std::shared_ptr<Event> fadeOut);
 
     /** Replaces the events and the sort column by stored ones; the events have no time info yet, nothing is sorted or told.
+        Fields that only a newer version knows are kept, and stored again.
         @param proto  a tessera1::ProtoOvermarkList*
         @throws std::out_of_range if a fade is missing; `events` then keeps what was read */
     bool initWithProtoObject (void* proto) override;
@@ -119,6 +121,8 @@ private:
 
     void adoptFades (const EventArray& source);
     juce::String filterValue (const std::string& key);
+
+    std::string newerFields; ///< what a newer version has stored with this list, kept for it
 };
 
 } // namespace ZEP::Overmarks

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // The stored form of a list, a tessera1::ProtoOvermarkList.
+#include "core/system/ProtoRecord.h"
 #include "core/text/StringUtil.h"
 #include "event/EventKeyValueEditor.h"
 #include "list/EventArray.h"
@@ -9,15 +10,18 @@ namespace ZEP::Overmarks
 {
 
 using tessera1::ProtoOvermarkList;
+using ZEP::Core::ProtoRecord;
 
 void EventArray::fillProtoObject (void* proto)
 {
     auto& list = *static_cast<ProtoOvermarkList*> (proto);
-    list.set_sortkey (sortKey.toStdString());
+    list.set_sortkey (ProtoRecord::text (sortKey));
     list.set_sortdescending (sortDescending);
 
     for (const auto& event : events)
         event->fillProtoObject (list.add_events());
+
+    ProtoRecord::addNewerFields (list, newerFields);
 }
 
 bool EventArray::initWithProtoObject (void* proto)
@@ -27,6 +31,7 @@ bool EventArray::initWithProtoObject (void* proto)
     events.reserve (static_cast<std::size_t> (list.events_size()));
     sortKey = ZEP::Core::StringUtil::fromUTF8 (list.sortkey());
     sortDescending = list.sortdescending();
+    newerFields = ProtoRecord::newerFields (list);
 
     if (sortKey.isEmpty())
         sortKey = EventKeyValueEditor::KV_StartTCString;

@@ -1,19 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/cast/ADRCharacterMap.h"
 
-#include <Poco/UUID.h>
-#include <Poco/UUIDGenerator.h>
+#include "core/system/RandomIdentity.h"
 
 namespace ZEP::Core
 {
-namespace
-{
-juce::String newIdentifier()
-{
-    return juce::String (Poco::UUIDGenerator::defaultGenerator().createRandom().toString());
-}
-} // namespace
-
 ADRCharacterMap::ADRCharacterMap() = default;
 ADRCharacterMap::~ADRCharacterMap() = default;
 
@@ -23,7 +14,7 @@ juce::String ADRCharacterMap::addCharacter (std::shared_ptr<ADRCharacter> charac
     if (character == nullptr)
         return {};
 
-    const auto idInUse = keepGivenID && id.isNotEmpty() ? id : newIdentifier();
+    const auto idInUse = keepGivenID && id.isNotEmpty() ? id : randomIdentity();
     const auto [place, isNew] = positions.try_emplace (idInUse, inOrder.size());
     const auto position = place->second;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/text/RichTextString.h"
 
+#include "core/system/ProtoRecord.h"
 #include "core/text/StringUtil.h"
 #include "proto/overmarks.pb.h"
 
@@ -439,9 +440,10 @@ void RichTextString::applyStringAttributeToProtoObject (const Attribute& attribu
 
     stored.set_rangestart (attribute.range.getStart());
     stored.set_rangeend (attribute.range.getEnd());
-    stored.set_typefacename (family == juce::Font::getDefaultSansSerifFontName() ? std::string()
-                                                                                 : family.toStdString());
-    stored.set_typefacestyle (style == juce::Font::getDefaultStyle() ? std::string() : style.toStdString());
+    stored.set_typefacename (
+        family == juce::Font::getDefaultSansSerifFontName() ? std::string() : ProtoRecord::text (family));
+    stored.set_typefacestyle (style == juce::Font::getDefaultStyle() ? std::string()
+                                                                     : ProtoRecord::text (style));
     stored.set_height (font.getHeight());
     stored.set_underlined (font.isUnderlined());
     stored.set_horizontalscale (font.getHorizontalScale());

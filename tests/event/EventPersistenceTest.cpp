@@ -362,6 +362,71 @@ TEST_F (EventPersistence, whatIsNoUTF8IsStillWrittenAsUTF8)
     EXPECT_TRUE (juce::CharPointer_UTF8::isValidString (text.data(), static_cast<int> (text.size())));
 }
 
+TEST_F (EventPersistence, halfOfASurrogatePairDoesNotMakeTheRecordUnreadable)
+{
+    const auto half = "a" + juce::String::charToString (0xdc00);
+    const auto event = makeEvent (EventTypeADRCue);
+    RichTextString text (half);
+    text.setFont ({ 0, 1 }, juce::Font (half, half, 12.0f));
+    EventFields::visit (*event,
+                        [&] (std::string_view name, auto& field)
+                        {
+                            if constexpr (std::is_same_v<std::decay_t<decltype (field)>, RichTextString>)
+                                field = text;
+                            else if constexpr (std::is_same_v<std::decay_t<decltype (field)>, juce::String>)
+                                field = half;
+                            (void)name;
+                        });
+
+    const auto back = loaded (stored (*event));
+
+    EXPECT_TRUE (back->getText().getText().startsWith ("a"));
+    EXPECT_TRUE (back->getCueNumber().startsWith ("a"));
+    EXPECT_EQ (back->getText().formattedRuns().size(), 1u);
+}
+
+// ---- fields of newer versions --------------------------------------------------------------------------------------
+
+/** A number and a text under field numbers that no event has yet. */
+std::string fieldsOfTheFuture() { return "\xc0\x3e\x07\xca\x3e\x03new"; }
+
+tessera1::ProtoOvermark recordOfTheFuture (Event& event)
+{
+    tessera1::ProtoOvermark record;
+    event.fillProtoObject (&record);
+    EXPECT_TRUE (record.ParseFromString (record.SerializeAsString() + fieldsOfTheFuture()));
+    return record;
+}
+
+TEST_F (EventPersistence, whatANewerVersionHasStoredComesBack)
+{
+    const auto record = recordOfTheFuture (*fullEvent());
+    const auto event = loaded (record);
+    event->setTimeInfo (timeInfoAt ("25"));
+    event->setDone (! event->isDone());
+    event->setDone (! event->isDone());
+
+    EXPECT_EQ (stored (*event).SerializeAsString(), record.SerializeAsString());
+}
+
+TEST_F (EventPersistence, aCopyIsNoneOfTheNewerVersions)
+{
+    const auto event = loaded (recordOfTheFuture (*fullEvent()));
+    Event copy (*event);
+
+    EXPECT_TRUE (stored (copy).GetReflection()->GetUnknownFields (stored (copy)).empty());
+}
+
+TEST_F (EventPersistence, loadingAnotherRecordForgetsWhatTheNewerVersionStored)
+{
+    const auto event = loaded (recordOfTheFuture (*fullEvent()));
+    tessera1::ProtoOvermark plain;
+    event->initWithProtoObject (&plain);
+    const auto record = stored (*event);
+
+    EXPECT_TRUE (record.GetReflection()->GetUnknownFields (record).empty());
+}
+
 // ---- what is not stored --------------------------------------------------------------------------------------------
 
 TEST_F (EventPersistence, theTimeReferenceIsThatOfTheDayOfLoading)

@@ -2,7 +2,7 @@
 // What an event is when made, copied and put into words.
 #include "event/Event.h"
 
-#include "event/RandomIdentity.h"
+#include "core/system/RandomIdentity.h"
 #include "preferences/PreferenceKeys.h"
 #include "support/MakeEvents.h"
 #include "support/NotificationCounter.h"
@@ -150,7 +150,7 @@ TEST_F (EventTest, everyEventHasAnIdentityOfItsOwn)
     const auto other = makeEvent (EventTypeADRCue);
 
     EXPECT_NE (one->getUuid(), other->getUuid());
-    for (const auto& id : { one->getUuid(), other->getUuid(), randomIdentity() })
+    for (const auto& id : { one->getUuid(), other->getUuid(), ZEP::Core::randomIdentity() })
     {
         Poco::UUID uuid;
         ASSERT_TRUE (uuid.tryParse (id.toStdString())) << id;

@@ -92,6 +92,27 @@ TEST_F (EventArrayPersistenceTest, savingAndLoadingKeepsEveryStoredField)
     }
 }
 
+TEST_F (EventArrayPersistenceTest, whatANewerVersionHasStoredComesBack)
+{
+    const std::string newer = "\xc0\x3e\x07";
+    tessera1::ProtoOvermarkList message;
+    ASSERT_TRUE (
+        message.ParseFromString (stored (*listOf ({ cue ("A1", 100) })).SerializeAsString() + newer));
+    const auto list = loaded (message);
+    EXPECT_EQ (stored (*list).SerializeAsString(), message.SerializeAsString());
+
+    auto plain = stored (*listWithFades());
+    list->initWithProtoObject (&plain);
+    EXPECT_EQ (stored (*list).SerializeAsString(), plain.SerializeAsString()) << "another list has none";
+}
+
+TEST_F (EventArrayPersistenceTest, aSortKeyThatIsNoTextDoesNotMakeTheListUnreadable)
+{
+    const auto list = listWithFades();
+    list->sortKey = "Notes" + juce::String::charToString (0xd800);
+    EXPECT_TRUE (loaded (stored (*list))->sortKey.startsWith ("Notes"));
+}
+
 TEST_F (EventArrayPersistenceTest, theSortColumnComesBack)
 {
     const auto list = listWithFades();

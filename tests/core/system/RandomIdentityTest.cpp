@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "event/RandomIdentity.h"
+#include "core/system/RandomIdentity.h"
 
 #include <Poco/UUID.h>
 #include <algorithm>
@@ -12,10 +12,9 @@
 #include <unistd.h>
 #include <vector>
 
-namespace ZEP::Overmarks::Testing
-{
 namespace
 {
+using ZEP::Core::randomIdentity;
 
 TEST (RandomIdentity, isTheTextOfARandomUUID)
 {
@@ -87,4 +86,3 @@ TEST (RandomIdentity, differsBetweenAProcessAndTheOneItForks)
 }
 
 } // namespace
-} // namespace ZEP::Overmarks::Testing

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "event/RandomIdentity.h"
+#include "core/system/RandomIdentity.h"
 
 #include <Poco/Process.h>
 #include <Poco/RandomStream.h>
@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace ZEP::Overmarks
+namespace ZEP::Core
 {
 
 namespace
@@ -21,7 +21,7 @@ using Identity = std::array<unsigned char, 16>;
     costs more than all the rest of making an event.
 
     A process that was forked off fetches its own, or it would give its events the identities of its parent's.
-    */
+*/
 class RandomIdentities final
 {
 public:
@@ -78,4 +78,4 @@ juce::String randomIdentity()
     return { text.data(), text.size() };
 }
 
-} // namespace ZEP::Overmarks
+} // namespace ZEP::Core
