@@ -7,6 +7,7 @@
 #include "event/Event.h"
 #include "export/frame/EventExporter.h"
 #include "preferences/UserDefaultsRegistrar.h"
+#include "support/TemporaryFolder.h"
 
 #include <juce_core/juce_core.h>
 
@@ -34,48 +35,7 @@ inline juce::String text (const std::string& utf8)
     return juce::String::fromUTF8 (utf8.data(), static_cast<int> (utf8.size()));
 }
 
-/** A folder that exists as long as the test does. */
-class TemporaryFolder final
-{
-public:
-    TemporaryFolder()
-    {
-        auto pattern = (std::filesystem::temp_directory_path() / "overmarks-export-XXXXXX").string();
-        path = ::mkdtemp (pattern.data());
-    }
-
-    TemporaryFolder (const TemporaryFolder&) = delete;
-    TemporaryFolder& operator= (const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all (path); }
-
-    /** The names of what lies in it, sorted. */
-    std::vector<std::string> names() const
-    {
-        std::vector<std::string> found;
-
-        for (const auto& entry : std::filesystem::directory_iterator (path))
-            found.push_back (entry.path().filename().string());
-
-        std::sort (found.begin(), found.end());
-        return found;
-    }
-
-    std::string bytes (const std::string& name) const
-    {
-        std::ifstream stream (path / name, std::ios::binary);
-        return { std::istreambuf_iterator<char> (stream), {} };
-    }
-
-    void write (const std::string& name, const std::string& content) const
-    {
-        std::ofstream (path / name, std::ios::binary) << content;
-    }
-
-    juce::String directory() const { return text (path.string()); }
-    juce::File file (const std::string& name) const { return juce::File (text ((path / name).string())); }
-
-    std::filesystem::path path;
-};
+using ZEP::Overmarks::Testing::TemporaryFolder;
 
 /** Notes what an exporter reports: (current, total). */
 class Progress final : public EventExporter::Delegate

@@ -2,12 +2,12 @@
 #include "export/frame/OutputFile.h"
 
 #include "export/ExportSupport.h"
+#include "support/FullDisk.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace ExportSupport;
+using ZEP::Overmarks::Testing::FullDisk;
 
 namespace
 {
@@ -18,32 +18,6 @@ bool write (const juce::File& target, const std::string& bytes)
     file.write (bytes.data(), bytes.size());
     return file.finish();
 }
-
-/** No file grows beyond this size while it lasts, as on a disk that is full. */
-class FullDisk final
-{
-public:
-    explicit FullDisk (rlim_t bytes)
-    {
-        handler = std::signal (SIGXFSZ, SIG_IGN);
-        ::getrlimit (RLIMIT_FSIZE, &before);
-        const rlimit limit { bytes, before.rlim_max };
-        ::setrlimit (RLIMIT_FSIZE, &limit);
-    }
-
-    FullDisk (const FullDisk&) = delete;
-    FullDisk& operator= (const FullDisk&) = delete;
-
-    ~FullDisk()
-    {
-        ::setrlimit (RLIMIT_FSIZE, &before);
-        std::signal (SIGXFSZ, handler);
-    }
-
-private:
-    rlimit before {};
-    void (*handler) (int);
-};
 
 } // namespace
 
