@@ -5,11 +5,9 @@
 #include "core/undo/UndoRedoHelpers.h"
 #include "core/undo/UndoableAction.h"
 #include "event/EventKeyValueEditor.h"
-#include "list/EventArrayNotifications.h"
+#include "list/EventArrayNews.h"
 #include "list/EventSortKeys.h"
 #include "preferences/PreferenceKeys.h"
-
-#include <Poco/NotificationCenter.h>
 
 #include <stdexcept>
 #include <string>
@@ -38,13 +36,6 @@ EventArray::EventArray (std::shared_ptr<Event> fadeIn, std::shared_ptr<Event> fa
 }
 
 EventArray::~EventArray() = default;
-
-template <typename NotificationClass>
-void EventArray::post()
-{
-    const std::map<std::string, Poco::Any> userInfo { { "object", this } };
-    Poco::NotificationCenter::defaultCenter().postNotification (new NotificationClass (userInfo));
-}
 
 // ---- adding and removing -------------------------------------------------------------------------------------------------
 
@@ -188,6 +179,7 @@ void EventArray::sortContentAndUpdateFilteredEvents()
     updateFilteredEvents();
     sortedFilteredEvents = filteredEvents;
     EventSortOrder (sortKey, sortDescending).sort (sortedFilteredEvents);
+    positions.forget();
 }
 
 void EventArray::sortFilteredEventsByTimecode()

@@ -5,7 +5,9 @@
 #include "core/system/IProtobufSerializable.h"
 #include "core/timecode/TimeInfo.h"
 #include "event/Event.h"
+#include "list/EventPositions.h"
 
+#include <Poco/Any.h>
 #include <juce_core/juce_core.h>
 
 #include <map>
@@ -15,6 +17,24 @@
 
 namespace ZEP::Overmarks
 {
+
+/** The type of a search result that stands for all lines of one cue number; no event has it. */
+inline constexpr int CueGroupResultType = 64;
+
+/** One row of a search result: an event, or all ADR cues of one cue number together.
+
+    A snapshot: texts and times are copies that don't follow a later edit, the events are the list's own. */
+struct EventSearchResultProxy final
+{
+    juce::String text;    ///< of the event; of a group the first member's, with "..." behind it
+    juce::String startTC; ///< of the event, or of the group's first member
+    juce::String endTC;   ///< likewise
+    juce::String cueNumber;
+    juce::String character; ///< name; empty for none, "<multiple>" for a group of several names
+    juce::String actor;     ///< likewise
+    int type = -1;          ///< the event's EventType; CueGroupResultType for a group
+    std::vector<std::shared_ptr<Event>> events; ///< the one event, or the group's members in the user's order
+};
 
 /** The cue list of a project: what is to be recorded, in which order, which of it the filter lets through.
 
@@ -77,11 +97,62 @@ public:
 
     // ---- filter and queries ------------------------------------------------------------------------------------------
 
+    /** Replaces the filter, takes what it hides out of the selection, and tells, even if nothing has changed.
+        @param parameters  texts by the Event...FilterKey constants and EventNumAdjacentCuesKey; a missing one is empty */
+    void setFilterParameters (const std::map<juce::String, juce::String>& parameters);
+
     /** The filter itself. Appends to `filteredEvents`, so it is called through sortContentAndUpdateFilteredEvents(). */
     void updateFilteredEvents();
 
     /** Those of `events`, in their order, whose type is in the mask of EventType bits. */
     Events eventsWithTypeMask (int mask) const;
+
+    /** Searches what the filter lists: a part of cue number or text in any case, or "#" and a whole cue number.
+        @returns the matching events and, before its first member, a row for each cue number that several matching ADR
+                 cues have; by in point */
+    std::vector<std::shared_ptr<EventSearchResultProxy>> itemsForSearchString (
+        const juce::String& searchString) const;
+
+    /** How much work a character has, counted over the whole list. A null character has the cues that nobody speaks.
+        @param numberOfLines  set to the number of the character's ADR cues
+        @param numberOfCues   set to the number of different cue numbers among them
+        @param doneRatio      set to the share of them that is done, from 0 to 1; 0 if there are none */
+    void adrOverviewDataForCharacter (std::shared_ptr<ZEP::Core::ADRCharacter> character, int& numberOfLines,
+                                      int& numberOfCues, float& doneRatio) const;
+
+    // ---- selection ---------------------------------------------------------------------------------------------------
+
+    // All steps go through `sortedFilteredEvents`, the order that the user sees, and all but the expansions pass over the
+    // neighbours of a match. Each tells of the selection, also where it couldn't go on, and leaves `sortedSelectedEvents`
+    // as it stands. In a list without any event but its fades, or with nothing listed, a step does and tells nothing.
+
+    /** Replaces both vectors of the selection. Does and tells nothing if these are the selected events in their order.
+        @param skipLocateToEvent  for the observers: the picture is to stay where it is */
+    void setSelectedEvents (const Events& eventsToSelect, bool skipLocateToEvent);
+
+    /** Tells nobody if nothing was selected. */
+    void clearSelectedEvents();
+
+    /** From the earliest selected event, not the last, to the one below it; from no selection to the first event. */
+    void selectNextEvent();
+
+    /** From the earliest selected event to the one above it; from no selection to the last event. */
+    void selectPreviousEvent();
+
+    /** From the earliest selected event down to all events of the next cue number, adjacent or not. Looks through the list
+        as far as its end; with nothing more to be found, nothing is selected. Without a cue number to start from it is
+        selectNextEvent(). */
+    void selectNextEventByCueNumber();
+
+    /** The same upwards. */
+    void selectPreviousEventByCueNumber();
+
+    /** Adds the event below the lowest selected one. Does and tells nothing without a selection or at the end. */
+    void expandSelectionByNextEvent();
+
+    /** Adds the event above the highest selected one. At the top it adds the first event again, so that the selection holds
+        it twice. Does and tells nothing without a selection. */
+    void expandSelectionByPreviousEvent();
 
     // ---- the whole list ----------------------------------------------------------------------------------------------
 
@@ -105,7 +176,7 @@ public:
 
 private:
     template <typename NotificationClass>
-    void post();
+    void post (std::map<std::string, Poco::Any> userInfo = {});
 
     void appendAll (const Events& eventsToAdd);
     void eraseAll (const Events& eventsToRemove);
@@ -121,8 +192,19 @@ private:
 
     void adoptFades (const EventArray& source);
     juce::String filterValue (const std::string& key);
+    void dropUnlistedFromSelection();
 
-    std::string newerFields; ///< what a newer version has stored with this list, kept for it
+    bool hasNothingToStepThrough() const;
+    std::size_t positionOfFirstSelected();
+    template <typename Place>
+    void selectFirstShown (Place from, Place end);
+    template <typename Place>
+    void selectNextCueNumber (Place from, Place end, const juce::String& presentCueNumber);
+    void expandSelectionBy (std::shared_ptr<Event> event);
+    void sortSelectionByTimecode();
+
+    EventPositions positions; ///< of sortedFilteredEvents
+    std::string newerFields;  ///< what a newer version has stored with this list, kept for it
 };
 
 } // namespace ZEP::Overmarks

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
-// Which events of the list the filter lets through, and the queries over the whole list.
+// Which events of the list the filter lets through.
 #include "list/EventArray.h"
 
+#include "list/EventArrayNews.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <deque>
@@ -101,6 +102,9 @@ private:
             --remaining;
         }
 
+        if (numAdjacent < 1)
+            return;
+
         waiting.push_back (event);
 
         if (static_cast<std::int64_t> (waiting.size()) > numAdjacent)
@@ -128,6 +132,15 @@ private:
 
 } // namespace
 
+void EventArray::setFilterParameters (const std::map<juce::String, juce::String>& parameters)
+{
+    filterParameters = parameters;
+    sortContentAndUpdateFilteredEvents();
+    dropUnlistedFromSelection();
+    post<EventArrayFilteredEventsChangedNotification>();
+    post<EventArraySelectedEventsChangedNotification>();
+}
+
 juce::String EventArray::filterValue (const std::string& key) { return filterParameters[juce::String (key)]; }
 
 void EventArray::updateFilteredEvents()
@@ -141,17 +154,6 @@ void EventArray::updateFilteredEvents()
         walk.visit (event);
 
     sortFilteredEventsByTimecode();
-}
-
-EventArray::Events EventArray::eventsWithTypeMask (int mask) const
-{
-    Events found;
-
-    for (const auto& event : events)
-        if ((event->getType() & mask) >= 1)
-            found.push_back (event);
-
-    return found;
 }
 
 } // namespace ZEP::Overmarks
