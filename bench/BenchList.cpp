@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-only
-// What a list costs between two key strokes: sorting, adding, removing, undoing.
+// What a list costs between two key strokes: sorting, filtering, searching, selecting, adding, removing, undoing.
 #include "SampleLists.h"
 
 #include "core/undo/UndoRedoHelpers.h"
 #include "event/EventKeyValueEditor.h"
 #include "list/ProjectJSON.h"
+#include "preferences/PreferenceKeys.h"
 
 #include <benchmark/benchmark.h>
+
+#include <map>
 
 namespace
 {
@@ -20,6 +23,18 @@ void sizes (benchmark::internal::Benchmark* benchmark)
     benchmark->RangeMultiplier (10)->Range (1000, 100000)->Unit (benchmark::kMillisecond);
 }
 
+/** For what is done at every key stroke in a search field, or with a key held down. */
+void sizesUpToAMillion (benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->RangeMultiplier (10)->Range (1000, 1000000)->Unit (benchmark::kMillisecond);
+}
+
+/** For what looks through the list, or through a growing selection, at each step. */
+void sizesForSteps (benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->RangeMultiplier (10)->Range (1000, 10000)->Unit (benchmark::kMillisecond);
+}
+
 void sortContent (benchmark::State& state)
 {
     const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
@@ -28,6 +43,91 @@ void sortContent (benchmark::State& state)
         project.list->sortContentAndUpdateFilteredEvents();
 }
 BENCHMARK (sortContent)->Apply (sizes);
+
+void setFilter (benchmark::State& state, const std::map<juce::String, juce::String>& parameters)
+{
+    const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
+
+    for (auto _ : state)
+        project.list->setFilterParameters (parameters);
+}
+BENCHMARK_CAPTURE (setFilter, none, {})->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (setFilter, character, { { EventCharacterFilterKey, "CHARACTER 7" } })
+    ->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (setFilter, actor, { { EventActorFilterKey, "Actor 7" } })->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (setFilter, text, { { EventTextFilterKey, "captain never" } })->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (setFilter, cueNumber, { { EventCueNumberFilterKey, "R3 12" } })->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (setFilter, neighbours,
+                   { { EventCharacterFilterKey, "CHARACTER 7" }, { EventNumAdjacentCuesKey, "3" } })
+    ->Apply (sizesUpToAMillion);
+
+void search (benchmark::State& state, const char* searchString)
+{
+    const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
+    project.list->sortKey = KV::KV_Text;
+    project.list->sortContentAndUpdateFilteredEvents();
+
+    for (auto _ : state)
+        benchmark::DoNotOptimize (project.list->itemsForSearchString (searchString));
+}
+BENCHMARK_CAPTURE (search, word, "captain never")->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (search, wholeCueNumber, "#R3 1200")->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (search, everything, "")->Apply (sizesUpToAMillion);
+
+void setSelectedEvents (benchmark::State& state)
+{
+    const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
+    project.list->sortKey = KV::KV_Text;
+    project.list->sortContentAndUpdateFilteredEvents();
+    // By text: not the order in which the selection is kept, so that it is a change each time.
+    const auto all = project.list->sortedFilteredEvents;
+
+    for (auto _ : state)
+        project.list->setSelectedEvents (all, false);
+}
+BENCHMARK (setSelectedEvents)->Apply (sizesUpToAMillion);
+
+/** From no selection through the whole list, in the order of the cue numbers; the list was sorted just before. */
+void stepThroughList (benchmark::State& state, void (EventArray::*step)())
+{
+    const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
+    auto& list = *project.list;
+    list.sortKey = KV::KV_CueNumber;
+
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        list.sortContentAndUpdateFilteredEvents();
+        list.clearSelectedEvents();
+        list.selectNextEvent();
+        state.ResumeTiming();
+
+        for (std::size_t i = 1; i < list.sortedFilteredEvents.size(); ++i)
+            (list.*step)();
+
+        benchmark::DoNotOptimize (list.selectedEvents.data());
+    }
+}
+BENCHMARK_CAPTURE (stepThroughList, byEvent, &EventArray::selectNextEvent)->Apply (sizesUpToAMillion);
+BENCHMARK_CAPTURE (stepThroughList, byCueNumber, &EventArray::selectNextEventByCueNumber)
+    ->Apply (sizesForSteps);
+BENCHMARK_CAPTURE (stepThroughList, widening, &EventArray::expandSelectionByNextEvent)->Apply (sizesForSteps);
+
+void overviewOfOneCharacter (benchmark::State& state)
+{
+    const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
+    const auto character = project.characters->characterForID ("c7");
+    int lines = 0;
+    int cues = 0;
+    float done = 0.0f;
+
+    for (auto _ : state)
+    {
+        project.list->adrOverviewDataForCharacter (character, lines, cues, done);
+        benchmark::DoNotOptimize (lines);
+    }
+}
+BENCHMARK (overviewOfOneCharacter)->Apply (sizesUpToAMillion);
 
 /** Every other event, in an order that has nothing to do with time. */
 EventArray::Events half (const EventArray& list)
