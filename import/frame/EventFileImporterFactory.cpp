@@ -3,6 +3,7 @@
 
 #include "import/CSVEventFileImporter.h"
 #include "import/SRTEventFileImporter.h"
+#include "import/STLEventFileImporter.h"
 
 #include <algorithm>
 #include <utility>
@@ -48,7 +49,7 @@ const std::vector<Entry>& entries()
         { 2, { ".csv", ".tab" }, "Delimited text", true, make<CSVEventFileImporter> },
         { 0, { ".txt" }, "Pro Tools session info", false, notYet },
         { 3, { ".srt" }, "SubRip subtitles", false, make<SRTEventFileImporter> },
-        { 4, { ".stl" }, "EBU or text STL subtitles", false, notYet },
+        { 4, { ".stl" }, "EBU or text STL subtitles", false, make<STLEventFileImporter> },
         { 5, { ".xml" }, "ADR Studio cue list", true, notYet },
         { 1, { ".dbf" }, "dBase table", true, notYet },
         { 6, { ".xlsx" }, "Excel workbook", true, notYet },

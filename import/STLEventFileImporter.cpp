@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "import/STLEventFileImporter.h"
+
+#include "core/system/Logger.h"
+#include "core/text/StringUtil.h"
+#include "core/timecode/TCToolbox.h"
+#include "import/EBUSubtitleBlocks.h"
+#include "import/EBUTextField.h"
+#include "import/TextSTLLine.h"
+#include "import/frame/ImportedBytes.h"
+
+#include <array>
+#include <memory>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+
+using Core::StringUtil;
+
+namespace
+{
+
+/** The columns in the order of their cells. */
+constexpr std::array kColumns { "Start TC", "End TC", "Text" };
+
+constexpr int kBytesReadAhead = 1 << 16;
+
+/** A file from its start; null if it can't be read. */
+std::unique_ptr<juce::InputStream> streamOfFile (const juce::String& path)
+{
+    if (! isOrdinaryFile (path))
+        return {};
+
+    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (path);
+    auto stream = std::make_unique<juce::FileInputStream> (file);
+
+    if (stream->failedToOpen())
+        return {};
+    return std::make_unique<juce::BufferedInputStream> (stream.release(), kBytesReadAhead, true);
+}
+
+/** Reads a block. False if the file ends before the block does. */
+template <std::size_t length>
+bool readBlock (juce::InputStream& stream, std::array<char, length>& block)
+{
+    block.fill (0);
+    return std::cmp_equal (stream.read (block.data(), length), length);
+}
+
+std::string_view withoutCarriageReturn (std::string_view line)
+{
+    return line.ends_with ('\r') ? line.substr (0, line.size() - 1) : line;
+}
+
+bool isBlank (std::string_view line) { return line.find_first_not_of (" \t") == std::string_view::npos; }
+
+} // namespace
+
+STLEventFileImporter::STLEventFileImporter (const juce::String& path, juce::String& errorMessage)
+    : EventFileImporter (path, errorMessage, {})
+{
+    parse (errorMessage, Core::TextEncodingUnknown);
+}
+
+STLEventFileImporter::~STLEventFileImporter() = default;
+
+bool STLEventFileImporter::userMappingEnabled() const { return false; }
+
+int STLEventFileImporter::type() { return 4; }
+
+void STLEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEncoding textEncoding)
+{
+    rows.clear();
+
+    std::array<char, EBUSubtitles::kLengthToTellFormat> firstBytes {};
+    if (const auto stream = streamOfFile (filePath); stream != nullptr)
+        stream->read (firstBytes.data(), firstBytes.size());
+
+    for (std::size_t column = 0; column < kColumns.size(); ++column)
+        columnMap[kColumns[column]] = static_cast<int> (column);
+
+    if (EBUSubtitles::isDiskFormatCode ({ firstBytes.data(), firstBytes.size() }))
+        parseEBUN19STLFile (textEncoding);
+    else
+        parseASCIISTLFile (textEncoding);
+}
+
+void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
+{
+    encoding = textEncoding == Core::TextEncodingUnknown ? Core::TextEncodingASCII : textEncoding;
+
+    const auto stream = streamOfFile (filePath);
+    EBUSubtitles::GSI head;
+
+    if (stream == nullptr || ! readBlock (*stream, head))
+    {
+        note ("the file ends before its subtitles begin");
+        return;
+    }
+
+    const auto promised = EBUSubtitles::totalNumberOfBlocks (head);
+    if (promised < 1)
+    {
+        note ("the file says that it has no subtitles");
+        return;
+    }
+
+    if (! canDecodeEBUText (encoding))
+        note ("texts of this format can't be read in this encoding and are left out");
+
+    readBlocks (*stream, promised);
+}
+
+void STLEventFileImporter::readBlocks (juce::InputStream& stream, int promised)
+{
+    using Core::TCToolbox;
+
+    for (int number = 0; number < promised; ++number)
+    {
+        EBUSubtitles::TTI block;
+        if (! readBlock (stream, block))
+        {
+            note ("the file says that it has " + juce::String (promised) + " blocks but ends after "
+                  + juce::String (number));
+            return;
+        }
+
+        addRow (TCToolbox::stringFromTCTime (EBUSubtitles::timeCodeIn (block), false),
+                TCToolbox::stringFromTCTime (EBUSubtitles::timeCodeOut (block), false),
+                decodedEBUText (EBUSubtitles::textField (block), encoding));
+    }
+}
+
+void STLEventFileImporter::parseASCIISTLFile (Core::TextEncoding textEncoding)
+{
+    auto bytes = bytesOfFile (filePath);
+    encoding = textEncoding == Core::TextEncodingUnknown ? detectEncoding (bytes) : textEncoding;
+
+    // A line break in UTF-16 is two bytes, of which the second would spoil the next line.
+    auto utf8 = Core::TextEncodingUTF8;
+    const bool isUTF16 = encoding == Core::TextEncodingUTF16;
+    if (isUTF16)
+        bytes =
+            StringUtil::toUTF8 (StringUtil::stringWithTextEncoding (bytes.data(), bytes.size(), encoding));
+
+    readLines (bytes, isUTF16 ? utf8 : encoding);
+}
+
+void STLEventFileImporter::readLines (std::string_view bytes, Core::TextEncoding& lineEncoding)
+{
+    TextLines lines (bytes);
+    std::string_view lineBytes;
+    std::size_t firstSkipped = 0;
+    int skipped = 0;
+
+    while (lines.next (lineBytes))
+    {
+        const auto decoded =
+            StringUtil::stringWithTextEncoding (lineBytes.data(), lineBytes.size(), lineEncoding);
+        const auto line = withoutCarriageReturn ({ decoded.toRawUTF8(), decoded.getNumBytesAsUTF8() });
+
+        if (isTextSTLRemark (line))
+            continue;
+
+        if (const auto subtitle = subtitleOfTextSTLLine (std::string (line)))
+            addRow (StringUtil::fromUTF8 (subtitle->start), StringUtil::fromUTF8 (subtitle->end),
+                    StringUtil::fromUTF8 (subtitle->text));
+        else if (! isBlank (line) && skipped++ == 0)
+            firstSkipped = lines.lineNumber();
+    }
+
+    if (skipped > 0)
+        note (juce::String (skipped) + " lines are no subtitles and were skipped, the first is line "
+              + juce::String (firstSkipped));
+}
+
+void STLEventFileImporter::addRow (const juce::String& start, const juce::String& end,
+                                   const juce::String& text)
+{
+    auto& row = rows.emplace_back();
+    row.reserve (kColumns.size());
+    row.emplace_back (start);
+    row.emplace_back (end);
+    row.emplace_back (text);
+}
+
+void STLEventFileImporter::note (const juce::String& whatWasLeftOut) const
+{
+    Core::Logger::error (filePath + ": " + whatWasLeftOut);
+}
+
+} // namespace ZEP::Overmarks
