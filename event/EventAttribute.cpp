@@ -128,30 +128,17 @@ Any durationTimecode (Event& event)
 
 // ---- timecodes -----------------------------------------------------------------------------------------------------------
 
-/** The timecode as the project writes it, whatever separators were typed; dashes for a text that is none. */
-juce::String inProjectsSpelling (const Event& event, const juce::String& typed)
-{
-    const auto& info = event.getTimeInfo();
-    const bool dropFrame = info != nullptr && info->tcDef.dropFrame;
-    const auto time = TCToolbox::tcTimeFromString (typed);
-
-    if (time.invalid)
-        return dropFrame ? "--:--:--;--" : "--:--:--:--";
-
-    return TCToolbox::stringFromTCTime (time, dropFrame);
-}
-
 bool setStart (Event& event, const Any& value)
 {
     // Taking the time away is two steps of the event but one edit of a cell.
     const UndoRedoHelpers::CompoundStep oneStep ("Changing Event Timecode");
-    event.setStartTCString (inProjectsSpelling (event, string (value)));
+    event.setStartTCString (timecodeInProjectsSpelling (event, string (value)));
     return true;
 }
 
 bool setEnd (Event& event, const Any& value)
 {
-    event.setEndTCString (inProjectsSpelling (event, string (value)));
+    event.setEndTCString (timecodeInProjectsSpelling (event, string (value)));
     return true;
 }
 
@@ -337,6 +324,18 @@ const EventAttribute* EventAttribute::withKey (const juce::String& key)
             return &attribute;
 
     return nullptr;
+}
+
+juce::String timecodeInProjectsSpelling (const Event& event, const juce::String& typed)
+{
+    const auto& info = event.getTimeInfo();
+    const bool dropFrame = info != nullptr && info->tcDef.dropFrame;
+    const auto time = TCToolbox::tcTimeFromString (typed);
+
+    if (time.invalid)
+        return dropFrame ? "--:--:--;--" : "--:--:--:--";
+
+    return TCToolbox::stringFromTCTime (time, dropFrame);
 }
 
 } // namespace ZEP::Overmarks

@@ -48,4 +48,9 @@ struct OVERMARKS_API EventAttribute
     static const EventAttribute* withKey (const juce::String& key);
 };
 
+/** What a typed timecode is set as: in the project's own spelling, with ";" before the frames of drop-frame, whatever
+    separators were typed; dashes for a text that is no timecode. */
+[[nodiscard]] OVERMARKS_API juce::String timecodeInProjectsSpelling (const Event& event,
+                                                                     const juce::String& typed);
+
 } // namespace ZEP::Overmarks

@@ -23,6 +23,21 @@ constexpr auto kTableTooLarge =
 const std::vector<std::string_view> kDSTakerTitles { "Take", "In", "Out", "Marker" };
 const std::vector<std::string_view> kEuroTakerTitles { "TakeNr", "In", "Out" };
 
+/** Lines are cut at bytes, so that a cell of UTF-16 text has the other half of a delimiter at one of its ends. That goes,
+    and the byte order stands in front instead, which a single cell can't always tell. Quotation marks leave halves of
+    themselves on both sides; such cells stay as they are. */
+void mendUTF16Cell (std::string& cell, bool bigEndian)
+{
+    using namespace std::string_view_literals;
+    constexpr auto twoHalves = "\0\0"sv;
+
+    if (cell.empty() || cell.starts_with (twoHalves) || cell.ends_with (twoHalves))
+        return;
+    if (cell.size() % 2 != 0)
+        cell.erase (bigEndian ? cell.size() - 1 : 0, 1);
+    cell.insert (0, bigEndian ? "\xFE\xFF" : "\xFF\xFE");
+}
+
 } // namespace
 
 CSVEventFileImporter::CSVEventFileImporter (const juce::String& path, juce::String& errorMessage)
@@ -49,13 +64,22 @@ void CSVEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding
     auto& table = parser.parse (textEncoding);
     parser.fileContent = {};
     encoding = textEncoding;
-    unfoldingBytesLeft = CSVParser::limits().tableBytes (parser.fileSize);
+    richBytesLeft = CSVParser::kRichTableFactor * CSVParser::limits().tableBytes (parser.fileSize);
     unfoldingLimitExceeded = false;
 
+    const bool tooLarge = parser.limitExceeded || ! mayConvert (table);
+    if (tooLarge)
+        table.clear();
+
     if (table.empty())
-        errorMessage += parser.limitExceeded ? kTableTooLarge : kNothingToImport;
+        errorMessage += tooLarge ? kTableTooLarge : kNothingToImport;
     else
         detectDialect (table.front());
+
+    if (encoding == Core::TextEncodingUTF16)
+        for (auto& row : table)
+            for (auto& cell : row)
+                mendUTF16Cell (cell, parser.utf16IsBigEndian);
 
     convertTable (std::move (table));
 
@@ -88,6 +112,24 @@ void CSVEventFileImporter::detectDialect (const CSVParser::Row& titles)
             return;
         }
     }
+}
+
+/** Whether the table is within the limits once its cells are rich texts. */
+bool CSVEventFileImporter::mayConvert (const CSVParser::Table& table)
+{
+    std::uint64_t bytes = 0;
+    for (const auto& row : table)
+    {
+        bytes += CSVParser::kBytesOfRow;
+        for (const auto& cell : row)
+            bytes +=
+                cell.empty() ? CSVParser::kBytesOfEmptyRichCell : CSVParser::kBytesOfRichCell + cell.size();
+    }
+
+    if (bytes > richBytesLeft)
+        return false;
+    richBytesLeft -= bytes;
+    return true;
 }
 
 /** Decodes the cells into `rows`, and lets go of the bytes row by row, so that a table isn't held twice. */
@@ -123,11 +165,11 @@ void CSVEventFileImporter::unfoldDialect (juce::String& errorMessage)
 /** Whether so many new rows are within the limits of a table; from the first refusal on, nothing is. */
 bool CSVEventFileImporter::mayUnfold (std::size_t rowCount, std::size_t cellsPerRow)
 {
-    const auto bytes = rowCount * (CSVParser::kBytesOfRow + CSVParser::kBytesOfCell * cellsPerRow);
-    unfoldingLimitExceeded = unfoldingLimitExceeded || bytes > unfoldingBytesLeft;
+    const auto bytes = rowCount * (CSVParser::kBytesOfRow + CSVParser::kBytesOfRichCell * cellsPerRow);
+    unfoldingLimitExceeded = unfoldingLimitExceeded || bytes > richBytesLeft;
 
     if (! unfoldingLimitExceeded)
-        unfoldingBytesLeft -= bytes;
+        richBytesLeft -= bytes;
     return ! unfoldingLimitExceeded;
 }
 

@@ -62,6 +62,7 @@ public:
 
 private:
     void detectDialect (const CSVParser::Row& titles);
+    [[nodiscard]] bool mayConvert (const CSVParser::Table& table);
     void convertTable (CSVParser::Table&& table);
     void unfoldDialect (juce::String& errorMessage);
     [[nodiscard]] bool mayUnfold (std::size_t rowCount, std::size_t cellsPerRow);
@@ -72,7 +73,7 @@ private:
     [[nodiscard]] std::vector<std::int32_t> findEuroTakerColumns();
     void unfoldEuroTakerRow (std::size_t index, const std::vector<std::int32_t>& markerColumns);
 
-    std::uint64_t unfoldingBytesLeft = CSVParser::limits().spareTableBytes;
+    std::uint64_t richBytesLeft = CSVParser::kRichTableFactor * CSVParser::limits().spareTableBytes;
     bool unfoldingLimitExceeded = false;
 };
 

@@ -4,6 +4,7 @@
 #include "import/frame/EventFileImporter.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <limits>
@@ -81,6 +82,19 @@ std::uint64_t bytesOf (const CSVParser::Row& row)
     for (const auto& cell : row)
         bytes += cell.size();
     return bytes;
+}
+
+/** By the mark, else by the half of the units in which Latin letters and delimiters have their zeros. */
+bool isBigEndianUTF16 (std::string_view text)
+{
+    if (text.starts_with ("\xFE\xFF") || text.starts_with ("\xFF\xFE"))
+        return text.front() == '\xFE';
+
+    std::array<std::size_t, 2> zeros {};
+    for (std::size_t place = 0; place < text.size(); ++place)
+        if (text[place] == '\0')
+            ++zeros[place % 2];
+    return zeros[0] > zeros[1];
 }
 
 bool hasText (const CSVParser::Row& row)
@@ -185,6 +199,8 @@ void CSVParser::readFile()
 
 void CSVParser::settleEncoding (Core::TextEncoding& textEncoding)
 {
+    utf16IsBigEndian = isBigEndianUTF16 (fileContent);
+
     if (textEncoding == Core::TextEncodingUnknown)
         textEncoding = EventFileImporter::detectEncoding (fileContent);
 

@@ -54,6 +54,13 @@ public:
 
     static constexpr std::uint64_t kBytesOfRow = 40;
     static constexpr std::uint64_t kBytesOfCell = 32;
+
+    /** What the parsed table becomes, a rich text for each cell, takes much more: these for a cell, an empty one the fewer.
+        Its limit is kRichTableFactor times that of the parsed table. */
+    static constexpr std::uint64_t kBytesOfRichCell = 320;
+    static constexpr std::uint64_t kBytesOfEmptyRichCell = 48;
+    static constexpr std::uint64_t kRichTableFactor = 4;
+
     static constexpr Limits kDefaultLimits { 8, std::uint64_t { 256 } << 20, 16384 };
 
     /** The limits of all parsers of the process, kDefaultLimits unless the application has changed them. Change them only
@@ -84,6 +91,8 @@ public:
     std::string fileContent;    ///< the whole file, its line ends made "\n" by parse()
     std::uint64_t fileSize = 0; ///< bytes
     Core::TextEncoding encoding = Core::TextEncodingUTF8; ///< the encoding used
+    bool utf16IsBigEndian =
+        false; ///< byte order of UTF-16 content, from its mark or else from where its zeros are
     bool outsideQuotes = true;           ///< survives from line to line and from delimiter to delimiter
     std::int32_t minConsistentLines = 5; ///< so many lines must not disagree in their number of cells
     bool limitExceeded = false;          ///< the table went beyond the limits and was given up

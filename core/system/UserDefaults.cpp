@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <unordered_map>
 
 namespace ZEP::Core
@@ -37,26 +38,27 @@ Store& store()
 
 std::string_view viewOf (const juce::String& text) { return text.toRawUTF8(); }
 
+const Poco::Any* valueIn (const Table& table, std::string_view key)
+{
+    const auto found = table.find (key);
+    return found != table.end() ? &found->second : nullptr;
+}
+
 const Poco::Any* find (std::string_view key)
 {
-    const auto& values = store();
-    if (const auto found = values.stored.find (key); found != values.stored.end())
-        return &found->second;
-    if (const auto found = values.defaults.find (key); found != values.defaults.end())
-        return &found->second;
-    return nullptr;
+    const auto* stored = valueIn (store().stored, key);
+    return stored != nullptr ? stored : valueIn (store().defaults, key);
 }
 
 template <typename Value>
-Value valueOr (const juce::String& key, Value otherwise)
+std::optional<Value> valueAs (const Poco::Any* value)
 {
-    const auto* found = Poco::AnyCast<Value> (find (viewOf (key)));
-    return found != nullptr ? *found : otherwise;
+    const auto* found = Poco::AnyCast<Value> (value);
+    return found != nullptr ? std::optional (*found) : std::nullopt;
 }
 
-double numberForKey (std::string_view key)
+std::optional<double> numberOf (const Poco::Any* value)
 {
-    const auto* value = find (key);
     if (const auto* whole = Poco::AnyCast<int> (value))
         return *whole;
     if (const auto* single = Poco::AnyCast<float> (value))
@@ -65,8 +67,25 @@ double numberForKey (std::string_view key)
         return *flag ? 1.0 : 0.0;
     if (const auto* real = Poco::AnyCast<double> (value))
         return *real;
-    return 0.0;
+    return std::nullopt;
 }
+
+/** The stored value, or the default where nothing is stored or something that the key can't mean: a settings file that
+    somebody has edited by hand must not turn every cue's length into nothing. */
+template <typename Reading>
+auto readingOf (std::string_view key, Reading&& reading)
+{
+    const auto stored = reading (valueIn (store().stored, key));
+    return stored ? stored : reading (valueIn (store().defaults, key));
+}
+
+template <typename Value>
+Value valueOr (const juce::String& key, Value otherwise)
+{
+    return readingOf (viewOf (key), valueAs<Value>).value_or (otherwise);
+}
+
+double numberForKey (std::string_view key) { return readingOf (key, numberOf).value_or (0.0); }
 
 juce::Result write (const Table& stored, const juce::File& file)
 {
@@ -156,7 +175,11 @@ juce::Result UserDefaults::setSettingsFile (const juce::File& file)
         if (const auto result = SettingsFile::read (target, found); result.failed())
             return result;
 
-    auto stored = store().stored;
+    // What was set while there was no file goes into the file; what another file holds stays there.
+    const juce::File none;
+    const bool changesFiles =
+        store().settingsFile != none && target != none && store().settingsFile != target;
+    auto stored = changesFiles ? Table() : store().stored;
     for (const auto& [key, value] : found)
         stored.insert_or_assign (key, value);
 

@@ -84,7 +84,8 @@ public:
     /** Keeps what the user stores in this file from now on. What the file holds is added to the stored
         values, and wins; a file that isn't there yet is written with the first value. A file that can't be
         used gives a message, and everything is as before: the values and the file that was in use. An empty
-        File goes back to memory alone.
+        File goes back to memory alone. From one file straight to another, the values of the first stay
+        with it.
     */
     [[nodiscard]] static juce::Result setSettingsFile (const juce::File& file);
 

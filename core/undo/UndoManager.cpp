@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/undo/UndoManager.h"
 
+#include "core/system/Logger.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 #include <vector>
 
@@ -21,7 +24,10 @@ public:
 
     bool perform() override { return answersAreComplete ? redo() : performFirst(); }
 
-    bool undo() override { return undoAnswers() && action->undo(); }
+    bool undo() override
+    {
+        return undoAnswers() && inHistory ([this] { return action->undo(); });
+    }
 
     int getSizeInUnits() override
     {
@@ -53,9 +59,24 @@ private:
 
     bool redo()
     {
-        return action->perform()
+        return inHistory ([this] { return action->perform(); })
                && std::all_of (answers.begin(), answers.end(),
                                [] (auto& answer) { return answer->perform(); });
+    }
+
+    /** An observer that throws must not stop the history where it stands: no step could be undone any more. */
+    template <typename Move>
+    static bool inHistory (Move&& move)
+    {
+        try
+        {
+            return move();
+        }
+        catch (const std::exception& fault)
+        {
+            Logger::error ("Undo: an observer failed: " + juce::String::fromUTF8 (fault.what()));
+            return true;
+        }
     }
 
     bool undoAnswers()

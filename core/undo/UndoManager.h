@@ -21,6 +21,8 @@ namespace ZEP::Core
     can be made from within undo() or redo(): it is refused, since the history has no place for it. Call through
     this class, not through its base, whose perform() joins whatever step came last.
 
+    What an observer throws during undo() or redo() goes to the log and no further: the step is made.
+
     One thread at a time; usually the process's one manager, see UndoRedoHelpers.
 */
 class ZEP_CORE_API UndoManager final : public juce::UndoManager

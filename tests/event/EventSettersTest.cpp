@@ -44,7 +44,7 @@ ZEP::Core::RichTextString loud()
     return text;
 }
 
-std::vector<Setter> setters()
+std::vector<Setter> settersOfContent()
 {
     return {
         { "setRecTrackIndex",
@@ -133,6 +133,12 @@ std::vector<Setter> setters()
             { "startFrameIndex", "100" },
             { "endFrameIndex", "150" } },
           "Changing Event Type" },
+    };
+}
+
+std::vector<Setter> settersOfTiming()
+{
+    return {
         { "setStreamerDuration",
           EventTypeADRCue,
           [] (Event& event) { event.setStreamerDuration (1, true); },
@@ -175,6 +181,14 @@ std::vector<Setter> setters()
           News::attribute,
           true },
     };
+}
+
+std::vector<Setter> setters()
+{
+    auto all = settersOfContent();
+    const auto timing = settersOfTiming();
+    all.insert (all.end(), timing.begin(), timing.end());
+    return all;
 }
 
 class EventSetter : public OvermarksTest, public ::testing::WithParamInterface<Setter>

@@ -178,6 +178,31 @@ TEST_F (CSVImport, utf16IsCutBetweenItsBytesAndStillReads)
     }
 }
 
+TEST_F (CSVImport, foreignLettersOfUTF16ReadInBothByteOrders)
+{
+    const std::u16string list =
+        u"Start TC,Character,Text\n01:00:00:00,\u0141ukasz,\u0141\u00F3d\u017A \u017Ale\n"
+        u"01:00:02:00,\u0418\u0432\u0430\u043D,\u041F\u0440\u0438\u0432\u0435\u0442 \u041C\u0438\u0440\n";
+    for (const bool bigEndian : { false, true })
+    {
+        std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+        for (const auto unit : list)
+        {
+            const auto high = static_cast<char> (unit >> 8);
+            const auto low = static_cast<char> (unit & 0xFF);
+            bytes += bigEndian ? std::string { high, low } : std::string { low, high };
+        }
+
+        importPath (folder.file ("list.csv", bytes));
+        EXPECT_EQ (message, "");
+        EXPECT_EQ (cell (1, 1), "\xC5\x81ukasz");
+        EXPECT_EQ (cell (1, 2), "\xC5\x81\xC3\xB3"
+                                "d\xC5\xBA \xC5\xBAle");
+        EXPECT_EQ (cell (2, 1), "\xD0\x98\xD0\xB2\xD0\xB0\xD0\xBD");
+        EXPECT_EQ (cell (2, 2), "\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82 \xD0\x9C\xD0\xB8\xD1\x80");
+    }
+}
+
 TEST_F (CSVImport, allKindsOfLineEndsGiveTheSameTable)
 {
     const auto expected = textsOf (importFile ("csv/comma.csv").rows);
@@ -353,18 +378,25 @@ TEST_F (CSVImport, takesWithoutAMarkerColumnStayAPlainTable)
     EXPECT_EQ (importer->columnMap["Cue Number"], 0);
 }
 
-TEST_F (CSVImport, aTakerFileReadAsUTF16IsNotUnfoldedThoughItIsKnown)
+TEST_F (CSVImport, aTakerFileSavedAnewAsUTF16IsNotUnfoldedThoughItIsKnown)
 {
-    for (const auto* name : { "taker/ds_taker.csv", "taker/euro_taker.csv" })
-    {
-        const auto known = importFile (name).isDSTaker;
-        const auto unfolded = importer->rows.size();
-        importer->parse (message, TextEncodingUTF16);
+    const std::string list =
+        "Take,In,Out,Dialog,Marker\n1,01:00:00:00,01:00:02:00,one(-)two,M1 01:00:01:00\n";
+    const auto path = folder.file ("list.csv", list);
+    importPath (path);
+    ASSERT_TRUE (importer->isDSTaker);
+    ASSERT_EQ (importer->rows.size(), 3u);
 
-        EXPECT_EQ (importer->isDSTaker, known) << name;
-        EXPECT_EQ (importer->isEuroTaker, ! known) << name;
-        EXPECT_LT (importer->rows.size(), unfolded) << name;
+    {
+        std::ofstream file (path, std::ios::binary);
+        for (const auto letter : list)
+            file << letter << '\0';
     }
+    importer->parse (message, TextEncodingUTF16);
+    EXPECT_TRUE (importer->isDSTaker);
+    EXPECT_EQ (cell (0, 0), "Take");
+    EXPECT_EQ (cell (0, 4), "Marker");
+    EXPECT_EQ (importer->rows.size(), 2u);
 }
 
 TEST_F (CSVImport, aTakerFileStaysKnownWhenItsTitlesChange)

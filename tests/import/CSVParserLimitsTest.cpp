@@ -30,6 +30,13 @@ protected:
         return importer.rows.size();
     }
 
+    std::size_t rowsParsed (const std::string& bytes)
+    {
+        CSVParser parser;
+        auto encoding = TextEncodingUTF8;
+        return parser.open (folder.file ("list.csv", bytes)) ? parser.parse (encoding).size() : 0;
+    }
+
     /** A list whose last cell is never closed. */
     static std::string openQuote (int lines)
     {
@@ -56,21 +63,49 @@ protected:
 
 } // namespace
 
-TEST_F (CSVParserLimits, aTableMayTakeExactlyWhatTheLimitsAllow)
+TEST_F (CSVParserLimits, aParsedTableMayTakeExactlyWhatTheLimitsAllow)
 {
     const std::string bytes = "a,b\n1,22\n";
     const auto needed = 2 * CSVParser::kBytesOfRow + 4 * CSVParser::kBytesOfCell + 5;
 
     CSVParser::limits() = { 0, needed, 2 };
+    EXPECT_EQ (rowsParsed (bytes), 2u);
+    CSVParser::limits() = { 0, needed - 1, 2 };
+    EXPECT_EQ (rowsParsed (bytes), 0u);
+    CSVParser::limits() = { 1, needed - bytes.size(), 2 };
+    EXPECT_EQ (rowsParsed (bytes), 2u);
+}
+
+TEST_F (CSVParserLimits, anImportedTableMayTakeExactlyWhatTheLimitsAllow)
+{
+    const std::string bytes = "a,b\n1,\n";
+    const auto needed =
+        2 * CSVParser::kBytesOfRow + 3 * CSVParser::kBytesOfRichCell + CSVParser::kBytesOfEmptyRichCell + 3;
+    const auto limit = (needed + CSVParser::kRichTableFactor - 1) / CSVParser::kRichTableFactor;
+
+    CSVParser::limits() = { 0, limit, 2 };
     EXPECT_EQ (rowsImported (bytes), 2u);
     EXPECT_EQ (message, "");
 
-    CSVParser::limits() = { 0, needed - 1, 2 };
+    CSVParser::limits() = { 0, limit - 1, 2 };
     EXPECT_EQ (rowsImported (bytes), 0u);
     EXPECT_EQ (message, tooLarge);
+}
 
-    CSVParser::limits() = { 1, needed - bytes.size(), 2 };
-    EXPECT_EQ (rowsImported (bytes), 2u);
+TEST_F (CSVParserLimits, countlessCellsOfALetterEachAreNoCueList)
+{
+    CSVParser::limits() = { 8, 1 << 20, 16384 };
+    const auto list = [] (int lines)
+    {
+        std::string bytes;
+        for (int line = 0; line < lines; ++line)
+            bytes += "a,b,c,d,e,f,g,h,i,j,k,l,m,n,o,p,q,r,s,t,u,v,w,x,y,z\n";
+        return bytes;
+    };
+
+    EXPECT_EQ (rowsImported (list (500)), 500u);
+    EXPECT_EQ (rowsImported (list (1000)), 0u);
+    EXPECT_EQ (message, tooLarge);
 }
 
 TEST_F (CSVParserLimits, aLineMayHaveExactlyTheCellsThatAreAllowed)

@@ -155,6 +155,34 @@ TEST_F (Preferences, textsAndColoursAreNoNumbersAndTheReverse)
     EXPECT_EQ (Poco::AnyCast<std::string> (UserDefaults::valueForKey ("other")), "12");
 }
 
+TEST_F (Preferences, aStoredValueThatTheKeyCannotMeanLeavesTheDefault)
+{
+    UserDefaults::registerUserDefaults (
+        { { "length", 3 }, { "name", juce::String ("Stage A") }, { "on", true } });
+    ASSERT_TRUE (UserDefaults::setValueForKey ("length", juce::String ("5")));
+    ASSERT_TRUE (UserDefaults::setValueForKey ("name", 7));
+    ASSERT_TRUE (UserDefaults::setValueForKey ("on", juce::Colours::red));
+
+    EXPECT_EQ (UserDefaults::getIntForKey ("length"), 3);
+    EXPECT_EQ (UserDefaults::getStringForKey ("name"), "Stage A");
+    EXPECT_TRUE (UserDefaults::getBoolForKey ("on"));
+}
+
+TEST_F (Preferences, oneUsersSettingsDoNotGoIntoTheFileOfAnother)
+{
+    const auto first = folder.getChildFile ("first.settings");
+    const auto second = folder.getChildFile ("second.settings");
+
+    ASSERT_TRUE (UserDefaults::setSettingsFile (first));
+    ASSERT_TRUE (UserDefaults::setValueForKey ("x", 1));
+    ASSERT_TRUE (UserDefaults::setSettingsFile (second));
+    EXPECT_FALSE (UserDefaults::hasStoredValue ("x"));
+    ASSERT_TRUE (UserDefaults::setValueForKey ("y", 2));
+    ASSERT_TRUE (UserDefaults::setSettingsFile (first));
+    EXPECT_TRUE (UserDefaults::hasStoredValue ("x"));
+    EXPECT_FALSE (UserDefaults::hasStoredValue ("y"));
+}
+
 TEST_F (Preferences, keysMayBeGivenAsTheGlobalsAre)
 {
     UserDefaults::registerUserDefaults ({ { "tempo", 120 } });

@@ -315,6 +315,26 @@ TEST_F (History, anEditThatThrowsTakesItsAnswersWithIt)
     EXPECT_EQ (steps(), "3 | undo: Next, First | redo: ");
 }
 
+TEST_F (History, anObserverThatThrowsDoesNotStopTheHistory)
+{
+    manager.perform (newNumber (1), "First");
+    std::unique_ptr<Action> second (newNumber (2));
+    second->undoFunction = [undo = second->undoFunction] (const Action& self)
+    {
+        undo (self);
+        throw std::runtime_error ("an observer's mistake");
+    };
+    manager.perform (second.release(), "Second");
+
+    EXPECT_NO_THROW (manager.undo());
+    EXPECT_EQ (steps(), "1 | undo: First | redo: Second");
+    manager.undo();
+    EXPECT_EQ (steps(), "0 | undo:  | redo: First, Second");
+    manager.redo();
+    manager.redo();
+    EXPECT_EQ (steps(), "2 | undo: Second, First | redo: ");
+}
+
 TEST_F (History, anEditDuringAnUndoIsRefused)
 {
     bool refused = false;
