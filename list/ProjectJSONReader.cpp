@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "core/cast/ADRCueReasonsManager.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
 #include "list/JSONMember.h"
@@ -50,37 +49,79 @@ ZEP::Core::_TCTime readTimecode (const JSONMember& member)
     return time;
 }
 
-std::shared_ptr<TimeInfo> readTimeInfo (const JSONMember& object)
+/** What a text says about the time reference; a fraction, whole frames, or both. */
+struct TimeInfoMembers
 {
-    constexpr auto most = std::numeric_limits<unsigned int>::max();
-    ZEP::Core::_TCDef def;
-    def.undefined = false;
+    std::optional<unsigned int> numerator, denominator, framesPerSecond;
+    bool dropFrame = false;
     ZEP::Core::_TCTime origin;
     std::optional<ZEP::Core::_TCTime> firstFrameOfAction;
 
-    object.forEachMember (
-        [&] (const std::string& name, const JSONMember& member)
-        {
-            if (name == "timeOrigin")
-                origin = readTimecode (member);
-            else if (name == "firstFrameOfAction")
-                firstFrameOfAction = readTimecode (member);
-            else if (name == "frameRateNumerator")
-                def.frameRateNumerator = member.unsignedInteger (1, most);
-            else if (name == "frameRateDenominator")
-                def.frameRateDenominator = member.unsignedInteger (1, most);
-            else if (name == "framesPerSecond")
-                def.framesPerSecond = static_cast<std::uint8_t> (member.unsignedInteger (1, 255));
-            else if (name == "dropFrame")
-                def.dropFrame = member.flag();
-            else
-                member.failUnknown();
-        });
+    void read (const std::string& name, const JSONMember& member)
+    {
+        constexpr auto most = std::numeric_limits<unsigned int>::max();
 
-    auto info = std::make_shared<TimeInfo> (def, origin);
+        if (name == "timeOrigin")
+            origin = readTimecode (member);
+        else if (name == "firstFrameOfAction")
+            firstFrameOfAction = readTimecode (member);
+        else if (name == "frameRateNumerator")
+            numerator = member.unsignedInteger (1, most);
+        else if (name == "frameRateDenominator")
+            denominator = member.unsignedInteger (1, most);
+        else if (name == "framesPerSecond")
+            framesPerSecond = member.unsignedInteger (1, 255);
+        else if (name == "dropFrame")
+            dropFrame = member.flag();
+        else
+            member.failUnknown();
+    }
+};
 
-    if (firstFrameOfAction.has_value())
-        info->setFirstFrameOfAction (*firstFrameOfAction);
+/** A timecode second has as many frames as the rate, rounded up, and a timecode two digits for them. */
+ZEP::Core::_TCDef rateOf (const TimeInfoMembers& members, const JSONMember& object)
+{
+    constexpr unsigned int mostFrames = 100;
+    const ZEP::Core::_TCDef usual;
+    ZEP::Core::_TCDef def { members.dropFrame, usual.frameRateNumerator, members.denominator.value_or (1), 0,
+                            false };
+    def.frameRateNumerator =
+        members.numerator.value_or (members.framesPerSecond.value_or (usual.framesPerSecond));
+    const auto whole =
+        (std::uint64_t { def.frameRateNumerator } + def.frameRateDenominator - 1) / def.frameRateDenominator;
+    const auto counted = members.framesPerSecond.value_or (static_cast<unsigned int> (whole));
+
+    if (whole != counted || whole > mostFrames)
+        object.fail ("there is no frame rate of " + std::to_string (def.frameRateNumerator) + "/"
+                     + std::to_string (def.frameRateDenominator) + " with " + std::to_string (counted)
+                     + " frames per timecode second");
+
+    def.framesPerSecond = static_cast<std::uint8_t> (counted);
+    return def;
+}
+
+std::shared_ptr<TimeInfo> readTimeInfo (const JSONMember& object)
+{
+    TimeInfoMembers members;
+    object.forEachMember ([&members] (const std::string& name, const JSONMember& member)
+                          { members.read (name, member); });
+    const auto def = rateOf (members, object);
+    const auto check = [&] (const char* name, const ZEP::Core::_TCTime& time)
+    {
+        if (! TCToolbox::existsUnder (time, def))
+            object.fail ("the " + std::string (name) + " "
+                         + TCToolbox::stringFromTCTime (time, def.dropFrame).toStdString()
+                         + " doesn't exist at this frame rate");
+    };
+    auto info = std::make_shared<TimeInfo> (def, members.origin);
+    check ("timeOrigin", members.origin);
+
+    // Writing tells the origin for one that isn't set, which has to stay so: it follows the origin.
+    if (const auto first = members.firstFrameOfAction; first.has_value() && *first != members.origin)
+    {
+        check ("firstFrameOfAction", *first);
+        info->setFirstFrameOfAction (*first);
+    }
 
     return info;
 }

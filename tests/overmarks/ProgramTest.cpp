@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // The program as a user runs it: each command once for its work, and for what a tired or a hostile user does with it.
-#include "overmarks/RunProgram.h"
+#include "overmarks/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,43 +13,6 @@ using testing::StartsWith;
 
 namespace
 {
-
-class ProgramTest : public testing::Test
-{
-protected:
-    ProgramTest() { folder.createDirectory(); }
-    ~ProgramTest() override { folder.deleteRecursively(); }
-
-    ProgramResult run (const std::vector<std::string>& arguments, const std::string& standardInput = {}) const
-    {
-        return runProgram (folder, arguments, standardInput);
-    }
-
-    juce::File file (const juce::String& name) const { return folder.getChildFile (name); }
-    std::string path (const juce::String& name) const { return file (name).getFullPathName().toStdString(); }
-
-    void write (const juce::String& name, const std::string& text) const
-    {
-        juce::FileOutputStream stream (file (name));
-        stream.setPosition (0);
-        stream.truncate();
-        stream.write (text.data(), text.size());
-    }
-
-    std::string read (const juce::String& name) const
-    {
-        juce::MemoryBlock block;
-        file (name).loadFileAsData (block);
-        return { block.begin(), block.end() };
-    }
-
-    const juce::File folder = juce::File::createTempFile ("program");
-
-    static constexpr auto threeCues = "Start TC,End TC,Character,Actor,Text,Cue Number\n"
-                                      "01:00:02:00,01:00:04:00,ANNA,B. Miller,Hello?,A1\n"
-                                      "01:00:05:12,01:00:07:00,TOM,C. Berg,\"Who's \"\"there\"\"?\",T1\n"
-                                      "01:00:08:00,01:00:09:00,ANNA,B. Miller,Me.,A2\n";
-};
 
 // ---- rows ----------------------------------------------------------------------------------------------------------------
 
@@ -274,253 +237,20 @@ TEST_F (ProgramTest, projectFilesOfTheLibrarysOwnFormatAreRefusedInWords)
     EXPECT_FALSE (file ("film.overmarks").exists());
 }
 
-// ---- set -------------------------------------------------------------------------------------------------------------------
-
-TEST_F (ProgramTest, setEditsWhatTheFilterMeansAndSaysHowManySteps)
+TEST_F (ProgramTest, numbersOfAProjectThatNobodyKnowsAreListedAndComeBackAsTheyStand)
 {
-    write ("x.csv", threeCues);
-    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
-    const auto result = run ({ "set", "film.json", "-o", "film.json", "--where", "CharacterID=ANNA",
-                               "Done=yes", "Notes=softer", "--json" });
+    write ("x.json",
+           R"({"overmarks":1,"events":[{"cueNumber":"1","type":8,"reason":4711,"forcedNarrativeRegion":9},
+                                                  {"cueNumber":"2","type":77,"inPointFrameIndex":50}]})");
+    const auto result = run ({ "list", "x.json" });
     EXPECT_EQ (result.status, 0) << result.errors;
-    EXPECT_EQ (result.json()["events"], 2);
-    EXPECT_EQ (result.json()["steps"], 4);
+    EXPECT_THAT (result.output, HasSubstr ("None"));
+    EXPECT_THAT (result.output, HasSubstr ("77"));
 
-    const auto list = run ({ "list", "film.json", "--json" }).json();
-
-    for (const auto& event : list["events"])
-    {
-        EXPECT_EQ (event["done"], event["character"] == "ANNA");
-        EXPECT_EQ (event["notes"]["text"], event["character"] == "ANNA" ? "softer" : "");
-    }
-}
-
-TEST_F (ProgramTest, setTakesOneEventByItsIdentityAndMovesItInTime)
-{
-    write ("x.csv", threeCues);
-    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
-    const auto uuid = run ({ "list", "film.json", "--json" }).json()["events"][0]["uuid"].get<std::string>();
-    ASSERT_EQ (run ({ "set", "film.json", "-o", "film.json", "--uuid", uuid, "StartTCString=01:00:30:00",
-                      "Reason=AR4" })
-                   .status,
-               0);
-    const auto moved = run ({ "list", "film.json", "--json" }).json()["events"][2];
-    EXPECT_EQ (moved["uuid"], uuid);
-    EXPECT_EQ (moved["startTC"], "01:00:30:00");
-    EXPECT_EQ (moved["endTC"], "01:00:32:00");
-    EXPECT_EQ (moved["reason"], 4);
-}
-
-TEST_F (ProgramTest, aTypingMistakeInATimecodeNeverClearsATime)
-{
-    write ("x.csv", threeCues);
-    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
-    const auto before = read ("film.json");
-    const auto result = run ({ "set", "film.json", "-o", "film.json", "StartTCString=01:00:0x:00" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("There is no timecode \"01:00:0x:00\" at 25 frames per second"));
-    EXPECT_EQ (read ("film.json"), before);
-}
-
-TEST_F (ProgramTest, setReplacesOnlyTheProjectThatItEdits)
-{
-    write ("x.csv", threeCues);
-    write ("other.json", "precious");
-    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
-    EXPECT_EQ (run ({ "set", "film.json", "-o", "other.json", "Done=yes" }).status, 1);
-    EXPECT_EQ (read ("other.json"), "precious");
-}
-
-TEST_F (ProgramTest, setOnNothingWritesNothing)
-{
-    write ("x.csv", threeCues);
-    const auto result = run ({ "set", "x.csv", "-o", "film.json", "--where", "CueNumber=Z9", "Done=yes" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_FALSE (file ("film.json").exists());
-}
-
-TEST_F (ProgramTest, setSuggestsTheKeyThatWasMeant)
-{
-    write ("x.csv", threeCues);
-    const auto result = run ({ "set", "x.csv", "-o", "film.json", "CueNumbr=1" });
-    EXPECT_EQ (result.status, 2);
-    EXPECT_THAT (
-        result.errors,
-        HasSubstr (
-            "There is no attribute \"CueNumbr\"; `overmarks keys` lists them. Did you mean \"CueNumber\"?"));
-}
-
-// ---- convert and export ----------------------------------------------------------------------------------------------------
-
-TEST_F (ProgramTest, convertWritesTheTableAndReadsItBackWhole)
-{
-    write (
-        "x.csv",
-        "Start TC,End TC,Text,Event Type,Streamer Duration,Reason\n00:00:10:00,00:00:12:00,Hello,ADR Cue,5,Clarity (AR4)\n");
-    ASSERT_EQ (run ({ "convert", "x.csv", "out.csv" }).status, 0);
-    const auto events = run ({ "list", "out.csv", "--json" }).json()["events"];
-    ASSERT_EQ (events.size(), 1u);
-    EXPECT_EQ (events[0]["streamerDuration"], 5);
-    EXPECT_EQ (events[0]["startFrameIndex"], 125);
-    EXPECT_EQ (events[0]["reason"], 4);
-}
-
-TEST_F (ProgramTest, convertNeverReplacesItsSource)
-{
-    write ("x.csv", threeCues);
-    const auto result = run ({ "convert", "x.csv", "x.csv", "--force" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_EQ (read ("x.csv"), threeCues);
-}
-
-TEST_F (ProgramTest, exportNeverReplacesItsSourceThroughALink)
-{
-    write ("x.csv", threeCues);
-    ASSERT_TRUE (file ("x.csv").createSymbolicLink (file ("y.csv"), true));
-    EXPECT_EQ (run ({ "export", "x.csv", "-o", ".", "--name", "y", "--format", "csv", "--force" }).status, 1);
-    EXPECT_EQ (read ("x.csv"), threeCues);
-}
-
-TEST_F (ProgramTest, exportByCharacterWritesAFileForEachCharacter)
-{
-    write ("x.csv", threeCues);
-    ASSERT_TRUE (file ("out").createDirectory().wasOk());
-    const auto result =
-        run ({ "export", "x.csv", "-o", "out", "--format", "csv", "--by-character", "--json" });
-    EXPECT_EQ (result.status, 0) << result.errors;
-    EXPECT_EQ (result.json()["files"],
-               (std::vector<std::string> { path ("out/x_ANNA.csv"), path ("out/x_TOM.csv") }));
-    EXPECT_TRUE (file ("out/x_ANNA.csv").existsAsFile());
-    EXPECT_TRUE (file ("out/x_TOM.csv").existsAsFile());
-}
-
-TEST_F (ProgramTest, aMissingOutputFolderIsToldInTheExportersWords)
-{
-    write ("x.csv", threeCues);
-    const auto result = run ({ "export", "x.csv", "-o", "nowhere", "--format", "csv", "--json" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_EQ (result.json()["error"], "Error writing file to " + path ("nowhere/x.csv"));
-    EXPECT_EQ (read ("x.csv"), threeCues);
-}
-
-TEST_F (ProgramTest, aFullDiskIsToldInTheExportersWords)
-{
-    write ("x.csv", threeCues);
-    ASSERT_TRUE (juce::File ("/dev/full").createSymbolicLink (file ("full.csv"), true));
-    const auto result =
-        run ({ "export", "x.csv", "-o", ".", "--name", "full", "--format", "csv", "--force" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("Error writing file to " + path ("full.csv")));
-    EXPECT_EQ (read ("x.csv"), threeCues);
-}
-
-TEST_F (ProgramTest, aFullDiskLosesNoProject)
-{
-    write ("x.csv", threeCues);
-    const auto result = run ({ "import", "x.csv", "-o", "/dev/full" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("Can't write /dev/full: No space left on device"));
-}
-
-TEST_F (ProgramTest, withoutAnybodyToAskALossyTakerListIsNotWritten)
-{
-    std::string list = "Start TC,Cue Number,Text\n";
-
-    for (int second = 10; second < 17; ++second)
-        list += "00:00:" + std::to_string (second) + ":00,7,line\n";
-
-    write ("x.csv", list);
-    const auto refused = run ({ "export", "x.csv", "-o", ".", "--name", "taker", "--format", "ds-taker" });
-    EXPECT_EQ (refused.status, 1);
-    EXPECT_FALSE (file ("taker.csv").exists());
-    EXPECT_EQ (
-        run ({ "export", "x.csv", "-o", ".", "--name", "taker", "--format", "ds-taker", "--yes" }).status, 0);
-    EXPECT_TRUE (file ("taker.csv").exists());
-}
-
-// ---- catalogues ------------------------------------------------------------------------------------------------------------
-
-TEST_F (ProgramTest, theCataloguesListWhatThereIs)
-{
-    EXPECT_EQ (run ({ "keys", "--json" }).json()["keys"].size(), 25u);
-    EXPECT_EQ (run ({ "reasons", "--json", "--reasons", "Whim" }).json()["reasons"].back()["name"], "Whim");
-    EXPECT_EQ (run ({ "formats", "--json" }).json()["formats"][0]["extensions"], ".csv .tab");
-    EXPECT_THAT (run ({ "preferences" }).output, HasSubstr ("ADRCueTextBannerColor"));
-}
-
-TEST_F (ProgramTest, aPreferenceIsStoredAndFollowed)
-{
-    ASSERT_EQ (
-        run ({ "preferences", "--set", "ADRCueDefaultDuration=1", "--settings", "studio.settings" }).status,
-        0);
-    write ("x.csv", "Start TC,Text\n00:00:10:00,Hello\n");
-    const auto shown =
-        run ({ "list", "x.csv", "--json", "--settings", "studio.settings" }).json()["events"][0];
-    EXPECT_EQ (shown["endTC"], "00:00:11:00");
-    EXPECT_EQ (
-        run ({ "preferences", "--set", "ADRCueDefaultDuratio=1", "--settings", "studio.settings" }).status,
-        2);
-    EXPECT_EQ (
-        run ({ "preferences", "--set", "ADRCueDefaultDuration=x", "--settings", "studio.settings" }).status,
-        2);
-}
-
-// ---- usage -----------------------------------------------------------------------------------------------------------------
-
-TEST_F (ProgramTest, wrongUsageEndsWithTwoAndASuggestion)
-{
-    const auto command = run ({ "lst" });
-    EXPECT_EQ (command.status, 2);
-    EXPECT_EQ (command.errors,
-               "overmarks: There is no command \"lst\". Did you mean \"list\"? See overmarks --help\n");
-
-    write ("x.csv", threeCues);
-    const auto option = run ({ "list", "x.csv", "--fpz", "25" });
-    EXPECT_EQ (option.status, 2);
-    EXPECT_THAT (option.errors, HasSubstr ("Did you mean \"--fps\"?"));
-    EXPECT_EQ (run ({}).status, 2);
-    EXPECT_EQ (run ({ "list" }).status, 2);
-}
-
-TEST_F (ProgramTest, wrongTimesOfTheProjectAreWrongUsage)
-{
-    write ("x.csv", threeCues);
-    EXPECT_EQ (run ({ "list", "x.csv", "--fps", "23" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--origin", "soon" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--fps", "25", "--origin", "01:00:00:25" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--fps", "29.97df", "--origin", "01:01:00:00" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--encoding", "klingon" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--map", "Nowhere=Text" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--map", "#9=Text" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--map", "#1=Texd" }).status, 2);
-    EXPECT_EQ (run ({ "list", "x.csv", "--application", "other" }).status, 2);
-}
-
-TEST_F (ProgramTest, helpOfEveryCommandShowsAnExample)
-{
-    for (const auto* command : { "rows", "import", "dump", "load", "list", "set", "convert", "export",
-                                 "formats", "keys", "reasons", "preferences" })
-    {
-        const auto result = run ({ command, "--help" });
-        EXPECT_EQ (result.status, 0) << command;
-        EXPECT_THAT (result.output, HasSubstr ("Example:\n  overmarks " + std::string (command))) << command;
-    }
-
-    EXPECT_THAT (run ({ "--version" }).output, StartsWith ("overmarks "));
-}
-
-TEST_F (ProgramTest, quietSilencesNotesButNoProblems)
-{
-    write ("x.csv", threeCues);
-    EXPECT_EQ (run ({ "list", "x.csv", "--quiet" }).errors, "");
-    EXPECT_THAT (run ({ "list", "missing.csv", "--quiet" }).errors, HasSubstr ("There is no file"));
-}
-
-TEST_F (ProgramTest, aFolderAndAPathThatIsNoTextAreRefused)
-{
-    ASSERT_TRUE (file ("folder.csv").createDirectory().wasOk());
-    EXPECT_EQ (run ({ "list", "folder.csv" }).status, 1);
-    EXPECT_EQ (run ({ "list", "\xff.csv" }).status, 2);
+    const auto events = run ({ "dump", "x.json" }).json()["events"];
+    EXPECT_EQ (events[0]["reason"], 4711);
+    EXPECT_EQ (events[0]["forcedNarrativeRegion"], 9);
+    EXPECT_EQ (events[1]["type"], 77);
 }
 
 } // namespace

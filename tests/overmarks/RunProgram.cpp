@@ -2,10 +2,14 @@
 #include "overmarks/RunProgram.h"
 
 #include <fcntl.h>
+#include <pty.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <stdexcept>
 
 namespace
 {
@@ -25,10 +29,72 @@ std::string contents (const juce::File& file)
     return { block.begin(), block.end() };
 }
 
+/** The disk is full behind so many bytes of each file. */
+void limitFiles (long bytes)
+{
+    const rlimit limit { static_cast<rlim_t> (bytes), static_cast<rlim_t> (bytes) };
+
+    if (setrlimit (RLIMIT_FSIZE, &limit) != 0 || signal (SIGXFSZ, SIG_IGN) == SIG_ERR)
+        _exit (125);
+}
+
+/** A terminal whose writing end becomes the child's standard error. */
+class Terminal final
+{
+public:
+    explicit Terminal (bool isNeeded)
+    {
+        if (isNeeded && openpty (&reader, &writer, nullptr, nullptr, nullptr) != 0)
+            throw std::runtime_error ("No terminal can be had");
+    }
+
+    Terminal (const Terminal&) = delete;
+    Terminal& operator= (const Terminal&) = delete;
+
+    ~Terminal()
+    {
+        closeWriter();
+
+        if (reader >= 0)
+            close (reader);
+    }
+
+    void becomeStandardError() const
+    {
+        if (writer >= 0 && dup2 (writer, STDERR_FILENO) < 0)
+            _exit (126);
+    }
+
+    /** Everything that was written until the child ended. */
+    std::string contents()
+    {
+        closeWriter();
+        std::string text;
+        char buffer[4096];
+
+        for (ssize_t length; reader >= 0 && (length = read (reader, buffer, sizeof (buffer))) > 0;)
+            text.append (buffer, static_cast<std::size_t> (length));
+
+        return text;
+    }
+
+private:
+    void closeWriter()
+    {
+        if (writer >= 0)
+            close (writer);
+
+        writer = -1;
+    }
+
+    int reader = -1;
+    int writer = -1;
+};
+
 } // namespace
 
 ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments,
-                          const std::string& standardInput)
+                          const std::string& standardInput, const ProgramSurroundings& surroundings)
 {
     const juce::TemporaryFile in, out, err;
     in.getFile().replaceWithData (standardInput.data(), standardInput.size());
@@ -41,13 +107,20 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         argv.push_back (word.data());
 
     argv.push_back (nullptr);
+    Terminal terminal (surroundings.errorsOnTerminal);
+    const auto output =
+        surroundings.outputTo.empty() ? out.getFile() : juce::File (juce::String (surroundings.outputTo));
     const auto child = fork();
 
     if (child == 0)
     {
         redirect (in.getFile(), O_RDONLY | O_CREAT, STDIN_FILENO);
-        redirect (out.getFile(), O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
+        redirect (output, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         redirect (err.getFile(), O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
+        terminal.becomeStandardError();
+
+        if (surroundings.largestFile > 0)
+            limitFiles (surroundings.largestFile);
 
         if (chdir (folder.getFullPathName().toRawUTF8()) == 0)
             execv (program.c_str(), argv.data());
@@ -55,8 +128,9 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         _exit (127);
     }
 
+    const auto shown = terminal.contents();
     int status = 0;
     waitpid (child, &status, 0);
-    return { contents (out.getFile()), contents (err.getFile()),
+    return { contents (out.getFile()), shown + contents (err.getFile()),
              WIFEXITED (status) ? WEXITSTATUS (status) : 128 + WTERMSIG (status) };
 }

@@ -17,7 +17,17 @@ struct ProgramResult
     nlohmann::ordered_json json() const { return nlohmann::ordered_json::parse (output); }
 };
 
+/** What is unusual about a run. */
+struct ProgramSurroundings
+{
+    long largestFile =
+        0; ///< bytes that a file may grow to, as if the disk were full behind them; 0 for no limit
+    bool errorsOnTerminal = false; ///< standard error is a terminal
+    std::string outputTo;          ///< path that standard output goes to
+};
+
 /** Runs the command-line program, as it was built, in a folder. No shell is involved.
     @param standardInput  given to the program */
 ProgramResult runProgram (const juce::File& folder, const std::vector<std::string>& arguments,
-                          const std::string& standardInput = {});
+                          const std::string& standardInput = {},
+                          const ProgramSurroundings& surroundings = {});

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "AttributeText.h"
 
+#include "CellWords.h"
 #include "Session.h"
 #include "Suggestion.h"
 
 #include "core/cast/ADRCueReasonsManager.h"
+#include "core/system/UserDefaults.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/EventKeyValueEditor.h"
+#include "preferences/PreferenceKeys.h"
 
-#include <utility>
+#include <algorithm>
 #include <vector>
 
 namespace overmarks
@@ -21,50 +24,10 @@ using KV = EventKeyValueEditor;
 namespace
 {
 
-constexpr std::pair<const char*, int> typeNames[] = {
-    { "Streamer", EventTypeStreamer }, { "Marker", EventTypeMarker },  { "Flutter", EventTypeFlutter },
-    { "ADR Cue", EventTypeADRCue },    { "Fade In", EventTypeFadeIn }, { "Fade Out", EventTypeFadeOut },
-};
-
-// As the menu counts them, from 1.
-constexpr std::pair<const char*, int> regionNames[] = {
-    { "Bottom", 1 }, { "Top", 2 }, { "Left", 3 }, { "Right", 4 }
-};
-
 constexpr int itemOfNoCharacter = 1, itemOfFirstCharacter = 2;
+constexpr int itemOfNoTake = 1, mostTakes = 1000000;
+constexpr int mostTracks = 999;
 constexpr int slowestTempo = 21, fastestTempo = 299;
-
-bool isWholeNumber (const juce::String& text)
-{
-    const auto digits = text.startsWithChar ('-') ? text.substring (1) : text;
-    return digits.isNotEmpty() && digits.length() < 10 && digits.containsOnly ("0123456789");
-}
-
-template <std::size_t size>
-juce::String nameOf (const std::pair<const char*, int> (&names)[size], int value)
-{
-    for (const auto& [name, number] : names)
-        if (number == value)
-            return name;
-
-    return juce::String (value);
-}
-
-template <std::size_t size>
-int valueOf (const std::pair<const char*, int> (&names)[size], const juce::String& text)
-{
-    std::vector<std::string> known;
-
-    for (const auto& [name, number] : names)
-    {
-        if (text.equalsIgnoreCase (name) || text == juce::String (number))
-            return number;
-
-        known.emplace_back (name);
-    }
-
-    throw CommandFailure ("\"" + text + "\" can't be understood." + didYouMean (text.toStdString(), known));
-}
 
 int characterItem (const juce::String& text)
 {
@@ -87,36 +50,27 @@ int characterItem (const juce::String& text)
 
 int reasonCode (const juce::String& text)
 {
-    const auto* reasons = ADRCueReasonsManager::sharedManager();
+    const auto code = reasonNamed (text);
 
-    if (isWholeNumber (text) && reasons->isReasonCodeValid (text.getIntValue()))
-        return text.getIntValue();
-
-    const int byName = reasons->getReasonFromString (text.isEmpty() ? juce::String ("None") : text);
-    const int code = byName > 0 ? byName : reasons->codeForCodeText (text);
-
-    if (code <= 0)
+    if (! code)
         throw CommandFailure ("\"" + text + "\" is no cue reason; `overmarks reasons` lists them");
 
-    return code;
+    return *code;
 }
 
-bool flag (const juce::String& text)
+bool flag (const juce::String& key, const juce::String& text)
 {
-    for (const auto* yes : { "yes", "true", "1", "on" })
-        if (text.equalsIgnoreCase (yes))
-            return true;
+    const auto value = yesOrNo (text);
 
-    for (const auto* no : { "no", "false", "0", "off" })
-        if (text.equalsIgnoreCase (no))
-            return false;
+    if (! value)
+        throw CommandFailure (key + ": \"" + text + "\" is neither yes nor no");
 
-    throw CommandFailure ("\"" + text + "\" is neither yes nor no");
+    return *value;
 }
 
 juce::String timecode (const Event& event, const juce::String& text)
 {
-    if (text.isEmpty() || text == "none" || text.containsOnly ("-:;"))
+    if (meansNoTime (text))
         return "--:--:--:--";
 
     const auto time = TCToolbox::tcTimeFromString (text);
@@ -129,52 +83,136 @@ juce::String timecode (const Event& event, const juce::String& text)
     return text;
 }
 
-juce::String wholeNumber (const juce::String& text, int lowest, int highest)
+int numberBetween (const juce::String& key, const juce::String& text, int lowest, int highest)
 {
-    if (! isWholeNumber (text) || text.getIntValue() < lowest || text.getIntValue() > highest)
-        throw CommandFailure ("\"" + text + "\" is no whole number from " + juce::String (lowest) + " to "
-                              + juce::String (highest));
+    const auto number = wholeNumber (text);
 
-    return text;
+    if (! number || *number < lowest || *number > highest)
+        throw CommandFailure (key + ": \"" + text + "\" is no whole number from " + juce::String (lowest)
+                              + " to " + juce::String (highest));
+
+    return *number;
+}
+
+int takeItem (const Event& event, const juce::String& key, const juce::String& text)
+{
+    const int takes = std::clamp (event.getNumRecordedTakes(), 0, mostTakes);
+    const auto number = wholeNumber (text);
+
+    if (! number || *number < itemOfNoTake || *number > takes + itemOfNoTake)
+        throw CommandFailure (key + ": \"" + text + "\" is no item of the menu of takes: 1 is none"
+                              + (takes > 0 ? ", 2 to " + juce::String (takes + itemOfNoTake) + " the takes"
+                                           : juce::String (", and there are no takes")));
+
+    return *number;
+}
+
+bool isFade (int type) { return type == EventTypeFadeIn || type == EventTypeFadeOut; }
+
+/** The lengths that a streamer of the event's type can have, as they are coded. -1 leaves it to the preferences. */
+std::vector<int> durationCodes (EventType type)
+{
+    const bool inBars = UserDefaults::getIntForKey (StreamerReferenceUnitPrefKey) == 0;
+    const std::vector<int> seconds { -1, 1, 2, 3, 5, 267, 333 }, bars { -1, 1, 2, 4 },
+        frames { -1, 1, 4, 8, 12 };
+
+    switch (type)
+    {
+        case EventTypeADRCue: return seconds;
+        case EventTypeStreamer: return inBars ? bars : seconds;
+        case EventTypeFlutter: return frames;
+        case EventTypeMarker:
+        case EventTypeFadeIn:
+        case EventTypeFadeOut: break;
+    }
+
+    return {};
+}
+
+int duration (const Event& event, const juce::String& key, const juce::String& text)
+{
+    const auto known = durationCodes (event.getType());
+    const auto number = wholeNumber (text);
+
+    if (isFade (event.getType()))
+        throw CommandFailure (key + ": a " + event.typeString() + " has no streamer");
+
+    // Where there is no streamer the editor says so itself.
+    if (number && (known.empty() || std::find (known.begin(), known.end(), *number) != known.end()))
+        return *number;
+
+    std::vector<std::string> codes;
+
+    for (const int code : known)
+        codes.push_back (std::to_string (code));
+
+    throw CommandFailure (key + ": \"" + text + "\" is no code of a streamer's length; for the type "
+                          + event.typeString() + " there are " + joined (codes));
+}
+
+int eventType (const Event& event, const juce::String& key, const juce::String& text)
+{
+    const auto type = eventTypeNamed (text);
+
+    if (! type)
+        throw CommandFailure (key + ": \"" + text + "\" is none of " + joined (namesOfEventTypes()) + "."
+                              + didYouMean (text.toStdString(), namesOfEventTypes()));
+
+    if (*type != event.getType() && (isFade (*type) || isFade (event.getType())))
+        throw CommandFailure (key
+                              + ": a list has exactly one Fade In and one Fade Out; no event becomes one, "
+                                "and they become nothing else");
+
+    return *type;
 }
 
 juce::String stringValue (const Event& event, const juce::String& key, const juce::String& text)
 {
-    constexpr int mostTakes = 1000000;
-
     if (key == KV::KV_StartTCString || key == KV::KV_EndTCString)
         return timecode (event, text);
     if (key == KV::KV_NumRecordedTakes)
-        return wholeNumber (text, 0, mostTakes);
+        return juce::String (numberBetween (key, text, 0, mostTakes));
     if (key == KV::KV_BeatsPerMinute)
-        return wholeNumber (text, slowestTempo, fastestTempo);
+        return juce::String (numberBetween (key, text, slowestTempo, fastestTempo));
 
     return text;
 }
 
-int integerValue (const juce::String& key, const juce::String& text)
+int region (const juce::String& key, const juce::String& text)
+{
+    const auto item = regionNamed (text);
+
+    if (! item)
+        throw CommandFailure (key + ": \"" + text + "\" is none of " + joined (namesOfRegions()) + "."
+                              + didYouMean (text.toStdString(), namesOfRegions()));
+
+    return *item;
+}
+
+int integerValue (const Event& event, const juce::String& key, const juce::String& text)
 {
     if (key == KV::KV_Type)
-        return valueOf (typeNames, text);
+        return eventType (event, key, text);
     if (key == KV::KV_ForcedNarrativeRegion)
-        return valueOf (regionNames, text);
+        return region (key, text);
     if (key == KV::KV_CharacterID)
         return characterItem (text);
     if (key == KV::KV_Reason)
         return reasonCode (text);
+    if (key == KV::KV_StreamerDuration)
+        return duration (event, key, text);
+    if (key == KV::KV_RecTrackIndex)
+        return numberBetween (key, text, 0, mostTracks);
 
-    if (! isWholeNumber (text))
-        throw CommandFailure ("\"" + text + "\" is no whole number");
-
-    return text.getIntValue();
+    return takeItem (event, key, text);
 }
 
-juce::String integerText (Event& event, const juce::String& key, int value)
+juce::String integerText (const Event& event, const juce::String& key, int value)
 {
     if (key == KV::KV_Type)
-        return nameOf (typeNames, value);
+        return nameOfEventType (value);
     if (key == KV::KV_ForcedNarrativeRegion)
-        return nameOf (regionNames, value);
+        return nameOfRegion (value);
     if (key == KV::KV_Reason)
         return ADRCueReasonsManager::sharedManager()->getReasonFromInteger (value);
 
@@ -212,8 +250,8 @@ Poco::Any attributeValue (const Event& event, const EventAttribute& attribute, c
 {
     switch (attribute.cellType)
     {
-        case CellType::flag: return flag (text);
-        case CellType::integer: return integerValue (attribute.key, text);
+        case CellType::flag: return flag (attribute.key, text);
+        case CellType::integer: return integerValue (event, attribute.key, text);
         case CellType::string: return stringValue (event, attribute.key, text);
         case CellType::richText: return RichTextString (text);
         case CellType::none: break;
@@ -236,6 +274,16 @@ const EventAttribute& attributeWithKey (const juce::String& key)
 
     throw WrongUsage ("There is no attribute \"" + key + "\"; `overmarks keys` lists them."
                       + didYouMean (key.toStdString(), known));
+}
+
+const EventAttribute& settableAttributeWithKey (const juce::String& key)
+{
+    const auto& attribute = attributeWithKey (key);
+
+    if (! attribute.isSettable())
+        throw WrongUsage (attribute.key + " can't be set; `overmarks keys` tells what can");
+
+    return attribute;
 }
 
 } // namespace overmarks

@@ -23,4 +23,7 @@ Poco::Any attributeValue (const ZEP::Overmarks::Event& event, const ZEP::Overmar
 /** The attribute of a key, ignoring case. Throws WrongUsage, with a suggestion. */
 const ZEP::Overmarks::EventAttribute& attributeWithKey (const juce::String& key);
 
+/** The same, of an attribute that can be set. Throws WrongUsage. */
+const ZEP::Overmarks::EventAttribute& settableAttributeWithKey (const juce::String& key);
+
 } // namespace overmarks

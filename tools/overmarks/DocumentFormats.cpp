@@ -19,16 +19,29 @@ constexpr int ownTemplate = 0, dsTakerTemplate = 1, euroTakerTemplate = 2;
 const std::vector<DocumentFormat>& documentFormats()
 {
     static const std::vector<DocumentFormat> formats {
-        { "csv", EventExportTypeCSV, ownTemplate, ".csv", "Cue list as a table, all columns" },
-        { "ds-taker", EventExportTypeCSV, dsTakerTemplate, ".csv",
-          "Table for DS Taker: one row a cue number" },
-        { "euro-taker", EventExportTypeCSV, euroTakerTemplate, ".csv",
-          "Table for EuroTaker: the heading alone" },
+        { "csv",
+          EventExportTypeCSV,
+          ownTemplate,
+          ".csv",
+          "Cue list as a table, all columns",
+          { "--by-character", "--combine", "--delimiter" } },
+        { "ds-taker",
+          EventExportTypeCSV,
+          dsTakerTemplate,
+          ".csv",
+          "Table for DS Taker: one row a cue number",
+          { "--by-character", "--combine", "--delimiter", "--yes" } },
+        { "euro-taker",
+          EventExportTypeCSV,
+          euroTakerTemplate,
+          ".csv",
+          "Table for EuroTaker: the heading alone",
+          { "--by-character", "--combine", "--delimiter" } },
     };
     return formats;
 }
 
-const DocumentFormat& documentFormat (const std::string& name)
+const DocumentFormat& documentFormat (const std::string& name, const std::vector<std::string>& furtherNames)
 {
     std::vector<std::string> known;
 
@@ -40,13 +53,9 @@ const DocumentFormat& documentFormat (const std::string& name)
         known.push_back (format.name);
     }
 
-    std::string choices;
-
-    for (const auto& choice : known)
-        choices += (choices.empty() ? "" : ", ") + choice;
-
-    throw WrongUsage ("\"" + name + "\" is no document that can be written; there are " + choices + "."
-                      + didYouMean (name, known));
+    known.insert (known.end(), furtherNames.begin(), furtherNames.end());
+    throw WrongUsage ("\"" + juce::String (name) + "\" is no format that can be written; there are "
+                      + joined (known) + "." + didYouMean (name, known));
 }
 
 } // namespace overmarks

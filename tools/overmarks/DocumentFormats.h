@@ -17,12 +17,15 @@ struct DocumentFormat
     int csvTemplate;       ///< which of the CSV tables; -1 for other documents
     std::string extension; ///< with its dot
     std::string description;
+    std::vector<std::string> options; ///< those of DocumentOptions that make a difference to this document
 };
 
 /** All documents that can be written now. */
 const std::vector<DocumentFormat>& documentFormats();
 
-/** Throws WrongUsage, with a suggestion, for a name that stands for no document. */
-const DocumentFormat& documentFormat (const std::string& name);
+/** Throws WrongUsage, with all names and a suggestion, for a name that stands for no document.
+    @param furtherNames  what the command can write besides documents, to be named as well */
+const DocumentFormat& documentFormat (const std::string& name,
+                                      const std::vector<std::string>& furtherNames = {});
 
 } // namespace overmarks

@@ -38,17 +38,6 @@ const std::vector<std::pair<std::string, TextEncoding>>& encodings()
     return names;
 }
 
-[[noreturn]] void refuse (const std::string& option, const std::string& value,
-                          const std::vector<std::string>& known)
-{
-    std::string choices;
-
-    for (const auto& choice : known)
-        choices += (choices.empty() ? "" : ", ") + choice;
-
-    throw WrongUsage (option + ": \"" + value + "\" is none of " + choices + "." + didYouMean (value, known));
-}
-
 std::vector<std::string> texts (const std::vector<juce::String>& strings)
 {
     std::vector<std::string> result;
@@ -113,7 +102,19 @@ juce::String columnTitle (const std::string& title)
         if (juce::String (candidate).equalsIgnoreCase (juce::String (title).trim()))
             return candidate;
 
-    refuse ("--map", title, known);
+    refuseValue ("--map", title, known);
+}
+
+/** Header and title of "HEADER=TITLE". */
+std::pair<std::string, juce::String> assignment (const std::string& mapping)
+{
+    // A header may hold the sign itself, a title never does.
+    const auto sign = mapping.rfind ('=');
+
+    if (sign == std::string::npos || sign == 0)
+        throw WrongUsage ("--map: \"" + mapping + "\" is not of the form HEADER=TITLE");
+
+    return { mapping.substr (0, sign), columnTitle (mapping.substr (sign + 1)) };
 }
 
 } // namespace
@@ -135,65 +136,125 @@ void ListOptions::addTimeOptions (CLI::App& command)
                         "Timecode of the first frame of action (the origin)");
 }
 
-void ListOptions::addTo (CLI::App& command, const std::string& inputFormatOption)
+void ListOptions::addImportOptions (CLI::App& command)
 {
-    addTimeOptions (command);
-    command.add_option ("--encoding", encodingName, "Encoding of the text (detected)");
-    command
-        .add_option ("--map", mappings,
-                     "\"HEADER=TITLE\" uses a column for a title; #3 is the third column; repeatable")
-        ->allow_extra_args (false);
+    importOptions.push_back (
+        command.add_option ("--encoding", encodingName, "Encoding of the text (detected)"));
+    importOptions.push_back (
+        command
+            .add_option ("--map", mappings,
+                         "\"HEADER=TITLE\" uses a column for a title; #3 is the third column; repeatable")
+            ->allow_extra_args (false));
+    importOptions.push_back (
+        command
+            .add_option ("--tracks", trackNames,
+                         "Tracks of a Pro Tools text: all, cue or names joined by commas (cue)")
+            ->allow_extra_args (false)
+            ->delimiter (','));
+    importOptions.push_back (
+        command.add_flag ("--line-breaks", lineBreaks, "Turn \"**\" of the imported text into line breaks"));
+}
+
+void ListOptions::addProcessOptionsTo (CLI::App& command)
+{
     command.add_option ("--reasons", reasonNames, "Up to eight user reasons, joined by commas")
         ->allow_extra_args (false)
         ->delimiter (',');
     command.add_option ("--application", application, "orvelle or dublane (dublane)");
-    command.add_flag ("--line-breaks", lineBreaks, "Turn \"**\" of the imported text into line breaks");
     command.add_option ("--settings", settingsFile, "Preferences file");
     command.add_option ("--resources", resourceFolder, "Folder of the icons and tools");
+}
+
+void ListOptions::addTo (CLI::App& command, const std::string& nameOfInputFormat)
+{
+    addTimeOptions (command);
+    addImportOptions (command);
+    addProcessOptionsTo (command);
+    inputFormatOption = nameOfInputFormat;
     command.add_option (inputFormatOption, inputFormat, "Format of the list on standard input, such as csv");
+}
+
+juce::File ListOptions::getSettingsFile() const { return fileFromPath (settingsFile); }
+
+void ListOptions::checkNames() const
+{
+    if (! rate.empty() && ! TCToolbox::tcDefForRateName (rate).has_value())
+        refuseValue ("--fps", rate, texts (TCToolbox::rateNames()));
+
+    for (const auto& mapping : mappings)
+        assignment (mapping);
+
+    static_cast<void> (encoding());
+    static_cast<void> (reasons());
+    static_cast<void> (tracks());
 }
 
 void ListOptions::applyToProcess() const
 {
+    checkNames();
     ZEP::Overmarks::UserDefaultsRegistrar::registerUserDefaults();
 
-    if (! settingsFile.empty())
-    {
-        const auto file = fileFromPath (settingsFile);
-
-        if (const auto result = UserDefaults::setSettingsFile (file); result.failed())
+    if (hasSettingsFile())
+        if (const auto result = UserDefaults::setSettingsFile (getSettingsFile()); result.failed())
             throw CommandFailure (result.getErrorMessage());
-    }
 
     SystemUtility::Configuration configuration;
 
     if (application == "orvelle")
         configuration.applicationType = 0;
     else if (application != "dublane")
-        refuse ("--application", application, { "orvelle", "dublane" });
+        refuseValue ("--application", application, { "orvelle", "dublane" });
 
     if (! resourceFolder.empty())
-        configuration.resourcePath = fileFromPath (resourceFolder).getFullPathName();
+    {
+        const auto folder = fileFromPath (resourceFolder);
+
+        if (! folder.isDirectory())
+            throw CommandFailure ("--resources: there is no folder " + folder.getFullPathName());
+
+        configuration.resourcePath = folder.getFullPathName();
+    }
 
     SystemUtility::configure (configuration);
 }
 
 std::shared_ptr<TimeInfo> ListOptions::timeInfo (const TimeInfo* project) const
 {
-    const auto given = TCToolbox::tcDefForRateName (rate.empty() ? "25" : rate);
+    checkNames();
+    auto info = project != nullptr
+                    ? timeInfoOfProject (*project)
+                    : std::make_shared<TimeInfo> (*TCToolbox::tcDefForRateName (rate.empty() ? "25" : rate));
 
-    if (! given.has_value())
-        refuse ("--fps", rate, texts (TCToolbox::rateNames()));
-
-    const auto def = rate.empty() && project != nullptr ? project->tcDef : *given;
-    auto info = std::make_shared<TimeInfo> (def, ! origin.empty()     ? timecode ("--origin", origin, def)
-                                                 : project != nullptr ? project->timeOrigin
-                                                                      : _TCTime());
+    if (! origin.empty()) // the first frame of action goes along
+        info = std::make_shared<TimeInfo> (info->tcDef, timecode ("--origin", origin, info->tcDef));
 
     if (! firstFrameOfAction.empty())
-        info->setFirstFrameOfAction (timecode ("--first-frame-of-action", firstFrameOfAction, def));
-    else if (project != nullptr && origin.empty())
-        info->setFirstFrameOfAction (project->getFirstFrameOfAction());
+        info->setFirstFrameOfAction (timecode ("--first-frame-of-action", firstFrameOfAction, info->tcDef));
+
+    return info;
+}
+
+std::shared_ptr<TimeInfo> ListOptions::timeInfoOfProject (const TimeInfo& project) const
+{
+    auto info = std::make_shared<TimeInfo> (project);
+
+    if (rate.empty())
+        return info;
+
+    info->tcDef = *TCToolbox::tcDefForRateName (rate);
+    const auto check = [&] (const char* name, const char* option, const _TCTime& time)
+    {
+        if (! TCToolbox::existsUnder (time, info->tcDef))
+            throw WrongUsage ("--fps: the project's " + juce::String (name) + " "
+                              + TCToolbox::stringFromTCTime (time, project.tcDef.dropFrame)
+                              + " doesn't exist at " + rate + " frames per second; " + option
+                              + " names another");
+    };
+
+    if (origin.empty())
+        check ("time origin", "--origin", project.timeOrigin);
+    if (origin.empty() && firstFrameOfAction.empty())
+        check ("first frame of action", "--first-frame-of-action", project.getFirstFrameOfAction());
 
     return info;
 }
@@ -213,7 +274,7 @@ TextEncoding ListOptions::encoding() const
             return value;
     }
 
-    refuse ("--encoding", encodingName, known);
+    refuseValue ("--encoding", encodingName, known);
 }
 
 std::vector<juce::String> ListOptions::reasons() const
@@ -234,21 +295,44 @@ void ListOptions::mapColumns (EventFileImporter& importer) const
 
     for (const auto& mapping : mappings)
     {
-        // A header may hold the sign itself, a title never does.
-        const auto sign = mapping.rfind ('=');
-
-        if (sign == std::string::npos || sign == 0)
-            throw WrongUsage ("--map: \"" + mapping + "\" is not of the form HEADER=TITLE");
-
-        importer.columnMap[columnTitle (mapping.substr (sign + 1))] =
-            columnIndex (importer, mapping.substr (0, sign));
+        const auto [header, title] = assignment (mapping);
+        importer.columnMap[title] = columnIndex (importer, header);
     }
+}
+
+std::optional<std::vector<juce::String>> ListOptions::tracks() const
+{
+    if (trackNames.empty() || trackNames == std::vector<std::string> { "cue" })
+        return std::nullopt;
+
+    const bool isMixed =
+        std::any_of (trackNames.begin(), trackNames.end(),
+                     [] (const std::string& name) { return name.empty() || name == "all" || name == "cue"; });
+
+    if (isMixed && trackNames.size() > 1)
+        throw WrongUsage ("--tracks: it is either all or cue, or the names of tracks");
+
+    if (isMixed)
+        return std::vector<juce::String>();
+
+    return std::vector<juce::String> (trackNames.begin(), trackNames.end());
+}
+
+std::vector<std::string> ListOptions::givenImportOptions() const
+{
+    std::vector<std::string> given;
+
+    for (const auto* option : importOptions)
+        if (option->count() > 0)
+            given.push_back (option->get_name());
+
+    return given;
 }
 
 juce::String ListOptions::extensionOfStandardInput() const
 {
     if (inputFormat.empty())
-        throw WrongUsage ("A list on standard input needs its format, such as --format csv");
+        throw WrongUsage ("A list on standard input needs its format, such as " + inputFormatOption + " csv");
 
     return "." + juce::String (inputFormat).trimCharactersAtStart (".").toLowerCase();
 }

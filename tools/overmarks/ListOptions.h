@@ -9,6 +9,7 @@
 #include <juce_core/juce_core.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,12 +23,17 @@ class ListOptions final
 {
 public:
     /** @param inputFormatOption  "--format", or "--input-format" where that name tells what is written */
-    void addTo (CLI::App& command, const std::string& inputFormatOption = "--format");
+    void addTo (CLI::App& command, const std::string& nameOfInputFormat = "--format");
 
-    /** Puts in place what is process-wide: the preferences, the application type, the resource folder. */
+    /** --reasons, --application, --settings and --resources alone, for commands without a list. */
+    void addProcessOptionsTo (CLI::App& command);
+
+    /** Puts in place what is process-wide: the preferences, the application type, the resource folder. What no list could
+        make good in the other options is found here too. */
     void applyToProcess() const;
 
-    /** The given time reference; what isn't given comes from `project`, or is 25 frames a second from 00:00:00:00. */
+    /** The given time reference; what isn't given comes from `project`, or is 25 frames a second from 00:00:00:00. A time of
+        the project that doesn't exist at the given rate is wrong usage. */
     std::shared_ptr<ZEP::Core::TimeInfo> timeInfo (const ZEP::Core::TimeInfo* project) const;
 
     /** The encoding to read text in; unknown where it is to be detected. */
@@ -39,15 +45,30 @@ public:
     /** Assigns the columns that --map names. */
     void mapColumns (ZEP::Overmarks::EventFileImporter& importer) const;
 
+    /** The tracks of a Pro Tools text that are read: empty for all, else their names; nothing for the cue tracks. */
+    std::optional<std::vector<juce::String>> tracks() const;
+
+    /** The given ones of the options that only the import of a foreign cue list follows. */
+    std::vector<std::string> givenImportOptions() const;
+
+    /** Whether standard input's format was given, which a list in a file doesn't need. */
+    bool hasInputFormat() const { return ! inputFormat.empty(); }
+    const std::string& nameOfInputFormatOption() const { return inputFormatOption; }
+
     /** Extension, with its dot, that stands for the list on standard input. */
     juce::String extensionOfStandardInput() const;
 
     bool turnsStarsIntoLineBreaks() const { return lineBreaks; }
     bool hasSettingsFile() const { return ! settingsFile.empty(); }
+    juce::File getSettingsFile() const; ///< only if there is one
+    bool hasTracks() const { return ! trackNames.empty(); }
     bool hasMapping() const { return ! mappings.empty(); }
 
 private:
     void addTimeOptions (CLI::App& command);
+    void addImportOptions (CLI::App& command);
+    void checkNames() const;
+    std::shared_ptr<ZEP::Core::TimeInfo> timeInfoOfProject (const ZEP::Core::TimeInfo& project) const;
 
     std::string rate;
     std::string origin;
@@ -58,8 +79,11 @@ private:
     std::string application = "dublane";
     std::string settingsFile;
     std::string resourceFolder;
+    std::string inputFormatOption;
     std::string inputFormat;
+    std::vector<std::string> trackNames;
     bool lineBreaks = false;
+    std::vector<const CLI::Option*> importOptions; ///< owned by their command
 };
 
 /** The name of an encoding as --encoding takes it; empty for one that isn't known. */

@@ -2,6 +2,7 @@
 #include "ListSource.h"
 
 #include "OutputFile.h"
+#include "Progress.h"
 
 #include "core/text/StringUtil.h"
 #include "import/frame/EventFileImporterFactory.h"
@@ -90,6 +91,20 @@ auto withFile (const std::string& path, const ListOptions& options, Use use)
     return use (input.getFile(), juce::String (standardInput));
 }
 
+/** Says which options make no difference to this list: a document that isn't what was asked for is noticed too late. */
+void sayWhatIsUnused (const std::vector<std::string>& options, const juce::String& list,
+                      const Session& session)
+{
+    for (const auto& option : options)
+        session.say (list + ": " + juce::String (option) + " makes no difference to this list");
+}
+
+void sayWhatAFileDoesNotNeed (const std::string& path, const ListOptions& options, const Session& session)
+{
+    if (path != standardInput && options.hasInputFormat())
+        sayWhatIsUnused ({ options.nameOfInputFormatOption() }, juce::String (path), session);
+}
+
 ReadFile readFile (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
 {
     ReadFile read;
@@ -98,10 +113,11 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
         file.getFullPathName(), read.error, options.reasons(), options.timeInfo (nullptr));
 
     if (read.importer == nullptr)
-        throw CommandFailure (read.error.isNotEmpty()
-                                  ? shownPath + ": " + read.error
-                                  : shownPath + ": no cue list format has the extension \""
-                                        + file.getFileExtension() + "\"");
+        throw CommandFailure (
+            read.error.isNotEmpty()
+                ? shownPath + ": " + read.error
+                : shownPath + ": no cue list format has the extension \"" + file.getFileExtension() + "\""
+                      + (file.hasFileExtension ("json") ? "; overmarks load reads a project" : ""));
 
     if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
     {
@@ -245,32 +261,47 @@ juce::String nameOfList (const std::string& path)
                                  : fileFromPath (path).getFileNameWithoutExtension();
 }
 
-ReadFile readCueList (const std::string& path, const ListOptions& options)
+ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session)
 {
-    return withFile (path, options,
-                     [&options] (const juce::File& file, const juce::String& shownPath)
-                     { return readFile (file, shownPath, options); });
+    constexpr int proToolsText = 0;
+    sayWhatAFileDoesNotNeed (path, options, session);
+    auto read = withFile (path, options,
+                          [&options] (const juce::File& file, const juce::String& shownPath)
+                          { return readFile (file, shownPath, options); });
+
+    if (options.hasTracks() && read.importer->type() != proToolsText)
+        sayWhatIsUnused ({ "--tracks" }, read.shownPath, session);
+
+    return read;
 }
 
 Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options, Session& session,
                       std::vector<Problem>& problems)
 {
+    if (std::count (paths.begin(), paths.end(), standardInput) > 1)
+        throw WrongUsage ("Standard input can be read only once");
+
     auto project = Project::createEmpty (options.timeInfo (nullptr));
     project.name = nameOfList (paths.front());
     project.userReasons = options.reasons();
     project.makeCurrent();
     Merger merger (project, problems);
+    constexpr int stepsOfAFile = 2;
+    Progress progress (session, "Reading", stepsOfAFile * static_cast<int> (paths.size()));
 
-    for (const auto& path : paths)
+    for (std::size_t i = 0; i < paths.size(); ++i)
     {
-        const auto read = readCueList (path, options);
+        const auto read = readCueList (paths[i], options, session);
+        progress.reached (stepsOfAFile * static_cast<int> (i) + 1);
 
         if (read.error.isNotEmpty())
             throw CommandFailure (read.shownPath + ": " + read.error);
 
         refuseUnknownTable (read);
-        sayHowItWasRead (read, session);
         merger.add (read, options);
+        progress.hide();
+        sayHowItWasRead (read, session);
+        progress.reached (stepsOfAFile * static_cast<int> (i + 1));
     }
 
     project.list->sortContentAndUpdateFilteredEvents();
@@ -297,6 +328,8 @@ Project loadList (const std::string& path, const ListOptions& options, Session& 
         return project;
     }
 
+    sayWhatAFileDoesNotNeed (path, options, session);
+    sayWhatIsUnused (options.givenImportOptions(), juce::String (path), session);
     auto project = withFile (path, options,
                              [&options] (const juce::File& file, const juce::String& shownPath)
                              { return loadProjectText (file, shownPath, options); });

@@ -26,7 +26,7 @@ struct ReadFile
 
 /** Lets the importer of the file read it, in the encoding and with the columns that the options name.
     Throws CommandFailure if there is no such file or no importer for it; an importer's own failure is in `error`. */
-ReadFile readCueList (const std::string& path, const ListOptions& options);
+ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session);
 
 /** The project of LIST: a project in JSON, or any readable cue list. It is the current one afterwards, and sorted.
     Cells that can't be understood are reported. Throws CommandFailure. */

@@ -35,16 +35,6 @@ bool writeAll (int descriptor, const std::string& contents)
     return true;
 }
 
-/** Whether something stands there that is written into and never replaced: a device or a pipe. */
-bool isDeviceOrPipe (const juce::File& file)
-{
-    struct stat status
-    {
-    };
-    return stat (file.getFullPathName().toRawUTF8(), &status) == 0 && ! S_ISREG (status.st_mode)
-           && ! S_ISDIR (status.st_mode);
-}
-
 bool writeInto (const juce::File& device, const std::string& contents)
 {
     const int descriptor = open (device.getFullPathName().toRawUTF8(), O_WRONLY | O_CLOEXEC);
@@ -110,7 +100,18 @@ private:
 
 juce::File fileFromPath (const juce::String& path)
 {
-    return juce::File::getCurrentWorkingDirectory().getChildFile (path);
+    // The shell has replaced a tilde already; one that is left belongs to the name.
+    return juce::File::getCurrentWorkingDirectory().getChildFile (path.startsWithChar ('~') ? "./" + path
+                                                                                            : path);
+}
+
+bool isDeviceOrPipe (const juce::File& file)
+{
+    struct stat status
+    {
+    };
+    return stat (file.getFullPathName().toRawUTF8(), &status) == 0 && ! S_ISREG (status.st_mode)
+           && ! S_ISDIR (status.st_mode);
 }
 
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy)

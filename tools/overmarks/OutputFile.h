@@ -18,6 +18,9 @@ struct OutputPolicy
 /** The absolute file of a path from the command line, relative to the working folder. */
 juce::File fileFromPath (const juce::String& path);
 
+/** Whether something stands there that is written into and never replaced: a device or a pipe. */
+bool isDeviceOrPipe (const juce::File& file);
+
 /** Throws CommandFailure if the file exists and may not be replaced. */
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy);
 

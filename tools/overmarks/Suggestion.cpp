@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "Suggestion.h"
 
+#include "Session.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
@@ -69,6 +71,22 @@ std::string didYouMean (const std::string& typed, const std::vector<std::string>
 {
     const auto nearest = nearestWord (typed, known);
     return nearest.empty() ? std::string() : " Did you mean \"" + nearest + "\"?";
+}
+
+std::string joined (const std::vector<std::string>& words)
+{
+    std::string text;
+
+    for (const auto& word : words)
+        text += (text.empty() ? "" : ", ") + word;
+
+    return text;
+}
+
+void refuseValue (const std::string& option, const std::string& value, const std::vector<std::string>& known)
+{
+    throw WrongUsage (option + ": \"" + value + "\" is none of " + joined (known) + "."
+                      + didYouMean (value, known));
 }
 
 } // namespace overmarks

@@ -13,4 +13,11 @@ std::string nearestWord (const std::string& typed, const std::vector<std::string
 /** ' Did you mean "..."?' for the nearest word, or nothing. */
 std::string didYouMean (const std::string& typed, const std::vector<std::string>& known);
 
+/** The words with commas between them. */
+std::string joined (const std::vector<std::string>& words);
+
+/** Throws WrongUsage for a value of an option that is none of the known ones, all of which are named. */
+[[noreturn]] void refuseValue (const std::string& option, const std::string& value,
+                               const std::vector<std::string>& known);
+
 } // namespace overmarks

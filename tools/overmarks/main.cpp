@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // The command-line program: finds the command, runs it, and turns every failure into words and an exit status.
 #include "Session.h"
-#include "Suggestion.h"
+#include "UsageAdvice.h"
 #include "commands/Commands.h"
 
 #include "core/system/SystemUtility.h"
@@ -28,44 +28,13 @@ void addCommands (CLI::App& program, Session& session)
     program.require_subcommand (1);
     program.set_version_flag ("--version",
                               "overmarks " + ZEP::Core::SystemUtility::executableVersion().toStdString());
+    session.addOutputOptions (program);
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
     for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
                        addSetCommand, addConvertCommand, addExportCommand, addFormatsCommand, addKeysCommand,
                        addReasonsCommand, addPreferencesCommand })
         add (program, session);
-}
-
-/** The names of the commands, or of the options of the command that was given. */
-std::vector<std::string> knownWords (const CLI::App& program, const std::string& typed)
-{
-    std::vector<std::string> words;
-    const auto given = program.get_subcommands();
-
-    if (typed.rfind ('-', 0) != 0)
-    {
-        for (const auto* command : program.get_subcommands ([] (const CLI::App*) { return true; }))
-            words.push_back (command->get_name());
-    }
-    else
-    {
-        for (const auto* option : (given.empty() ? program : *given.front()).get_options())
-            for (const auto& name : option->get_lnames())
-                words.push_back ("--" + name);
-    }
-
-    return words;
-}
-
-/** The word of the command line that nobody takes, or an empty text. */
-std::string unknownWord (const CLI::App& program, const std::vector<std::string>& arguments)
-{
-    const auto remaining = program.remaining (true);
-
-    if (! remaining.empty())
-        return remaining.front();
-
-    return program.get_subcommands().empty() && ! arguments.empty() ? arguments.front() : std::string();
 }
 
 class Failure final
@@ -113,16 +82,7 @@ int run (int argc, char** argv)
     }
     catch (const CLI::ParseError& error)
     {
-        const auto word = unknownWord (program, arguments);
-        const auto suggestion = word.empty() ? std::string() : didYouMean (word, knownWords (program, word));
-        const auto help = program.get_subcommands().empty()
-                              ? std::string ("overmarks --help")
-                              : "overmarks " + program.get_subcommands().front()->get_name() + " --help";
-        const bool isUnknownCommand =
-            program.get_subcommands().empty() && ! word.empty() && word.front() != '-';
-        const auto complaint =
-            isUnknownCommand ? "There is no command \"" + word + "\"" : std::string (error.what());
-        return failure.tell (complaint + "." + suggestion + " See " + help, wrongUsage);
+        return failure.tell (usageAdvice (program, error, arguments), wrongUsage);
     }
     catch (const WrongUsage& error)
     {

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // overmarks export and convert: documents of a list.
-#include "DocumentOrder.h"
+#include "DocumentBatch.h"
+#include "DocumentOptions.h"
 #include "FilterOptions.h"
 #include "ListSource.h"
+#include "StagingFolder.h"
+#include "Suggestion.h"
 #include "commands/Commands.h"
-#include "commands/ProjectOutput.h"
 
 #include "list/ProjectJSON.h"
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace overmarks
 {
@@ -27,7 +30,7 @@ struct ExportOptions
     std::string baseName;
     ListOptions listOptions;
     FilterOptions filter;
-    DocumentOrder documents;
+    DocumentOptions documents;
 };
 
 struct ConvertOptions
@@ -36,129 +39,143 @@ struct ConvertOptions
     std::string out;
     std::string format;
     ListOptions listOptions;
-    DocumentOrder documents;
+    DocumentOptions documents;
 };
 
-void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, Session& session)
+void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, const Session& session)
 {
     auto paths = json::array();
 
     for (const auto& file : files)
     {
-        // An exporter may end well without a file, when a question was answered with no.
-        if (! isDryRun && ! file.exists())
-        {
-            session.report ({ {}, 0, {}, file.getFullPathName() + " was not written" });
-            continue;
-        }
-
         session.say ((isDryRun ? "Would write " : "Wrote ") + file.getFullPathName());
         paths.push_back (file.getFullPathName().toStdString());
     }
 
-    if (session.wantsJSON)
-        session.data (json { { "files", std::move (paths) },
-                             { "messages", json::array() },
-                             { "problems", session.problemsAsJSON() } });
+    if (files.empty() && session.exitStatus == 0)
+        session.say ("No event is meant, so there is no document");
+
+    if (! session.wantsJSON)
+        return;
+
+    json document { { "files", std::move (paths) },
+                    { "messages", json::array() },
+                    { "problems", session.problemsAsJSON() } };
+
+    if (isDryRun)
+        document["dryRun"] = true;
+
+    session.data (document);
 }
 
-/** The documents that are asked for; those that share an extension get their format's name into theirs. */
-struct Order
+std::vector<const DocumentFormat*> formatsNamed (const std::vector<std::string>& names)
 {
-    const DocumentFormat* format;
-    juce::String fileName;
-};
-
-std::vector<Order> ordersOf (const std::vector<std::string>& names, const juce::String& baseName)
-{
-    std::vector<Order> orders;
+    std::vector<const DocumentFormat*> formats;
 
     for (const auto& name : names)
-    {
-        const auto& format = documentFormat (name);
-        const bool isRepeated = std::any_of (orders.begin(), orders.end(),
-                                             [&] (const Order& order) { return order.format == &format; });
+        if (const auto* format = &documentFormat (name);
+            std::find (formats.begin(), formats.end(), format) == formats.end())
+            formats.push_back (format);
 
-        if (! isRepeated)
-            orders.push_back ({ &format, baseName });
-    }
+    return formats;
+}
 
-    for (auto& order : orders)
-    {
-        const auto sharesExtension = std::count_if (
-            orders.begin(), orders.end(),
-            [&order] (const Order& other) { return other.format->extension == order.format->extension; });
+/** Documents that share an extension get their format's name into theirs. */
+juce::String nameFor (const DocumentFormat& format, const std::vector<const DocumentFormat*>& all,
+                      const juce::String& baseName)
+{
+    const auto sharing = std::count_if (all.begin(), all.end(),
+                                        [&format] (const DocumentFormat* other)
+                                        { return other->extension == format.extension; });
+    return sharing > 1 ? baseName + " - " + juce::String (format.name) : baseName;
+}
 
-        if (sharesExtension > 1)
-            order.fileName = baseName + " - " + juce::String (order.format->name);
-    }
+juce::String baseNameOf (const ExportOptions& options)
+{
+    if (options.baseName.find ('/') != std::string::npos || options.baseName.find ("..") != std::string::npos)
+        throw WrongUsage (
+            "--name: \"" + options.baseName
+            + "\" would leave the folder; a name holds no \"/\" and no \"..\", -o names the folder");
 
-    return orders;
+    return options.baseName.empty() ? nameOfList (options.list) : juce::String (options.baseName);
 }
 
 void exportDocuments (const ExportOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
-    const auto orders =
-        ordersOf (options.formats,
-                  options.baseName.empty() ? nameOfList (options.list) : juce::String (options.baseName));
+    options.documents.check();
+    const auto formats = formatsNamed (options.formats);
+    DocumentBatch batch (options.documents, fileFromPath (options.folder), options.list);
+
+    for (const auto* format : formats)
+        batch.add (*format, nameFor (*format, formats, baseNameOf (options)));
+
+    options.documents.sayWhatIsUnused (formats, joined (options.formats), session);
+    refuseFolderOf (fileFromPath (options.folder).getChildFile ("document"));
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (*project.list);
-    std::vector<juce::File> files;
-
-    for (const auto& order : orders)
-    {
-        const auto written = options.documents.write (project, options.list, *order.format,
-                                                      fileFromPath (options.folder), order.fileName);
-        files.insert (files.end(), written.begin(), written.end());
-    }
-
-    tellOfFiles (files, options.documents.isDryRun(), session);
+    tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 
-void convertToProject (const Project& project, const juce::File& out, const ConvertOptions& options,
-                       Session& session)
+void convertToProject (const ConvertOptions& options, const juce::File& out, Session& session)
 {
-    refuseToReplace (out, options.documents.outputPolicy());
+    const bool isDryRun = options.documents.policy.dryRun;
+    const auto project = loadList (options.list, options.listOptions, session);
 
-    if (! options.documents.isDryRun())
+    if (! isDryRun)
         writeWholeFile (out, ProjectJSON::toText (project));
 
-    tellOfFiles ({ out }, options.documents.isDryRun(), session);
+    tellOfFiles ({ out }, isDryRun, session);
+}
+
+void convertToDocument (const ConvertOptions& options, const DocumentFormat& format, const juce::File& out,
+                        Session& session)
+{
+    DocumentBatch batch (options.documents, out.getParentDirectory(), options.list);
+    batch.add (format, out.getFileNameWithoutExtension(), out.getFileExtension());
+    const auto project = loadList (options.list, options.listOptions, session);
+    tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
+}
+
+/** The format that --format or else the extension of OUT names. */
+std::string formatNameOf (const ConvertOptions& options)
+{
+    const auto extension = fileFromPath (options.out).getFileExtension().toLowerCase().substring (1);
+
+    if (options.format.empty() && extension.isEmpty())
+        throw WrongUsage (options.out + " has no extension that tells its format; --format does");
+
+    return options.format.empty() ? extension.toStdString() : options.format;
 }
 
 void convertList (const ConvertOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
+    options.documents.check();
     const auto out = fileFromPath (options.out);
-    const auto format = options.format.empty()
-                            ? out.getFileExtension().toLowerCase().substring (1).toStdString()
-                            : options.format;
+    const auto name = formatNameOf (options);
 
-    if (format.empty())
-        throw WrongUsage (options.out + " has no extension that tells its format; --format does");
-
-    if (format == "overmarks")
+    if (name == "overmarks")
         throw CommandFailure (options.out
                               + ": project files (.overmarks) can't be written yet; name the project .json");
 
-    const auto* document = format == "json" ? nullptr : &documentFormat (format);
-
-    if (document != nullptr && ! out.hasFileExtension (document->extension.c_str()))
-        throw WrongUsage (options.out + ": a " + document->name + " document has the extension "
-                          + document->extension);
+    const auto* document = name == "json" ? nullptr : &documentFormat (name, { "json" });
+    const auto formats =
+        document == nullptr ? std::vector<const DocumentFormat*>() : std::vector { document };
 
     if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
         throw CommandFailure (options.out + " is the list itself");
 
-    auto project = loadList (options.list, options.listOptions, session);
+    if (! options.documents.byCharacter || document == nullptr)
+        refuseToReplace (out, options.documents.policy);
+
+    refuseFolderOf (out);
+    options.documents.sayWhatIsUnused (formats, name, session);
 
     if (document == nullptr)
-        convertToProject (project, out, options, session);
+        convertToProject (options, out, session);
     else
-        tellOfFiles (options.documents.write (project, options.list, *document, out.getParentDirectory(),
-                                              out.getFileNameWithoutExtension()),
-                     options.documents.isDryRun(), session);
+        convertToDocument (options, *document, out, session);
 }
 
 } // namespace

@@ -30,14 +30,6 @@ struct DumpOptions
     ListOptions listOptions;
 };
 
-void tellOfProject (const Project& project, const std::string& path, const Session& session)
-{
-    if (session.wantsJSON)
-        session.data (json { { "project", path },
-                             { "events", project.list->filteredEvents.size() },
-                             { "problems", session.problemsAsJSON() } });
-}
-
 void importLists (const ImportOptions& options, Session& session)
 {
     options.list.applyToProcess();
@@ -50,7 +42,7 @@ void importLists (const ImportOptions& options, Session& session)
     for (const auto& problem : problems)
         session.report (problem);
 
-    tellOfProject (project, options.output.path, session);
+    options.output.tell (session, { { "events", project.list->filteredEvents.size() } });
 }
 
 void loadProject (const ImportOptions& options, Session& session)
@@ -60,7 +52,7 @@ void loadProject (const ImportOptions& options, Session& session)
     const auto project = loadList (options.files.front(), options.list, session);
     options.output.write (project, session);
 
-    tellOfProject (project, options.output.path, session);
+    options.output.tell (session, { { "events", project.list->filteredEvents.size() } });
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "commands/ProjectOutput.h"
 
+#include "StagingFolder.h"
+
 #include "list/ProjectJSON.h"
 
 namespace overmarks
@@ -26,6 +28,10 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
 
     if (file.getFileExtension().isNotEmpty() && ! file.hasFileExtension ("json"))
         throw WrongUsage (path + ": a project has the extension .json");
+    if (file.getFileName().isEmpty())
+        throw WrongUsage ("-o: there is no name of a project");
+
+    refuseFolderOf (file);
 
     for (const auto& source : sources)
     {
@@ -54,6 +60,21 @@ void ProjectOutput::write (const Project& project, const Session& session) const
 
     writeWholeFile (file, ProjectJSON::toText (project));
     session.say ("Wrote " + file.getFullPathName() + ": " + count);
+}
+
+void ProjectOutput::tell (const Session& session, const json& members) const
+{
+    if (! session.wantsJSON)
+        return;
+
+    json document { { "project", path } };
+    document.update (members);
+    document["problems"] = session.problemsAsJSON();
+
+    if (policy.dryRun)
+        document["dryRun"] = true;
+
+    session.data (document);
 }
 
 } // namespace overmarks

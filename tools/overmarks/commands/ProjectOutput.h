@@ -27,6 +27,10 @@ public:
 
     void write (const ZEP::Overmarks::Project& project, const Session& session) const;
 
+    /** With --json: the document that tells what was written.
+        @param members  what the command has to say itself, an object */
+    void tell (const Session& session, const json& members) const;
+
     std::string path;
 
 private:

@@ -104,7 +104,7 @@ std::string rowsAsText (const EventFileImporter& importer)
 void showRows (const RowsOptions& options, Session& session)
 {
     options.list.applyToProcess();
-    const auto read = readCueList (options.file, options.list);
+    const auto read = readCueList (options.file, options.list, session);
 
     if (session.wantsJSON)
     {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // overmarks set: edits a list by the attributes' keys, as the cells of a table do.
 #include "AttributeText.h"
+#include "EventMatcher.h"
 #include "ListSource.h"
-#include "Suggestion.h"
 #include "commands/Commands.h"
 #include "commands/ProjectOutput.h"
 
@@ -31,57 +31,42 @@ struct SetOptions
     ProjectOutput output;
 };
 
-/** "KEY=VALUE", or "KEY~PART" in a filter. */
-struct Term
+/** "KEY=VALUE": the new value of a cell. */
+struct Change
 {
     const EventAttribute* attribute;
     juce::String value;
-    bool isPart;
-
-    bool matches (Event& event) const
-    {
-        const auto text = attributeText (event, *attribute);
-        return isPart ? text.containsIgnoreCase (value) : text == value;
-    }
 };
 
-Term parseTerm (const std::string& option, const std::string& text, bool allowPart)
+std::vector<Change> parseChanges (const std::vector<std::string>& assignments)
 {
-    const auto sign = text.find_first_of (allowPart ? "=~" : "=");
+    std::vector<Change> changes;
 
-    if (sign == std::string::npos || sign == 0)
-        throw WrongUsage (option + "\"" + text + "\" is not of the form KEY=VALUE"
-                          + (allowPart ? " or KEY~PART" : ""));
+    for (const auto& text : assignments)
+    {
+        const auto sign = text.find ('=');
 
-    return { &attributeWithKey (juce::String (text.substr (0, sign))),
-             juce::String::fromUTF8 (text.c_str() + sign + 1), text[sign] == '~' };
+        if (sign == std::string::npos || sign == 0)
+            throw WrongUsage ("\"" + text + "\" is not of the form KEY=VALUE");
+
+        changes.push_back ({ &settableAttributeWithKey (juce::String (text.substr (0, sign))),
+                             juce::String (text.substr (sign + 1)) });
+    }
+
+    return changes;
 }
 
-std::vector<Term> parseTerms (const std::string& option, const std::vector<std::string>& texts,
-                              bool allowPart)
+EventArray::Events chosenEvents (const EventArray& list, const std::string& uuid,
+                                 const std::vector<EventMatcher>& conditions)
 {
-    std::vector<Term> terms;
-
-    for (const auto& text : texts)
-        terms.push_back (parseTerm (option, text, allowPart));
-
-    return terms;
-}
-
-EventArray::Events chosenEvents (const EventArray& list, const SetOptions& options)
-{
-    const auto filter = parseTerms ("--where: ", options.where, true);
     EventArray::Events chosen;
 
     for (const auto& event : list.events)
     {
-        bool isChosen = options.uuid.empty() ? event != list.fadeInEvent && event != list.fadeOutEvent
-                                             : event->getUuid() == juce::String (options.uuid);
+        const bool isMeant = uuid.empty() ? event != list.fadeInEvent && event != list.fadeOutEvent
+                                          : event->getUuid() == juce::String (uuid);
 
-        for (const auto& term : filter)
-            isChosen = isChosen && term.matches (*event);
-
-        if (isChosen)
+        if (isMeant && matchesAll (conditions, *event))
             chosen.push_back (event);
     }
 
@@ -89,17 +74,17 @@ EventArray::Events chosenEvents (const EventArray& list, const SetOptions& optio
 }
 
 /** Sets one cell and tells how many undo steps that made. */
-int setCell (const std::shared_ptr<Event>& event, const Term& term, Session& session)
+int setCell (const std::shared_ptr<Event>& event, const Change& change, Session& session)
 {
     auto* history = UndoRedoHelpers::sharedUndoManager();
     history->clearUndoHistory();
 
-    if (! EventKeyValueEditor (event).setValueForKey (attributeValue (*event, *term.attribute, term.value),
-                                                      term.attribute->key, true))
+    if (! EventKeyValueEditor (event).setValueForKey (
+            attributeValue (*event, *change.attribute, change.value), change.attribute->key, true))
         session.report ({ {},
                           0,
                           {},
-                          event->oneLineDescription() + ": " + term.attribute->key + " can't be set on a "
+                          event->oneLineDescription() + ": " + change.attribute->key + " can't be set on a "
                               + event->typeString() });
 
     const int steps = history->getUndoDescriptions().size();
@@ -110,10 +95,15 @@ int setCell (const std::shared_ptr<Event>& event, const Term& term, Session& ses
 void editList (const SetOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
+    const auto changes = parseChanges (options.assignments);
+    std::vector<EventMatcher> conditions;
+
+    for (const auto& condition : options.where)
+        conditions.emplace_back ("--where", condition);
+
     options.output.check ({ options.list });
-    const auto changes = parseTerms ({}, options.assignments, false);
     const auto project = loadList (options.list, options.listOptions, session);
-    const auto chosen = chosenEvents (*project.list, options);
+    const auto chosen = chosenEvents (*project.list, options.uuid, conditions);
 
     if (chosen.empty())
         throw CommandFailure ("No event of the list is meant; nothing was written");
@@ -127,12 +117,7 @@ void editList (const SetOptions& options, Session& session)
     project.list->sortContentAndUpdateFilteredEvents();
     options.output.write (project, session);
     session.say (juce::String (chosen.size()) + " events, " + juce::String (steps) + " steps");
-
-    if (session.wantsJSON)
-        session.data (json { { "project", options.output.path },
-                             { "events", chosen.size() },
-                             { "steps", steps },
-                             { "problems", session.problemsAsJSON() } });
+    options.output.tell (session, { { "events", chosen.size() }, { "steps", steps } });
 }
 
 } // namespace

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "DocumentBatch.h"
+
+#include "Progress.h"
+#include "StagingFolder.h"
+
+#include "export/EventCSVExporter.h"
+#include "export/frame/ByCharacterWalk.h"
+#include "export/frame/EventExporterFactory.h"
+#include "export/frame/OutputFileNames.h"
+
+#include <unistd.h>
+
+#include <iostream>
+#include <set>
+#include <utility>
+
+namespace overmarks
+{
+
+using namespace ZEP::Overmarks;
+
+namespace
+{
+
+void refuseToReplaceSource (const juce::File& file, const std::string& source)
+{
+    if (source != "-" && fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
+        throw CommandFailure (file.getFullPathName()
+                              + ": the document would replace the list that it is made from");
+}
+
+/** Asks on a terminal; without one there is nobody to ask, and the answer is no. */
+bool askOnTerminal (const juce::String& question)
+{
+    std::cerr << question << "\n[y/N] " << std::flush;
+
+    if (isatty (STDIN_FILENO) == 0)
+    {
+        std::cerr << "no (--yes agrees)\n";
+        return false;
+    }
+
+    std::string answer;
+    std::getline (std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+/** The names that the exporter gives to its files. */
+std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const juce::String& extension,
+                                   bool byCharacter)
+{
+    if (! byCharacter)
+        return {
+            OutputFileNames (settings.outputDirectory, settings.fileName, extension).single().getFileName()
+        };
+
+    const ByCharacterWalk walk (settings, extension);
+
+    if (walk.isCombined())
+        return { walk.singleFile().getFileName() };
+
+    std::vector<juce::String> names;
+
+    for (const auto& block : walk.blocks())
+        names.push_back (block.file.getFileName());
+
+    return names;
+}
+
+/** Tells the bar of each file of an exporter. */
+class FileCounter final : public EventExporter::Delegate
+{
+public:
+    FileCounter (Progress& progressToMove, int filesBefore) : progress (progressToMove), before (filesBefore)
+    {
+    }
+
+    void progressChanged (EventExporter*, int current, int) override { progress.reached (before + current); }
+
+private:
+    Progress& progress;
+    int before;
+};
+
+juce::File inside (const juce::File& folder, const juce::String& name)
+{
+    return folder.getChildFile ("./" + name);
+}
+
+} // namespace
+
+/** A document with its settings, the names that its exporter uses and the files that it becomes. */
+struct DocumentBatch::Work
+{
+    std::shared_ptr<EventExportSettingsSet> settings;
+    std::vector<juce::String> names;
+    std::vector<juce::File> targets;
+};
+
+DocumentBatch::DocumentBatch (const DocumentOptions& documentOptions, const juce::File& folderOfDocuments,
+                              std::string pathOfSource)
+    : options (documentOptions),
+      folder (folderOfDocuments),
+      source (std::move (pathOfSource))
+{
+}
+
+void DocumentBatch::add (const DocumentFormat& format, const juce::String& baseName,
+                         const juce::String& extension)
+{
+    orders.push_back ({ &format, baseName, extension });
+}
+
+void DocumentBatch::add (const DocumentFormat& format, const juce::String& baseName)
+{
+    add (format, baseName, format.extension);
+}
+
+DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& project) const
+{
+    Work work { options.settingsFor (project, source, *order.format), {}, {} };
+    work.settings->outputDirectory = folder.getFullPathName();
+    work.settings->fileName = order.baseName;
+    work.names = namesOf (*work.settings, order.format->extension, options.byCharacter);
+
+    for (const auto& name : work.names)
+        work.targets.push_back (
+            inside (folder, name.dropLastCharacters (juce::String (order.format->extension).length())
+                                + order.extension));
+
+    return work;
+}
+
+void DocumentBatch::refuse (const std::vector<Work>& works) const
+{
+    std::set<juce::String> taken;
+
+    for (const auto& work : works)
+        for (const auto& target : work.targets)
+        {
+            refuseFolderOf (target);
+            refuseToReplaceSource (target, source);
+            refuseToReplace (target, options.policy);
+
+            if (! taken.insert (target.getFullPathName()).second)
+                throw CommandFailure ("Two documents would be written to " + target.getFullPathName());
+        }
+}
+
+void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const
+{
+    work.settings->outputDirectory = stage.getFullPathName();
+    FileCounter counter (progress, filesBefore);
+    const auto exporter = EventExporterFactory::eventExporter (work.settings);
+    exporter->delegate = &counter;
+
+    if (auto* csv = dynamic_cast<EventCSVExporter*> (exporter.get()))
+        csv->askToContinue = [this, &progress] (const juce::String&, const juce::String& question)
+        {
+            progress.hide();
+            return options.yes || askOnTerminal (question);
+        };
+
+    auto error =
+        options.byCharacter ? exporter->exportEventsByCharacter() : exporter->exportEventsByTimecode();
+
+    // The user knows nothing of the place where documents are made.
+    for (std::size_t i = 0; i < work.names.size(); ++i)
+        error = error.replace (inside (stage, work.names[i]).getFullPathName(),
+                               work.targets[i].getFullPathName());
+
+    if (error.isNotEmpty())
+        throw CommandFailure (error);
+}
+
+std::vector<juce::File> DocumentBatch::write (const Project& project, Session& session) const
+{
+    std::vector<Work> works;
+    std::vector<juce::File> files;
+
+    for (const auto& order : orders)
+    {
+        works.push_back (workFor (order, project));
+        files.insert (files.end(), works.back().targets.begin(), works.back().targets.end());
+    }
+
+    refuse (works);
+
+    if (options.policy.dryRun || files.empty())
+        return files;
+
+    const StagingFolder stage (files.front());
+    Progress progress (session, "Writing", static_cast<int> (files.size()));
+    int done = 0;
+
+    for (auto& work : works)
+    {
+        finish (work, progress, stage.getFolder(), done);
+        done += static_cast<int> (work.names.size());
+        progress.reached (done);
+    }
+
+    progress.hide();
+    return moveIntoPlace (works, stage.getFolder(), session);
+}
+
+std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,
+                                                      Session& session) const
+{
+    std::vector<juce::File> written;
+
+    for (const auto& work : works)
+        for (std::size_t i = 0; i < work.names.size(); ++i)
+        {
+            const auto finished = inside (stage, work.names[i]);
+
+            // An exporter also ends well when a question was answered with no.
+            if (! finished.exists())
+            {
+                session.report ({ {}, 0, {}, work.targets[i].getFullPathName() + " was not written" });
+                continue;
+            }
+
+            StagingFolder::moveIntoPlace (finished, work.targets[i]);
+            written.push_back (work.targets[i]);
+        }
+
+    return written;
+}
+
+} // namespace overmarks

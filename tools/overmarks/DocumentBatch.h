@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "DocumentOptions.h"
+#include "Session.h"
+
+#include <juce_core/juce_core.h>
+
+#include <string>
+#include <vector>
+
+namespace overmarks
+{
+
+class Progress;
+
+/** The documents that one command writes of a list, all into one folder.
+
+    Nothing of the user's is touched before every document is finished: what is refused or fails leaves the folder as it was. */
+class DocumentBatch final
+{
+public:
+    /** @param folderOfDocuments  where they will stand
+        @param pathOfSource       the list that they are made from, which is never overwritten */
+    DocumentBatch (const DocumentOptions& documentOptions, const juce::File& folderOfDocuments,
+                   std::string pathOfSource);
+
+    /** Adds a document, or one for each character.
+        @param baseName   of its files
+        @param extension  of its files, with its dot, whatever is usual for the format */
+    void add (const DocumentFormat& format, const juce::String& baseName, const juce::String& extension);
+
+    /** Adds a document under its format's name and the usual extension. */
+    void add (const DocumentFormat& format, const juce::String& baseName);
+
+    /** Writes them; in a dry run it only finds out whether they could be. One that was left out because a question was
+        answered with no is reported.
+        @returns the files that were, or would be, written. Throws CommandFailure */
+    std::vector<juce::File> write (const ZEP::Overmarks::Project& project, Session& session) const;
+
+private:
+    struct Order
+    {
+        const DocumentFormat* format;
+        juce::String baseName;
+        juce::String extension;
+    };
+
+    struct Work;
+
+    Work workFor (const Order& order, const ZEP::Overmarks::Project& project) const;
+    std::vector<juce::File> moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,
+                                           Session& session) const;
+    void refuse (const std::vector<Work>& works) const;
+    void finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const;
+
+    const DocumentOptions& options;
+    juce::File folder;
+    std::string source;
+    std::vector<Order> orders;
+};
+
+} // namespace overmarks

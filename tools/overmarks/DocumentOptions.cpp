@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "DocumentOptions.h"
+
+#include "Suggestion.h"
+
+#include "core/system/SystemUtility.h"
+
+#include <algorithm>
+#include <type_traits>
+
+namespace overmarks
+{
+
+using namespace ZEP::Core;
+using namespace ZEP::Overmarks;
+
+namespace
+{
+
+// Each in the order of the numbers that the settings have for it, from 1.
+const std::vector<std::string> delimiters { "comma", "semicolon", "tab" };
+const std::vector<std::string> layouts { "director", "actor", "engineer" };
+const std::vector<std::string> papers { "a4", "letter" };
+
+int numberOf (const std::string& option, const std::string& value, const std::vector<std::string>& known)
+{
+    const auto found = std::find (known.begin(), known.end(), value);
+
+    if (found == known.end())
+        refuseValue (option, value, known);
+
+    return static_cast<int> (found - known.begin()) + 1;
+}
+
+/** The events as the list shows them, under the identifiers of their characters. */
+std::map<juce::String, EventArray::Events> groupedByCharacter (const EventArray::Events& events)
+{
+    std::map<juce::String, EventArray::Events> groups;
+
+    for (const auto& event : events)
+        groups[event->getCharacterID()].push_back (event);
+
+    return groups;
+}
+
+} // namespace
+
+template <typename Value>
+void DocumentOptions::add (CLI::App& command, const std::string& name, Value& value,
+                           const std::string& explanation)
+{
+    if constexpr (std::is_same_v<Value, bool>)
+        declared.push_back (command.add_flag (name, value, explanation));
+    else
+        declared.push_back (command.add_option (name, value, explanation));
+}
+
+void DocumentOptions::addTo (CLI::App& command)
+{
+    add (command, "--by-character", byCharacter, "One file for each character");
+    add (command, "--combine", combine, "With --by-character: all characters in one file");
+    add (command, "--layout", layout, "director, actor or engineer (director)");
+    add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
+    add (command, "--take-numbers", takeNumbers, "Print boxes for the numbers of the takes");
+    add (command, "--delimiter", delimiter, "comma, semicolon or tab (comma)");
+    add (command, "--title", title, "Title of the project (the list's name)");
+    add (command, "--studio", studio, "Sound studio");
+    add (command, "--supervisor", supervisor, "Sound supervisor");
+    add (command, "--company", company, "Production company");
+    add (command, "--timeline", timeline, "Name of the timeline");
+    add (command, "--reel", reel, "Episode or reel");
+    add (command, "--picture-version", pictureVersion, "Version of the picture");
+    add (command, "--language", language, "Language code of the dialogue");
+    add (command, "--yes", yes, "Agree to what the exporter would ask");
+    command.add_flag ("--force", policy.force, "Replace existing files");
+    command.add_flag ("--dry-run", policy.dryRun, "Only say what would be written");
+}
+
+void DocumentOptions::check() const
+{
+    numberOf ("--delimiter", delimiter, delimiters);
+    numberOf ("--layout", layout, layouts);
+
+    if (! paper.empty())
+        numberOf ("--paper", paper, papers);
+}
+
+void DocumentOptions::sayWhatIsUnused (const std::vector<const DocumentFormat*>& formats,
+                                       const std::string& names, const Session& session) const
+{
+    for (const auto* option : declared)
+    {
+        const auto name = option->get_name();
+        const auto uses = [&name] (const DocumentFormat* format)
+        { return std::find (format->options.begin(), format->options.end(), name) != format->options.end(); };
+
+        if (option->count() > 0 && std::none_of (formats.begin(), formats.end(), uses))
+            session.say (juce::String (name + " makes no difference to " + names));
+    }
+
+    if (combine && ! byCharacter)
+        session.say ("--combine makes no difference without --by-character");
+}
+
+std::shared_ptr<EventExportSettingsSet> DocumentOptions::settingsFor (const Project& project,
+                                                                      const std::string& source,
+                                                                      const DocumentFormat& format) const
+{
+    auto settings = std::make_shared<EventExportSettingsSet>();
+    settings->exportType = format.type;
+    settings->events = project.list->sortedFilteredEvents;
+    settings->eventsByCharacter = groupedByCharacter (project.list->sortedFilteredEvents);
+    settings->layout = static_cast<EventExportLayout> (numberOf ("--layout", layout, layouts));
+    settings->showTakeNumbers = takeNumbers;
+    settings->projectSettings = { source == "-" ? juce::String() : fileFromPath (source).getFullPathName(),
+                                  title.empty() ? project.name : juce::String (title), studio, supervisor,
+                                  company };
+    settings->timelineSettings = { timeline, reel, pictureVersion, language, {} };
+    settings->options[EventExportCSVDelimiterKey] = numberOf ("--delimiter", delimiter, delimiters);
+    settings->options[EventExportCSVTemplateKey] = format.csvTemplate;
+    settings->options[EventExportCombineIntoSingleFileKey] = combine;
+    settings->options[EventExportAppVersionKey] = SystemUtility::executableVersion();
+    return settings;
+}
+
+} // namespace overmarks

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "DocumentFormats.h"
+#include "OutputFile.h"
+#include "Session.h"
+
+#include "export/frame/EventExportSettingsSet.h"
+#include "list/Project.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace overmarks
+{
+
+/** What a document looks like and says, as told by the options of every command that writes documents. */
+class DocumentOptions final
+{
+public:
+    void addTo (CLI::App& command);
+
+    /** Throws WrongUsage for a value that no document knows. */
+    void check() const;
+
+    /** Says which of the given options none of the formats uses: a document without the studio's name is noticed too late.
+        @param names  of the formats that are written, for the message */
+    void sayWhatIsUnused (const std::vector<const DocumentFormat*>& formats, const std::string& names,
+                          const Session& session) const;
+
+    /** The settings of one document of the events that the list shows; its folder and its name are still missing.
+        @param source  the path of the list */
+    std::shared_ptr<ZEP::Overmarks::EventExportSettingsSet> settingsFor (
+        const ZEP::Overmarks::Project& project, const std::string& source,
+        const DocumentFormat& format) const;
+
+    OutputPolicy policy;
+    bool byCharacter = false;
+    bool yes = false;
+    std::string paper; ///< "a4", "letter" or empty for the usual paper of the place
+
+private:
+    template <typename Value>
+    void add (CLI::App& command, const std::string& name, Value& value, const std::string& explanation);
+
+    bool combine = false;
+    bool takeNumbers = false;
+    std::string layout = "director";
+    std::string delimiter = "comma";
+    std::string title;
+    std::string studio;
+    std::string supervisor;
+    std::string company;
+    std::string timeline;
+    std::string reel;
+    std::string pictureVersion;
+    std::string language;
+    std::vector<const CLI::Option*> declared; ///< owned by their command
+};
+
+} // namespace overmarks

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "Progress.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace overmarks
+{
+
+namespace
+{
+
+constexpr int cells = 30;
+
+} // namespace
+
+Progress::Progress (const Session& session, std::string nameOfWork, int steps)
+    : name (std::move (nameOfWork)),
+      total (std::max (steps, 1)),
+      isShown (! session.isQuiet && isatty (STDERR_FILENO) != 0)
+{
+    draw();
+}
+
+Progress::~Progress() { hide(); }
+
+void Progress::reached (int step)
+{
+    current = std::clamp (step, 0, total);
+    draw();
+}
+
+void Progress::hide()
+{
+    if (isShown && shownCells >= 0)
+        std::fputs ("\r\033[K", stderr);
+
+    shownCells = -1;
+}
+
+void Progress::draw()
+{
+    const int filled = static_cast<int> (static_cast<long long> (current) * cells / total);
+
+    // Most steps of a long list move nothing.
+    if (! isShown || filled == shownCells)
+        return;
+
+    shownCells = filled;
+    const auto bar = std::string (static_cast<std::size_t> (filled), '#')
+                     + std::string (static_cast<std::size_t> (cells - filled), '.');
+    std::fprintf (stderr, "\r%s [%s] %d%%", name.c_str(), bar.c_str(), filled * 100 / cells);
+    std::fflush (stderr);
+}
+
+} // namespace overmarks

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "StagingFolder.h"
+
+#include "OutputFile.h"
+#include "Session.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace overmarks
+{
+
+namespace
+{
+
+juce::String reason() { return juce::String::fromUTF8 (std::strerror (errno)); }
+
+} // namespace
+
+void refuseFolderOf (const juce::File& target)
+{
+    if (isDeviceOrPipe (target))
+        return;
+
+    const auto folder = target.getLinkedTarget().getParentDirectory();
+
+    if (! folder.exists())
+        throw CommandFailure ("There is no folder " + folder.getFullPathName());
+    if (! folder.isDirectory())
+        throw CommandFailure (folder.getFullPathName() + " is no folder");
+    if (access (folder.getFullPathName().toRawUTF8(), W_OK | X_OK) != 0)
+        throw CommandFailure ("Can't write into " + folder.getFullPathName() + ": " + reason());
+}
+
+StagingFolder::StagingFolder (const juce::File& target)
+{
+    refuseFolderOf (target);
+    const auto parent = isDeviceOrPipe (target) ? juce::File::getSpecialLocation (juce::File::tempDirectory)
+                                                : target.getLinkedTarget().getParentDirectory();
+    auto pattern = parent.getChildFile (".overmarks.XXXXXX").getFullPathName().toStdString();
+
+    if (mkdtemp (pattern.data()) == nullptr)
+        throw CommandFailure ("Can't write into " + parent.getFullPathName() + ": " + reason());
+
+    folder = juce::File (juce::String (pattern));
+}
+
+StagingFolder::~StagingFolder() { folder.deleteRecursively(); }
+
+void StagingFolder::moveIntoPlace (const juce::File& finished, const juce::File& target)
+{
+    const auto place = target.getLinkedTarget();
+
+    if (! isDeviceOrPipe (target)
+        && std::rename (finished.getFullPathName().toRawUTF8(), place.getFullPathName().toRawUTF8()) == 0)
+        return;
+
+    // A device, or a link to another disk.
+    if (! isDeviceOrPipe (target) && errno != EXDEV)
+        throw CommandFailure ("Can't write " + target.getFullPathName() + ": " + reason());
+
+    juce::MemoryBlock contents;
+
+    if (! finished.loadFileAsData (contents))
+        throw CommandFailure ("Can't read " + finished.getFullPathName());
+
+    writeWholeFile (target, { contents.begin(), contents.end() });
+}
+
+} // namespace overmarks

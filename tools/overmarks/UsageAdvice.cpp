@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "UsageAdvice.h"
+
+#include "Suggestion.h"
+
+#include <algorithm>
+
+namespace overmarks
+{
+
+namespace
+{
+
+bool isOption (const std::string& word) { return word.size() > 1 && word.front() == '-'; }
+
+std::string quoted (const std::string& word) { return "\"" + word + "\""; }
+
+std::vector<const CLI::App*> allCommands (const CLI::App& program)
+{
+    return program.get_subcommands ([] (const CLI::App*) { return true; });
+}
+
+std::vector<std::string> commandNames (const CLI::App& program)
+{
+    std::vector<std::string> names;
+
+    for (const auto* command : allCommands (program))
+        names.push_back (command->get_name());
+
+    return names;
+}
+
+std::vector<std::string> optionNames (const CLI::App& command)
+{
+    std::vector<std::string> names;
+
+    for (const auto* option : command.get_options())
+        for (const auto& name : option->get_lnames())
+            names.push_back ("--" + name);
+
+    return names;
+}
+
+/** "--fps=25" is the option "--fps". */
+std::string withoutValue (const std::string& word) { return word.substr (0, word.find ('=')); }
+
+/** The words that nobody takes. CLI11 hands them out in an order of its own; the user's order is the arguments'. */
+std::vector<std::string> unknownWords (const CLI::App& program, const std::vector<std::string>& arguments)
+{
+    const auto remaining = program.remaining (true);
+    std::vector<std::string> words;
+
+    for (const auto& argument : arguments)
+        if (std::find (remaining.begin(), remaining.end(), argument) != remaining.end()
+            || std::find (remaining.begin(), remaining.end(), withoutValue (argument)) != remaining.end())
+            words.push_back (argument);
+
+    return words;
+}
+
+/** The first option among the words, which explains the value behind it as well; else the first word. */
+std::string tellingWord (const std::vector<std::string>& words)
+{
+    const auto option = std::find_if (words.begin(), words.end(), isOption);
+    return option != words.end() ? *option : words.empty() ? std::string() : words.front();
+}
+
+/** An option that stands before the command, or without one. */
+std::string adviceOnFrontOption (const CLI::App& program, const std::string& option)
+{
+    for (const auto* command : allCommands (program))
+    {
+        const auto names = optionNames (*command);
+
+        if (std::find (names.begin(), names.end(), option) != names.end())
+        {
+            const auto given = program.get_subcommands();
+            const auto name = given.empty() ? std::string ("COMMAND") : given.front()->get_name();
+            return "The option " + option + " goes behind the command: overmarks " + name + " " + option;
+        }
+    }
+
+    return "There is no option " + quoted (option) + "." + didYouMean (option, optionNames (program));
+}
+
+std::string adviceOnWord (const CLI::App& program, const std::string& word, bool isBeforeCommand)
+{
+    const auto given = program.get_subcommands();
+
+    if (isOption (word) && (given.empty() || isBeforeCommand))
+        return adviceOnFrontOption (program, withoutValue (word));
+
+    if (given.empty())
+        return "There is no command " + quoted (word) + "." + didYouMean (word, commandNames (program));
+
+    if (isOption (word))
+        return "There is no option " + quoted (withoutValue (word)) + "."
+               + didYouMean (withoutValue (word), optionNames (*given.front()));
+
+    return given.front()->get_name() + " has no use for " + quoted (word);
+}
+
+/** What is told of an option that is missing while another one is mistyped is the mistyping. */
+std::string complaint (const CLI::App& program, const CLI::ParseError& error,
+                       const std::vector<std::string>& arguments)
+{
+    if (arguments.empty())
+        return "A command is missing";
+
+    const auto word = tellingWord (unknownWords (program, arguments));
+
+    if (! word.empty())
+    {
+        const auto given = program.get_subcommands();
+        const auto place = std::find (arguments.begin(), arguments.end(), word);
+        const bool isBeforeCommand =
+            ! given.empty()
+            && place < std::find (arguments.begin(), arguments.end(), given.front()->get_name());
+        return adviceOnWord (program, word, isBeforeCommand);
+    }
+
+    return program.get_subcommands().empty() ? "A command is missing" : error.what();
+}
+
+} // namespace
+
+std::string usageAdvice (const CLI::App& program, const CLI::ParseError& error,
+                         const std::vector<std::string>& arguments)
+{
+    const auto given = program.get_subcommands();
+    auto advice = complaint (program, error, arguments);
+
+    if (advice.back() != '.' && advice.back() != '?')
+        advice += ".";
+
+    return advice + " See overmarks " + (given.empty() ? "" : given.front()->get_name() + " ") + "--help";
+}
+
+} // namespace overmarks
