@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 using nlohmann::ordered_json;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -247,10 +249,15 @@ TEST_F (ProgramTest, numbersOfAProjectThatNobodyKnowsAreListedAndComeBackAsTheyS
     EXPECT_THAT (result.output, HasSubstr ("None"));
     EXPECT_THAT (result.output, HasSubstr ("77"));
 
-    const auto events = run ({ "dump", "x.json" }).json()["events"];
-    EXPECT_EQ (events[0]["reason"], 4711);
-    EXPECT_EQ (events[0]["forcedNarrativeRegion"], 9);
-    EXPECT_EQ (events[1]["type"], 77);
+    const auto project = run ({ "dump", "x.json" }).json();
+    std::map<std::string, ordered_json> events;
+
+    for (const auto& event : project["events"])
+        events[event["cueNumber"]] = event;
+
+    EXPECT_EQ (events["1"]["reason"], 4711);
+    EXPECT_EQ (events["1"]["forcedNarrativeRegion"], 9);
+    EXPECT_EQ (events["2"]["type"], 77);
 }
 
 } // namespace
