@@ -98,6 +98,9 @@ void EventArray::performStep (const char* undoName, const Events& changed, Perfo
 
 void EventArray::addEvent (std::shared_ptr<Event> event, bool withUndo)
 {
+    if (event == nullptr)
+        return;
+
     if (withUndo)
         performSingle (event, "Add Event", true);
     else
@@ -142,11 +145,11 @@ void EventArray::takeOutWithSelection (const Events& eventsToRemove)
 
 void EventArray::addEvents (const Events& eventsToAdd, bool withUndo)
 {
-    if (eventsToAdd.empty())
-        return;
-
     // A copy: what is added may be one of this list's own vectors.
-    const Events added = eventsToAdd;
+    Events added = eventsToAdd;
+    std::erase (added, nullptr);
+    if (added.empty())
+        return;
 
     if (withUndo)
         performStep ("Add Event", added, &EventArray::putIn, &EventArray::takeOut);

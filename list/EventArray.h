@@ -72,7 +72,7 @@ public:
 
     // ---- adding and removing -----------------------------------------------------------------------------------------
 
-    /** Appends one event; the caller sorts when all are in. */
+    /** Appends one event; the caller sorts when all are in. Null is no event and adds nothing, here and below. */
     void addEvent (std::shared_ptr<Event> event, bool withUndo);
 
     /** Adds the events, sorts and tells. An event that is in the list already is added a second time. */

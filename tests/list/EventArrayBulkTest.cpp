@@ -105,6 +105,18 @@ TEST_F (EventArrayBulkTest, addingNothingIsNoStepAndNoNews)
     EXPECT_THAT (namesOf (list->events), ElementsAre ("in", "out", "A1", "A2", "A3", "unsorted"));
 }
 
+TEST_F (EventArrayBulkTest, nullIsNoEvent)
+{
+    list->addEvent (nullptr, true);
+    list->addEvent (nullptr, false);
+    list->addEvents ({ nullptr, nullptr }, true);
+    EXPECT_EQ (undoSteps(), 0u);
+
+    list->addEvents ({ nullptr, cue ("B1", 150), nullptr }, true);
+    EXPECT_EQ (undoSteps(), 1u);
+    EXPECT_THAT (namesOf (list->events), ElementsAre ("in", "out", "A1", "B1", "A2", "A3"));
+}
+
 TEST_F (EventArrayBulkTest, redoAddsWhatWasGivenEvenIfTheCallersListHasChanged)
 {
     EventArray::Events given { cue ("B1", 150) };

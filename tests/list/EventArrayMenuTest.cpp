@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-only
-// The Edit menu follows every step of the list.
+// The Edit menu follows every step of the list and of its events.
 #include "list/EventArray.h"
 
 #include "support/CueLists.h"
@@ -62,7 +62,8 @@ INSTANTIATE_TEST_SUITE_P (
         Edit { "addEvent", [] (EventArray& list) { list.addEvent (cue ("B1", 200), true); } },
         Edit { "addEvents", [] (EventArray& list) { list.addEvents ({ cue ("B1", 200) }, true); } },
         Edit { "removeEvent", [] (EventArray& list) { list.removeEvent (list.events[2], true); } },
-        Edit { "removeEvents", [] (EventArray& list) { list.removeEvents (list.filteredEvents, true); } }),
+        Edit { "removeEvents", [] (EventArray& list) { list.removeEvents (list.filteredEvents, true); } },
+        Edit { "editOfAnEvent", [] (EventArray& list) { list.events[2]->setDone (true); } }),
     [] (const auto& row) { return std::string (row.param.name); });
 
 } // namespace
