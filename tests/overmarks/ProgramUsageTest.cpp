@@ -106,6 +106,10 @@ TEST_F (ProgramTest, mistypedWordsAreToldWithWhatWasMeant)
                "There is no option \"--formt\". Did you mean \"--format\"? See overmarks export --help");
     EXPECT_EQ (errorOf ({ "list", "x.csv", "y.csv" }, 2),
                "list has no use for \"y.csv\". See overmarks list --help");
+    EXPECT_EQ (errorOf ({ "help" }, 2),
+               "There is no command \"help\". Did you mean \"--help\"? See overmarks --help");
+    EXPECT_THAT (errorOf ({ "list", "x.csv", "--adjacent", "q" }, 2),
+                 HasSubstr ("--adjacent: Value q not in range"));
     EXPECT_EQ (errorOf ({ "list" }, 2), "LIST is required. See overmarks list --help");
 }
 

@@ -17,7 +17,7 @@ void FilterOptions::addTo (CLI::App& command)
     command.add_option ("--text", text, "Only events with this in their text");
     command.add_option ("--cue", cueNumber, "Only events with this in their cue number");
     command.add_option ("--adjacent", adjacent, "Also so many neighbours on each side of a match")
-        ->check (CLI::NonNegativeNumber);
+        ->check (CLI::Range (0, 1000000));
     command.add_option ("--sort", sortKey, "Attribute to sort by, such as CueNumber (StartTCString)");
     command.add_flag ("--descending", descending, "Sort downwards");
 }

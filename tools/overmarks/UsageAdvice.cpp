@@ -20,9 +20,10 @@ std::vector<const CLI::App*> allCommands (const CLI::App& program)
     return program.get_subcommands ([] (const CLI::App*) { return true; });
 }
 
+/** What can stand where a command is expected. */
 std::vector<std::string> commandNames (const CLI::App& program)
 {
-    std::vector<std::string> names;
+    std::vector<std::string> names { "--help", "--version" };
 
     for (const auto* command : allCommands (program))
         names.push_back (command->get_name());
