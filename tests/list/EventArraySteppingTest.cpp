@@ -215,6 +215,17 @@ TEST_F (EventArraySteppingTest, anEventThatIsListedTwiceStandsAtItsFirstPlace)
     EXPECT_THAT (next(), ElementsAre ("b")) << "and from the first again";
 }
 
+TEST_F (EventArraySteppingTest, theFirstPlaceIsThatOfTheNewOrder)
+{
+    lines ({ { one, 100, "a" }, { one, 200, "b" } });
+    list->addEvents ({ list->events[3] }, false);
+    EXPECT_THAT (next(), ElementsAre ("a"));
+    EXPECT_THAT (next(), ElementsAre ("b"));
+    list->sortDescending = true;
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (next(), ElementsAre ("b")) << "its second entry; a comes only behind that";
+}
+
 TEST_F (EventArraySteppingTest, aProjectWithOnlyItsFadesHasNoSteps)
 {
     list = listWithFades();
