@@ -2,6 +2,7 @@
 #include "import/frame/EventFileImporterFactory.h"
 
 #include "import/CSVEventFileImporter.h"
+#include "import/DBFEventFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/STLEventFileImporter.h"
 
@@ -51,7 +52,7 @@ const std::vector<Entry>& entries()
         { 3, { ".srt" }, "SubRip subtitles", false, make<SRTEventFileImporter> },
         { 4, { ".stl" }, "EBU or text STL subtitles", false, make<STLEventFileImporter> },
         { 5, { ".xml" }, "ADR Studio cue list", true, notYet },
-        { 1, { ".dbf" }, "dBase table", true, notYet },
+        { 1, { ".dbf" }, "dBase table", true, make<DBFEventFileImporter> },
         { 6, { ".xlsx" }, "Excel workbook", true, notYet },
         { 7, { ".ttal" }, "TTAL cue list", false, notYet },
         { 8, { ".docx" }, "Word cue sheet", false, notYet },

@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "import/DBFFile.h"
+
+#include "core/system/Logger.h"
+#include "import/frame/ImportedBytes.h"
+#include "import/frame/TableBudget.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+namespace
+{
+
+constexpr char kEndOfDescriptors = 13;
+constexpr char kDeleted = '*';
+constexpr char kEndOfFile = 26;
+constexpr std::size_t kOffsetOfFieldLength = 16;
+constexpr std::size_t kOffsetOfHeaderLength = 8; // two bytes, the lower one first
+constexpr std::size_t kPiecesOfTimecode = 4;
+
+constexpr auto kEventTypeTitle = "Event Type";
+constexpr auto kCueNumberTitle = "Cue Number";
+constexpr auto kTypeOfAllRows = "ADR Cue";
+
+std::size_t unsignedByte (char byte) { return static_cast<unsigned char> (byte); }
+
+std::size_t lengthOf (const DBFFile::FieldDescriptor& field)
+{
+    return unsignedByte (field[kOffsetOfFieldLength]);
+}
+
+std::string nameOf (const DBFFile::FieldDescriptor& field)
+{
+    return { field.begin(), std::find (field.begin(), field.end(), '\0') };
+}
+
+std::uint64_t sizeOfFile (const juce::String& path)
+{
+    std::error_code error;
+    const auto size = std::filesystem::file_size (path.toStdString(), error);
+    return error ? 0 : size;
+}
+
+} // namespace
+
+std::vector<std::string> split (std::string text, char separator)
+{
+    std::vector<std::string> pieces;
+
+    for (std::size_t at = 0; at < text.size();)
+    {
+        const auto end = std::min (text.find (separator, at), text.size());
+        pieces.push_back (text.substr (at, end - at));
+        at = end + 1;
+    }
+
+    return pieces;
+}
+
+//==============================================================================
+DBFFile::DBFFile (const char* path) : filePath (juce::String::fromUTF8 (path))
+{
+    if (! isOrdinaryFile (filePath))
+    {
+        setstate (std::ios::failbit);
+        return;
+    }
+
+    open (path, std::ios::in | std::ios::binary);
+    if (read (header.data(), header.size()))
+        readDescriptors();
+
+    if (good())
+        noteOtherHeaderLength();
+    else
+        note ("it ends before the list of its fields does; it may be no dBase table of the older kind");
+}
+
+DBFFile::~DBFFile() = default;
+
+void DBFFile::readDescriptors()
+{
+    std::vector<std::string> titles;
+    char firstByte = 0;
+
+    while (get (firstByte) && firstByte != kEndOfDescriptors && readDescriptor (firstByte))
+        titles.push_back (nameOf (fieldDescriptors.back()));
+
+    addTitles (std::move (titles));
+}
+
+/** False if the file ends inside the descriptor. */
+bool DBFFile::readDescriptor (char firstByte)
+{
+    FieldDescriptor field {};
+    field[0] = firstByte;
+    if (! read (field.data() + 1, field.size() - 1))
+        return false;
+
+    recogniseName (nameOf (field), static_cast<int> (fieldDescriptors.size()));
+    const auto length = static_cast<std::int64_t> (lengthOf (field));
+    recordLength += length;
+    maxFieldLength = std::max (maxFieldLength, length);
+    fieldDescriptors.push_back (field);
+    return true;
+}
+
+void DBFFile::recogniseName (const std::string& name, int index)
+{
+    const auto holds = [&name] (const char* text) { return name.find (text) != std::string::npos; };
+
+    if (holds ("MARKER"))
+        markerFieldIndices.push_back (index);
+    if (holds ("TC_IN"))
+        columnMap["Start TC"] = tcInFieldIndex = index;
+    if (holds ("TC_OUT"))
+        columnMap["End TC"] = tcOutFieldIndex = index;
+    if (holds ("SUB"))
+        columnMap["Text"] = index;
+    if (holds ("TAKE"))
+        columnMap[kCueNumberTitle] = index;
+}
+
+void DBFFile::addTitles (std::vector<std::string> titles)
+{
+    columnMap[kEventTypeTitle] = static_cast<int> (titles.size());
+    titles.emplace_back (kEventTypeTitle);
+    table.push_back (std::move (titles));
+}
+
+/** The tables of some database programs have more between descriptors and records, which shifts all of their fields. */
+void DBFFile::noteOtherHeaderLength() const
+{
+    const auto said = unsignedByte (header[kOffsetOfHeaderLength])
+                      + (unsignedByte (header[kOffsetOfHeaderLength + 1]) << 8U);
+    const auto found = header.size() + sizeof (FieldDescriptor) * fieldDescriptors.size() + 1;
+
+    if (said != found)
+        note ("its records should begin at byte " + juce::String (said) + " but are read from byte "
+              + juce::String (found) + " on; if fields are shifted, save it as dBase III or IV");
+}
+
+//==============================================================================
+/** The reading of the records. */
+struct DBFFile::Reading
+{
+    TableBudget budget;
+    std::vector<bool> isMarker; ///< for each field
+    int cueNumberColumn;
+    std::string lastCueNumber {};
+    std::string lastEnd {};
+    std::vector<std::string> pendingMarkers {}; ///< of the record that was read last
+};
+
+DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
+{
+    if (good())
+        readRecords();
+
+    columns = columnMap;
+    return table;
+}
+
+void DBFFile::readRecords()
+{
+    Reading reading { TableBudget (sizeOfFile (filePath)), std::vector<bool> (fieldDescriptors.size()), -1 };
+
+    if (! fieldDescriptors.empty())
+        reading.cueNumberColumn = columnMap[kCueNumberTitle];
+
+    if (tcInFieldIndex != -1 && tcOutFieldIndex != -1)
+        for (const auto index : markerFieldIndices)
+            reading.isMarker[static_cast<std::size_t> (index)] = true;
+
+    while (readRecord (reading))
+    {
+        for (const auto& marker : reading.pendingMarkers)
+            if (! addMarkerRow (reading, marker))
+                return;
+
+        reading.pendingMarkers.clear();
+    }
+}
+
+/** False at the end of the file, and where the table becomes too large. A record that isn't whole is left out. */
+bool DBFFile::readRecord (Reading& reading)
+{
+    char flag = 0;
+    if (! get (flag))
+        return false;
+
+    if (flag == kDeleted)
+        return static_cast<bool> (ignore (recordLength));
+
+    std::vector<std::string> row;
+    row.reserve (fieldDescriptors.size() + 1);
+
+    if (! readFields (reading, row))
+    {
+        if (flag != kEndOfFile)
+            note ("it ends inside a record, which is left out");
+        return false;
+    }
+
+    row.emplace_back (kTypeOfAllRows);
+    return addRow (reading, std::move (row));
+}
+
+bool DBFFile::readFields (Reading& reading, std::vector<std::string>& row)
+{
+    for (std::size_t index = 0; index < fieldDescriptors.size(); ++index)
+    {
+        std::string text (lengthOf (fieldDescriptors[index]), '\0');
+        if (! read (text.data(), static_cast<std::streamsize> (text.size())))
+            return false;
+
+        if (std::cmp_equal (index, reading.cueNumberColumn))
+            reading.lastCueNumber = text;
+        if (std::cmp_equal (index, tcOutFieldIndex))
+            reading.lastEnd = text;
+        if (reading.isMarker[index] && split (text, ':').size() == kPiecesOfTimecode)
+            reading.pendingMarkers.push_back (text);
+
+        row.push_back (std::move (text));
+    }
+
+    return true;
+}
+
+bool DBFFile::addMarkerRow (Reading& reading, const std::string& marker)
+{
+    std::vector<std::string> row (fieldDescriptors.size() + 1);
+    row[static_cast<std::size_t> (tcOutFieldIndex)] = reading.lastEnd;
+    row[static_cast<std::size_t> (tcInFieldIndex)] = marker;
+    row.back() = kTypeOfAllRows;
+    row[static_cast<std::size_t> (reading.cueNumberColumn)] = reading.lastCueNumber;
+    return addRow (reading, std::move (row));
+}
+
+bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
+{
+    if (! reading.budget.takeRow (row.size()))
+    {
+        note ("it grows into a table that is too large; nothing is read from row "
+              + juce::String (table.size() + 1) + " on");
+        return false;
+    }
+
+    table.push_back (std::move (row));
+    return true;
+}
+
+void DBFFile::note (const juce::String& whatIsOdd) const
+{
+    Core::Logger::error (filePath + ": " + whatIsOdd);
+}
+
+} // namespace ZEP::Overmarks
