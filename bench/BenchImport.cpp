@@ -4,9 +4,14 @@
 
 #include "import/CSVEventFileImporter.h"
 #include "import/CSVParser.h"
+#include "import/DBFEventFileImporter.h"
+#include "import/SRTEventFileImporter.h"
+#include "import/STLEventFileImporter.h"
 #include "import/frame/EventRowReader.h"
 
 #include <benchmark/benchmark.h>
+
+#include <algorithm>
 
 namespace
 {
@@ -23,10 +28,11 @@ void sizes (benchmark::internal::Benchmark* benchmark)
 class SampleFile final
 {
 public:
-    explicit SampleFile (int rows) : file (".csv")
+    explicit SampleFile (int rows) : SampleFile (".csv", bench::sampleCSV (rows)) {}
+
+    SampleFile (const char* extension, const std::string& bytes) : file (extension)
     {
-        const auto csv = bench::sampleCSV (rows);
-        file.getFile().replaceWithData (csv.data(), csv.size());
+        file.getFile().replaceWithData (bytes.data(), bytes.size());
     }
 
     juce::String path() const { return file.getFile().getFullPathName(); }
@@ -98,6 +104,52 @@ void importCSV (benchmark::State& state)
     state.SetBytesProcessed (state.iterations() * file.size());
 }
 BENCHMARK (importCSV)->Apply (sizes);
+
+/** Reads a sample with an importer. @param titleRows rows of the table beside the cues */
+template <typename Importer>
+void importSample (benchmark::State& state, const SampleFile& file, int rows, int titleRows)
+{
+    for (auto _ : state)
+    {
+        juce::String error;
+        const Importer importer (file.path(), error);
+
+        if (error.isNotEmpty() || static_cast<int> (importer.rows.size()) != rows + titleRows)
+            state.SkipWithError ("the sample can't be read");
+    }
+
+    state.SetBytesProcessed (state.iterations() * file.size());
+    state.SetItemsProcessed (state.iterations() * rows);
+}
+
+void importSRT (benchmark::State& state)
+{
+    const auto rows = static_cast<int> (state.range (0));
+    importSample<SRTEventFileImporter> (state, { ".srt", bench::sampleSRT (rows) }, rows, 0);
+}
+BENCHMARK (importSRT)->Apply (sizes);
+
+void importTextSTL (benchmark::State& state)
+{
+    const auto rows = static_cast<int> (state.range (0));
+    importSample<STLEventFileImporter> (state, { ".stl", bench::sampleTextSTL (rows) }, rows, 0);
+}
+BENCHMARK (importTextSTL)->Apply (sizes);
+
+void importEBUSTL (benchmark::State& state)
+{
+    constexpr int most = 99999;
+    const auto rows = std::min (static_cast<int> (state.range (0)), most);
+    importSample<STLEventFileImporter> (state, { ".stl", bench::sampleEBUSTL (rows) }, rows, 0);
+}
+BENCHMARK (importEBUSTL)->Apply (sizes);
+
+void importDBF (benchmark::State& state)
+{
+    const auto rows = static_cast<int> (state.range (0));
+    importSample<DBFEventFileImporter> (state, { ".dbf", bench::sampleDBF (rows) }, rows, 1);
+}
+BENCHMARK (importDBF)->Apply (sizes);
 
 void rowsToEvents (benchmark::State& state)
 {

@@ -37,6 +37,39 @@ std::string sentence (std::mt19937& random)
     return text + ".";
 }
 
+/** The timecode of a frame. */
+std::string timecode (int frame, const TimeInfo& info)
+{
+    return TCToolbox::stringFromTCTime (TCToolbox::tcTimeForFrameIndex (frame, info), false).toStdString();
+}
+
+/** Calls write (number, start, end, text) for each cue. */
+template <typename Write>
+void writeCues (int numberOfRows, Write write)
+{
+    constexpr int framesOfCue = 50;
+    const auto info = timeInfo();
+    std::mt19937 random (11);
+
+    for (int i = 0; i < numberOfRows; ++i)
+        write (i + 1, timecode (i * framesBetweenCues, *info),
+               timecode (i * framesBetweenCues + framesOfCue, *info), sentence (random));
+}
+
+std::string filledUp (std::string text, std::size_t length, char filler)
+{
+    text.resize (length, filler);
+    return text;
+}
+
+/** The four bytes of a timecode. */
+std::string bytesOf (const std::string& timecode)
+{
+    const auto time = TCToolbox::tcTimeFromString (timecode);
+    return { static_cast<char> (time.hours), static_cast<char> (time.minutes),
+             static_cast<char> (time.seconds), static_cast<char> (time.frames) };
+}
+
 } // namespace
 
 Project sampleProject (int numberOfEvents)
@@ -85,10 +118,7 @@ std::string sampleCSV (int numberOfRows)
 
     for (int i = 0; i < numberOfRows; ++i)
     {
-        const auto time = [&] (int frame) {
-            return TCToolbox::stringFromTCTime (TCToolbox::tcTimeForFrameIndex (frame, *info), false)
-                .toStdString();
-        };
+        const auto time = [&] (int frame) { return timecode (frame, *info); };
         const auto who = std::to_string (random() % numberOfCharacters);
         csv += time (i * framesBetweenCues) + "," + time (i * framesBetweenCues + 50) + ",\""
                + sentence (random) + "\",CHARACTER " + who + ",C" + who + ",Actor " + who + ","
@@ -97,6 +127,61 @@ std::string sampleCSV (int numberOfRows)
     }
 
     return csv;
+}
+
+std::string sampleSRT (int numberOfRows)
+{
+    std::string file;
+    const auto subtitleTime = [] (const std::string& time) { return time.substr (0, 8) + ",480"; };
+    writeCues (numberOfRows,
+               [&] (int number, const std::string& start, const std::string& end, const std::string& text)
+               {
+                   file += std::to_string (number) + "\n" + subtitleTime (start) + " --> "
+                           + subtitleTime (end) + "\n<i>" + text + "</i>\n\n";
+               });
+    return file;
+}
+
+std::string sampleTextSTL (int numberOfRows)
+{
+    std::string file = "$FontName = Sans\n";
+    writeCues (numberOfRows,
+               [&] (int, const std::string& start, const std::string& end, const std::string& text)
+               { file += start + " , " + end + " , " + text + "\n"; });
+    return file;
+}
+
+std::string sampleEBUSTL (int numberOfRows)
+{
+    const auto digits = std::to_string (100000 + numberOfRows).substr (1);
+    auto file = filledUp (filledUp ("850STL25.01", 238, ' ') + digits, 1024, ' ');
+    writeCues (numberOfRows,
+               [&] (int, const std::string& start, const std::string& end, const std::string& text)
+               {
+                   file += std::string (5, '\0') + bytesOf (start) + bytesOf (end) + std::string (3, '\0')
+                           + filledUp (text, 112, '\x8f');
+               });
+    return file;
+}
+
+std::string sampleDBF (int numberOfRows)
+{
+    const std::pair<const char*, std::size_t> fields[] = { { "TAKE", 6 },    { "TC_IN", 11 },
+                                                           { "TC_OUT", 11 }, { "SUBTITLE", 80 },
+                                                           { "ROLE", 12 },   { "MARKER", 11 } };
+    std::string file (32, '\0');
+    for (const auto& [name, length] : fields)
+        file += filledUp (filledUp (name, 16, '\0') + static_cast<char> (length), 32, '\0');
+    file[8] = static_cast<char> (file.size() + 1);
+    file += '\r';
+
+    writeCues (numberOfRows,
+               [&] (int number, const std::string& start, const std::string& end, const std::string& text)
+               {
+                   file += " " + filledUp (std::to_string (number), 6, ' ') + start + end
+                           + filledUp (text, 80, ' ') + filledUp ("ANNA", 12, ' ') + std::string (11, ' ');
+               });
+    return file + '\x1a';
 }
 
 } // namespace bench

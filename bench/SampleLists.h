@@ -18,4 +18,12 @@ ZEP::Overmarks::Project sampleProject (int numberOfEvents);
 /** The same cues as a table of eleven text columns with the trade's titles, about 170 bytes a row. */
 std::string sampleCSV (int numberOfRows);
 
+/** The same cues as subtitles, in the formats' own forms. EBU files count their blocks in five digits: 99 999 at most. */
+std::string sampleSRT (int numberOfRows);
+std::string sampleTextSTL (int numberOfRows);
+std::string sampleEBUSTL (int numberOfRows);
+
+/** The same cues as a dBase table of six fields, 132 bytes a record. */
+std::string sampleDBF (int numberOfRows);
+
 } // namespace bench

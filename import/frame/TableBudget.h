@@ -9,7 +9,7 @@ namespace ZEP::Overmarks
 
 /** How many cells the table of a file may have.
 
-    A cell takes some two hundred bytes of memory, and a hostile file can ask for many cells with few bytes: empty
+    A cell takes some three hundred bytes of memory, and a hostile file can ask for many cells with few bytes: empty
     subtitles, fields of no length, markers that repeat a row of ten thousand columns. A cue list needs far more than
     four bytes for a cell, and its table never comes near the limit. */
 class TableBudget final

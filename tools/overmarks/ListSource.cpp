@@ -143,7 +143,7 @@ void refuseUnknownTable (const ReadFile& read)
     const bool isKnown =
         std::any_of (columns.begin(), columns.end(), [] (const auto& column) { return column.second >= 0; });
 
-    if (read.importer->userMappingEnabled() && ! isKnown)
+    if (read.importer->userMappingEnabled() && ! read.importer->rows.empty() && ! isKnown)
         throw CommandFailure (
             read.shownPath
             + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
@@ -189,6 +189,10 @@ public:
         readerOptions.starsToLineBreaks = options.turnsStarsIntoLineBreaks();
         const auto result =
             EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
+
+        // Not every importer has words for a file that it can make nothing of.
+        if (read.importer->rows.empty())
+            problems.push_back ({ read.shownPath, 0, {}, "no cues were found in it" });
 
         for (const auto& problem : result.problems)
             problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// The program with lists of formats other than delimited text.
+#include "overmarks/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+
+using nlohmann::ordered_json;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace
+{
+
+std::string dataFile (const std::string& name) { return OVERMARKS_TEST_DATA "/import/" + name; }
+
+struct FormatCase
+{
+    const char* name;
+    const char* file;
+    int type;
+    bool mapsColumns;
+    std::size_t rows;
+    ordered_json secondCue; // start, end, text, cue number
+};
+
+class ProgramReaders : public ProgramTest, public testing::WithParamInterface<FormatCase>
+{
+protected:
+    const std::string list = dataFile (GetParam().file);
+};
+
+} // namespace
+
+TEST_P (ProgramReaders, rowsShowsTheTable)
+{
+    const auto document = run ({ "rows", list, "--json" }).json();
+    EXPECT_EQ (document["type"], GetParam().type);
+    EXPECT_EQ (document["userMappingEnabled"], GetParam().mapsColumns);
+    EXPECT_EQ (document["error"], "");
+    EXPECT_EQ (document["rows"].size(), GetParam().rows);
+
+    const auto shown = run ({ "rows", list });
+    EXPECT_EQ (shown.status, 0);
+    EXPECT_THAT (shown.output, HasSubstr ("Start TC"));
+    EXPECT_THAT (shown.errors, HasSubstr (std::to_string (GetParam().rows) + " rows"));
+}
+
+TEST_P (ProgramReaders, importAndListGiveTheCues)
+{
+    const auto imported = run ({ "import", list, "-o", "p.json" });
+    EXPECT_EQ (imported.status, 0) << imported.errors;
+
+    for (const auto& source : { std::string ("p.json"), list })
+    {
+        const auto events = run ({ "list", source, "--json" }).json()["events"];
+        ASSERT_GE (events.size(), 2u) << source;
+        EXPECT_EQ (ordered_json ({ events[1]["startTC"], events[1]["endTC"], events[1]["text"]["text"],
+                                   events[1]["cueNumber"] }),
+                   GetParam().secondCue)
+            << source;
+    }
+}
+
+TEST_P (ProgramReaders, convertWritesDelimitedText)
+{
+    EXPECT_EQ (run ({ "convert", list, "out.csv" }).status, 0);
+    EXPECT_THAT (read ("out.csv"), HasSubstr ("\"" + GetParam().secondCue[0].get<std::string>() + "\""));
+}
+
+INSTANTIATE_TEST_SUITE_P (
+    Formats, ProgramReaders,
+    testing::Values (
+        FormatCase {
+            "SubRip", "srt/harbour.srt", 3, false, 3, { "00:00:04:05", "00:00:05:24", "Who says so?", "2" } },
+        FormatCase {
+            "EBU", "stl/harbour.stl", 4, false, 5, { "01:00:04:05", "01:00:05:24", "Who says so?", "" } },
+        FormatCase { "textSTL",
+                     "textstl/harbour.stl",
+                     4,
+                     false,
+                     3,
+                     { "00:00:04:05", "00:00:05:24", "Who says so, and why?", "" } },
+        FormatCase { "dBase", "dbf/harbour.dbf", 1, true, 5, { "01:00:02:10", "01:00:03:12", "", "H1" } }),
+    [] (const auto& rowOfTable) { return rowOfTable.param.name; });
+
+TEST_F (ProgramTest, theFormatsThatCanBeReadAreListed)
+{
+    const auto formats = run ({ "formats", "--json" }).json()["formats"];
+    std::vector<std::string> extensions;
+
+    for (const auto& format : formats)
+        if (format["reads"] == true)
+            extensions.push_back (format["extensions"]);
+
+    EXPECT_THAT (extensions, testing::IsSupersetOf ({ ".srt", ".stl", ".dbf" }));
+}
+
+TEST_F (ProgramTest, aFileWithoutCuesIsAProblemAlsoWhereTheFormatHasNoWordsForIt)
+{
+    for (const auto* name : { "x.srt", "x.stl", "x.dbf" })
+    {
+        write (name, name == std::string ("x.srt") ? "\n" : "");
+        const auto result = run ({ "import", name, "-o", "p.json", "--force" });
+        EXPECT_EQ (result.status, 1) << name;
+        EXPECT_THAT (result.errors, HasSubstr (std::string (name) + ": no cues were found in it\n"));
+        EXPECT_TRUE (file ("p.json").existsAsFile()) << name;
+    }
+}
+
+TEST_F (ProgramTest, whatAReaderLeavesOutIsSaidOnStandardError)
+{
+    const auto cutOff = run ({ "list", dataFile ("srt/no_line_end.srt"), "--json" });
+    EXPECT_EQ (cutOff.json()["events"].size(), 2u);
+    EXPECT_THAT (cutOff.errors,
+                 HasSubstr ("the last subtitle has no line break behind its text and is left out"));
+}
+
+TEST_F (ProgramTest, anEncodingIsNamedForSubtitles)
+{
+    const auto result =
+        run ({ "rows", dataFile ("srt/wrong_encoding.srt"), "--json", "--encoding", "windows-1252" });
+    EXPECT_EQ (result.json()["encoding"], 5);
+    EXPECT_EQ (result.json()["rows"][0][2], "Schönen Abend, Frau Weiß.");
+}
+
+TEST_F (ProgramTest, starsOfSubtitlesBecomeLineBreaksWhenAsked)
+{
+    const auto list = dataFile ("srt/harbour.srt");
+    const auto textOf = [&] (const std::vector<std::string>& options)
+    {
+        std::vector<std::string> arguments { "list", list, "--json", "--application", "orvelle" };
+        arguments.insert (arguments.end(), options.begin(), options.end());
+        return run (arguments).json()["events"][0]["text"]["text"];
+    };
+    EXPECT_EQ (textOf ({}), "The harbour is closed.**Go home, captain.");
+    EXPECT_EQ (textOf ({ "--line-breaks" }), "The harbour is closed.\nGo home, captain.");
+}
+
+TEST_F (ProgramTest, aColumnOfADBaseTableIsAssigned)
+{
+    const auto events =
+        run ({ "list", dataFile ("dbf/harbour.dbf"), "--json", "--map", "ROLE=Character" }).json()["events"];
+    EXPECT_EQ (events[2]["character"], "ANNA");
+}
