@@ -68,8 +68,8 @@ TEST_F (ProgramTest, wrongTimesOfTheProjectAreWrongUsage)
 
 TEST_F (ProgramTest, helpOfEveryCommandShowsAnExample)
 {
-    for (const auto* command : { "rows", "import", "dump", "load", "list", "set", "convert", "export",
-                                 "formats", "keys", "reasons", "preferences" })
+    for (const auto* command : { "rows", "import", "dump", "load", "list", "search", "set", "convert",
+                                 "export", "formats", "keys", "reasons", "preferences" })
     {
         const auto result = run ({ command, "--help" });
         EXPECT_EQ (result.status, 0) << command;

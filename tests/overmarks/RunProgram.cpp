@@ -38,13 +38,15 @@ void limitFiles (long bytes)
         _exit (125);
 }
 
-/** A terminal whose writing end becomes the child's standard error. */
+/** A terminal whose writing end becomes one of the child's streams. */
 class Terminal final
 {
 public:
-    explicit Terminal (bool isNeeded)
+    Terminal (bool isNeeded, int columns)
     {
-        if (isNeeded && openpty (&reader, &writer, nullptr, nullptr, nullptr) != 0)
+        const winsize size { 24, static_cast<unsigned short> (columns), 0, 0 };
+
+        if (isNeeded && openpty (&reader, &writer, nullptr, nullptr, &size) != 0)
             throw std::runtime_error ("No terminal can be had");
     }
 
@@ -59,9 +61,9 @@ public:
             close (reader);
     }
 
-    void becomeStandardError() const
+    void become (int descriptor) const
     {
-        if (writer >= 0 && dup2 (writer, STDERR_FILENO) < 0)
+        if (writer >= 0 && dup2 (writer, descriptor) < 0)
             _exit (126);
     }
 
@@ -107,7 +109,9 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         argv.push_back (word.data());
 
     argv.push_back (nullptr);
-    Terminal terminal (surroundings.errorsOnTerminal);
+    constexpr int usualWidth = 80;
+    Terminal outputTerminal (surroundings.terminalWidth > 0, surroundings.terminalWidth);
+    Terminal errorTerminal (surroundings.errorsOnTerminal, usualWidth);
     const auto output =
         surroundings.outputTo.empty() ? out.getFile() : juce::File (juce::String (surroundings.outputTo));
     const auto child = fork();
@@ -117,7 +121,10 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         redirect (in.getFile(), O_RDONLY | O_CREAT, STDIN_FILENO);
         redirect (output, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         redirect (err.getFile(), O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-        terminal.becomeStandardError();
+        outputTerminal.become (STDOUT_FILENO);
+        errorTerminal.become (STDERR_FILENO);
+        setenv ("TERM", surroundings.terminalType.c_str(), 1);
+        unsetenv ("NO_COLOR");
 
         if (surroundings.largestFile > 0)
             limitFiles (surroundings.largestFile);
@@ -128,9 +135,10 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         _exit (127);
     }
 
-    const auto shown = terminal.contents();
+    const auto shownOutput = outputTerminal.contents();
+    const auto shownErrors = errorTerminal.contents();
     int status = 0;
     waitpid (child, &status, 0);
-    return { contents (out.getFile()), shown + contents (err.getFile()),
+    return { shownOutput + contents (out.getFile()), shownErrors + contents (err.getFile()),
              WIFEXITED (status) ? WEXITSTATUS (status) : 128 + WTERMSIG (status) };
 }

@@ -22,8 +22,10 @@ struct ProgramSurroundings
 {
     long largestFile =
         0; ///< bytes that a file may grow to, as if the disk were full behind them; 0 for no limit
-    bool errorsOnTerminal = false; ///< standard error is a terminal
-    std::string outputTo;          ///< path that standard output goes to
+    bool errorsOnTerminal = false;      ///< standard error is a terminal
+    int terminalWidth = 0;              ///< standard output is a terminal with so many columns; 0 for none
+    std::string terminalType = "xterm"; ///< what TERM says
+    std::string outputTo;               ///< path that standard output goes to
 };
 
 /** Runs the command-line program, as it was built, in a folder. No shell is involved.

@@ -2,12 +2,17 @@
 #include "FilterOptions.h"
 
 #include "AttributeText.h"
+#include "Suggestion.h"
 
 #include "preferences/PreferenceKeys.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace overmarks
 {
 
+using namespace ZEP::Core;
 using namespace ZEP::Overmarks;
 
 void FilterOptions::addTo (CLI::App& command)
@@ -22,14 +27,8 @@ void FilterOptions::addTo (CLI::App& command)
     command.add_flag ("--descending", descending, "Sort downwards");
 }
 
-void FilterOptions::applyTo (EventArray& list) const
+void FilterOptions::sort (EventArray& list) const
 {
-    list.filterParameters[juce::String (EventCharacterFilterKey)] = juce::String (character);
-    list.filterParameters[juce::String (EventActorFilterKey)] = juce::String (actor);
-    list.filterParameters[juce::String (EventTextFilterKey)] = juce::String (text);
-    list.filterParameters[juce::String (EventCueNumberFilterKey)] = juce::String (cueNumber);
-    list.filterParameters[juce::String (EventNumAdjacentCuesKey)] = juce::String (adjacent);
-
     if (! sortKey.empty())
     {
         list.sortKey = attributeWithKey (sortKey).key;
@@ -39,8 +38,40 @@ void FilterOptions::applyTo (EventArray& list) const
     {
         list.sortDescending = true;
     }
+}
 
-    list.sortContentAndUpdateFilteredEvents();
+void FilterOptions::sayWhatIsUnknown (const ADRCharacterMap& cast, const Session& session) const
+{
+    std::vector<std::string> names, actors;
+
+    for (const auto& member : cast.characters())
+    {
+        names.push_back (member->name.toStdString());
+        actors.push_back (member->actor.toStdString());
+    }
+
+    const auto check =
+        [&session] (const char* option, const std::string& wanted, const std::vector<std::string>& known)
+    {
+        if (! wanted.empty() && std::find (known.begin(), known.end(), wanted) == known.end())
+            session.say (option + (": the list has no \"" + wanted + "\"." + didYouMean (wanted, known)));
+    };
+    check ("--character", character, names);
+    check ("--actor", actor, actors);
+
+    if (adjacent > 0 && character.empty() && actor.empty() && text.empty() && cueNumber.empty())
+        session.say ("--adjacent makes no difference without a filter");
+}
+
+void FilterOptions::applyTo (const Project& project, const Session& session) const
+{
+    sort (*project.list);
+    sayWhatIsUnknown (*project.characters, session);
+    project.list->setFilterParameters ({ { EventCharacterFilterKey, juce::String (character) },
+                                         { EventActorFilterKey, juce::String (actor) },
+                                         { EventTextFilterKey, juce::String (text) },
+                                         { EventCueNumberFilterKey, juce::String (cueNumber) },
+                                         { EventNumAdjacentCuesKey, juce::String (adjacent) } });
 }
 
 } // namespace overmarks

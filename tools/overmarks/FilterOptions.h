@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "list/EventArray.h"
+#include "Session.h"
+
+#include "list/Project.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,10 +18,14 @@ class FilterOptions final
 public:
     void addTo (CLI::App& command);
 
-    /** Filters and sorts the list. Throws WrongUsage for an unknown sort column. */
-    void applyTo (ZEP::Overmarks::EventArray& list) const;
+    /** Filters and sorts the project's list, and says which filter can't match anything.
+        Throws WrongUsage for an unknown sort column. */
+    void applyTo (const ZEP::Overmarks::Project& project, const Session& session) const;
 
 private:
+    void sort (ZEP::Overmarks::EventArray& list) const;
+    void sayWhatIsUnknown (const ZEP::Core::ADRCharacterMap& cast, const Session& session) const;
+
     std::string character;
     std::string actor;
     std::string text;

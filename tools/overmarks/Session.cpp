@@ -28,16 +28,20 @@ bool isControl (juce::juce_wchar character)
 
 juce::String printable (const juce::String& text)
 {
-    juce::String shown;
-    shown.preallocateBytes (text.getNumBytesAsUTF8());
+    std::string shown;
+    shown.reserve (text.getNumBytesAsUTF8());
 
     for (auto p = text.getCharPointer(); ! p.isEmpty();)
     {
-        const auto character = p.getAndAdvance();
-        shown += isControl (character) ? juce::juce_wchar { ' ' } : character;
+        const auto* first = p.getAddress();
+
+        if (isControl (p.getAndAdvance()))
+            shown += ' ';
+        else
+            shown.append (first, static_cast<std::size_t> (p.getAddress() - first));
     }
 
-    return shown;
+    return juce::CharPointer_UTF8 (shown.c_str());
 }
 
 juce::String Problem::inWords() const

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <numeric>
+#include <string_view>
 #include <utility>
 
 namespace overmarks
@@ -19,75 +19,166 @@ namespace
 {
 
 constexpr int gapBetweenColumns = 2;
-constexpr int narrowestColumn = 6;
+constexpr int leftOut = -1;
+
+// In a pipe a longer cell stands out of its column, so that one long text doesn't fill all other lines with blanks.
+constexpr int widestInAPipe = 100;
+
+/** What the shown columns take, with the gaps between them. */
+int lengthOfLine (const std::vector<int>& widths)
+{
+    int length = 0;
+
+    for (const int width : widths)
+        if (width != leftOut)
+            length += width + (length > 0 ? gapBetweenColumns : 0);
+
+    return length;
+}
+
+/** Whether the terminal takes the sequences for faint text, and its user wants them. */
+bool takesColours()
+{
+    const auto setting = [] (const char* name)
+    {
+        const auto* value = std::getenv (name);
+        return std::string_view (value != nullptr ? value : "");
+    };
+    return setting ("NO_COLOR").empty() && setting ("TERM") != "dumb";
+}
 
 } // namespace
 
-TextTable::TextTable (std::vector<juce::String> titles) : columnTitles (std::move (titles)) {}
+TextTable::TextTable (const std::vector<juce::String>& titles)
+{
+    for (const auto& title : titles)
+        columns.push_back ({ title });
+}
+
+TextTable::TextTable (std::vector<Column> columnsToShow) : columns (std::move (columnsToShow)) {}
 
 void TextTable::addRow (const std::vector<juce::String>& cells, bool isDimmed)
 {
     Row row { {}, isDimmed };
 
-    for (std::size_t i = 0; i < columnTitles.size(); ++i)
+    for (std::size_t i = 0; i < columns.size(); ++i)
         row.cells.push_back (i < cells.size() ? printable (cells[i]) : juce::String());
 
     rows.push_back (std::move (row));
 }
 
-std::vector<int> TextTable::columnWidths (int lineWidth) const
+// ---- widths --------------------------------------------------------------------------------------------------------------
+
+std::vector<int> TextTable::widestCells (int limit) const
 {
     std::vector<int> widths;
 
-    for (std::size_t i = 0; i < columnTitles.size(); ++i)
+    for (std::size_t i = 0; i < columns.size(); ++i)
     {
-        int width = displayWidth (columnTitles[i]);
+        int width = displayWidth (columns[i].title);
 
         for (const auto& row : rows)
             width = std::max (width, displayWidth (row.cells[i]));
 
-        widths.push_back (width);
-    }
-
-    if (lineWidth <= 0 || widths.empty())
-        return widths;
-
-    const int gaps = gapBetweenColumns * (static_cast<int> (widths.size()) - 1);
-    int excess = std::accumulate (widths.begin(), widths.end(), gaps) - lineWidth;
-
-    while (excess > 0)
-    {
-        const auto widest = std::max_element (widths.begin(), widths.end());
-
-        if (*widest <= narrowestColumn)
-            break;
-
-        --*widest;
-        --excess;
+        widths.push_back (std::min (width, limit));
     }
 
     return widths;
 }
 
+bool TextTable::isEmpty (std::size_t column) const
+{
+    return std::all_of (rows.begin(), rows.end(),
+                        [column] (const Row& row) { return row.cells[column].isEmpty(); });
+}
+
+bool TextTable::leaveOutOne (std::vector<int>& widths) const
+{
+    int greatest = 0;
+    std::size_t goes = 0;
+
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (widths[i] != leftOut && columns[i].isLeftOutAs > greatest)
+        {
+            greatest = columns[i].isLeftOutAs;
+            goes = i;
+        }
+
+    if (greatest > 0)
+        widths[goes] = leftOut;
+
+    return greatest > 0;
+}
+
+void TextTable::squeeze (std::vector<int>& widths, int lineWidth) const
+{
+    for (int excess = lengthOfLine (widths) - lineWidth; excess > 0; --excess)
+    {
+        int* widest = nullptr;
+
+        for (std::size_t i = 0; i < widths.size(); ++i)
+            if (widths[i] > columns[i].narrowest && (widest == nullptr || widths[i] > *widest))
+                widest = &widths[i];
+
+        if (widest == nullptr)
+            return;
+
+        --*widest;
+    }
+}
+
+std::vector<int> TextTable::fittedWidths (int lineWidth) const
+{
+    auto shown = widestCells (lineWidth);
+
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (columns[i].isLeftOutAs > 0 && isEmpty (i))
+            shown[i] = leftOut;
+
+    for (;;)
+    {
+        auto widths = shown;
+        squeeze (widths, lineWidth);
+
+        if (lengthOfLine (widths) <= lineWidth || ! leaveOutOne (shown))
+            return widths;
+    }
+}
+
+// ---- writing -------------------------------------------------------------------------------------------------------------
+
+std::string TextTable::line (const std::vector<juce::String>& cells, const std::vector<int>& widths,
+                             bool cutsCells) const
+{
+    std::string result;
+
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        if (widths[i] != leftOut)
+        {
+            const bool isWhole = ! cutsCells && displayWidth (cells[i]) > widths[i];
+            result += (isWhole ? cells[i] : fitted (cells[i], widths[i])).toStdString();
+            result.append (gapBetweenColumns, ' ');
+        }
+
+    result.erase (result.find_last_not_of (' ') + 1);
+    return result;
+}
+
 std::string TextTable::text (int lineWidth, bool colours) const
 {
-    const auto widths = columnWidths (lineWidth);
-    const auto line = [&widths] (const std::vector<juce::String>& cells)
-    {
-        juce::String result;
+    const bool fits = lineWidth > 0;
+    const auto widths = fits ? fittedWidths (lineWidth) : widestCells (widestInAPipe);
+    std::vector<juce::String> titles;
 
-        for (std::size_t i = 0; i < cells.size(); ++i)
-            result += fitted (cells[i], widths[i]) + juce::String::repeatedString (" ", gapBetweenColumns);
+    for (const auto& column : columns)
+        titles.push_back (column.title);
 
-        return result.trimEnd().toStdString();
-    };
-
-    auto result = line (columnTitles) + "\n";
+    auto result = line (titles, widths, fits) + "\n";
 
     for (const auto& row : rows)
     {
         const bool dim = row.isDimmed && colours;
-        result += (dim ? "\033[2m" : "") + line (row.cells) + (dim ? "\033[0m" : "") + "\n";
+        result += (dim ? "\033[2m" : "") + line (row.cells, widths, fits) + (dim ? "\033[0m" : "") + "\n";
     }
 
     return result;
@@ -95,13 +186,14 @@ std::string TextTable::text (int lineWidth, bool colours) const
 
 std::string TextTable::textForStandardOutput() const
 {
+    constexpr int usualWidth = 80;
+
     if (isatty (STDOUT_FILENO) == 0)
         return text (0, false);
 
     winsize size {};
     const bool isKnown = ioctl (STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    const auto* noColour = std::getenv ("NO_COLOR");
-    return text (isKnown ? size.ws_col : 80, noColour == nullptr || *noColour == 0);
+    return text (isKnown ? size.ws_col : usualWidth, takesColours());
 }
 
 } // namespace overmarks

@@ -3,6 +3,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,20 @@ namespace overmarks
 class TextTable final
 {
 public:
-    /** @param titles  one for each column; the columns that give way first when the line is too long are the widest */
-    explicit TextTable (std::vector<juce::String> titles);
+    static constexpr int keepsItsWidth = std::numeric_limits<int>::max();
+
+    /** How a column behaves on a terminal that is too narrow for the table. Widest columns give way first. */
+    struct Column
+    {
+        juce::String title;
+        int narrowest = 6; ///< the width down to which it gives way; keepsItsWidth for whole cells only
+        int isLeftOutAs =
+            0; ///< when all have given way, the greatest of these numbers goes first; 0 always stays.
+               ///< Where it stands empty it goes in any case.
+    };
+
+    explicit TextTable (const std::vector<juce::String>& titles);
+    explicit TextTable (std::vector<Column> columnsToShow);
 
     /** @param isDimmed  shown faintly on a terminal, for what is there for orientation only */
     void addRow (const std::vector<juce::String>& cells, bool isDimmed = false);
@@ -32,9 +45,15 @@ private:
         bool isDimmed;
     };
 
-    std::vector<int> columnWidths (int lineWidth) const;
+    std::vector<int> widestCells (int limit) const;
+    std::vector<int> fittedWidths (int lineWidth) const;
+    void squeeze (std::vector<int>& widths, int lineWidth) const;
+    bool isEmpty (std::size_t column) const;
+    bool leaveOutOne (std::vector<int>& widths) const;
+    std::string line (const std::vector<juce::String>& cells, const std::vector<int>& widths,
+                      bool cutsCells) const;
 
-    std::vector<juce::String> columnTitles;
+    std::vector<Column> columns;
     std::vector<Row> rows;
 };
 

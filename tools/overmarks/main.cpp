@@ -32,8 +32,8 @@ void addCommands (CLI::App& program, Session& session)
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
     for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
-                       addSetCommand, addConvertCommand, addExportCommand, addFormatsCommand, addKeysCommand,
-                       addReasonsCommand, addPreferencesCommand })
+                       addSearchCommand, addSetCommand, addConvertCommand, addExportCommand,
+                       addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }
 

@@ -113,7 +113,7 @@ void exportDocuments (const ExportOptions& options, Session& session)
     options.documents.sayWhatIsUnused (formats, joined (options.formats), session);
     refuseFolderOf (fileFromPath (options.folder).getChildFile ("document"));
     const auto project = loadList (options.list, options.listOptions, session);
-    options.filter.applyTo (*project.list);
+    options.filter.applyTo (project, session);
     tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 

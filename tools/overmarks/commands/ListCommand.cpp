@@ -27,39 +27,47 @@ struct ListCommandOptions
     FilterOptions filter;
 };
 
+/** A column of the table and the attribute that fills it. */
+struct ListColumn
+{
+    TextTable::Column column;
+    const juce::String& key;
+};
+
+const std::vector<ListColumn>& listColumns()
+{
+    constexpr int whole = TextTable::keepsItsWidth;
+    static const std::vector<ListColumn> columns {
+        { { "Cue" }, KV::KV_CueNumber },
+        { { "Start TC", whole }, KV::KV_StartTCString },
+        { { "End TC", whole, 2 }, KV::KV_EndTCString },
+        { { "Type", whole, 3 }, KV::KV_Type },
+        { { "Character", 9 }, KV::KV_CharacterID },
+        { { "Actor", 8, 4 }, KV::KV_Actor },
+        { { "Text", 20 }, KV::KV_Text },
+        { { "Notes", 10, 5 }, KV::KV_Notes },
+        { { "Reason", 8, 6 }, KV::KV_Reason },
+        { { "Takes", whole, 7 }, KV::KV_NumRecordedTakes },
+        { { "Done", whole, 1 }, KV::KV_Done },
+    };
+    return columns;
+}
+
 std::string tableOf (const EventArray::Events& events)
 {
-    struct Column
-    {
-        const char* title;
-        const juce::String& key;
-    };
-    static const Column columns[] = {
-        { "Cue", KV::KV_CueNumber },
-        { "Start TC", KV::KV_StartTCString },
-        { "End TC", KV::KV_EndTCString },
-        { "Type", KV::KV_Type },
-        { "Character", KV::KV_CharacterID },
-        { "Actor", KV::KV_Actor },
-        { "Text", KV::KV_Text },
-        { "Notes", KV::KV_Notes },
-        { "Reason", KV::KV_Reason },
-        { "Takes", KV::KV_NumRecordedTakes },
-        { "Done", KV::KV_Done },
-    };
-    std::vector<juce::String> titles;
+    std::vector<TextTable::Column> columns;
 
-    for (const auto& column : columns)
-        titles.emplace_back (column.title);
+    for (const auto& shown : listColumns())
+        columns.push_back (shown.column);
 
-    TextTable table (titles);
+    TextTable table (columns);
 
     for (const auto& event : events)
     {
         std::vector<juce::String> cells;
 
-        for (const auto& column : columns)
-            cells.push_back (attributeText (*event, attributeWithKey (column.key)));
+        for (const auto& shown : listColumns())
+            cells.push_back (attributeText (*event, attributeWithKey (shown.key)));
 
         table.addRow (cells, event->isHiddenByFilter());
     }
@@ -71,7 +79,7 @@ void showList (const ListCommandOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
     const auto project = loadList (options.list, options.listOptions, session);
-    options.filter.applyTo (*project.list);
+    options.filter.applyTo (project, session);
     const auto& shown = project.list->sortedFilteredEvents;
 
     if (session.wantsJSON)
