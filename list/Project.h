@@ -4,11 +4,14 @@
 #include "ZEP_Overmarks/Export.h"
 #include "core/cast/ADRCharacterMap.h"
 #include "core/timecode/TimeInfo.h"
+#include "list/DocumentSettings.h"
 #include "list/EventArray.h"
 
 #include <juce_core/juce_core.h>
 
+#include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -25,7 +28,20 @@ struct OVERMARKS_API Project
     std::shared_ptr<ZEP::Core::TimeInfo> timeInfo;
     std::shared_ptr<ZEP::Core::ADRCharacterMap> characters;
     std::vector<juce::String> userReasons; ///< up to eight names, UR1 first
+    DocumentSettings documents;
     std::shared_ptr<EventArray> list;
+
+    /** What a newer version has stored in the project file and this one doesn't know, to be stored again. The list and its
+        events keep theirs themselves. */
+    struct NewerFields
+    {
+        std::string project;
+        std::string timeInfo;
+        std::string documents;
+        std::map<juce::String, std::string> characters; ///< under their identifiers
+    };
+
+    NewerFields newerFields;
 
     /** A project with nothing but its two fades, which have no times yet. */
     static Project createEmpty (std::shared_ptr<ZEP::Core::TimeInfo> timeInfo);

@@ -24,6 +24,8 @@ public:
         project.name = text();
         project.list->sortKey = random.oneOf<juce::String> ({ "StartTCString", "CueNumber", "", "Nonsense" });
         project.list->sortDescending = random.oneIn (2);
+        if (random.oneIn (2))
+            DocumentSettings::visit (project.documents, [this] (const char*, auto& field) { fill (field); });
         for (int i = random.below (9); i > 0; --i)
             project.userReasons.push_back (text());
         for (int i = random.below (6); i > 0; --i)
@@ -108,6 +110,10 @@ private:
             made.setExtraKerningFactor (random.oneOf<float> ({ -0.05f, 0.1f }));
         return ZEP::Core::RichTextString::withStrikethrough (made, random.oneIn (4));
     }
+
+    void fill (juce::String& field) { field = text(); }
+    void fill (int& field) { field = anyInt(); }
+    void fill (bool& field) { field = random.oneIn (2); }
 
     std::shared_ptr<ZEP::Core::TimeInfo> timeInfo()
     {
