@@ -5,25 +5,32 @@
 
 #include <cmath>
 #include <stdexcept>
-#include <utility>
 
 namespace ZEP::Overmarks
 {
 
-using json = nlohmann::ordered_json;
-
-JSONMember::JSONMember (const json& valueToRead, std::string placeOfValue)
-    : value (&valueToRead),
-      place (std::move (placeOfValue))
+std::string JSONMember::place() const
 {
+    if (outer == nullptr)
+        return std::string (name);
+
+    const auto start = outer->place();
+
+    if (index >= 0)
+        return start + "[" + std::to_string (index) + "]";
+
+    return start.empty() ? std::string (name) : start + "." + std::string (name);
 }
 
 void JSONMember::fail (const std::string& reason) const
 {
-    throw std::invalid_argument (place + ": " + reason);
+    throw std::invalid_argument (place() + ": " + reason);
 }
 
-void JSONMember::failUnknown() const { throw std::invalid_argument ("There is no member " + quoted (place)); }
+void JSONMember::failUnknown() const
+{
+    throw std::invalid_argument ("There is no member " + quoted (place()));
+}
 
 std::string JSONMember::quoted (const std::string& text)
 {
@@ -81,7 +88,7 @@ float JSONMember::numberAboveZero() const
     return found;
 }
 
-long long JSONMember::whole (long long lowest, long long highest) const
+long long JSONMember::wholeNumber (long long lowest, long long highest) const
 {
     const bool fits = value->is_number_unsigned()
                           ? value->get<unsigned long long>()
@@ -96,35 +103,26 @@ long long JSONMember::whole (long long lowest, long long highest) const
     return number;
 }
 
-int JSONMember::integer (int lowest, int highest) const { return static_cast<int> (whole (lowest, highest)); }
+int JSONMember::integer (int lowest, int highest) const
+{
+    return static_cast<int> (wholeNumber (lowest, highest));
+}
 
 unsigned int JSONMember::unsignedInteger (unsigned int lowest, unsigned int highest) const
 {
-    return static_cast<unsigned int> (whole (lowest, highest));
+    return static_cast<unsigned int> (wholeNumber (lowest, highest));
 }
 
-std::vector<JSONMember> JSONMember::elements() const
+void JSONMember::requireArray() const
 {
     if (! value->is_array())
         fail ("a list in square brackets is expected");
-
-    std::vector<JSONMember> found;
-    found.reserve (value->size());
-
-    for (const auto& element : *value)
-        found.emplace_back (element, place + "[" + std::to_string (found.size()) + "]");
-
-    return found;
 }
 
-void JSONMember::forEachMember (
-    const std::function<void (const std::string&, const JSONMember&)>& visit) const
+void JSONMember::requireObject() const
 {
     if (! value->is_object())
         fail ("an object in braces is expected");
-
-    for (const auto& [name, member] : value->items())
-        visit (name, JSONMember (member, place.empty() ? name : place + "." + name));
 }
 
 } // namespace ZEP::Overmarks

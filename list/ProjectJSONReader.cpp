@@ -2,18 +2,21 @@
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
 #include "list/JSONMember.h"
-#include "list/JSONStructureCheck.h"
+#include "list/JSONTreeBuilder.h"
 #include "list/ProjectJSON.h"
 #include "list/RichTextJSON.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <limits>
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace ZEP::Overmarks
 {
@@ -29,13 +32,6 @@ namespace
 {
 
 constexpr std::size_t mostUserReasons = 8;
-
-json parse (const std::string& text)
-{
-    JSONStructureCheck check;
-    json::sax_parse (text, &check); // what is no JSON is told by the parser, with its place
-    return json::parse (text);
-}
 
 // ---- time ----------------------------------------------------------------------------------------------------------------
 
@@ -158,8 +154,7 @@ std::vector<juce::String> readReasons (const JSONMember& member)
 {
     std::vector<juce::String> reasons;
 
-    for (const auto& reason : member.elements())
-        reasons.push_back (reason.text());
+    member.forEachElement ([&reasons] (const JSONMember& reason) { reasons.push_back (reason.text()); });
 
     if (reasons.size() > mostUserReasons)
         member.fail ("there are at most eight user reasons");
@@ -169,70 +164,101 @@ std::vector<juce::String> readReasons (const JSONMember& member)
 
 // ---- events --------------------------------------------------------------------------------------------------------------
 
-/** Writes one stored field of an event after the other, where the object has a member for it. */
-struct FieldReader
-{
-    const json& object;
-    const std::string& place;
-
-    template <typename Value>
-    void operator() (const char* name, Value& value)
-    {
-        const auto found = object.find (name);
-
-        if (found != object.end())
-            read (JSONMember (*found, place + "." + name), value);
-    }
-
-private:
-    void read (const JSONMember& member, juce::String& value) { value = member.text(); }
-    void read (const JSONMember& member, RichTextString& value)
-    {
-        value = RichTextJSON::read (member.element(), member.where());
-    }
-    void read (const JSONMember& member, bool& value) { value = member.flag(); }
-    void read (const JSONMember& member, float& value) { value = member.number(); }
-    void read (const JSONMember& member, int& value) { value = member.integer(); }
-
-    template <typename Enumeration>
-    requires std::is_enum_v<Enumeration>
-    void read (const JSONMember& member, Enumeration& value)
-    {
-        value = static_cast<Enumeration> (member.integer());
-    }
-};
-
-const std::set<std::string>& fieldNames()
+/** The names of an event's members, in the order of its table. */
+const std::vector<std::string>& fieldNames()
 {
     static const auto names = []
     {
-        std::set<std::string> found;
+        std::vector<std::string> found;
         const Event anyEvent;
-        EventFields::visit (anyEvent, [&found] (const char* name, const auto&) { found.insert (name); });
+        EventFields::visit (anyEvent,
+                            [&found] (const char* name, const auto&) { found.emplace_back (name); });
         return found;
     }();
     return names;
 }
 
+/** The values that the object of an event has, each found by its place in the event's table. */
+class EventMembers final
+{
+public:
+    explicit EventMembers (const JSONMember& objectToRead)
+        : object (objectToRead),
+          values (fieldNames().size())
+    {
+        const auto& names = fieldNames();
+        std::size_t expected = 0; // members mostly stand in the order of the table
+
+        object.forEachMember (
+            [&] (const std::string& name, const JSONMember& member)
+            {
+                if (expected == names.size() || names[expected] != name)
+                    expected = placeOf (name);
+                if (expected == names.size())
+                    member.failUnknown();
+
+                values[expected++] = &member.element();
+            });
+    }
+
+    /** The value of a field; what it would be otherwise where the object has none. */
+    template <typename Value>
+    Value valueOf (const char* name, Value whenMissing) const
+    {
+        readField (placeOf (name), name, whenMissing);
+        return whenMissing;
+    }
+
+    /** Writes all fields that the object has. */
+    void readInto (Event& event) const
+    {
+        EventFields::visit (event, [this, place = std::size_t { 0 }] (const char* name, auto& field) mutable
+                            { readField (place++, name, field); });
+    }
+
+private:
+    static std::size_t placeOf (std::string_view name)
+    {
+        const auto& names = fieldNames();
+        return static_cast<std::size_t> (std::find (names.begin(), names.end(), name) - names.begin());
+    }
+
+    template <typename Value>
+    void readField (std::size_t place, const char* name, Value& value) const
+    {
+        if (values[place] != nullptr)
+            read (JSONMember (*values[place], object, name), value);
+    }
+
+    static void read (const JSONMember& member, juce::String& value) { value = member.text(); }
+    static void read (const JSONMember& member, RichTextString& value)
+    {
+        value = RichTextJSON::read (member);
+    }
+    static void read (const JSONMember& member, bool& value) { value = member.flag(); }
+    static void read (const JSONMember& member, float& value) { value = member.number(); }
+    static void read (const JSONMember& member, int& value) { value = member.integer(); }
+
+    template <typename Enumeration>
+    requires std::is_enum_v<Enumeration>
+    static void read (const JSONMember& member, Enumeration& value)
+    {
+        value = static_cast<Enumeration> (member.integer());
+    }
+
+    const JSONMember& object;
+    std::vector<const json*> values;
+};
+
 std::shared_ptr<Event> readEvent (const JSONMember& object, const std::shared_ptr<TimeInfo>& timeInfo)
 {
-    object.forEachMember (
-        [] (const std::string& name, const JSONMember& member)
-        {
-            if (! fieldNames().contains (name))
-                member.failUnknown();
-        });
-
     // What is missing is what a new event of this type at this time would have.
-    const auto given = [&object] (const char* name, auto whenMissing)
-    {
-        FieldReader { object.element(), object.where() }(name, whenMissing);
-        return whenMissing;
-    };
-    auto event = Event::create (given ("type", EventTypeADRCue), timeInfo, given ("inPointFrameIndex", -1),
-                                given ("endFrameIndex", -1), given ("beatsPerMinute", -1.0f),
-                                given ("streamerDuration", -1));
-    EventFields::visit (*event, FieldReader { object.element(), object.where() });
+    const EventMembers members (object);
+    auto event =
+        Event::create (members.valueOf ("type", EventTypeADRCue), timeInfo,
+                       members.valueOf ("inPointFrameIndex", -1), members.valueOf ("endFrameIndex", -1),
+                       members.valueOf ("beatsPerMinute", -1.0f), members.valueOf ("streamerDuration", -1));
+    members.readInto (*event);
     return event;
 }
 
@@ -248,13 +274,35 @@ std::shared_ptr<Event> fadeOf (const Project& project, EventType type)
     return fade;
 }
 
-void readEvents (const JSONMember& array, Project& project)
-{
-    auto& events = project.list->events;
-    events.clear();
+// ---- documents -----------------------------------------------------------------------------------------------------------
 
-    for (const auto& object : array.elements())
-        events.push_back (readEvent (object, project.timeInfo));
+void readDocuments (const JSONMember& object, DocumentSettings& documents)
+{
+    object.forEachMember (
+        [&documents] (const std::string& name, const JSONMember& member)
+        {
+            bool isKnown = false;
+            const auto read = [&] (const char* field, auto& value)
+            {
+                using Value = std::decay_t<decltype (value)>;
+
+                if (name != field)
+                    return;
+
+                isKnown = true;
+
+                if constexpr (std::is_same_v<Value, juce::String>)
+                    value = member.text();
+                else if constexpr (std::is_same_v<Value, bool>)
+                    value = member.flag();
+                else
+                    value = member.integer();
+            };
+            DocumentSettings::visit (documents, read);
+
+            if (! isKnown)
+                member.failUnknown();
+        });
 }
 
 // ---- the project ---------------------------------------------------------------------------------------------------------
@@ -281,35 +329,83 @@ void readMember (const std::string& name, const JSONMember& member, Project& pro
     else if (name == "userReasons")
         project.userReasons = readReasons (member);
     else if (name == "characters")
-        for (const auto& character : member.elements())
-            readCharacter (character, *project.characters);
+        member.forEachElement ([&project] (const JSONMember& character)
+                               { readCharacter (character, *project.characters); });
+    else if (name == "documents")
+        readDocuments (member, project.documents);
     else if (name != "timeInfo" && name != "events")
         member.failUnknown();
 }
 
-Project readProject (const json& document)
+/** The project of a text, whose events are read while the text is: a list of a season never stands in memory as JSON. */
+class Reader final
 {
-    const JSONMember root (document, {});
-    const JSONMember wholeText (document, "The text");
+public:
+    Project read (const std::string& text)
+    {
+        JSONTreeBuilder builder ("events", [this] (const json& document, const json& event)
+                                 { return takeEvent (document, event); });
+        json::sax_parse (text, &builder);
+        const auto& document = builder.tree();
 
-    if (! document.is_object() || ! document.contains ("overmarks"))
-        wholeText.fail ("an Overmarks project in JSON begins with the member \"overmarks\"");
+        if (! hasBegun)
+            begin (document);
 
-    const auto defaults = json::object();
-    const auto timeInfo = document.find ("timeInfo");
-    auto project = Project::createEmpty (
-        readTimeInfo (JSONMember (timeInfo != document.end() ? *timeInfo : defaults, "timeInfo")));
+        const JSONMember root (document, {});
+        root.forEachMember ([this] (const std::string& name, const JSONMember& member)
+                            { readMember (name, member, project); });
 
-    root.forEachMember ([&project] (const std::string& name, const JSONMember& member)
-                        { readMember (name, member, project); });
+        // Where the time reference stands behind the events, they have waited for it.
+        if (const auto events = document.find ("events"); events != document.end())
+            JSONMember (*events, "events")
+                .forEachElement ([this] (const JSONMember& event) { addEvent (event); });
 
-    if (const auto events = document.find ("events"); events != document.end())
-        readEvents (JSONMember (*events, "events"), project);
+        project.list->fadeInEvent = fadeOf (project, EventTypeFadeIn);
+        project.list->fadeOutEvent = fadeOf (project, EventTypeFadeOut);
+        return std::move (project);
+    }
 
-    project.list->fadeInEvent = fadeOf (project, EventTypeFadeIn);
-    project.list->fadeOutEvent = fadeOf (project, EventTypeFadeOut);
-    return project;
-}
+private:
+    bool takeEvent (const json& document, const json& event)
+    {
+        if (! hasBegun && ! (document.contains ("overmarks") && document.contains ("timeInfo")))
+            return false;
+        if (! hasBegun)
+            begin (document);
+
+        const json unread;
+        const JSONMember list (unread, "events");
+        addEvent (JSONMember (event, list, numberOfEvents));
+        return true;
+    }
+
+    void begin (const json& document)
+    {
+        if (! document.is_object() || ! document.contains ("overmarks"))
+            JSONMember (document, "The text")
+                .fail ("an Overmarks project in JSON begins with the member \"overmarks\"");
+
+        const auto defaults = json::object();
+        const auto timeInfo = document.find ("timeInfo");
+        project = Project::createEmpty (
+            readTimeInfo (JSONMember (timeInfo != document.end() ? *timeInfo : defaults, "timeInfo")));
+
+        if (document.contains ("events"))
+            project.list->events.clear();
+
+        hasBegun = true;
+    }
+
+    void addEvent (const JSONMember& event)
+    {
+        project.list->events.push_back (readEvent (event, project.timeInfo));
+        ++numberOfEvents;
+    }
+
+    Project project;
+    bool hasBegun = false;
+    std::size_t numberOfEvents = 0;
+};
 
 } // namespace
 
@@ -317,16 +413,8 @@ juce::String ProjectJSON::fromText (const std::string& text, Project& project)
 {
     try
     {
-        project = readProject (parse (text));
+        project = Reader().read (text);
         return {};
-    }
-    catch (const json::parse_error& error)
-    {
-        return "The text is no JSON: it breaks off or has a mistake at byte " + juce::String (error.byte);
-    }
-    catch (const json::out_of_range&)
-    {
-        return "The text holds a number that is too large";
     }
     catch (const std::invalid_argument& error) // with the place of the mistake
     {

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
-#include "list/JSONNumber.h"
+#include "list/JSONText.h"
 #include "list/ProjectJSON.h"
 #include "list/RichTextJSON.h"
 
 #include <nlohmann/json.hpp>
 
 #include <string>
+#include <type_traits>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -20,48 +22,60 @@ namespace
 {
 
 constexpr int indentation = 1;
-constexpr int onOneLine = -1;
 
 std::string utf8 (const juce::String& text) { return text.toStdString(); }
 
 /** What no UTF-8 text can hold, such as half of a surrogate pair, becomes U+FFFD. */
-std::string textOf (const json& value, int indent)
+std::string textOf (const json& value)
 {
-    return value.dump (indent, ' ', false, json::error_handler_t::replace);
+    return value.dump (indentation, ' ', false, json::error_handler_t::replace);
 }
 
-/** Writes one stored field of an event after the other. */
-struct FieldWriter
+/** One event as an object on one line. */
+class EventLine final
 {
-    json& object;
+public:
+    explicit EventLine (std::string& textToFill) : text (textToFill) {}
 
-    void operator() (const char* name, const juce::String& value) { object[name] = utf8 (value); }
-    void operator() (const char* name, const RichTextString& value)
+    EventLine (const EventLine&) = delete;
+    EventLine& operator= (const EventLine&) = delete;
+    ~EventLine() { text += '}'; }
+
+    template <typename Value>
+    void operator() (const char* name, const Value& value)
     {
-        object[name] = RichTextJSON::write (value);
+        text.append (1, separator).append (1, '"').append (name).append ("\":");
+        separator = ',';
+        append (value);
     }
-    void operator() (const char* name, bool value) { object[name] = value; }
-    void operator() (const char* name, float value) { object[name] = shortestJSONNumber (value); }
-    void operator() (const char* name, int value) { object[name] = value; }
+
+private:
+    void append (const RichTextString& value) { RichTextJSON::append (text, value); }
+    void append (const juce::String& value) { JSONText::append (text, value); }
+    void append (bool value) { JSONText::append (text, value); }
+    void append (float value) { JSONText::append (text, value); }
+    void append (int value) { JSONText::append (text, value); }
+
+    std::string& text;
+    char separator = '{';
 };
 
-json eventObject (const Event& event)
+void appendEvent (std::string& text, const Event& event)
 {
-    json object = json::object();
-    EventFields::visit (event, FieldWriter { object });
-    return object;
+    EventLine line (text);
+    EventFields::visit (event, line);
 }
 
-json shownEventObject (const Event& event)
+void appendShownEvent (std::string& text, const Event& event)
 {
     const auto character = event.character();
-    auto object = eventObject (event);
-    object["startTC"] = utf8 (event.getStartTCString());
-    object["endTC"] = utf8 (event.getEndTCString());
-    object["character"] = character != nullptr ? utf8 (character->name) : std::string();
-    object["actor"] = character != nullptr ? utf8 (character->actor) : std::string();
-    object["isHiddenByFilter"] = event.isHiddenByFilter();
-    return object;
+    EventLine line (text);
+    EventFields::visit (event, line);
+    line ("startTC", event.getStartTCString());
+    line ("endTC", event.getEndTCString());
+    line ("character", character != nullptr ? character->name : juce::String());
+    line ("actor", character != nullptr ? character->actor : juce::String());
+    line ("isHiddenByFilter", event.isHiddenByFilter());
 }
 
 json timeInfoObject (const ZEP::Core::TimeInfo& info)
@@ -74,6 +88,26 @@ json timeInfoObject (const ZEP::Core::TimeInfo& info)
              { "frameRateDenominator", def.frameRateDenominator },
              { "framesPerSecond", int { def.framesPerSecond } },
              { "dropFrame", def.dropFrame } };
+}
+
+/** Only what somebody has chosen. */
+json documentsObject (const DocumentSettings& documents)
+{
+    auto object = json::object();
+    const auto add = [&object] (const char* name, const auto& value)
+    {
+        using Value = std::decay_t<decltype (value)>;
+
+        if (value == Value {})
+            return;
+
+        if constexpr (std::is_same_v<Value, juce::String>)
+            object[name] = utf8 (value);
+        else
+            object[name] = value;
+    };
+    DocumentSettings::visit (documents, add);
+    return object;
 }
 
 json characterArray (const ZEP::Core::ADRCharacterMap& characters)
@@ -93,8 +127,8 @@ json characterArray (const ZEP::Core::ADRCharacterMap& characters)
 }
 
 /** One event a line, written one at a time, so that a season's list never stands in memory twice. */
-template <typename ObjectOf>
-void appendEvents (std::string& text, const EventArray::Events& events, ObjectOf objectOf)
+void appendEvents (std::string& text, const EventArray::Events& events,
+                   void (*appendOne) (std::string&, const Event&))
 {
     text += " \"events\": [";
     const char* separator = "\n  ";
@@ -102,7 +136,7 @@ void appendEvents (std::string& text, const EventArray::Events& events, ObjectOf
     for (const auto& event : events)
     {
         text += separator;
-        text += textOf (objectOf (*event), onOneLine);
+        appendOne (text, *event);
         separator = ",\n  ";
     }
 
@@ -118,25 +152,28 @@ std::string ProjectJSON::toText (const Project& project)
     for (const auto& reason : project.userReasons)
         reasons.push_back (utf8 (reason));
 
-    const json head { { "overmarks", formatVersion },
-                      { "name", utf8 (project.name) },
-                      { "timeInfo", timeInfoObject (*project.timeInfo) },
-                      { "sortKey", utf8 (project.list->sortKey) },
-                      { "sortDescending", project.list->sortDescending },
-                      { "userReasons", reasons },
-                      { "characters", characterArray (*project.characters) } };
+    json head { { "overmarks", formatVersion },
+                { "name", utf8 (project.name) },
+                { "timeInfo", timeInfoObject (*project.timeInfo) },
+                { "sortKey", utf8 (project.list->sortKey) },
+                { "sortDescending", project.list->sortDescending },
+                { "userReasons", reasons },
+                { "characters", characterArray (*project.characters) } };
 
-    auto text = textOf (head, indentation);
+    if (auto documents = documentsObject (project.documents); ! documents.empty())
+        head["documents"] = std::move (documents);
+
+    auto text = textOf (head);
     text.erase (text.rfind ('\n')); // the closing brace comes behind the events
     text += ",\n";
-    appendEvents (text, project.list->events, eventObject);
+    appendEvents (text, project.list->events, appendEvent);
     return text + "\n}\n";
 }
 
 std::string ProjectJSON::shownEvents (const EventArray::Events& events)
 {
     std::string text = "{\n";
-    appendEvents (text, events, shownEventObject);
+    appendEvents (text, events, appendShownEvent);
     return text + "\n}\n";
 }
 

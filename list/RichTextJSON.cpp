@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/RichTextJSON.h"
 
-#include "list/JSONMember.h"
 #include "list/JSONNumber.h"
+#include "list/JSONText.h"
 
-#include <limits>
-#include <stdexcept>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -130,41 +129,47 @@ RichTextString::Attribute readRun (const JSONMember& run, int textLength)
 
 } // namespace
 
-json RichTextJSON::write (const RichTextString& text)
+void RichTextJSON::append (std::string& jsonText, const RichTextString& text)
 {
-    auto runs = json::array();
+    jsonText += "{\"text\":";
+    JSONText::append (jsonText, text.getText());
+    jsonText += ",\"runs\":[";
+    const char* separator = "";
 
     for (const auto& run : text.formattedRuns())
-        runs.push_back (writeRun (run));
+    {
+        jsonText += separator;
+        JSONText::append (jsonText, writeRun (run));
+        separator = ",";
+    }
 
-    return { { "text", text.getText().toStdString() }, { "runs", std::move (runs) } };
+    jsonText += "]}";
 }
 
-RichTextString RichTextJSON::read (const json& value, const std::string& place)
+RichTextString RichTextJSON::read (const JSONMember& value)
 {
-    const JSONMember member (value, place);
-
-    if (value.is_string())
-        return member.text();
+    if (value.element().is_string())
+        return value.text();
 
     RichTextString text;
-    std::vector<JSONMember> runs;
+    std::optional<JSONMember> runs;
 
-    member.forEachMember (
-        [&] (const std::string& name, const JSONMember& inner)
+    value.forEachMember (
+        [&] (const std::string& name, const JSONMember& member)
         {
             if (name == "text")
-                text = RichTextString (inner.text());
+                text = RichTextString (member.text());
             else if (name == "runs")
-                runs = inner.elements();
+                runs = member;
             else
-                inner.failUnknown();
+                member.failUnknown();
         });
 
     std::vector<RichTextString::Attribute> attributes;
 
-    for (const auto& run : runs)
-        attributes.push_back (readRun (run, text.length()));
+    if (runs.has_value())
+        runs->forEachElement ([&] (const JSONMember& run)
+                              { attributes.push_back (readRun (run, text.length())); });
 
     text.applyAttributes (attributes);
     return text;

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "core/text/RichTextString.h"
+#include "list/JSONMember.h"
 
-#include <nlohmann/json.hpp>
+#include <string>
 
 namespace ZEP::Overmarks
 {
@@ -17,12 +18,12 @@ class RichTextJSON final
 public:
     RichTextJSON() = delete;
 
-    static nlohmann::ordered_json write (const ZEP::Core::RichTextString& text);
+    /** Appends the text as an object to JSON text. */
+    static void append (std::string& jsonText, const ZEP::Core::RichTextString& text);
 
-    /** @param value  an object as write() makes it, or a plain string
-        @param place  where the value stands, for the messages
+    /** @param value  an object as append() makes it, or a plain string
         @throws std::invalid_argument with a message for people */
-    static ZEP::Core::RichTextString read (const nlohmann::ordered_json& value, const std::string& place);
+    static ZEP::Core::RichTextString read (const JSONMember& value);
 };
 
 } // namespace ZEP::Overmarks

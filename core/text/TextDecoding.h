@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "ZEP_Core/Export.h"
 #include "core/text/TextEncoding.h"
 
 #include <cstddef>
@@ -11,7 +12,7 @@ namespace ZEP::Core
 {
 
 /** What one pass over the bytes of a text shows about its encoding. */
-struct ByteSurvey
+struct ZEP_CORE_API ByteSurvey
 {
     explicit ByteSurvey (std::string_view bytes) noexcept;
 

@@ -47,8 +47,12 @@ inline std::string frameOf (const Project& project)
         + inWords (info.tcDef.frameRateDenominator) + " "
         + inWords (static_cast<int> (info.tcDef.framesPerSecond)) + (info.tcDef.dropFrame ? " drop" : "")
         + "\nsort " + inWords (project.list->sortKey) + (project.list->sortDescending ? " down" : " up");
-    DocumentSettings::visit (project.documents, [&words] (const char* field, const auto& value)
-                             { words += std::string ("\n") + field + " " + inWords (value); });
+    DocumentSettings::visit (project.documents,
+                             [&words] (const char* field, const auto& value)
+                             {
+                                 if (value != std::decay_t<decltype (value)>())
+                                     words += std::string ("\n") + field + " " + inWords (value);
+                             });
     for (const auto& reason : project.userReasons)
         words += "\nreason " + inWords (reason);
     for (const auto& id : project.characters->characterIDs())

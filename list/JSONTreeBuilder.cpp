@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "list/JSONTreeBuilder.h"
+
+#include "list/JSONMember.h"
+
+#include <stdexcept>
+
+namespace ZEP::Overmarks
+{
+
+namespace
+{
+
+// A project nests six deep (project, events, event, text, runs, run), and its largest object is an event with twenty-two
+// members.
+constexpr std::size_t deepestNesting = 16;
+constexpr std::size_t mostMembers = 64;
+
+/** Growing an object copies the names of its members, so it grows in few steps. */
+void makeRoomForAnother (nlohmann::ordered_json::object_t& members)
+{
+    if (members.size() == members.capacity())
+        members.reserve (members.empty() ? 4 : 4 * members.size());
+}
+
+} // namespace
+
+bool JSONTreeBuilder::add (json value)
+{
+    if (containers.empty())
+        root = std::move (value);
+    else if (containers.back()->is_object())
+        *member = std::move (value);
+    else
+        containers.back()->push_back (std::move (value));
+
+    return true;
+}
+
+bool JSONTreeBuilder::open (json container)
+{
+    if (containers.size() == deepestNesting)
+        throw std::invalid_argument ("The text is nested too deeply for a project");
+
+    const bool isMember = ! containers.empty() && containers.back()->is_object();
+    auto* outer = containers.empty() ? nullptr : containers.back();
+    add (std::move (container));
+    containers.push_back (outer == nullptr ? &root : isMember ? member : &outer->back());
+    return true;
+}
+
+bool JSONTreeBuilder::start_object (std::size_t) { return open (json::object()); }
+
+bool JSONTreeBuilder::start_array (std::size_t) { return open (json::array()); }
+
+bool JSONTreeBuilder::key (string_t& name)
+{
+    auto& members = containers.back()->get_ref<json::object_t&>();
+
+    if (containers.back()->contains (name))
+        throw std::invalid_argument ("The member " + JSONMember::quoted (name)
+                                     + " stands twice in one object");
+
+    if (members.size() == mostMembers)
+        throw std::invalid_argument ("An object in the text has more members than any of a project");
+
+    makeRoomForAnother (members);
+    static_cast<std::vector<json::object_t::value_type>&> (members).emplace_back (std::move (name), nullptr);
+    member = &members.back().second;
+    return true;
+}
+
+bool JSONTreeBuilder::endContainer()
+{
+    containers.pop_back();
+
+    if (containers.size() == 2 && isLongList (*containers.back()) && take (root, containers.back()->back()))
+        containers.back()->get_ref<json::array_t&>().pop_back();
+
+    return true;
+}
+
+/** Whether an array directly within the outermost value is the long list: it is the member that is being read. */
+bool JSONTreeBuilder::isLongList (const json& array) const
+{
+    return array.is_array() && root.is_object()
+           && root.get_ref<const json::object_t&>().back().first == nameOfList;
+}
+
+bool JSONTreeBuilder::parse_error (std::size_t byte, const std::string&,
+                                   const nlohmann::detail::exception& error)
+{
+    if (dynamic_cast<const json::out_of_range*> (&error) != nullptr)
+        throw std::invalid_argument ("The text holds a number that is too large");
+
+    throw std::invalid_argument ("The text is no JSON: it breaks off or has a mistake at byte "
+                                 + std::to_string (byte));
+}
+
+} // namespace ZEP::Overmarks
