@@ -49,7 +49,15 @@ bool JSONTreeBuilder::open (json container)
     return true;
 }
 
-bool JSONTreeBuilder::start_object (std::size_t) { return open (json::object()); }
+bool JSONTreeBuilder::start_object (std::size_t)
+{
+    open (json::object());
+
+    if (containers.size() == 3)
+        containers.back()->get_ref<json::object_t&>().swap (emptied);
+
+    return true;
+}
 
 bool JSONTreeBuilder::start_array (std::size_t) { return open (json::array()); }
 
@@ -74,8 +82,21 @@ bool JSONTreeBuilder::endContainer()
 {
     containers.pop_back();
 
-    if (containers.size() == 2 && isLongList (*containers.back()) && take (root, containers.back()->back()))
-        containers.back()->get_ref<json::array_t&>().pop_back();
+    if (containers.size() != 2 || ! isLongList (*containers.back()))
+        return true;
+
+    auto& elements = containers.back()->get_ref<json::array_t&>();
+
+    if (! take (root, elements.back()))
+        return true;
+
+    if (auto* members = elements.back().get_ptr<json::object_t*>())
+    {
+        emptied.swap (*members);
+        emptied.clear();
+    }
+
+    elements.pop_back();
 
     return true;
 }

@@ -70,6 +70,7 @@ private:
     json root;
     json* member = nullptr; ///< the place of the next value of the innermost object
     std::vector<json*> containers;
+    json::object_t emptied; ///< of an element that was taken, whose memory serves the next one
 };
 
 } // namespace ZEP::Overmarks
