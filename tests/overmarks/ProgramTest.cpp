@@ -230,15 +230,6 @@ TEST_F (ProgramTest, aDryRunWritesNothing)
     EXPECT_FALSE (file ("film.json").exists());
 }
 
-TEST_F (ProgramTest, projectFilesOfTheLibrarysOwnFormatAreRefusedInWords)
-{
-    write ("x.csv", threeCues);
-    const auto result = run ({ "import", "x.csv", "-o", "film.overmarks" });
-    EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("project files (.overmarks) can't be written yet"));
-    EXPECT_FALSE (file ("film.overmarks").exists());
-}
-
 TEST_F (ProgramTest, numbersOfAProjectThatNobodyKnowsAreListedAndComeBackAsTheyStand)
 {
     write ("x.json",

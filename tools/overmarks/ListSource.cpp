@@ -3,11 +3,11 @@
 
 #include "OutputFile.h"
 #include "Progress.h"
+#include "ProjectForm.h"
 
 #include "core/text/StringUtil.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
-#include "list/ProjectJSON.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -55,18 +55,6 @@ public:
 private:
     juce::TemporaryFile file;
 };
-
-std::string wholeText (const juce::File& file)
-{
-    juce::MemoryBlock block;
-    juce::FileInputStream stream (file);
-
-    if (stream.failedToOpen())
-        throw CommandFailure (file.getFullPathName() + ": " + stream.getStatus().getErrorMessage());
-
-    stream.readIntoMemoryBlock (block);
-    return { block.begin(), block.end() };
-}
 
 juce::File existingFile (const std::string& path)
 {
@@ -117,7 +105,9 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
             read.error.isNotEmpty()
                 ? shownPath + ": " + read.error
                 : shownPath + ": no cue list format has the extension \"" + file.getFileExtension() + "\""
-                      + (file.hasFileExtension ("json") ? "; overmarks load reads a project" : ""));
+                      + (projectFormNamed (file.getFileExtension().substring (1)).has_value()
+                             ? "; overmarks load reads a project"
+                             : ""));
 
     if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
     {
@@ -234,13 +224,10 @@ private:
     bool hasFadeOut = false;
 };
 
-Project loadProjectText (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
+Project loadProject (const juce::File& file, const juce::String& shownPath, ProjectForm form,
+                     const ListOptions& options)
 {
-    Project project;
-
-    if (const auto error = ProjectJSON::fromText (wholeText (file), project); error.isNotEmpty())
-        throw CommandFailure (shownPath + ": " + error);
-
+    auto project = readProject (file, shownPath, form);
     project.timeInfo = options.timeInfo (project.timeInfo.get());
     project.list->setTimeInfoForAllEvents (project.timeInfo);
 
@@ -314,14 +301,9 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
 
 Project loadList (const std::string& path, const ListOptions& options, Session& session)
 {
-    const auto extension = extensionOf (path, options);
+    const auto form = projectFormNamed (extensionOf (path, options).substring (1));
 
-    if (extension == ".overmarks")
-        throw CommandFailure (
-            juce::String (path)
-            + ": project files (.overmarks) can't be read yet; use the project's JSON form (.json)");
-
-    if (extension != ".json")
+    if (! form.has_value())
     {
         std::vector<Problem> problems;
         auto project = loadCueLists ({ path }, options, session, problems);
@@ -335,8 +317,8 @@ Project loadList (const std::string& path, const ListOptions& options, Session& 
     sayWhatAFileDoesNotNeed (path, options, session);
     sayWhatIsUnused (options.givenImportOptions(), juce::String (path), session);
     auto project = withFile (path, options,
-                             [&options] (const juce::File& file, const juce::String& shownPath)
-                             { return loadProjectText (file, shownPath, options); });
+                             [&] (const juce::File& file, const juce::String& shownPath)
+                             { return loadProject (file, shownPath, *form, options); });
     project.makeCurrent();
     project.list->sortContentAndUpdateFilteredEvents();
     return project;

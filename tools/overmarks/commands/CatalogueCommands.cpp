@@ -43,6 +43,12 @@ void showFormats (Session& session)
                              { "columnMapping", false },
                              { "format", format.name } });
 
+    formats.push_back ({ { "name", "Project" },
+                         { "extensions", ".overmarks" },
+                         { "reads", true },
+                         { "writes", true },
+                         { "columnMapping", false },
+                         { "format", "overmarks" } });
     formats.push_back ({ { "name", "Project in JSON, whole" },
                          { "extensions", ".json" },
                          { "reads", true },

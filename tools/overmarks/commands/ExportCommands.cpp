@@ -4,11 +4,10 @@
 #include "DocumentOptions.h"
 #include "FilterOptions.h"
 #include "ListSource.h"
+#include "ProjectForm.h"
 #include "StagingFolder.h"
 #include "Suggestion.h"
 #include "commands/Commands.h"
-
-#include "list/ProjectJSON.h"
 
 #include <algorithm>
 #include <memory>
@@ -117,13 +116,14 @@ void exportDocuments (const ExportOptions& options, Session& session)
     tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 
-void convertToProject (const ConvertOptions& options, const juce::File& out, Session& session)
+void convertToProject (const ConvertOptions& options, ProjectForm form, const juce::File& out,
+                       Session& session)
 {
     const bool isDryRun = options.documents.policy.dryRun;
     const auto project = loadList (options.list, options.listOptions, session);
 
     if (! isDryRun)
-        writeWholeFile (out, ProjectJSON::toText (project));
+        writeProject (project, out, form);
 
     tellOfFiles ({ out }, isDryRun, session);
 }
@@ -155,11 +155,8 @@ void convertList (const ConvertOptions& options, Session& session)
     const auto out = fileFromPath (options.out);
     const auto name = formatNameOf (options);
 
-    if (name == "overmarks")
-        throw CommandFailure (options.out
-                              + ": project files (.overmarks) can't be written yet; name the project .json");
-
-    const auto* document = name == "json" ? nullptr : &documentFormat (name, { "json" });
+    const auto project = projectFormNamed (name);
+    const auto* document = project.has_value() ? nullptr : &documentFormat (name, projectFormNames());
     const auto formats =
         document == nullptr ? std::vector<const DocumentFormat*>() : std::vector { document };
 
@@ -172,8 +169,8 @@ void convertList (const ConvertOptions& options, Session& session)
     refuseFolderOf (out);
     options.documents.sayWhatIsUnused (formats, name, session);
 
-    if (document == nullptr)
-        convertToProject (options, out, session);
+    if (project.has_value())
+        convertToProject (options, *project, out, session);
     else
         convertToDocument (options, *document, out, session);
 }
@@ -184,8 +181,8 @@ void addExportCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<ExportOptions>();
     auto* command = program.add_subcommand ("export", "Write documents of a list into a folder");
-    command->footer ("Example:\n  overmarks export film.json -o documents --format csv --by-character");
-    command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
+    command->footer ("Example:\n  overmarks export film.overmarks -o documents --format csv --by-character");
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
     command->add_option ("-o,--output", options->folder, "Folder of the documents")->required();
     command
         ->add_option ("--format", options->formats, "Documents to write, such as csv; see overmarks formats")
@@ -205,7 +202,7 @@ void addConvertCommand (CLI::App& program, Session& session)
     auto options = std::make_shared<ConvertOptions>();
     auto* command = program.add_subcommand ("convert", "Read a list and write it as another format");
     command->footer ("Example:\n  overmarks convert reel-2.csv reel-2.json --origin 02:00:00:00");
-    command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
     command->add_option ("OUT", options->out, "File to write; its extension tells the format")->required();
     command->add_option ("--format", options->format, "Format of OUT, where its extension doesn't tell");
     options->documents.addTo (*command);

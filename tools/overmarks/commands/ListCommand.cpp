@@ -3,6 +3,7 @@
 #include "AttributeText.h"
 #include "FilterOptions.h"
 #include "ListSource.h"
+#include "ProjectForm.h"
 #include "TextTable.h"
 #include "commands/Commands.h"
 
@@ -96,8 +97,8 @@ void addListCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<ListCommandOptions>();
     auto* command = program.add_subcommand ("list", "Show the list as a table");
-    command->footer ("Example:\n  overmarks list film.json --sort CueNumber");
-    command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
+    command->footer ("Example:\n  overmarks list film.overmarks --sort CueNumber");
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
     options->filter.addTo (*command);
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);

@@ -2,6 +2,7 @@
 // overmarks import, dump and load: cue lists into a project, and a project to JSON and back.
 #include "ListSource.h"
 #include "OutputFile.h"
+#include "ProjectForm.h"
 #include "commands/Commands.h"
 #include "commands/ProjectOutput.h"
 
@@ -63,7 +64,7 @@ void addImportCommand (CLI::App& program, Session& session)
     auto* command = program.add_subcommand (
         "import", "Read cue lists into a project; several are merged in the order of time");
     command->footer (
-        "Example:\n  overmarks import reel-1.csv reel-2.csv --fps 24 --origin 01:00:00:00 -o film.json");
+        "Example:\n  overmarks import reel-1.csv reel-2.csv --fps 24 --origin 01:00:00:00 -o film.overmarks");
     command->add_option ("FILE", options->files, "Cue lists")->required();
     options->output.addTo (*command);
     options->list.addTo (*command);
@@ -76,7 +77,7 @@ void addDumpCommand (CLI::App& program, Session& session)
     auto options = std::make_shared<DumpOptions>();
     auto* command = program.add_subcommand ("dump", "Write the whole list as JSON to standard output");
     command->footer ("Example:\n  overmarks dump reel-2.csv > reel-2.json");
-    command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);
     command->callback (
@@ -91,7 +92,7 @@ void addLoadCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<ImportOptions>();
     auto* command = program.add_subcommand ("load", "Read what dump has written into a project");
-    command->footer ("Example:\n  overmarks load reel-2.json -o film.json");
+    command->footer ("Example:\n  overmarks load reel-2.json -o film.overmarks");
     command->add_option ("FILE", options->files, "Project in JSON")->required()->expected (1);
     options->output.addTo (*command);
     options->list.addTo (*command);

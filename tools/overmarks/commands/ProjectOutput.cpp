@@ -1,19 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "commands/ProjectOutput.h"
 
+#include "ProjectForm.h"
 #include "StagingFolder.h"
-
-#include "list/ProjectJSON.h"
 
 namespace overmarks
 {
 
 using namespace ZEP::Overmarks;
 
+namespace
+{
+
+std::optional<ProjectForm> projectFormOf (const juce::File& file)
+{
+    return projectFormNamed (file.getFileExtension().substring (1));
+}
+
+} // namespace
+
 void ProjectOutput::addTo (CLI::App& command, bool isEditor)
 {
     replacesItsProject = isEditor;
-    command.add_option ("-o,--output", path, "The project to write (.json)")->required();
+    command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)")->required();
     command.add_flag ("--force", policy.force, "Replace an existing file");
     command.add_flag ("--dry-run", policy.dryRun, "Only say what would be written");
 }
@@ -22,12 +31,8 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
 {
     const auto file = fileFromPath (path);
 
-    if (file.hasFileExtension ("overmarks"))
-        throw CommandFailure (path
-                              + ": project files (.overmarks) can't be written yet; name the project .json");
-
-    if (file.getFileExtension().isNotEmpty() && ! file.hasFileExtension ("json"))
-        throw WrongUsage (path + ": a project has the extension .json");
+    if (file.getFileExtension().isNotEmpty() && ! projectFormOf (file).has_value())
+        throw WrongUsage (path + ": a project has the extension .overmarks, or .json for its JSON form");
     if (file.getFileName().isEmpty())
         throw WrongUsage ("-o: there is no name of a project");
 
@@ -58,7 +63,7 @@ void ProjectOutput::write (const Project& project, const Session& session) const
         return;
     }
 
-    writeWholeFile (file, ProjectJSON::toText (project));
+    writeProject (project, file, projectFormOf (file).value_or (ProjectForm::text));
     session.say ("Wrote " + file.getFullPathName() + ": " + count);
 }
 

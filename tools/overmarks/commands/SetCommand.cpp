@@ -3,6 +3,7 @@
 #include "AttributeText.h"
 #include "EventMatcher.h"
 #include "ListSource.h"
+#include "ProjectForm.h"
 #include "commands/Commands.h"
 #include "commands/ProjectOutput.h"
 
@@ -128,8 +129,8 @@ void addSetCommand (CLI::App& program, Session& session)
     auto* command =
         program.add_subcommand ("set", "Edit events by attribute; says how many undo steps that makes");
     command->footer (
-        "Example:\n  overmarks set film.json -o film.json --where CharacterID=ANNA Done=yes Notes=\"softer, please\"");
-    command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
+        "Example:\n  overmarks set film.overmarks -o film.overmarks --where CharacterID=ANNA Done=yes Notes=\"softer, please\"");
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
     command->add_option ("ASSIGNMENT", options->assignments, "KEY=VALUE, see overmarks keys")->required();
     command
         ->add_option ("--where", options->where,
