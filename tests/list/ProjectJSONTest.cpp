@@ -373,6 +373,61 @@ TEST_F (ProjectJSONTest, aCharacterThatNoTextCanHoldIsReplacedNotFatal)
     EXPECT_EQ (back.list->fadeInEvent->getCueNumber(), back.name);
 }
 
+// ---- settings of documents ---------------------------------------------------------------------------------------------
+
+TEST_F (ProjectJSONTest, theSettingsOfDocumentsComeBack)
+{
+    auto project = emptyProject();
+    project.documents.studioName = "Harbour Sound";
+    project.documents.layout = 2;
+    project.documents.byCharacter = true;
+
+    const auto text = ProjectJSON::toText (project);
+
+    EXPECT_EQ (json::parse (text)["documents"],
+               json::parse (R"({"studioName": "Harbour Sound", "layout": 2, "byCharacter": true})"));
+    EXPECT_EQ (load (text).documents, project.documents);
+}
+
+TEST_F (ProjectJSONTest, settingsThatNobodyHasChosenAreNotWritten)
+{
+    EXPECT_FALSE (json::parse (ProjectJSON::toText (emptyProject())).contains ("documents"));
+}
+
+// ---- events before the time reference ------------------------------------------------------------------------------------
+
+TEST_F (ProjectJSONTest, eventsMayStandBeforeTheTimeReferenceThatTheyCountBy)
+{
+    const std::string overmarks = R"("overmarks": 1)", time = R"("timeInfo": {"framesPerSecond": 50})",
+                      events = R"("events": [{"type": 8, "inPointFrameIndex": 500}, {"cueNumber": "A2"}])";
+    std::vector<std::string> members { events, overmarks, time };
+    const auto expected = load ("{" + overmarks + "," + time + "," + events + "}");
+    EXPECT_EQ (expected.list->events[0]->getStartTCString(), juce::String ("00:00:10:00"));
+
+    std::sort (members.begin(), members.end());
+    do
+    {
+        auto text = "{" + members[0] + "," + members[1] + "," + members[2] + "}";
+        const auto back = load (text);
+        ASSERT_EQ (back.list->events.size(), 4u) << text;
+        EXPECT_EQ (back.list->events[0]->getStartTCString(), juce::String ("00:00:10:00")) << text;
+        EXPECT_EQ (back.list->events[0]->getStartFrameIndex(),
+                   expected.list->events[0]->getStartFrameIndex());
+        EXPECT_EQ (back.list->events[1]->getCueNumber(), juce::String ("A2")) << text;
+    } while (std::next_permutation (members.begin(), members.end()));
+}
+
+TEST_F (ProjectJSONTest, aListOfListsIsNoListOfEvents)
+{
+    Project project;
+    EXPECT_EQ (ProjectJSON::fromText (R"([[{"overmarks": 1}], [{}]])", project),
+               juce::String (R"(The text: an Overmarks project in JSON begins with the member "overmarks")"));
+    EXPECT_EQ (ProjectJSON::fromText (R"({"overmarks": 1, "timeInfo": {}, "events": [{}, 5]})", project),
+               juce::String ("events[1]: an object in braces is expected"));
+    EXPECT_EQ (ProjectJSON::fromText (R"({"overmarks": 1, "documents": {"studio": ""}})", project),
+               juce::String (R"(There is no member "documents.studio")"));
+}
+
 // ---- what a table shows ------------------------------------------------------------------------------------------------
 
 TEST_F (ProjectJSONTest, shownEventsCarryTheirTimecodesAndNames)
