@@ -8,6 +8,8 @@
 namespace ZEP::Overmarks
 {
 
+using json = nlohmann::ordered_json;
+
 namespace
 {
 
@@ -17,7 +19,7 @@ constexpr std::size_t deepestNesting = 16;
 constexpr std::size_t mostMembers = 64;
 
 /** Growing an object copies the names of its members, so it grows in few steps. */
-void makeRoomForAnother (nlohmann::ordered_json::object_t& members)
+void makeRoomForAnother (json::object_t& members)
 {
     if (members.size() == members.capacity())
         members.reserve (members.empty() ? 4 : 4 * members.size());
@@ -25,15 +27,21 @@ void makeRoomForAnother (nlohmann::ordered_json::object_t& members)
 
 } // namespace
 
-bool JSONTreeBuilder::add (json value)
+json& JSONTreeBuilder::put (json value)
 {
     if (containers.empty())
-        root = std::move (value);
-    else if (containers.back()->is_object())
-        *member = std::move (value);
-    else
-        containers.back()->push_back (std::move (value));
+        return root = std::move (value);
+    if (containers.back()->is_object())
+        return *member = std::move (value);
 
+    containers.back()->push_back (std::move (value));
+    return containers.back()->back();
+}
+
+bool JSONTreeBuilder::add (json value)
+{
+    put (std::move (value));
+    offerElement();
     return true;
 }
 
@@ -42,10 +50,7 @@ bool JSONTreeBuilder::open (json container)
     if (containers.size() == deepestNesting)
         throw std::invalid_argument ("The text is nested too deeply for a project");
 
-    const bool isMember = ! containers.empty() && containers.back()->is_object();
-    auto* outer = containers.empty() ? nullptr : containers.back();
-    add (std::move (container));
-    containers.push_back (outer == nullptr ? &root : isMember ? member : &outer->back());
+    containers.push_back (&put (std::move (container)));
     return true;
 }
 
@@ -81,14 +86,20 @@ bool JSONTreeBuilder::key (string_t& name)
 bool JSONTreeBuilder::endContainer()
 {
     containers.pop_back();
+    offerElement();
+    return true;
+}
 
+/** Offers the value that has just been completed, if it is an element of the long list. */
+void JSONTreeBuilder::offerElement()
+{
     if (containers.size() != 2 || ! isLongList (*containers.back()))
-        return true;
+        return;
 
     auto& elements = containers.back()->get_ref<json::array_t&>();
 
     if (! take (root, elements.back()))
-        return true;
+        return;
 
     if (auto* members = elements.back().get_ptr<json::object_t*>())
     {
@@ -97,8 +108,6 @@ bool JSONTreeBuilder::endContainer()
     }
 
     elements.pop_back();
-
-    return true;
 }
 
 /** Whether an array directly within the outermost value is the long list: it is the member that is being read. */

@@ -60,9 +60,11 @@ public:
                       const nlohmann::detail::exception& error) override;
 
 private:
+    json& put (json value);
     bool add (json value);
     bool open (json container);
     bool endContainer();
+    void offerElement();
     bool isLongList (const json& array) const;
 
     std::string nameOfList;
