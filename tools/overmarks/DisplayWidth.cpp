@@ -56,6 +56,9 @@ bool isIn (const CharacterRange (&ranges)[size], juce::juce_wchar character)
 
 int displayWidth (juce::juce_wchar character)
 {
+    if (character < withoutWidth[0].first)
+        return 1;
+
     return isIn (withoutWidth, character) ? 0 : isIn (wide, character) ? 2 : 1;
 }
 

@@ -31,8 +31,14 @@ struct ListCommandOptions
 /** A column of the table and the attribute that fills it. */
 struct ListColumn
 {
+    ListColumn (const TextTable::Column& columnOfTable, const juce::String& key)
+        : column (columnOfTable),
+          attribute (&attributeWithKey (key))
+    {
+    }
+
     TextTable::Column column;
-    const juce::String& key;
+    const EventAttribute* attribute;
 };
 
 const std::vector<ListColumn>& listColumns()
@@ -68,7 +74,7 @@ std::string tableOf (const EventArray::Events& events)
         std::vector<juce::String> cells;
 
         for (const auto& shown : listColumns())
-            cells.push_back (attributeText (*event, attributeWithKey (shown.key)));
+            cells.push_back (attributeText (*event, *shown.attribute));
 
         table.addRow (cells, event->isHiddenByFilter());
     }
