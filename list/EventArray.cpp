@@ -160,7 +160,8 @@ void EventArray::addEvents (const Events& eventsToAdd, bool withUndo)
 void EventArray::removeEvents (const Events& eventsToRemove, bool withUndo)
 {
     // A copy: what is removed may be the selection itself, which this empties.
-    const Events removed = eventsToRemove;
+    Events removed = eventsToRemove;
+    std::erase (removed, nullptr);
 
     if (! withUndo)
     {

@@ -18,12 +18,14 @@ namespace ZEP::Overmarks
 
 void EventArray::setSelectedEvents (const Events& eventsToSelect, bool skipLocateToEvent)
 {
-    if (eventsToSelect == selectedEvents)
+    // What is given may be one of this list's own vectors. A row of a table that no longer stands for an event is null.
+    Events selected = eventsToSelect;
+    std::erase (selected, nullptr);
+    if (selected == selectedEvents)
         return;
 
-    selectedEvents = eventsToSelect;
-    // What is given may be this very vector.
-    sortedSelectedEvents = selectedEvents;
+    selectedEvents = selected;
+    sortedSelectedEvents = std::move (selected);
     sortSelectionByTimecode();
     EventSortOrder (sortKey, sortDescending).sort (sortedSelectedEvents);
     post<EventArraySelectedEventsChangedNotification> ({ { "skipLocateToEvent", skipLocateToEvent } });

@@ -117,6 +117,19 @@ TEST_F (EventArrayBulkTest, nullIsNoEvent)
     EXPECT_THAT (namesOf (list->events), ElementsAre ("in", "out", "A1", "B1", "A2", "A3"));
 }
 
+TEST_F (EventArrayBulkTest, nullIsRemovedAndPutBackByNobody)
+{
+    const auto before = list->events;
+    list->removeEvents ({ nullptr }, true);
+    EXPECT_EQ (list->events, before);
+    EXPECT_TRUE (undoManager().undo());
+    EXPECT_EQ (list->events, before);
+
+    list->removeEvents ({ named ("A1"), nullptr }, true);
+    EXPECT_TRUE (undoManager().undo());
+    EXPECT_EQ (list->events, before);
+}
+
 TEST_F (EventArrayBulkTest, redoAddsWhatWasGivenEvenIfTheCallersListHasChanged)
 {
     EventArray::Events given { cue ("B1", 150) };

@@ -309,6 +309,17 @@ TEST_F (EventArraySearchTest, namesAndActorsOfAGroupAreJoinedIndependently)
     EXPECT_EQ (other->actor, "<multiple>");
 }
 
+TEST_F (EventArraySearchTest, aGroupKeepsTheActorThatTheOthersLack)
+{
+    const auto actorless = addCharacter ("CLARA", "");
+    const auto group = groupIn (*listOf ({ line ("1", 100, "", actorless), line ("1", 200, "", anna) }));
+    EXPECT_EQ (group->character, "<multiple>");
+    EXPECT_EQ (group->actor, "B. Miller");
+
+    const auto other = groupIn (*listOf ({ line ("1", 100, "", anna), line ("1", 200, "", actorless) }));
+    EXPECT_EQ (other->actor, "B. Miller");
+}
+
 TEST_F (EventArraySearchTest, anEventThatIsListedTwiceIsAGroupOfItsOwn)
 {
     const auto twice = line ("1", 100, "a");

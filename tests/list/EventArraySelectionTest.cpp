@@ -315,6 +315,41 @@ TEST_F (EventArraySelectionTest, aFilterTellsOfItselfAndThenOfTheSelectionEvenWi
     EXPECT_THAT (diary.senders, ::testing::Each (list.get()));
 }
 
+TEST_F (EventArraySelectionTest, theListsAndTheSelectionAreReadyWhenTheFilterTells)
+{
+    struct Watcher
+    {
+        void look (const Poco::AutoPtr<EventArrayFilteredEventsChangedNotification>&)
+        {
+            shown = namesOf (list.sortedFilteredEvents);
+            selected = namesOf (list.selectedEvents);
+        }
+
+        EventArray& list;
+        std::vector<std::string> shown = {};
+        std::vector<std::string> selected = {};
+    };
+
+    select ({ "A", "B" });
+    Watcher watcher { *list };
+    const Poco::NObserver<Watcher, EventArrayFilteredEventsChangedNotification> observer (watcher,
+                                                                                          &Watcher::look);
+    Poco::NotificationCenter::defaultCenter().addObserver (observer);
+    list->setFilterParameters ({ { EventCueNumberFilterKey, "B" } });
+    Poco::NotificationCenter::defaultCenter().removeObserver (observer);
+
+    EXPECT_THAT (watcher.shown, ElementsAre ("B"));
+    EXPECT_THAT (watcher.selected, ElementsAre ("B"));
+}
+
+TEST_F (EventArraySelectionTest, nullIsNotSelected)
+{
+    list->setSelectedEvents ({ nullptr }, false);
+    EXPECT_THAT (list->selectedEvents, ::testing::IsEmpty());
+    list->setSelectedEvents ({ nullptr, list->sortedFilteredEvents.front() }, false);
+    EXPECT_THAT (list->selectedEvents, ElementsAre (list->sortedFilteredEvents.front()));
+}
+
 TEST_F (EventArraySelectionTest, theListsOwnFilterMayBeSetAgain)
 {
     list->filterParameters[juce::String (EventCueNumberFilterKey)] = "C";

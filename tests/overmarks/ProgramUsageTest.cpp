@@ -90,7 +90,15 @@ TEST_F (ProgramTest, aFolderAndAPathThatIsNoTextAreRefused)
 {
     ASSERT_TRUE (file ("folder.csv").createDirectory().wasOk());
     EXPECT_EQ (run ({ "list", "folder.csv" }).status, 1);
-    EXPECT_EQ (run ({ "list", "\xff.csv" }).status, 2);
+    for (const auto* argument : { "\xff.csv", "\xc0\x80",
+                                  "abc\xc0\x80"
+                                  "def",
+                                  "\xed\xa0\x80", "\xe2\x82", "\xf5\x80\x80\x80" })
+    {
+        const auto refused = run ({ "list", "film.json", "--text", argument });
+        EXPECT_EQ (refused.status, 2);
+        EXPECT_THAT (refused.errors, ::testing::HasSubstr ("An argument is not valid UTF-8"));
+    }
 }
 
 TEST_F (ProgramTest, mistypedWordsAreToldWithWhatWasMeant)

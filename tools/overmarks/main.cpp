@@ -7,6 +7,7 @@
 #include "core/system/SystemUtility.h"
 
 #include <CLI/CLI.hpp>
+#include <Poco/UTF8Encoding.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -57,6 +58,22 @@ private:
     bool inJSON;
 };
 
+/** The framework's own check lets overlong forms pass, which end a text early. */
+bool isStrictUTF8 (const std::string& text)
+{
+    Poco::UTF8Encoding utf8;
+    const auto* const bytes = reinterpret_cast<const unsigned char*> (text.data());
+    for (std::size_t place = 0; place < text.size();)
+    {
+        const auto length = utf8.sequenceLength (bytes + place, static_cast<int> (text.size() - place));
+        if (length < 1 || place + static_cast<std::size_t> (length) > text.size()
+            || ! Poco::UTF8Encoding::isLegal (bytes + place, length))
+            return false;
+        place += static_cast<std::size_t> (length);
+    }
+    return true;
+}
+
 int run (int argc, char** argv)
 {
     const std::vector<std::string> arguments (argv + 1, argv + argc);
@@ -68,7 +85,7 @@ int run (int argc, char** argv)
     const Failure failure (session, wantsJSON);
 
     for (const auto& argument : arguments)
-        if (! juce::CharPointer_UTF8::isValidString (argument.data(), static_cast<int> (argument.size())))
+        if (! isStrictUTF8 (argument))
             return failure.tell ("An argument is not valid UTF-8", wrongUsage);
 
     try
