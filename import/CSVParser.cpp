@@ -2,6 +2,7 @@
 #include "import/CSVParser.h"
 
 #include "import/frame/EventFileImporter.h"
+#include "import/frame/ImportedBytes.h"
 
 #include <algorithm>
 #include <array>
@@ -191,6 +192,10 @@ void CSVParser::readFile()
     stream.seekg (0);
 
     fileSize = end > 0 ? static_cast<std::uint64_t> (end) : 0;
+    limitExceeded = end > kMostBytesOfAFile;
+    if (limitExceeded)
+        return;
+
     fileContent.resize (fileSize);
     stream.read (fileContent.data(), static_cast<std::streamsize> (fileSize));
     fileContent.resize (static_cast<std::size_t> (stream.gcount()));

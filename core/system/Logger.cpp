@@ -26,19 +26,32 @@ Poco::Logger& logger()
     }
     return found;
 }
+/** File names and cells are quoted in the log, which may go to a terminal: nothing in them may command it. */
+std::string withoutControlCodes (const juce::String& text)
+{
+    juce::String clean;
+    clean.preallocateBytes (text.getNumBytesAsUTF8());
+    for (auto letter = text.getCharPointer(); ! letter.isEmpty();)
+    {
+        const auto code = letter.getAndAdvance();
+        const bool isControl = (code < 0x20 && code != '\n' && code != '\t') || (code >= 0x7F && code < 0xA0);
+        clean += isControl ? juce::juce_wchar ('?') : code;
+    }
+    return clean.toStdString();
+}
 } // namespace
 
 void Logger::debug (const juce::String& text)
 {
     auto& target = logger();
     if (target.debug())
-        target.debug (text.toStdString());
+        target.debug (withoutControlCodes (text));
 }
 
 void Logger::error (const juce::String& text)
 {
     auto& target = logger();
     if (target.error())
-        target.error (text.toStdString());
+        target.error (withoutControlCodes (text));
 }
 } // namespace ZEP::Core

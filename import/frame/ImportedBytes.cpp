@@ -24,6 +24,8 @@ std::string bytesOfFile (const juce::String& path)
     stream.seekg (0, std::ios::end);
     const auto end = static_cast<std::streamoff> (stream.tellg());
     stream.seekg (0);
+    if (end > kMostBytesOfAFile)
+        return {};
 
     std::string bytes (static_cast<std::size_t> (std::max (end, std::streamoff { 0 })), '\0');
     stream.read (bytes.data(), static_cast<std::streamsize> (bytes.size()));

@@ -3,6 +3,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,10 @@ namespace ZEP::Overmarks
 /** Whether a path names an ordinary file. To read anything else, a pipe above all, could mean to wait for ever. */
 [[nodiscard]] bool isOrdinaryFile (const juce::String& path);
 
-/** The bytes of a whole file; none if it can't be read or is no ordinary file. */
+/** No cue list comes near this size; a file that claims more isn't read into memory. */
+inline constexpr std::int64_t kMostBytesOfAFile = std::int64_t { 1 } << 30;
+
+/** The bytes of a whole file; none if it can't be read, is no ordinary file, or is larger than kMostBytesOfAFile. */
 [[nodiscard]] std::string bytesOfFile (const juce::String& path);
 
 /** Replaces every occurrence, from left to right; what a replacement brings is not looked at again. An empty `sought`

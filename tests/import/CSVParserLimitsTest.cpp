@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using namespace ZEP::Overmarks;
 using namespace ZEP::Core;
 using ImportSupport::TemporaryFolder;
@@ -105,6 +107,15 @@ TEST_F (CSVParserLimits, countlessCellsOfALetterEachAreNoCueList)
 
     EXPECT_EQ (rowsImported (list (500)), 500u);
     EXPECT_EQ (rowsImported (list (1000)), 0u);
+    EXPECT_EQ (message, tooLarge);
+}
+
+TEST_F (CSVParserLimits, aFileThatClaimsATerabyteIsNotReadIntoMemory)
+{
+    const std::string path = folder.file ("list.csv", "Start TC,Text\n");
+    std::filesystem::resize_file (path, std::uintmax_t { 1 } << 40);
+    const CSVEventFileImporter importer (juce::String (path), message);
+    EXPECT_TRUE (importer.rows.empty());
     EXPECT_EQ (message, tooLarge);
 }
 

@@ -10,6 +10,8 @@
 #include "support/OvermarksTest.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <sys/stat.h>
 
 using namespace ZEP::Overmarks;
@@ -246,6 +248,15 @@ TEST_F (SRTImport, zeroBytesDisappear)
     EXPECT_EQ (import (std::string ("1\0\na\0 --> b\nx\0y\n\0\n", 18)),
                (TextTable { { "a", "b", "xy\n", "1" } }));
     EXPECT_EQ (message, "");
+}
+
+TEST_F (SRTImport, aFileThatClaimsATerabyteIsNotReadIntoMemory)
+{
+    const auto path = folder.file ("list.srt", "1\n");
+    std::filesystem::resize_file (path, std::uintmax_t { 1 } << 40);
+    importer = std::make_unique<SRTEventFileImporter> (juce::String (path), message);
+    EXPECT_EQ (message, cantBeParsed);
+    EXPECT_TRUE (importer->rows.empty());
 }
 
 //==============================================================================

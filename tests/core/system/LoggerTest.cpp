@@ -46,6 +46,15 @@ TEST_F (Log, errorsGoToStandardErrorByDefault)
     EXPECT_EQ (testing::internal::GetCapturedStdout(), "");
 }
 
+TEST_F (Log, nothingQuotedCommandsTheTerminal)
+{
+    testing::internal::CaptureStderr();
+    Logger::error (juce::String::fromUTF8 ("\x1b]0;pwned\x07.srt: L\xc3\xa4rm\tone\ntwo \xc2\x9b"
+                                           "31m\x7f"));
+
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "?]0;pwned?.srt: L\xc3\xa4rm\tone\ntwo ?31m?\n");
+}
+
 TEST_F (Log, anApplicationAttachesAChannelBeforeTheFirstMessage)
 {
     Poco::Logger::get ("ZEP").setChannel (collector);
