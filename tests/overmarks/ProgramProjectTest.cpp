@@ -86,6 +86,24 @@ TEST_F (ProgramProjectTest, listAndExportTakeAProject)
     EXPECT_THAT (read ("film.csv"), HasSubstr ("Hello?"));
 }
 
+TEST_F (ProgramProjectTest, documentsFollowTheSettingsThatTheProjectKeeps)
+{
+    importFilm();
+    auto project = nlohmann::ordered_json::parse (dump ("film.overmarks"));
+    project["documents"] = { { "delimiter", 2 } };
+    write ("film.json", project.dump());
+    ASSERT_EQ (run ({ "load", "film.json", "-o", "kept.overmarks" }).status, 0);
+    ASSERT_EQ (run ({ "convert", "kept.overmarks", "kept.csv" }).status, 0);
+    EXPECT_THAT (read ("kept.csv"), HasSubstr (";\"Hello?\";"));
+    ASSERT_EQ (run ({ "convert", "kept.overmarks", "given.csv", "--delimiter", "comma" }).status, 0);
+    EXPECT_THAT (read ("given.csv"), HasSubstr (",\"Hello?\","));
+
+    project["documents"] = { { "delimiter", 4711 } };
+    write ("film.json", project.dump());
+    ASSERT_EQ (run ({ "convert", "film.json", "odd.csv" }).status, 0);
+    EXPECT_EQ (read ("odd.csv"), read ("given.csv")) << "a number that means nothing";
+}
+
 TEST_F (ProgramProjectTest, theOptionsOfTimeAndReasonsWinOverTheProject)
 {
     importFilm();

@@ -32,6 +32,22 @@ int numberOf (const std::string& option, const std::string& value, const std::ve
     return static_cast<int> (found - known.begin()) + 1;
 }
 
+/** The number that an option names; else the one that the project keeps, as far as it is one; else the first. */
+int numberOf (const std::string& option, const std::string& value, int kept,
+              const std::vector<std::string>& known)
+{
+    if (! value.empty())
+        return numberOf (option, value, known);
+
+    return kept > 0 && kept <= static_cast<int> (known.size()) ? kept : 1;
+}
+
+/** What an option says; else what the project keeps. */
+juce::String givenOr (const std::string& option, const juce::String& kept)
+{
+    return option.empty() ? kept : juce::String (option);
+}
+
 /** The events as the list shows them, under the identifiers of their characters. */
 std::map<juce::String, EventArray::Events> groupedByCharacter (const EventArray::Events& events)
 {
@@ -59,11 +75,11 @@ void DocumentOptions::addTo (CLI::App& command)
 {
     add (command, "--by-character", byCharacter, "One file for each character");
     add (command, "--combine", combine, "With --by-character: all characters in one file");
-    add (command, "--layout", layout, "director, actor or engineer (director)");
+    add (command, "--layout", layout, "director, actor or engineer (the project's, else director)");
     add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
     add (command, "--take-numbers", takeNumbers, "Print boxes for the numbers of the takes");
-    add (command, "--delimiter", delimiter, "comma, semicolon or tab (comma)");
-    add (command, "--title", title, "Title of the project (the list's name)");
+    add (command, "--delimiter", delimiter, "comma, semicolon or tab (the project's, else comma)");
+    add (command, "--title", title, "Title of the project (the project's, else the list's name)");
     add (command, "--studio", studio, "Sound studio");
     add (command, "--supervisor", supervisor, "Sound supervisor");
     add (command, "--company", company, "Production company");
@@ -78,9 +94,10 @@ void DocumentOptions::addTo (CLI::App& command)
 
 void DocumentOptions::check() const
 {
-    numberOf ("--delimiter", delimiter, delimiters);
-    numberOf ("--layout", layout, layouts);
-
+    if (! delimiter.empty())
+        numberOf ("--delimiter", delimiter, delimiters);
+    if (! layout.empty())
+        numberOf ("--layout", layout, layouts);
     if (! paper.empty())
         numberOf ("--paper", paper, papers);
 }
@@ -106,17 +123,25 @@ std::shared_ptr<EventExportSettingsSet> DocumentOptions::settingsFor (const Proj
                                                                       const std::string& source,
                                                                       const DocumentFormat& format) const
 {
+    const auto& kept = project.documents;
     auto settings = std::make_shared<EventExportSettingsSet>();
     settings->exportType = format.type;
     settings->events = project.list->sortedFilteredEvents;
     settings->eventsByCharacter = groupedByCharacter (project.list->sortedFilteredEvents);
-    settings->layout = static_cast<EventExportLayout> (numberOf ("--layout", layout, layouts));
+    settings->layout = static_cast<EventExportLayout> (numberOf ("--layout", layout, kept.layout, layouts));
     settings->showTakeNumbers = takeNumbers;
     settings->projectSettings = { source == "-" ? juce::String() : fileFromPath (source).getFullPathName(),
-                                  title.empty() ? project.name : juce::String (title), studio, supervisor,
-                                  company };
-    settings->timelineSettings = { timeline, reel, pictureVersion, language, {} };
-    settings->options[EventExportCSVDelimiterKey] = numberOf ("--delimiter", delimiter, delimiters);
+                                  givenOr (title, kept.title.isEmpty() ? project.name : kept.title),
+                                  givenOr (studio, kept.studioName),
+                                  givenOr (supervisor, kept.soundSupervisor),
+                                  givenOr (company, kept.productionCompany) };
+    settings->timelineSettings = { givenOr (timeline, kept.timelineName),
+                                   givenOr (reel, kept.episodeReel),
+                                   givenOr (pictureVersion, kept.pictureVersion),
+                                   givenOr (language, kept.language),
+                                   {} };
+    settings->options[EventExportCSVDelimiterKey] =
+        numberOf ("--delimiter", delimiter, kept.delimiter, delimiters);
     settings->options[EventExportCSVTemplateKey] = format.csvTemplate;
     settings->options[EventExportCombineIntoSingleFileKey] = combine;
     settings->options[EventExportAppVersionKey] = SystemUtility::executableVersion();

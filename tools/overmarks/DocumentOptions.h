@@ -31,7 +31,8 @@ public:
     void sayWhatIsUnused (const std::vector<const DocumentFormat*>& formats, const std::string& names,
                           const Session& session) const;
 
-    /** The settings of one document of the events that the list shows; its folder and its name are still missing.
+    /** The settings of one document of the events that the list shows; its folder and its name are still missing. Texts, layout and
+        delimiter that aren't given are those that the project keeps; flags count only when they are given.
         @param source  the path of the list */
     std::shared_ptr<ZEP::Overmarks::EventExportSettingsSet> settingsFor (
         const ZEP::Overmarks::Project& project, const std::string& source,
@@ -48,8 +49,8 @@ private:
 
     bool combine = false;
     bool takeNumbers = false;
-    std::string layout = "director";
-    std::string delimiter = "comma";
+    std::string layout;    ///< empty: not given
+    std::string delimiter; ///< empty: not given
     std::string title;
     std::string studio;
     std::string supervisor;
