@@ -9,13 +9,14 @@ namespace ZEP::Overmarks
 
 /** How many cells the table of a file may have.
 
-    A cell takes some three hundred bytes of memory, and a hostile file can ask for many cells with few bytes: empty
-    subtitles, fields of no length, markers that repeat a row of ten thousand columns. A cue list needs far more than
-    four bytes for a cell, and its table never comes near the limit. */
+    A cell takes some three hundred bytes of memory and the cue that a row becomes more than a thousand, and a hostile file
+    can ask for many of them with few bytes: empty subtitles, fields of no length, markers that repeat a row of ten
+    thousand columns. A cue list needs far more than four bytes for a cell, and its table never comes near the limit. */
 class TableBudget final
 {
 public:
     static constexpr std::uint64_t kFileBytesPerCell = 4;
+    static constexpr std::uint64_t kCellsOfRow = 4;       ///< a row counts as so many cells more than it has
     static constexpr std::uint64_t kSpareCells = 1 << 20; ///< for small files, whatever they look like
 
     explicit TableBudget (std::uint64_t fileBytes) noexcept
@@ -23,13 +24,13 @@ public:
     {
     }
 
-    /** Takes the cells of one more row. False, and nothing is taken, when they are more than are left. */
+    /** Takes one more row of so many cells. False, and nothing is taken, when that is more than is left. */
     [[nodiscard]] bool takeRow (std::size_t cells) noexcept
     {
-        if (cells > cellsLeft)
+        if (cells + kCellsOfRow > cellsLeft)
             return false;
 
-        cellsLeft -= cells;
+        cellsLeft -= cells + kCellsOfRow;
         return true;
     }
 
