@@ -2,6 +2,7 @@
 // overmarks search: what the search field of an application would find.
 #include "FilterOptions.h"
 #include "ListSource.h"
+#include "ProjectForm.h"
 #include "TextTable.h"
 #include "commands/Commands.h"
 
@@ -100,9 +101,9 @@ void addSearchCommand (CLI::App& program, Session& session)
     auto options = std::make_shared<SearchOptions>();
     auto* command = program.add_subcommand ("search", "Search cue numbers and texts of the list");
     command->footer ("A cue of several lines has a row for itself before the rows of its lines.\n"
-                     "Example:\n  overmarks search film.json tomorrow\n"
-                     "  overmarks search film.json \"#A12\" --character ANNA");
-    command->add_option ("LIST", options->list, "Project in JSON or cue list")->required();
+                     "Example:\n  overmarks search film.overmarks tomorrow\n"
+                     "  overmarks search film.overmarks \"#A12\" --character ANNA");
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
     command
         ->add_option ("QUERY", options->query,
                       "Part of a cue number or text in any case, or # and a whole cue number")
