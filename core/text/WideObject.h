@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Core/Export.h"
+
+#include <juce_core/juce_core.h>
+
+#include <functional>
+#include <memory>
+
+namespace ZEP::Core
+{
+
+/** A JSON object that may have as many members as a season has cues.
+
+    The framework's own object compares a new member's name with those of all others and keeps every name in one
+    sorted pool of the process, so that filling it takes a time that grows with the square of their number. This
+    one is an ordinary object up to `plainMembers`; what comes later stands in a table of its own.
+
+    The rule that is easily missed: getProperties() knows only the first `plainMembers`. Whoever walks an object
+    that may be wide calls forEachMember().
+
+    Reference-counted like its base. One thread at a time. */
+class ZEP_CORE_API WideObject final : public juce::DynamicObject
+{
+public:
+    static constexpr int plainMembers = 256;
+
+    WideObject();
+    ~WideObject() override;
+
+    /** Adds a member at the end, or gives the one of this name a new value in its place.
+        @param name  not empty */
+    void setMember (const juce::String& name, const juce::var& value);
+
+    [[nodiscard]] int size() const noexcept;
+
+    using Visitor = std::function<bool (const juce::String& name, const juce::var& value)>;
+
+    /** Visits the members of any object in their order, until the visitor returns false.
+        @returns whether all were visited */
+    static bool forEachMember (juce::DynamicObject& object, const Visitor& visit);
+
+    bool hasProperty (const juce::Identifier& name) const override;
+    const juce::var& getProperty (const juce::Identifier& name) const override;
+    void setProperty (const juce::Identifier& name, const juce::var& value) override;
+    void removeProperty (const juce::Identifier& name) override;
+    Ptr clone() override;
+
+    /** The form in which the framework writes an object, a member a line. */
+    void writeAsJSON (juce::OutputStream& stream, int indentLevel, bool allOnOneLine,
+                      int maximumDecimalPlaces) override;
+
+private:
+    struct Further;
+
+    [[nodiscard]] juce::NamedValueSet& plain() const;
+    [[nodiscard]] const juce::var* find (const juce::String& name) const;
+
+    std::unique_ptr<Further> further; ///< the members behind the first ones
+};
+
+} // namespace ZEP::Core
