@@ -5,6 +5,7 @@
 #include "import/DBFEventFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/STLEventFileImporter.h"
+#include "import/TTALEventFileImporter.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,6 +32,13 @@ std::shared_ptr<EventFileImporter> make (ImportRequest& request)
     return std::make_shared<Importer> (request.filePath, request.errorMessage);
 }
 
+/** The same for an importer that needs to know the project's time. */
+template <typename Importer>
+std::shared_ptr<EventFileImporter> makeWithTime (ImportRequest& request)
+{
+    return std::make_shared<Importer> (request.filePath, request.errorMessage, std::move (request.timeInfo));
+}
+
 constexpr Maker notYet = nullptr;
 
 /** A line of the table of formats. */
@@ -54,7 +62,7 @@ const std::vector<Entry>& entries()
         { 5, { ".xml" }, "ADR Studio cue list", true, notYet },
         { 1, { ".dbf" }, "dBase table", true, make<DBFEventFileImporter> },
         { 6, { ".xlsx" }, "Excel workbook", true, notYet },
-        { 7, { ".ttal" }, "TTAL cue list", false, notYet },
+        { 7, { ".ttal" }, "TTAL cue list", false, makeWithTime<TTALEventFileImporter> },
         { 8, { ".docx" }, "Word cue sheet", false, notYet },
     };
     return table;

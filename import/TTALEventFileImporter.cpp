@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "import/TTALEventFileImporter.h"
+
+#include "core/text/StringUtil.h"
+#include "core/text/WideObject.h"
+#include "core/timecode/TCToolbox.h"
+#include "import/frame/JSONReader.h"
+#include "import/frame/WholeFile.h"
+#include "list/TTALFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+namespace
+{
+
+constexpr auto kCantBeOpened = "The file could not be opened.";
+constexpr auto kCantBeParsed = "The file content could not be parsed properly.";
+constexpr auto kMissingBlocks = "The TTAL file does not contain all mandatory objects. Missing: ";
+constexpr auto kMetaIsNoObject = "Couldn't parse meta object.";
+constexpr auto kEventsAreNoObject = "Couldn't parse events object.";
+constexpr auto kCharactersAreNoObject = "Couldn't parse characters object.";
+constexpr auto kInvalidRate = "FPS value in metadata block is either not present or set to an invalid value.";
+constexpr auto kOtherTimeFormat =
+    "Unsupported value for 'timeFormat'. Currently, only 'FRAMES' is supported.";
+constexpr auto kMissingInMeta = "Block 'meta' does not contain all mandatory fields. Missing: ";
+constexpr auto kMissingFields = " does not contain all mandatory fields. Missing: ";
+
+/** The columns of a row, in their order. */
+enum Column : std::size_t
+{
+    startColumn,
+    endColumn,
+    textColumn,
+    characterColumn,
+    cueNumberColumn,
+    notesColumn,
+    forcedNarrativeColumn,
+    regionColumn
+};
+
+constexpr std::array columnNames { "Start TC", "End TC",           "Text",     "Character", "Cue Number",
+                                   "Notes",    "Forced Narrative", "FN Region" };
+
+/** What a part of the file must have and has not shown yet. */
+class MissingNames final
+{
+public:
+    MissingNames (std::initializer_list<const char*> mandatory) : names (mandatory) {}
+
+    void strike (const juce::String& name) { names.removeString (name); }
+    [[nodiscard]] bool any() const { return ! names.isEmpty(); }
+
+    /** Each name with a blank behind it. */
+    [[nodiscard]] juce::String list() const { return names.joinIntoString (" ") + (any() ? " " : ""); }
+
+private:
+    juce::StringArray names;
+};
+
+/** A whole number, as the framework converts it, but for one that is too large: it stops at the end of the range. */
+int wholeNumber (const juce::var& value)
+{
+    constexpr auto lowest = std::numeric_limits<int>::min();
+    constexpr auto highest = std::numeric_limits<int>::max();
+
+    if (value.isInt64())
+        return static_cast<int> (
+            std::clamp (static_cast<juce::int64> (value), juce::int64 { lowest }, juce::int64 { highest }));
+
+    if (value.isDouble())
+    {
+        const auto number = static_cast<double> (value);
+        return std::isnan (number)
+                   ? 0
+                   : static_cast<int> (std::clamp (number, double { lowest }, double { highest }));
+    }
+
+    return static_cast<int> (value);
+}
+
+/** Whether a value has members; the framework counts a list as an object too. */
+bool isObject (const juce::var& value) { return value.getDynamicObject() != nullptr; }
+
+/** Visits the members of a value that is an object, until the visitor returns false. False for any other value too. */
+bool forEachMember (const juce::var& value, const Core::WideObject::Visitor& visit)
+{
+    auto* const object = value.getDynamicObject();
+    return object != nullptr && Core::WideObject::forEachMember (*object, visit);
+}
+
+} // namespace
+
+TTALEventFileImporter::TTALEventFileImporter (const juce::String& path, juce::String& errorMessage,
+                                              std::shared_ptr<Core::TimeInfo> projectTime)
+    : EventFileImporter (path, errorMessage, std::move (projectTime))
+{
+    parse (errorMessage, Core::TextEncodingUnknown);
+}
+
+TTALEventFileImporter::~TTALEventFileImporter() = default;
+
+bool TTALEventFileImporter::userMappingEnabled() const { return false; }
+
+int TTALEventFileImporter::type() { return 7; }
+
+juce::String TTALEventFileImporter::languageCode() { return language; }
+
+void TTALEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding /*textEncoding*/)
+{
+    const auto firstRow = rows.size();
+    assignColumns();
+
+    if (readFile (errorMessage) && parseBlocks (errorMessage))
+        resolveCharacters (firstRow, errorMessage);
+}
+
+void TTALEventFileImporter::assignColumns()
+{
+    for (std::size_t i = 0; i < columnNames.size(); ++i)
+        columnMap[columnNames[i]] = static_cast<int> (i);
+}
+
+bool TTALEventFileImporter::readFile (juce::String& errorMessage)
+{
+    const auto bytes = contentOfFile (filePath);
+
+    if (! bytes.has_value())
+    {
+        errorMessage += kCantBeOpened;
+        return false;
+    }
+
+    auto shown = Core::TextEncodingUnknown;
+    auto root =
+        JSONReader::read (Core::StringUtil::stringWithTextEncoding (bytes->data(), bytes->size(), shown));
+
+    if (! root.has_value() || ! isObject (*root))
+    {
+        errorMessage += kCantBeParsed;
+        return false;
+    }
+
+    jsonRoot = std::move (*root);
+    return true;
+}
+
+/** False if a block ends the whole import. */
+bool TTALEventFileImporter::parseBlocks (juce::String& errorMessage)
+{
+    MissingNames missing { TTAL::kMeta, TTAL::kEvents, TTAL::kCharacters };
+
+    const bool usable = forEachMember (jsonRoot,
+                                       [&] (const juce::String& name, juce::var block)
+                                       {
+                                           missing.strike (name);
+
+                                           if (name == TTAL::kMeta)
+                                               return parseMetaObject (block, errorMessage);
+                                           if (name == TTAL::kEvents)
+                                               return parseEventsArray (block, errorMessage);
+                                           if (name == TTAL::kCharacters)
+                                               return parseCharactersArray (block, errorMessage);
+
+                                           return true;
+                                       });
+
+    if (usable && missing.any())
+        errorMessage += kMissingBlocks + missing.list();
+
+    return usable;
+}
+
+bool TTALEventFileImporter::parseMetaObject (juce::var& meta, juce::String& errorMessage)
+{
+    if (! isObject (meta))
+    {
+        errorMessage += kMetaIsNoObject;
+        return false;
+    }
+
+    MissingNames missing { TTAL::kFps, TTAL::kLang, TTAL::kTimeFormat };
+
+    const auto parseMember = [&] (const juce::String& name, const juce::var& value)
+    {
+        missing.strike (name);
+
+        if (name == TTAL::kFps)
+        {
+            const auto rate = TTAL::rateNamed (value.toString());
+
+            if (! rate.has_value())
+            {
+                errorMessage += kInvalidRate;
+                return false;
+            }
+
+            fps = *rate;
+        }
+        else if (name == TTAL::kLang)
+        {
+            language = value.toString();
+        }
+        else if (name == TTAL::kTimeFormat && value.toString() != TTAL::kFrames)
+        {
+            errorMessage += kOtherTimeFormat;
+            return false;
+        }
+
+        return true;
+    };
+
+    if (! forEachMember (meta, parseMember))
+        return false;
+
+    if (missing.any())
+        errorMessage += kMissingInMeta + missing.list();
+
+    return ! missing.any();
+}
+
+bool TTALEventFileImporter::parseEventsArray (juce::var& events, juce::String& errorMessage)
+{
+    if (! isObject (events))
+    {
+        errorMessage += kEventsAreNoObject;
+        return false;
+    }
+
+    return forEachMember (events, [&] (const juce::String& id, const juce::var& event)
+                          { return parseEvent (id, event, errorMessage); });
+}
+
+/** Makes the row of one event. What is no object lacks everything. */
+bool TTALEventFileImporter::parseEvent (const juce::String& id, const juce::var& event,
+                                        juce::String& errorMessage)
+{
+    MissingNames missing { TTAL::kStart, TTAL::kEnd, TTAL::kTxt, TTAL::kCharacterId };
+    std::vector<Core::RichTextString> row (columnNames.size());
+    std::vector<juce::AttributedString::Attribute> styles;
+    bool stylesAreUsable = true;
+    row[forcedNarrativeColumn] = juce::String ("no");
+
+    forEachMember (event,
+                   [&] (const juce::String& name, const juce::var& value)
+                   {
+                       missing.strike (name);
+
+                       if (name == TTAL::kStart)
+                           row[startColumn] = timecode (wholeNumber (value));
+                       else if (name == TTAL::kEnd)
+                           row[endColumn] = timecode (long { wholeNumber (value) } - 1);
+                       else if (name == TTAL::kTxt)
+                           row[textColumn] = value.toString();
+                       else if (name == TTAL::kCharacterId)
+                           row[characterColumn] = value.toString();
+                       else if (name == TTAL::kCue)
+                           row[cueNumberColumn] = value.toString();
+                       else if (name == TTAL::kDubAnnotations)
+                           row[notesColumn] = value.getProperty (TTAL::kText, {}).toString();
+                       else if (name == TTAL::kType && value.toString() == TTAL::kForcedNarrative)
+                           row[forcedNarrativeColumn] = juce::String ("yes");
+                       else if (name == TTAL::kRgn)
+                           row[regionColumn] = value.toString();
+                       else if (name == TTAL::kStyles && ! value.isArray())
+                           stylesAreUsable = false;
+                       else if (name == TTAL::kStyles)
+                           styles = richTextAttributesFromStylesObject (value);
+
+                       return true;
+                   });
+
+    if (missing.any())
+        errorMessage += "Event with ID: " + id + kMissingFields + missing.list();
+    else if (! stylesAreUsable)
+        errorMessage += "Couldn't parse styles of event with ID: " + id;
+
+    if (missing.any() || ! stylesAreUsable)
+        return false;
+
+    row[textColumn].applyAttributes (styles);
+    rows.push_back (std::move (row));
+    return true;
+}
+
+std::vector<juce::AttributedString::Attribute> TTALEventFileImporter::richTextAttributesFromStylesObject (
+    juce::var styles)
+{
+    std::vector<juce::AttributedString::Attribute> attributes;
+
+    if (! styles.isArray())
+        return attributes;
+
+    for (const auto& style : *styles.getArray())
+    {
+        const auto from = wholeNumber (style.getProperty (TTAL::kFrom, -1));
+        const auto to = wholeNumber (style.getProperty (TTAL::kTo, -1));
+        const auto look = style.getProperty (TTAL::kType, {}).toString();
+
+        if (from == -1 || to == -1 || look.isEmpty())
+            continue;
+
+        auto font = Core::RichTextString::defaultFont();
+
+        if (look == TTAL::kBold)
+            font.setBold (true);
+        else if (look == TTAL::kItalic)
+            font.setItalic (true);
+
+        attributes.push_back ({ { from, std::max (from, to) }, font, juce::Colour (0xff000000) });
+    }
+
+    return attributes;
+}
+
+bool TTALEventFileImporter::parseCharactersArray (juce::var& characters, juce::String& errorMessage)
+{
+    characterMap = std::make_shared<Core::ADRCharacterMap>();
+
+    if (! isObject (characters))
+    {
+        errorMessage += kCharactersAreNoObject;
+        return false;
+    }
+
+    const auto parseCharacter = [&] (const juce::String& id, const juce::var& character)
+    {
+        if (! character.hasProperty (TTAL::kName))
+        {
+            errorMessage += "Character with ID: " + id + kMissingFields + TTAL::kName + " ";
+            return false;
+        }
+
+        const auto name = character.getProperty (TTAL::kName, {}).toString();
+        characterMap->addCharacter (std::make_shared<Core::ADRCharacter> (name), true, id);
+        return true;
+    };
+
+    return forEachMember (characters, parseCharacter);
+}
+
+/** Puts names in the place of the characters' identifiers, since the cast may stand behind the events. Without a cast nobody
+    is known. */
+void TTALEventFileImporter::resolveCharacters (std::size_t firstRow, juce::String& errorMessage)
+{
+    for (auto i = firstRow; i < rows.size(); ++i)
+    {
+        auto& cell = rows[i][characterColumn];
+        const auto id = cell.getText();
+        juce::String name;
+
+        if (id != TTAL::kNullCharacter)
+        {
+            const auto character = characterMap != nullptr ? characterMap->characterForID (id) : nullptr;
+
+            if (character == nullptr)
+            {
+                errorMessage +=
+                    "An event uses a character with ID " + id + " but no character with this ID exists";
+                return;
+            }
+
+            name = character->name;
+        }
+
+        cell = Core::RichTextString (name);
+    }
+}
+
+juce::String TTALEventFileImporter::timecode (long frame) const
+{
+    const auto time = timeInfo != nullptr ? *timeInfo : Core::TimeInfo();
+    return Core::TCToolbox::stringFromTCTime (
+        Core::TCToolbox::addFramesAndTCTimes (frame, time.timeOrigin, time.tcDef), false);
+}
+
+} // namespace ZEP::Overmarks

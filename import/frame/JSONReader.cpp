@@ -1,0 +1,349 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "import/frame/JSONReader.h"
+
+#include "core/text/StringUtil.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+
+namespace
+{
+
+constexpr std::string_view space = " \t\r\n";
+constexpr std::string_view digits = "0123456789";
+
+constexpr std::size_t mostDigitsOfWholeNumber = 18; // that many always fit 64 bits
+constexpr std::size_t bytesPerContainer = 16;       // an event of a cue list takes more than a hundred
+constexpr std::size_t spareContainers = 1 << 16;
+
+constexpr unsigned firstHighHalf = 0xd800;
+constexpr unsigned firstLowHalf = 0xdc00;
+constexpr unsigned lastLowHalf = 0xdfff;
+constexpr unsigned replacementCharacter = 0xfffd;
+
+void appendUTF8 (std::string& bytes, unsigned code)
+{
+    const auto text = juce::String::charToString (static_cast<juce::juce_wchar> (code));
+    bytes += text.toRawUTF8();
+}
+
+juce::var numberOf (std::string_view text, bool isWhole)
+{
+    if (isWhole && text.size() - (text.front() == '-' ? 1 : 0) <= mostDigitsOfWholeNumber)
+    {
+        juce::int64 number = 0;
+        std::from_chars (text.data(), text.data() + text.size(), number);
+        const bool isSmall =
+            number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+        return isSmall ? juce::var (static_cast<int> (number)) : juce::var (number);
+    }
+
+    double number = 0.0;
+    const auto [end, error] = std::from_chars (text.data(), text.data() + text.size(), number);
+
+    if (error == std::errc::result_out_of_range && text.find ("e-") == std::string_view::npos
+        && text.find ("E-") == std::string_view::npos)
+        number = std::numeric_limits<double>::infinity() * (text.front() == '-' ? -1.0 : 1.0);
+
+    return number;
+}
+
+} // namespace
+
+std::optional<juce::var> JSONReader::read (const juce::String& text)
+{
+    JSONReader reader ({ text.toRawUTF8(), text.getNumBytesAsUTF8() });
+
+    if (! reader.readRoot())
+        return std::nullopt;
+
+    return std::move (reader.root);
+}
+
+/** Each object and each list takes some hundred bytes of memory, and a hostile text asks for one with two. */
+std::size_t JSONReader::mostContainers (std::size_t bytes)
+{
+    return spareContainers + bytes / bytesPerContainer;
+}
+
+bool JSONReader::readRoot()
+{
+    skipSpace();
+
+    if (rest.empty())
+        return true;
+
+    if (! (take ('{') ? enter ('}') : take ('[') && enter (']')))
+        return false;
+
+    while (! open.empty())
+        if (! readElement())
+            return false;
+
+    return true;
+}
+
+/** Reads the next element of the innermost object or list, or its end. */
+bool JSONReader::readElement()
+{
+    skipSpace();
+
+    if (take (open.back().end))
+    {
+        auto finished = std::move (open.back().value);
+        open.pop_back();
+        return accept (std::move (finished));
+    }
+
+    return (open.back().object == nullptr || readName()) && readValue();
+}
+
+bool JSONReader::readName()
+{
+    juce::String name;
+
+    if (! rest.starts_with ('"') || ! readString (name) || name.isEmpty())
+        return false;
+
+    open.back().name = name;
+    skipSpace();
+
+    if (! take (':'))
+        return false;
+
+    skipSpace();
+    return true;
+}
+
+bool JSONReader::readValue()
+{
+    if (rest.empty())
+        return false;
+
+    switch (rest.front())
+    {
+        case '{': return take ('{') && enter ('}');
+        case '[': return take ('[') && enter (']');
+        case 't': return readWord ("true", true);
+        case 'f': return readWord ("false", false);
+        case 'n': return readWord ("null", {});
+        case '"':
+        case '\'':
+        {
+            juce::String text;
+            return readString (text) && accept (text);
+        }
+        default: return readNumber();
+    }
+}
+
+bool JSONReader::enter (char end)
+{
+    if (open.size() == deepestNesting || containersLeft == 0)
+        return false;
+
+    --containersLeft;
+    Open container;
+    container.end = end;
+
+    if (end == '}')
+    {
+        container.object = new Core::WideObject();
+        container.value = container.object.get();
+    }
+    else
+    {
+        container.value = juce::Array<juce::var>();
+    }
+
+    open.push_back (std::move (container));
+    return true;
+}
+
+/** Puts a value where it belongs, and goes on behind it. */
+bool JSONReader::accept (juce::var value)
+{
+    add (std::move (value));
+    return readBehindValue();
+}
+
+/** Into the innermost object or list; without one the value is the root. */
+void JSONReader::add (juce::var value)
+{
+    if (open.empty())
+        root = std::move (value);
+    else if (auto& container = open.back(); container.object != nullptr)
+        container.object->setMember (container.name, value);
+    else
+        container.value.getArray()->add (std::move (value));
+}
+
+/** Reads up to the next element: a comma, or the end of one or several containers. */
+bool JSONReader::readBehindValue()
+{
+    while (! open.empty())
+    {
+        skipSpace();
+
+        if (take (','))
+            return true;
+
+        if (! take (open.back().end))
+            return false;
+
+        auto finished = std::move (open.back().value);
+        open.pop_back();
+        add (std::move (finished));
+    }
+
+    return true;
+}
+
+bool JSONReader::readWord (std::string_view word, const juce::var& value)
+{
+    if (! rest.starts_with (word))
+        return false;
+
+    rest.remove_prefix (word.size());
+    return accept (value);
+}
+
+std::size_t JSONReader::digitsAt (std::size_t place) const
+{
+    return std::min (rest.find_first_not_of (digits, place), rest.size()) - std::min (place, rest.size());
+}
+
+bool JSONReader::readNumber()
+{
+    std::size_t length = rest.starts_with ('-') ? 1 : 0;
+    const auto wholeDigits = digitsAt (length);
+
+    if (wholeDigits == 0)
+        return false;
+
+    length += wholeDigits;
+    bool isWhole = true;
+
+    if (rest.substr (length).starts_with ('.'))
+    {
+        isWhole = false;
+        length += 1 + digitsAt (length + 1);
+    }
+
+    if (length < rest.size() && (rest[length] == 'e' || rest[length] == 'E'))
+    {
+        isWhole = false;
+        const bool hasSign = length + 1 < rest.size() && (rest[length + 1] == '-' || rest[length + 1] == '+');
+        const auto start = length + (hasSign ? 2 : 1);
+        length = start + digitsAt (start);
+
+        if (length == start)
+            return false;
+    }
+
+    const auto number = numberOf (rest.substr (0, length), isWhole);
+    rest.remove_prefix (length);
+    return accept (number);
+}
+
+/** Reads a text with the quotes around it. */
+bool JSONReader::readString (juce::String& result)
+{
+    const char stops[] = { rest.front(), '\\', '\0' };
+    rest.remove_prefix (1);
+    std::string bytes;
+
+    for (;;)
+    {
+        const auto length = rest.find_first_of (stops);
+
+        if (length == std::string_view::npos)
+            return false;
+
+        bytes += rest.substr (0, length);
+        rest.remove_prefix (length);
+
+        if (take (stops[0]))
+            break;
+
+        if (! readEscape (bytes))
+            return false;
+    }
+
+    result = Core::StringUtil::fromUTF8 (bytes);
+    return true;
+}
+
+bool JSONReader::readEscape (std::string& bytes)
+{
+    static constexpr std::string_view letters = "abfnrt";
+    static constexpr std::string_view meanings = "\a\b\f\n\r\t";
+
+    rest.remove_prefix (1);
+
+    if (take ('u'))
+        return readUnicodeEscape (bytes);
+
+    if (rest.empty())
+        return false;
+
+    const auto letter = letters.find (rest.front());
+    bytes += letter != std::string_view::npos ? meanings[letter] : rest.front();
+    rest.remove_prefix (1);
+    return true;
+}
+
+bool JSONReader::readUnicodeEscape (std::string& bytes)
+{
+    auto code = takeFourHexDigits();
+
+    if (! code.has_value() || *code == 0)
+        return false;
+
+    if (*code >= firstHighHalf && *code < firstLowHalf && rest.starts_with ("\\u"))
+    {
+        const auto behindHighHalf = rest;
+        rest.remove_prefix (2);
+        const auto low = takeFourHexDigits();
+
+        if (low.has_value() && *low >= firstLowHalf && *low <= lastLowHalf)
+            code = 0x10000 + ((*code - firstHighHalf) << 10) + (*low - firstLowHalf);
+        else
+            rest = behindHighHalf;
+    }
+
+    const bool isHalf = *code >= firstHighHalf && *code <= lastLowHalf;
+    appendUTF8 (bytes, isHalf ? replacementCharacter : *code);
+    return true;
+}
+
+std::optional<unsigned> JSONReader::takeFourHexDigits()
+{
+    unsigned code = 0;
+    const auto four = rest.substr (0, 4);
+    const auto [end, error] = std::from_chars (four.data(), four.data() + four.size(), code, 16);
+
+    if (error != std::errc() || end != rest.data() + 4)
+        return std::nullopt;
+
+    rest.remove_prefix (4);
+    return code;
+}
+
+bool JSONReader::take (char expected)
+{
+    if (! rest.starts_with (expected))
+        return false;
+
+    rest.remove_prefix (1);
+    return true;
+}
+
+void JSONReader::skipSpace() { rest.remove_prefix (std::min (rest.find_first_not_of (space), rest.size())); }
+
+} // namespace ZEP::Overmarks

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "core/text/WideObject.h"
+
+#include <juce_core/juce_core.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZEP::Overmarks
+{
+
+/** Reads a JSON text from a stranger.
+
+    It accepts what juce::JSON accepts: beyond the standard also a comma behind the last element, single quotes around a
+    value, any character but NUL inside of quotes, and text behind the end. Unlike juce::JSON it doesn't call itself for
+    what is nested, never looks behind the end of a text that breaks off, puts the two halves of an escaped emoji together,
+    and takes a time in proportion to the text whatever stands in it. Half an emoji becomes U+FFFD.
+
+    Of two members with one name the later value counts. One object reads one text. */
+class JSONReader final
+{
+public:
+    static constexpr int deepestNesting = 64; ///< objects and lists within each other
+
+    /** @returns a value whose objects are Core::WideObject, a void one for a text of blanks, and nothing for what is no
+                 JSON, is nested too deeply, or is made of more lists and objects than any cue list */
+    [[nodiscard]] static std::optional<juce::var> read (const juce::String& text);
+
+private:
+    /** An object or a list whose end hasn't been read yet. */
+    struct Open
+    {
+        char end;
+        juce::var value;
+        juce::ReferenceCountedObjectPtr<Core::WideObject> object; ///< null for a list
+        juce::String name;                                        ///< of the member that is being read
+    };
+
+    explicit JSONReader (std::string_view text) : rest (text), containersLeft (mostContainers (text.size()))
+    {
+    }
+
+    static std::size_t mostContainers (std::size_t bytes);
+
+    bool readRoot();
+    bool readElement();
+    bool readName();
+    bool readValue();
+    bool enter (char end);
+    bool accept (juce::var value);
+    void add (juce::var value);
+    bool readBehindValue();
+    bool readWord (std::string_view word, const juce::var& value);
+    bool readNumber();
+    std::size_t digitsAt (std::size_t place) const;
+    bool readString (juce::String& result);
+    bool readEscape (std::string& bytes);
+    bool readUnicodeEscape (std::string& bytes);
+    std::optional<unsigned> takeFourHexDigits();
+
+    [[nodiscard]] bool take (char expected);
+    void skipSpace();
+
+    std::string_view rest;
+    std::size_t containersLeft;
+    std::vector<Open> open;
+    juce::var root;
+};
+
+} // namespace ZEP::Overmarks
