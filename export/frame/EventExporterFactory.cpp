@@ -2,6 +2,7 @@
 #include "export/frame/EventExporterFactory.h"
 
 #include "export/EventCSVExporter.h"
+#include "export/EventTTALExporter.h"
 
 #include <algorithm>
 #include <iterator>
@@ -35,7 +36,7 @@ constexpr Entry entries[] = {
     { EventExportTypePDF, "PDF document", ".pdf", notYet },
     { EventExportTypeWord, "Word document", ".docx", notYet },
     { EventExportTypeCSV, "Delimited text", ".csv", make<EventCSVExporter> },
-    { EventExportTypeTTAL, "TTAL cue list", ".ttal", notYet },
+    { EventExportTypeTTAL, "TTAL cue list", ".ttal", make<EventTTALExporter> },
     { EventExportTypeExcel, "Excel workbook", ".xlsx", notYet },
 };
 
