@@ -8,13 +8,11 @@
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/OutputFile.h"
 #include "export/frame/OutputFileNames.h"
+#include "export/frame/SingleByteText.h"
 
 #include <Poco/Latin1Encoding.h>
-#include <Poco/TextConverter.h>
-#include <Poco/UTF8Encoding.h>
 #include <Poco/Windows1252Encoding.h>
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -65,16 +63,7 @@ const std::vector<std::pair<juce::String, juce::String>>& ownColumns()
 /** Writes a text in an encoding of one byte a character. */
 void writeConverted (OutputFile& file, const juce::String& text, const Poco::TextEncoding& target)
 {
-    std::string bytes = text.toStdString();
-
-    // All of them agree with ASCII, which most lists are.
-    if (std::any_of (bytes.begin(), bytes.end(),
-                     [] (char c) { return static_cast<unsigned char> (c) > 127; }))
-    {
-        const std::string unconverted = std::exchange (bytes, {});
-        Poco::TextConverter (Poco::UTF8Encoding(), target, '?').convert (unconverted, bytes);
-    }
-
+    const auto bytes = singleByteText (text.toStdString(), target);
     file.write (bytes.data(), bytes.size());
 }
 

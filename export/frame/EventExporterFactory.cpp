@@ -42,8 +42,8 @@ constexpr Entry entries[] = {
 
 /** What programs call without the factory. */
 const ExportFormat directFormats[] = {
-    { EventExportTypeASC, "ASC cue list", ".asc", false, false },
-    { EventExportTypeArendis, "Arendis cue list", ".txt", false, false },
+    { EventExportTypeASC, "ASC cue list", ".asc", true, false },
+    { EventExportTypeArendis, "Arendis cue list", ".txt", true, false },
 };
 
 std::vector<ExportFormat> makeFormats()
