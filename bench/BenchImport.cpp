@@ -2,11 +2,13 @@
 // From the bytes of a cue list to events.
 #include "SampleLists.h"
 
+#include "import/ADRStudioEventFileImporter.h"
 #include "import/CSVEventFileImporter.h"
 #include "import/CSVParser.h"
 #include "import/DBFEventFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/STLEventFileImporter.h"
+#include "import/TTALEventFileImporter.h"
 #include "import/frame/EventRowReader.h"
 
 #include <benchmark/benchmark.h>
@@ -24,7 +26,7 @@ void sizes (benchmark::internal::Benchmark* benchmark)
     benchmark->RangeMultiplier (10)->Range (1000, 100000)->Unit (benchmark::kMillisecond);
 }
 
-/** The sample table as a file, gone again with this object. */
+/** A sample as a file, gone again with this object. */
 class SampleFile final
 {
 public:
@@ -150,6 +152,33 @@ void importDBF (benchmark::State& state)
     importSample<DBFEventFileImporter> (state, { ".dbf", bench::sampleDBF (rows) }, rows, 1);
 }
 BENCHMARK (importDBF)->Apply (sizes);
+
+void importADRStudio (benchmark::State& state)
+{
+    const auto rows = static_cast<int> (state.range (0));
+    importSample<ADRStudioEventFileImporter> (state, { ".xml", bench::sampleADRStudio (rows) }, rows, 0);
+}
+BENCHMARK (importADRStudio)->Apply (sizes);
+
+void importTTAL (benchmark::State& state)
+{
+    const auto rows = static_cast<int> (state.range (0));
+    const auto project = bench::sampleProject (1);
+    const SampleFile file (".ttal", bench::sampleTTAL (rows));
+
+    for (auto _ : state)
+    {
+        juce::String error;
+        const TTALEventFileImporter importer (file.path(), error, project.timeInfo);
+
+        if (error.isNotEmpty() || static_cast<int> (importer.rows.size()) != rows)
+            state.SkipWithError ("the sample can't be read");
+    }
+
+    state.SetBytesProcessed (state.iterations() * file.size());
+    state.SetItemsProcessed (state.iterations() * rows);
+}
+BENCHMARK (importTTAL)->Apply (sizes);
 
 void rowsToEvents (benchmark::State& state)
 {

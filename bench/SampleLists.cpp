@@ -184,4 +184,59 @@ std::string sampleDBF (int numberOfRows)
     return file + '\x1a';
 }
 
+std::string sampleTTAL (int numberOfEvents)
+{
+    std::mt19937 random (11);
+    std::string text =
+        R"({"meta": {"tool": "x", "fps": "FPS_2500", "lang": "en", "timeFormat": "FRAMES"}, "events": {)";
+
+    for (int i = 0; i < numberOfEvents; ++i)
+    {
+        const auto start = i * framesBetweenCues;
+        text += (i > 0 ? ",\n\"" : "\n\"") + juce::Uuid().toDashedString().toStdString() + R"(": {"start": )"
+                + std::to_string (start) + R"(, "end": )" + std::to_string (start + 51) + R"(, "cue": ")"
+                + std::to_string (i + 1) + R"(", "txt": ")" + sentence (random)
+                + R"(", "styles": [{"from": 0, "to": 5, "type": "bold"}], "characterId": "c)"
+                + std::to_string (random() % numberOfCharacters)
+                + R"(", "dubAnnotations": {"types": [], "text": ")" + sentence (random) + "\"}}";
+    }
+
+    text += "}, \"characters\": {";
+
+    for (int i = 0; i < numberOfCharacters; ++i)
+        text += (i > 0 ? ", \"c" : "\"c") + std::to_string (i) + R"(": {"name": "CHARACTER )"
+                + std::to_string (i) + "\"}";
+
+    return text + "}}";
+}
+
+std::string sampleADRStudio (int numberOfCues)
+{
+    const auto info = timeInfo();
+    std::mt19937 random (11);
+    std::string text =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n<array>\n";
+
+    const auto add = [&text] (const char* key, const std::string& value)
+    { text += std::string ("<key>") + key + "</key><string>" + value + "</string>\n"; };
+
+    for (int i = 0; i < numberOfCues; ++i)
+    {
+        const auto time = [&] (int frame) {
+            return TCToolbox::stringFromTCTime (TCToolbox::tcTimeForFrameIndex (frame, *info), false)
+                .toStdString();
+        };
+        text += "<dict>\n";
+        add ("In Time", time (i * framesBetweenCues));
+        add ("Out Time", time (i * framesBetweenCues + 50));
+        add ("Character", "CHARACTER " + std::to_string (random() % numberOfCharacters));
+        add ("Dialog", sentence (random));
+        add ("Clip Name", std::to_string (i + 1));
+        add ("Notes", sentence (random));
+        text += "</dict>\n";
+    }
+
+    return text + "</array>\n</dict>\n</plist>\n";
+}
+
 } // namespace bench

@@ -26,4 +26,10 @@ std::string sampleEBUSTL (int numberOfRows);
 /** The same cues as a dBase table of six fields, 132 bytes a record. */
 std::string sampleDBF (int numberOfRows);
 
+/** The same cues as a TTAL file. */
+std::string sampleTTAL (int numberOfEvents);
+
+/** The same cues as a property list of ADR Studio. */
+std::string sampleADRStudio (int numberOfCues);
+
 } // namespace bench
