@@ -10,6 +10,7 @@ find_package(Protobuf REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(CLI11 REQUIRED)
 find_package(nlohmann_json REQUIRED)
+find_package(EXPAT REQUIRED)
 
 pkg_check_modules(JUCE_PLATFORM REQUIRED IMPORTED_TARGET freetype2 libpng libjpeg zlib alsa x11)
 

@@ -38,4 +38,4 @@ overmarks_shared_library(ZEP_MIDIIO EXPORT_NAME MIDIIO MACRO ZEP_MIDIIO COMPONEN
 overmarks_shared_library(ZEP_Overmarks EXPORT_NAME Overmarks MACRO OVERMARKS
     COMPONENTS preferences event list import export
     LINKS ZEP_MIDIIO ZEP_Core ZEP_FileFormat Poco::Foundation
-    PRIVATE_LINKS Poco::Encodings nlohmann_json::nlohmann_json)
+    PRIVATE_LINKS Poco::Encodings nlohmann_json::nlohmann_json EXPAT::EXPAT)

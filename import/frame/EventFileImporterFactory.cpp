@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/EventFileImporterFactory.h"
 
+#include "import/ADRStudioEventFileImporter.h"
 #include "import/CSVEventFileImporter.h"
 #include "import/DBFEventFileImporter.h"
 #include "import/SRTEventFileImporter.h"
@@ -59,7 +60,7 @@ const std::vector<Entry>& entries()
         { 0, { ".txt" }, "Pro Tools session info", false, notYet },
         { 3, { ".srt" }, "SubRip subtitles", false, make<SRTEventFileImporter> },
         { 4, { ".stl" }, "EBU or text STL subtitles", false, make<STLEventFileImporter> },
-        { 5, { ".xml" }, "ADR Studio cue list", true, notYet },
+        { 5, { ".xml" }, "ADR Studio cue list", true, make<ADRStudioEventFileImporter> },
         { 1, { ".dbf" }, "dBase table", true, make<DBFEventFileImporter> },
         { 6, { ".xlsx" }, "Excel workbook", true, notYet },
         { 7, { ".ttal" }, "TTAL cue list", false, makeWithTime<TTALEventFileImporter> },
