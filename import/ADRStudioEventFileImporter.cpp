@@ -3,7 +3,8 @@
 
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
-#include "import/frame/WholeFile.h"
+#include "import/frame/ImportedBytes.h"
+#include "import/frame/TableBudget.h"
 #include "import/frame/XMLGate.h"
 #include "preferences/PreferenceKeys.h"
 
@@ -102,7 +103,7 @@ void ADRStudioEventFileImporter::parse (juce::String& errorMessage, Core::TextEn
 {
     rows.clear();
 
-    const auto bytes = contentOfFile (filePath).value_or (std::string());
+    const auto bytes = bytesOfFile (filePath);
     auto examined = bytes;
     encoding = textEncoding != Core::TextEncodingUnknown ? textEncoding : detectEncoding (examined);
 
@@ -111,7 +112,7 @@ void ADRStudioEventFileImporter::parse (juce::String& errorMessage, Core::TextEn
     const auto* const list = root != nullptr ? root->getChildByName (kDict) : nullptr;
     const auto* const cues = list != nullptr ? list->getChildByName (kArray) : nullptr;
 
-    if (cues == nullptr || ! readCues (*cues, document.charactersAreBytes))
+    if (cues == nullptr || ! readCues (*cues, bytes.size(), document.charactersAreBytes))
     {
         errorMessage += kOtherXML;
         return;
@@ -121,14 +122,16 @@ void ADRStudioEventFileImporter::parse (juce::String& errorMessage, Core::TextEn
         columnMap[columnNames[i]] = static_cast<int> (i);
 }
 
-/** Makes a row of each cue, up to the first element that is none. */
-bool ADRStudioEventFileImporter::readCues (const juce::XmlElement& cues, bool charactersAreBytes)
+/** Makes a row of each cue, up to the first element that is none. A table that grows without end has no more either. */
+bool ADRStudioEventFileImporter::readCues (const juce::XmlElement& cues, std::size_t fileBytes,
+                                           bool charactersAreBytes)
 {
+    TableBudget budget (fileBytes);
     const auto ignoreOpenEnded = Core::UserDefaults::getBoolForKey (EventImportIgnoreOpenEndedPrefKey);
 
     for (const auto* cue = cues.getFirstChildElement(); cue != nullptr; cue = cue->getNextElement())
     {
-        if (! cue->hasTagName (kDict))
+        if (! cue->hasTagName (kDict) || ! budget.takeRow (columnNames.size()))
             return false;
 
         rows.push_back (rowOf (*cue, ignoreOpenEnded, charactersAreBytes));

@@ -6,6 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -32,7 +33,8 @@ public:
     [[nodiscard]] int type() override;
 
 private:
-    [[nodiscard]] bool readCues (const juce::XmlElement& cues, bool charactersAreBytes);
+    [[nodiscard]] bool readCues (const juce::XmlElement& cues, std::size_t fileBytes,
+                                 bool charactersAreBytes);
     [[nodiscard]] std::vector<Core::RichTextString> rowOf (const juce::XmlElement& cue, bool ignoreOpenEnded,
                                                            bool charactersAreBytes);
     [[nodiscard]] juce::String decodedValue (const juce::XmlElement& value, bool charactersAreBytes);

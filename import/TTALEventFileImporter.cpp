@@ -4,8 +4,8 @@
 #include "core/text/StringUtil.h"
 #include "core/text/WideObject.h"
 #include "core/timecode/TCToolbox.h"
+#include "import/frame/ImportedBytes.h"
 #include "import/frame/JSONReader.h"
-#include "import/frame/WholeFile.h"
 #include "list/TTALFormat.h"
 
 #include <algorithm>
@@ -139,6 +139,9 @@ bool TTALEventFileImporter::readFile (juce::String& errorMessage)
     auto shown = Core::TextEncodingUnknown;
     auto root =
         JSONReader::read (Core::StringUtil::stringWithTextEncoding (bytes->data(), bytes->size(), shown));
+
+    if (shown != Core::TextEncodingUnknown)
+        encoding = shown;
 
     if (! root.has_value() || ! isObject (*root))
     {

@@ -15,23 +15,29 @@ bool isOrdinaryFile (const juce::String& path)
     return std::filesystem::is_regular_file (path.toStdString(), error);
 }
 
-std::string bytesOfFile (const juce::String& path)
+std::optional<std::string> contentOfFile (const juce::String& path)
 {
     if (! isOrdinaryFile (path))
-        return {};
+        return std::nullopt;
 
     std::ifstream stream (path.toStdString(), std::ios::in | std::ios::binary);
+
+    if (! stream.is_open())
+        return std::nullopt;
+
     stream.seekg (0, std::ios::end);
     const auto end = static_cast<std::streamoff> (stream.tellg());
     stream.seekg (0);
     if (end > kMostBytesOfAFile)
-        return {};
+        return std::nullopt;
 
     std::string bytes (static_cast<std::size_t> (std::max (end, std::streamoff { 0 })), '\0');
     stream.read (bytes.data(), static_cast<std::streamsize> (bytes.size()));
     bytes.resize (static_cast<std::size_t> (stream.gcount()));
     return bytes;
 }
+
+std::string bytesOfFile (const juce::String& path) { return contentOfFile (path).value_or (std::string()); }
 
 void replaceEach (std::string& bytes, std::string_view sought, std::string_view replacement)
 {

@@ -4,6 +4,7 @@
 #include <juce_core/juce_core.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,10 @@ namespace ZEP::Overmarks
 /** No cue list comes near this size; a file that claims more isn't read into memory. */
 inline constexpr std::int64_t kMostBytesOfAFile = std::int64_t { 1 } << 30;
 
-/** The bytes of a whole file; none if it can't be read, is no ordinary file, or is larger than kMostBytesOfAFile. */
+/** The bytes of a whole file; nothing if it can't be opened, is no ordinary file, or is larger than kMostBytesOfAFile. */
+[[nodiscard]] std::optional<std::string> contentOfFile (const juce::String& path);
+
+/** The bytes of a whole file; none where contentOfFile has nothing. */
 [[nodiscard]] std::string bytesOfFile (const juce::String& path);
 
 /** Replaces every occurrence, from left to right; what a replacement brings is not looked at again. An empty `sought`

@@ -305,6 +305,23 @@ TEST_F (ADRStudioImport, endlessNestingIsRefused)
     EXPECT_EQ (message, otherXML);
 }
 
+TEST_F (ADRStudioImport, aListOfEmptyCuesWithoutEndIsRefused)
+{
+    std::string cues;
+    for (int i = 0; i < 500000; ++i)
+        cues += "<dict  ></dict  >";
+    importCues (cues);
+    EXPECT_EQ (message, "");
+    EXPECT_EQ (importer->rows.size(), 500000u);
+
+    cues.clear();
+    for (int i = 0; i < 500000; ++i)
+        cues += "<dict/>";
+    importCues (cues);
+    EXPECT_EQ (message, otherXML);
+    EXPECT_LT (importer->rows.size(), 500000u);
+}
+
 TEST_F (ADRStudioImport, aHugeValueIsAValueLikeAnyOther)
 {
     const std::string huge (5000000, 'x');

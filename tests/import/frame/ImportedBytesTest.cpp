@@ -39,6 +39,8 @@ TEST (ImportedBytes, aFileComesWholeWithItsZeros)
     const std::string bytes ("a\0\r\n\xff", 5);
     EXPECT_EQ (bytesOfFile (folder.file ("list", bytes)), bytes);
     EXPECT_EQ (bytesOfFile (folder.file ("empty", "")), "");
+    EXPECT_EQ (contentOfFile (folder.file ("list", bytes)), bytes);
+    EXPECT_EQ (contentOfFile (folder.file ("empty", "")), std::string());
 }
 
 TEST (ImportedBytes, whatIsNoOrdinaryFileHasNoBytesAndIsNeverWaitedFor)
@@ -51,6 +53,7 @@ TEST (ImportedBytes, whatIsNoOrdinaryFileHasNoBytesAndIsNeverWaitedFor)
     {
         EXPECT_FALSE (isOrdinaryFile (path)) << path;
         EXPECT_EQ (bytesOfFile (path), "") << path;
+        EXPECT_FALSE (contentOfFile (path).has_value()) << path;
     }
 }
 
