@@ -4,6 +4,8 @@
 #include "Progress.h"
 #include "StagingFolder.h"
 
+#include "export/EventASCExporter.h"
+#include "export/EventArendisTXTExporter.h"
 #include "export/EventCSVExporter.h"
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/EventExporterFactory.h"
@@ -88,11 +90,27 @@ juce::File inside (const juce::File& folder, const juce::String& name)
     return folder.getChildFile ("./" + name);
 }
 
+/** Writes a document whose exporter isn't made by the factory. It doesn't tell of failures: those show in the missing file.
+    @returns false for any other document */
+bool writeWithoutFactory (const EventExportSettingsSet& settings, const juce::File& file)
+{
+    if (settings.exportType == EventExportTypeASC)
+        EventASCExporter().exportEvents (settings.events, file.getFullPathName());
+    else if (settings.exportType == EventExportTypeArendis)
+        EventArendisTXTExporter().exportEvents (settings.events, file.getFullPathName(),
+                                                settings.projectSettings.projectName);
+    else
+        return false;
+
+    return true;
+}
+
 } // namespace
 
 /** A document with its settings, the names that its exporter uses and the files that it becomes. */
 struct DocumentBatch::Work
 {
+    const DocumentFormat* format;
     std::shared_ptr<EventExportSettingsSet> settings;
     std::vector<juce::String> names;
     std::vector<juce::File> targets;
@@ -119,10 +137,10 @@ void DocumentBatch::add (const DocumentFormat& format, const juce::String& baseN
 
 DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& project) const
 {
-    Work work { options.settingsFor (project, source, *order.format), {}, {} };
+    Work work { order.format, options.settingsFor (project, source, *order.format), {}, {} };
     work.settings->outputDirectory = folder.getFullPathName();
     work.settings->fileName = order.baseName;
-    work.names = namesOf (*work.settings, order.format->extension, options.byCharacter);
+    work.names = namesOf (*work.settings, order.format->extension, isByCharacter (*order.format));
 
     for (const auto& name : work.names)
         work.targets.push_back (
@@ -130,6 +148,11 @@ DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& p
                                 + order.extension));
 
     return work;
+}
+
+bool DocumentBatch::isByCharacter (const DocumentFormat& format) const
+{
+    return options.byCharacter && format.canBeByCharacter();
 }
 
 void DocumentBatch::refuse (const std::vector<Work>& works) const
@@ -151,6 +174,10 @@ void DocumentBatch::refuse (const std::vector<Work>& works) const
 void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const
 {
     work.settings->outputDirectory = stage.getFullPathName();
+
+    if (writeWithoutFactory (*work.settings, inside (stage, work.names.front())))
+        return;
+
     FileCounter counter (progress, filesBefore);
     const auto exporter = EventExporterFactory::eventExporter (work.settings);
     exporter->delegate = &counter;
@@ -162,8 +189,8 @@ void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& st
             return options.yes || askOnTerminal (question);
         };
 
-    auto error =
-        options.byCharacter ? exporter->exportEventsByCharacter() : exporter->exportEventsByTimecode();
+    auto error = isByCharacter (*work.format) ? exporter->exportEventsByCharacter()
+                                              : exporter->exportEventsByTimecode();
 
     // The user knows nothing of the place where documents are made.
     for (std::size_t i = 0; i < work.names.size(); ++i)
@@ -215,7 +242,7 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
         {
             const auto finished = inside (stage, work.names[i]);
 
-            // An exporter also ends well when a question was answered with no.
+            // An exporter also ends well when a question was answered with no, or when there is nothing to write.
             if (! finished.exists())
             {
                 session.report ({ {}, 0, {}, work.targets[i].getFullPathName() + " was not written" });

@@ -52,6 +52,7 @@ private:
     std::vector<juce::File> moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,
                                            Session& session) const;
     void refuse (const std::vector<Work>& works) const;
+    bool isByCharacter (const DocumentFormat& format) const;
     void finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const;
 
     const DocumentOptions& options;

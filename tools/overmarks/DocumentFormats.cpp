@@ -4,6 +4,8 @@
 #include "Session.h"
 #include "Suggestion.h"
 
+#include <algorithm>
+
 namespace overmarks
 {
 
@@ -12,7 +14,7 @@ using namespace ZEP::Overmarks;
 namespace
 {
 
-constexpr int ownTemplate = 0, dsTakerTemplate = 1, euroTakerTemplate = 2;
+constexpr int ownTemplate = 0, dsTakerTemplate = 1, euroTakerTemplate = 2, noTemplate = -1;
 
 } // namespace
 
@@ -24,21 +26,54 @@ const std::vector<DocumentFormat>& documentFormats()
           ownTemplate,
           ".csv",
           "Cue list as a table, all columns",
-          { "--by-character", "--combine", "--delimiter" } },
+          { "--by-character", "--combine", "--delimiter" },
+          { Content::times, Content::types, Content::characters, Content::prefixes, Content::actors,
+            Content::cueNumbers, Content::text, Content::notes, Content::engineeringNotes, Content::done,
+            Content::disabled, Content::takes, Content::reasons, Content::durations, Content::tempo,
+            Content::forcedNarratives } },
         { "ds-taker",
           EventExportTypeCSV,
           dsTakerTemplate,
           ".csv",
           "Table for DS Taker: one row a cue number",
-          { "--by-character", "--combine", "--delimiter", "--yes" } },
+          { "--by-character", "--combine", "--delimiter", "--yes" },
+          { Content::times, Content::characters, Content::cueNumbers, Content::notes } },
         { "euro-taker",
           EventExportTypeCSV,
           euroTakerTemplate,
           ".csv",
           "Table for EuroTaker: the heading alone",
-          { "--by-character", "--combine", "--delimiter" } },
+          { "--by-character", "--combine", "--delimiter" },
+          {} },
+        { "ttal",
+          EventExportTypeTTAL,
+          noTemplate,
+          ".ttal",
+          "TTAL cue list",
+          { "--by-character", "--combine", "--language" },
+          { Content::times, Content::characters, Content::cueNumbers, Content::text, Content::lineBreaks,
+            Content::boldAndItalic, Content::notes, Content::forcedNarratives } },
+        { "asc",
+          EventExportTypeASC,
+          noTemplate,
+          ".asc",
+          "ASC cue list: ADR cues in fixed columns",
+          {},
+          { Content::characters, Content::cueNumbers, Content::text } },
+        { "arendis",
+          EventExportTypeArendis,
+          noTemplate,
+          ".txt",
+          "Script for Arendis in fixed columns",
+          { "--title" },
+          { Content::characters, Content::cueNumbers, Content::text } },
     };
     return formats;
+}
+
+bool DocumentFormat::canBeByCharacter() const
+{
+    return std::find (options.begin(), options.end(), "--by-character") != options.end();
 }
 
 const DocumentFormat& documentFormat (const std::string& name, const std::vector<std::string>& furtherNames)

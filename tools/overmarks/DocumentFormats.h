@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "FormatContent.h"
+
 #include "export/frame/EventExportTypes.h"
 
 #include <string>
@@ -18,6 +20,10 @@ struct DocumentFormat
     std::string extension; ///< with its dot
     std::string description;
     std::vector<std::string> options; ///< those of DocumentOptions that make a difference to this document
+    std::vector<Content> carries;     ///< what of an event the document has a place for
+
+    /** Whether it can be one file for each character. */
+    [[nodiscard]] bool canBeByCharacter() const;
 };
 
 /** All documents that can be written now. */

@@ -112,6 +112,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
     {
         read.error.clear();
+        read.importer->rows.clear(); // an importer may add to them
         read.importer->parse (read.error, encoding);
     }
 
@@ -255,6 +256,7 @@ juce::String nameOfList (const std::string& path)
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session)
 {
     constexpr int proToolsText = 0;
+    constexpr int ttal = 7;
     sayWhatAFileDoesNotNeed (path, options, session);
     auto read = withFile (path, options,
                           [&options] (const juce::File& file, const juce::String& shownPath)
@@ -262,6 +264,9 @@ ReadFile readCueList (const std::string& path, const ListOptions& options, const
 
     if (options.hasTracks() && read.importer->type() != proToolsText)
         sayWhatIsUnused ({ "--tracks" }, read.shownPath, session);
+
+    if (options.encoding() != TextEncodingUnknown && read.importer->type() == ttal)
+        sayWhatIsUnused ({ "--encoding" }, read.shownPath, session);
 
     return read;
 }

@@ -2,6 +2,7 @@
 // overmarks formats, keys and reasons: what there is.
 #include "DocumentFormats.h"
 #include "ListOptions.h"
+#include "Suggestion.h"
 #include "TextTable.h"
 #include "commands/Catalogue.h"
 #include "commands/Commands.h"
@@ -27,6 +28,7 @@ void showFormats (Session& session)
 {
     auto formats = json::array();
 
+    // What an imported list carries is up to its columns.
     for (const auto& format : EventFileImporterFactory::formats())
         if (format.available)
             formats.push_back ({ { "name", format.name.toStdString() },
@@ -41,7 +43,8 @@ void showFormats (Session& session)
                              { "reads", false },
                              { "writes", true },
                              { "columnMapping", false },
-                             { "format", format.name } });
+                             { "format", format.name },
+                             { "carries", joined (namesOf (format.carries)) } });
 
     formats.push_back ({ { "name", "Project" },
                          { "extensions", ".overmarks" },
@@ -54,9 +57,11 @@ void showFormats (Session& session)
                          { "reads", true },
                          { "writes", true },
                          { "columnMapping", false },
-                         { "format", "json" } });
+                         { "format", "json" },
+                         { "carries", "everything" } });
     showCatalogue (session, "formats",
-                   { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format" }, formats);
+                   { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format", "Carries" },
+                   formats);
 }
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------

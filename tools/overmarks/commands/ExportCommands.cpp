@@ -113,6 +113,7 @@ void exportDocuments (const ExportOptions& options, Session& session)
     refuseFolderOf (fileFromPath (options.folder).getChildFile ("document"));
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (project, session);
+    sayWhatIsLost (formats, project.list->sortedFilteredEvents, session);
     tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 
@@ -134,6 +135,7 @@ void convertToDocument (const ConvertOptions& options, const DocumentFormat& for
     DocumentBatch batch (options.documents, out.getParentDirectory(), options.list);
     batch.add (format, out.getFileNameWithoutExtension(), out.getFileExtension());
     const auto project = loadList (options.list, options.listOptions, session);
+    sayWhatIsLost ({ &format }, project.list->sortedFilteredEvents, session);
     tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 
@@ -163,7 +165,7 @@ void convertList (const ConvertOptions& options, Session& session)
     if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
         throw CommandFailure (options.out + " is the list itself");
 
-    if (! options.documents.byCharacter || document == nullptr)
+    if (! options.documents.byCharacter || document == nullptr || ! document->canBeByCharacter())
         refuseToReplace (out, options.documents.policy);
 
     refuseFolderOf (out);

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// TTAL, ASC, Arendis and ADR Studio through the program, and what is said of what a format leaves out.
+#include "overmarks/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+
+using nlohmann::ordered_json;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace
+{
+
+using Names = std::vector<std::string>;
+
+constexpr auto ttalList =
+    R"({"meta": {"fps": "FPS_2500", "lang": "en", "timeFormat": "FRAMES"}, "events": {)"
+    R"("e1": {"start": 50, "end": 101, "cue": "A1", "txt": "Hello?", "characterId": "c1", )"
+    R"("styles": [{"from": 0, "to": 5, "type": "bold"}], "dubAnnotations": {"types": [], "text": "softly"}}, )"
+    R"("e2": {"start": 150, "end": 200, "txt": "HARBOUR", "type": "fn", "rgn": "top", )"
+    R"("characterId": "00000000-0000-0000-0000-000000000000"}}, "characters": {"c1": {"name": "ANNA"}}})";
+
+constexpr auto adrStudioList =
+    "<plist><dict><array><dict><key>In Time</key><string>01:00:02:00</string><key>Out Time</key>"
+    "<string>01:00:04:00</string><key>Character</key><string>ANNA</string><key>Dialog</key><string>Hello?</string>"
+    "<key>Clip Name</key><string>A1</string></dict></array></dict></plist>";
+
+constexpr auto listWithReasons = "Start TC,End TC,Character,Actor,Text,Cue Number,Reason\n"
+                                 "01:00:02:00,01:00:04:00,ANNA,B. Miller,Hello?,A1,Clarity (AR4)\n";
+
+TEST_F (ProgramTest, rowsShowsATTALFile)
+{
+    write ("x.ttal", ttalList);
+    const auto shown = run ({ "rows", "x.ttal", "--json", "--origin", "01:00:00:00" }).json();
+    EXPECT_EQ (shown["type"], 7);
+    EXPECT_EQ (shown["userMappingEnabled"], false);
+    EXPECT_EQ (shown["error"], "");
+    EXPECT_EQ (shown["languageCode"], "en");
+    EXPECT_EQ (shown["rows"][0],
+               (Names { "01:00:02:00", "01:00:04:00", "Hello?", "ANNA", "A1", "softly", "no", "" }));
+    EXPECT_EQ (shown["characters"][0]["id"], "c1");
+}
+
+TEST_F (ProgramTest, aTTALFileBecomesAProjectAndComesBackAsItWas)
+{
+    write ("x.ttal", ttalList);
+    ASSERT_EQ (run ({ "convert", "x.ttal", "x.json" }).status, 0);
+    ASSERT_EQ (run ({ "convert", "x.json", "y.ttal", "--language", "en" }).status, 0);
+    const auto before = run ({ "rows", "x.ttal", "--json", "--rich" }).json();
+    auto after = run ({ "rows", "y.ttal", "--json", "--rich" }).json();
+    EXPECT_EQ (after["rows"], before["rows"]);
+    EXPECT_EQ (after["characters"], before["characters"]);
+    EXPECT_EQ (after["languageCode"], "en");
+}
+
+TEST_F (ProgramTest, anEncodingMakesNoDifferenceToTTAL)
+{
+    write ("x.ttal", ttalList);
+    const auto result = run ({ "list", "x.ttal", "--json", "--encoding", "mac-roman" });
+    EXPECT_EQ (result.status, 0);
+    EXPECT_EQ (result.json()["events"].size(), 2u);
+    EXPECT_THAT (result.errors, HasSubstr ("x.ttal: --encoding makes no difference to this list"));
+}
+
+TEST_F (ProgramTest, aBrokenTTALFileIsRefusedWithItsWords)
+{
+    write ("x.ttal", "{\"meta\": ");
+    EXPECT_EQ (errorOf ({ "import", "x.ttal", "-o", "x.json" }, 1),
+               "x.ttal: The file content could not be parsed properly.");
+    EXPECT_EQ (filesInFolder(), Names { "x.ttal" });
+}
+
+TEST_F (ProgramTest, anADRStudioFileIsImported)
+{
+    write ("x.xml", adrStudioList);
+    ASSERT_EQ (run ({ "import", "x.xml", "-o", "x.json", "--origin", "01:00:00:00" }).status, 0);
+    const auto events = run ({ "list", "x.json", "--json" }).json()["events"];
+    ASSERT_EQ (events.size(), 1u);
+    EXPECT_EQ (events[0]["cueNumber"], "A1");
+    EXPECT_EQ (events[0]["startTC"], "01:00:02:00");
+    EXPECT_EQ (events[0]["character"], "ANNA");
+}
+
+TEST_F (ProgramTest, anADRStudioColumnCanBeUsedForSomethingElse)
+{
+    write ("x.xml", adrStudioList);
+    const auto result = run ({ "list", "x.xml", "--json", "--map", "#6=Notes" });
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_EQ (result.json()["events"][0]["notes"]["text"], "A1");
+}
+
+TEST_F (ProgramTest, textsOfFixedColumnsAreExported)
+{
+    write ("x.csv", threeCues);
+    ASSERT_TRUE (file ("out").createDirectory().wasOk());
+    const auto result = run (
+        { "export", "x.csv", "-o", "out", "--format", "asc,arendis,ttal", "--title", "Harbour", "--json" });
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_EQ (result.json()["files"],
+               (Names { path ("out/x.asc"), path ("out/x.txt"), path ("out/x.ttal") }));
+    EXPECT_TRUE (
+        read ("out/x.asc")
+            .starts_with ("ANNA                    Hello?                               A1\r\n\r\n"));
+    EXPECT_TRUE (read ("out/x.txt").starts_with ("Harbour\r\n\r\n\r\n\r\n\r\n\r\n"));
+    EXPECT_EQ (ordered_json::parse (read ("out/x.ttal"))["events"].size(), 3u);
+}
+
+TEST_F (ProgramTest, aTextOfFixedColumnsIsOneFileAlsoByCharacter)
+{
+    write ("x.csv", threeCues);
+    const auto result = run ({ "convert", "x.csv", "x.asc", "--by-character" });
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_THAT (result.errors, HasSubstr ("--by-character makes no difference to asc"));
+    EXPECT_EQ (filesInFolder(), (Names { "x.asc", "x.csv" }));
+    EXPECT_EQ (run ({ "convert", "x.csv", "x.asc", "--by-character" }).status, 1);
+}
+
+TEST_F (ProgramTest, arendisNeedsItsNameToConvert)
+{
+    write ("x.csv", threeCues);
+    EXPECT_EQ (run ({ "convert", "x.csv", "x.txt" }).status, 2);
+    EXPECT_EQ (run ({ "convert", "x.csv", "x.txt", "--format", "arendis" }).status, 0);
+    EXPECT_THAT (read ("x.txt"), HasSubstr ("(1. Band)"));
+}
+
+TEST_F (ProgramTest, ttalIsWrittenForEachCharacter)
+{
+    write ("x.csv", threeCues);
+    ASSERT_TRUE (file ("out").createDirectory().wasOk());
+    EXPECT_EQ (run ({ "export", "x.csv", "-o", "out", "--format", "ttal", "--by-character" }).status, 0);
+    EXPECT_EQ (filesInFolder(), (Names { "out", "out/x_ANNA.ttal", "out/x_TOM.ttal", "x.csv" }));
+}
+
+TEST_F (ProgramTest, whatAFormatLeavesOutIsSaidOnce)
+{
+    write ("x.csv", listWithReasons);
+    EXPECT_THAT (
+        run ({ "convert", "x.csv", "x.ttal" }).errors,
+        HasSubstr ("ttal has no place for everything in this list; it leaves out: actors, reasons\n"));
+    EXPECT_THAT (
+        run ({ "convert", "x.csv", "x.asc" }).errors,
+        HasSubstr ("asc has no place for everything in this list; it leaves out: times, actors, reasons\n"));
+    EXPECT_THAT (run ({ "convert", "x.csv", "y.csv" }).errors, Not (HasSubstr ("leaves out")));
+    EXPECT_THAT (run ({ "convert", "x.csv", "x.json" }).errors, Not (HasSubstr ("leaves out")));
+    EXPECT_THAT (run ({ "convert", "x.csv", "z.ttal", "--quiet" }).errors, Not (HasSubstr ("leaves out")));
+}
+
+TEST_F (ProgramTest, boldTextIsLostInATableAndKeptInTTAL)
+{
+    write ("x.ttal", ttalList);
+    EXPECT_THAT (run ({ "convert", "x.ttal", "x.csv" }).errors,
+                 HasSubstr ("it leaves out: bold and italic\n"));
+    EXPECT_THAT (run ({ "convert", "x.ttal", "y.ttal" }).errors, Not (HasSubstr ("leaves out")));
+}
+
+TEST_F (ProgramTest, formatsShowsWhatEachCarries)
+{
+    const auto formats = run ({ "formats", "--json" }).json()["formats"];
+    std::map<std::string, std::string> carried;
+    for (const auto& format : formats)
+        if (format.contains ("format"))
+            carried[format["format"]] = format["carries"];
+
+    EXPECT_EQ (carried["asc"], "characters, cue numbers, text");
+    EXPECT_EQ (carried["arendis"], "characters, cue numbers, text");
+    EXPECT_EQ (
+        carried["ttal"],
+        "times, characters, cue numbers, text, line breaks, bold and italic, notes, forced narratives");
+    EXPECT_EQ (carried["json"], "everything");
+    EXPECT_EQ (carried["euro-taker"], "");
+    EXPECT_THAT (run ({ "formats" }).output, HasSubstr ("Carries"));
+}
+
+} // namespace
