@@ -143,12 +143,13 @@ TEST_F (ProgramTest, anUnknownExtensionNamesAllFormats)
     write ("x.csv", threeCues);
     EXPECT_EQ (
         errorOf ({ "convert", "x.csv", "out.foo" }, 2),
-        "\"foo\" is no format that can be written; there are csv, ds-taker, euro-taker, overmarks, json.");
+        "\"foo\" is no format that can be written; there are csv, ds-taker, euro-taker, ttal, asc, arendis, overmarks, json.");
     EXPECT_EQ (errorOf ({ "convert", "x.csv", "out" }, 2),
                "out has no extension that tells its format; --format does");
-    EXPECT_EQ (errorOf ({ "export", "x.csv", "-o", ".", "--format", "cvs" }, 2),
-               "\"cvs\" is no format that can be written; there are csv, ds-taker, euro-taker. "
-               "Did you mean \"csv\"?");
+    EXPECT_EQ (
+        errorOf ({ "export", "x.csv", "-o", ".", "--format", "cvs" }, 2),
+        "\"cvs\" is no format that can be written; there are csv, ds-taker, euro-taker, ttal, asc, arendis. "
+        "Did you mean \"csv\"?");
 }
 
 TEST_F (ProgramTest, allDocumentsOfAnExportAreCheckedBeforeTheFirstIsWritten)
