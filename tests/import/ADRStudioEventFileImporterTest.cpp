@@ -272,7 +272,7 @@ TEST_F (ADRStudioImport, damagedAndHarmfulFilesAreRefused)
 TEST_F (ADRStudioImport, aFileThatBreaksOffAnywhereIsRefused)
 {
     const auto whole = bytesOfFile (dataFile ("adrstudio/utf8.xml"));
-    for (std::size_t length = 0; length < whole.rfind ('>'); ++length)
+    for (std::size_t length = 0; length < whole.rfind ('>'); length += 7)
     {
         import (whole.substr (0, length));
         ASSERT_EQ (message, otherXML) << length;

@@ -48,7 +48,7 @@ TEST_F (TTALImport, damagedFilesCantBeParsed)
 TEST_F (TTALImport, aFileThatBreaksOffAnywhereCantBeParsed)
 {
     const auto whole = bytesOfFile (dataFile ("ttal/three_lines.ttal"));
-    for (std::size_t length = 0; length < whole.size() - 2; ++length)
+    for (std::size_t length = 0; length < whole.size() - 2; length += 3)
     {
         import (whole.substr (0, length));
         ASSERT_EQ (message, cantBeParsed) << length;
