@@ -159,7 +159,7 @@ TEST_F (ProgramTest, formatsShowsWhatEachCarries)
     std::map<std::string, std::string> carried;
     for (const auto& format : formats)
         if (format.contains ("format"))
-            carried[format["format"]] = format["carries"];
+            carried[format["format"].get<std::string>()] = format["carries"].get<std::string>();
 
     EXPECT_EQ (carried["asc"], "characters, cue numbers, text");
     EXPECT_EQ (carried["arendis"], "characters, cue numbers, text");
@@ -167,6 +167,7 @@ TEST_F (ProgramTest, formatsShowsWhatEachCarries)
         carried["ttal"],
         "times, characters, cue numbers, text, line breaks, bold and italic, notes, forced narratives");
     EXPECT_EQ (carried["json"], "everything");
+    EXPECT_EQ (carried["overmarks"], "everything");
     EXPECT_EQ (carried["euro-taker"], "");
     EXPECT_THAT (run ({ "formats" }).output, HasSubstr ("Carries"));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/SettingsFile.h"
 
+#include "support/TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 #include <juce_graphics/juce_graphics.h>
 
@@ -13,10 +15,6 @@ using ZEP::Core::SettingsFile;
 class Settings : public testing::Test
 {
 protected:
-    ~Settings() override { folder.deleteRecursively(); }
-
-    void SetUp() override { ASSERT_TRUE (folder.createDirectory()); }
-
     template <typename Value>
     void comesBack (const Value& value)
     {
@@ -27,9 +25,8 @@ protected:
         EXPECT_EQ (Poco::AnyCast<Value> (read.at ("key")), value);
     }
 
-    juce::File folder = juce::File::getSpecialLocation (juce::File::tempDirectory)
-                            .getNonexistentChildFile ("overmarks-settings", {});
-    juce::File file = folder.getChildFile ("settings.xml");
+    const ZEP::Overmarks::Testing::TemporaryFolder folder;
+    const juce::File file = folder.file ("settings.xml");
 };
 
 struct DamagedValue
@@ -104,12 +101,12 @@ TEST_F (Settings, leavesNothingBesideTheFile)
     for (int i = 0; i < 3; ++i)
         ASSERT_TRUE (SettingsFile::write (file, { { "key", i } }));
 
-    EXPECT_EQ (folder.getNumberOfChildFiles (juce::File::findFiles), 1);
+    EXPECT_EQ (folder.names(), std::vector<std::string> { "settings.xml" });
 }
 
 TEST_F (Settings, makesMissingFolders)
 {
-    const auto deep = folder.getChildFile ("a/b/settings.xml");
+    const auto deep = folder.file ("a/b/settings.xml");
 
     EXPECT_TRUE (SettingsFile::write (deep, {}));
     EXPECT_TRUE (deep.existsAsFile());
@@ -127,7 +124,7 @@ TEST_F (Settings, aPlaceThatCannotBeWrittenGivesAMessage)
 TEST_F (Settings, aFileThatCannotBeReadGivesAMessage)
 {
     SettingsFile::Values read { { "other", 2 } };
-    for (const auto& place : { file, folder })
+    for (const auto& place : { file, juce::File (folder.directory()) })
         EXPECT_EQ (SettingsFile::read (place, read).getErrorMessage(),
                    "The settings file \"" + place.getFullPathName() + "\" can't be read");
     EXPECT_EQ (read.count ("other"), 1u);

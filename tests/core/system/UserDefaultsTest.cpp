@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/UserDefaults.h"
 
+#include "support/TemporaryFolder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,13 +17,7 @@ using Limits = std::numeric_limits<int>;
 class Preferences : public testing::Test
 {
 protected:
-    ~Preferences() override { folder.deleteRecursively(); }
-
-    void SetUp() override
-    {
-        ASSERT_TRUE (folder.createDirectory());
-        forget();
-    }
+    void SetUp() override { forget(); }
 
     void TearDown() override { forget(); }
 
@@ -38,9 +34,8 @@ protected:
         ASSERT_TRUE (UserDefaults::removeAllStoredValues());
     }
 
-    juce::File folder = juce::File::getSpecialLocation (juce::File::tempDirectory)
-                            .getNonexistentChildFile ("overmarks-defaults", {});
-    juce::File file = folder.getChildFile ("settings.xml");
+    const ZEP::Overmarks::Testing::TemporaryFolder folder;
+    const juce::File file = folder.file ("settings.xml");
 };
 } // namespace
 
@@ -170,8 +165,8 @@ TEST_F (Preferences, aStoredValueThatTheKeyCannotMeanLeavesTheDefault)
 
 TEST_F (Preferences, oneUsersSettingsDoNotGoIntoTheFileOfAnother)
 {
-    const auto first = folder.getChildFile ("first.settings");
-    const auto second = folder.getChildFile ("second.settings");
+    const auto first = folder.file ("first.settings");
+    const auto second = folder.file ("second.settings");
 
     ASSERT_TRUE (UserDefaults::setSettingsFile (first));
     ASSERT_TRUE (UserDefaults::setValueForKey ("x", 1));
@@ -265,7 +260,7 @@ TEST_F (Preferences, aDamagedFileLeavesEverythingAsItWas)
 {
     ASSERT_TRUE (UserDefaults::setSettingsFile (file));
     ASSERT_TRUE (UserDefaults::setValueForKey ("code", 3));
-    const auto damaged = folder.getChildFile ("damaged.xml");
+    const auto damaged = folder.file ("damaged.xml");
     ASSERT_TRUE (damaged.replaceWithText ("<PROPERTIES><VALUE name=\"code\" val=\"int:9\"/>"));
 
     EXPECT_EQ (UserDefaults::setSettingsFile (damaged).getErrorMessage(),
@@ -295,7 +290,7 @@ TEST_F (Preferences, aFileThatCannotBeWrittenGivesAMessageAndTheValueHolds)
 
 TEST_F (Preferences, aLinkToTheFileStaysALink)
 {
-    const auto link = folder.getChildFile ("link.xml");
+    const auto link = folder.file ("link.xml");
     ASSERT_TRUE (UserDefaults::setSettingsFile (file));
     ASSERT_TRUE (UserDefaults::setValueForKey ("code", 3));
     ASSERT_TRUE (file.createSymbolicLink (link, false));

@@ -51,7 +51,8 @@ void showFormats (Session& session)
                          { "reads", true },
                          { "writes", true },
                          { "columnMapping", false },
-                         { "format", "overmarks" } });
+                         { "format", "overmarks" },
+                         { "carries", "everything" } });
     formats.push_back ({ { "name", "Project in JSON, whole" },
                          { "extensions", ".json" },
                          { "reads", true },
