@@ -10,8 +10,7 @@
 #include "import/frame/ImportedBytes.h"
 
 #include <array>
-#include <memory>
-#include <utility>
+#include <fstream>
 
 namespace ZEP::Overmarks
 {
@@ -24,28 +23,25 @@ namespace
 /** The columns in the order of their cells. */
 constexpr std::array kColumns { "Start TC", "End TC", "Text" };
 
-constexpr int kBytesReadAhead = 1 << 16;
-
-/** A file from its start; null if it can't be read. */
-std::unique_ptr<juce::InputStream> streamOfFile (const juce::String& path)
+/** A file from its start; one that can't be read gives no bytes. */
+std::ifstream streamOfFile (const juce::String& path)
 {
-    if (! isOrdinaryFile (path))
-        return {};
-
-    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (path);
-    auto stream = std::make_unique<juce::FileInputStream> (file);
-
-    if (stream->failedToOpen())
-        return {};
-    return std::make_unique<juce::BufferedInputStream> (stream.release(), kBytesReadAhead, true);
+    return isOrdinaryFile (path) ? std::ifstream (path.toStdString(), std::ios::in | std::ios::binary)
+                                 : std::ifstream();
 }
 
-/** Reads a block. False if the file ends before the block does. */
+/** Reads a block. False if the file ends before the block does, or there is no file. */
 template <std::size_t length>
-bool readBlock (juce::InputStream& stream, std::array<char, length>& block)
+bool readBlock (std::ifstream& stream, std::array<char, length>& block)
 {
     block.fill (0);
-    return std::cmp_equal (stream.read (block.data(), length), length);
+    return stream.is_open() && stream.read (block.data(), length).good();
+}
+
+/** "1 line", "2 lines". */
+juce::String counted (int number, const char* thing)
+{
+    return juce::String (number) + " " + thing + (number == 1 ? "" : "s");
 }
 
 std::string_view withoutCarriageReturn (std::string_view line)
@@ -74,8 +70,11 @@ void STLEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
     rows.clear();
 
     std::array<char, EBUSubtitles::kLengthToTellFormat> firstBytes {};
-    if (const auto stream = streamOfFile (filePath); stream != nullptr)
-        stream->read (firstBytes.data(), firstBytes.size());
+    auto start = streamOfFile (filePath);
+    if (! start.is_open())
+        note ("can't be read");
+    else if (! readBlock (start, firstBytes) && start.gcount() == 0)
+        note ("is empty");
 
     for (std::size_t column = 0; column < kColumns.size(); ++column)
         columnMap[kColumns[column]] = static_cast<int> (column);
@@ -90,10 +89,10 @@ void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
 {
     encoding = textEncoding == Core::TextEncodingUnknown ? Core::TextEncodingASCII : textEncoding;
 
-    const auto stream = streamOfFile (filePath);
+    auto stream = streamOfFile (filePath);
     EBUSubtitles::GSI head;
 
-    if (stream == nullptr || ! readBlock (*stream, head))
+    if (! readBlock (stream, head))
     {
         note ("the file ends before its subtitles begin");
         return;
@@ -109,10 +108,10 @@ void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
     if (! canDecodeEBUText (encoding))
         note ("texts of this format can't be read in this encoding and are left out");
 
-    readBlocks (*stream, promised);
+    readBlocks (stream, promised);
 }
 
-void STLEventFileImporter::readBlocks (juce::InputStream& stream, int promised)
+void STLEventFileImporter::readBlocks (std::ifstream& stream, int promised)
 {
     using Core::TCToolbox;
 
@@ -121,7 +120,7 @@ void STLEventFileImporter::readBlocks (juce::InputStream& stream, int promised)
         EBUSubtitles::TTI block;
         if (! readBlock (stream, block))
         {
-            note ("the file says that it has " + juce::String (promised) + " blocks but ends after "
+            note ("the file says that it has " + counted (promised, "block") + " but ends after "
                   + juce::String (number));
             return;
         }
@@ -171,8 +170,9 @@ void STLEventFileImporter::readLines (std::string_view bytes, Core::TextEncoding
     }
 
     if (skipped > 0)
-        note (juce::String (skipped) + " lines are no subtitles and were skipped, the first is line "
-              + juce::String (firstSkipped));
+        note (counted (skipped, "line")
+              + (skipped == 1 ? " is no subtitle and was" : " are no subtitles and were")
+              + " skipped, the first is line " + juce::String (firstSkipped));
 }
 
 void STLEventFileImporter::addRow (const juce::String& start, const juce::String& end,

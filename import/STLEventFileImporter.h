@@ -6,6 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <iosfwd>
 #include <string_view>
 
 namespace ZEP::Overmarks
@@ -40,7 +41,7 @@ public:
     void parseASCIISTLFile (Core::TextEncoding textEncoding);
 
 private:
-    void readBlocks (juce::InputStream& stream, int promised);
+    void readBlocks (std::ifstream& stream, int promised);
     void readLines (std::string_view bytes, Core::TextEncoding& lineEncoding);
     void addRow (const juce::String& start, const juce::String& end, const juce::String& text);
     void note (const juce::String& whatWasLeftOut) const;

@@ -18,7 +18,7 @@
 namespace ZEP::Overmarks
 {
 
-/** The type of a search result that stands for all lines of one cue number; no event has it. */
+/** The type of a search result that stands for all lines of one cue number; none of the kinds of events has it. */
 inline constexpr int CueGroupResultType = 64;
 
 /** One row of a search result: an event, or all ADR cues of one cue number together.

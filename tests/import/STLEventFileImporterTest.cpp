@@ -50,7 +50,7 @@ protected:
     {
         LogLines lines;
         for (const auto& line : log.lines())
-            lines.push_back (line.substr (line.find (".stl: ") + 6));
+            lines.push_back (line.substr (line.find (": ", line.rfind ('/')) + 2));
         return lines;
     }
 
@@ -165,7 +165,7 @@ TEST_F (STLImport, aHeadThatIsCutOffGivesNoRows)
         EXPECT_EQ (logged().back(), "the file ends before its subtitles begin");
     }
     EXPECT_EQ (import (bytes), TextTable());
-    EXPECT_EQ (logged().back(), "the file says that it has 1 blocks but ends after 0");
+    EXPECT_EQ (logged().back(), "the file says that it has 1 block but ends after 0");
 }
 
 TEST_F (STLImport, aHeadThatPromisesNothingGivesNoRows)
@@ -311,8 +311,17 @@ TEST_F (STLImport, nothingUsableIsAnEmptyTable)
     {
         EXPECT_EQ (importFile (name), TextTable()) << name;
         EXPECT_EQ (importer->encoding, *name == 't' && name[8] == 'b' ? 2 : 0) << name;
-        EXPECT_EQ (logged(), LogLines()) << name;
     }
+    EXPECT_EQ (logged(), (LogLines { "is empty", "is empty" }));
+}
+
+TEST_F (STLImport, aTextWithoutSubtitlesIsAnEmptyTable)
+{
+    EXPECT_EQ (import ("The harbour is closed.\n\nGo home.\n"), TextTable());
+    EXPECT_EQ (import ("$FontName = Sans\n// a remark\n"), TextTable());
+    EXPECT_EQ (import ("Go home.\n"), TextTable());
+    EXPECT_EQ (logged(), (LogLines { "2 lines are no subtitles and were skipped, the first is line 1",
+                                     "1 line is no subtitle and was skipped, the first is line 1" }));
 }
 
 TEST_F (STLImport, whatIsNoFileIsAnEmptyTableAndNeverWaitedFor)
@@ -322,6 +331,7 @@ TEST_F (STLImport, whatIsNoFileIsAnEmptyTableAndNeverWaitedFor)
     for (const auto& path : { pipe, folder.path.string(), (folder.path / "missing.stl").string() })
     {
         EXPECT_EQ (importPath (path), TextTable()) << path;
+        EXPECT_EQ (logged().back(), "can't be read") << path;
         importer->parseEBUN19STLFile (TextEncodingUnknown);
         EXPECT_TRUE (importer->rows.empty()) << path;
         EXPECT_EQ (importer->columnMap, threeColumns) << path;

@@ -6,6 +6,7 @@
 #include "ProjectForm.h"
 
 #include "core/text/StringUtil.h"
+#include "import/CSVEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
 
@@ -140,6 +141,13 @@ void refuseUnknownTable (const ReadFile& read)
             + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
 }
 
+/** Lines and cells of delimited text are cut at single bytes, which spoils text of two bytes a character. */
+bool mayHaveLostRows (const EventFileImporter& importer)
+{
+    return importer.encoding == TextEncodingUTF16
+           && dynamic_cast<const CSVEventFileImporter*> (&importer) != nullptr;
+}
+
 /** Says how the file was read, and which columns nobody reads. */
 void sayHowItWasRead (const ReadFile& read, const Session& session)
 {
@@ -184,6 +192,10 @@ public:
         // Not every importer has words for a file that it can make nothing of.
         if (read.importer->rows.empty())
             problems.push_back ({ read.shownPath, 0, {}, "no cues were found in it" });
+
+        if (mayHaveLostRows (*read.importer))
+            problems.push_back (
+                { read.shownPath, 0, {}, "rows of a table in UTF-16 may be lost; save it as UTF-8" });
 
         for (const auto& problem : result.problems)
             problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });
