@@ -107,14 +107,14 @@ TEST_F (ProgramTest, aFileWithoutCuesIsAProblemAlsoWhereTheFormatHasNoWordsForIt
     }
 }
 
-TEST_F (ProgramTest, aTableInUTF16IsAProblemSinceItsRowsMayBeLost)
+TEST_F (ProgramTest, aFileInUTF16IsAProblemSinceItsRowsMayBeLost)
 {
     using namespace std::string_literals;
     write ("x.csv", "\xff\xfeT\0e\0x\0t\0,\0N\0o\0t\0e\0s\0\n\0x\0,\0y\0\n\0"s);
     const auto result = run ({ "import", "x.csv", "-o", "p.json" });
     EXPECT_EQ (result.status, 1);
     EXPECT_THAT (result.errors,
-                 HasSubstr ("x.csv: rows of a table in UTF-16 may be lost; save it as UTF-8\n"));
+                 HasSubstr ("x.csv: rows of a file in UTF-16 may be lost; save it as UTF-8\n"));
 }
 
 TEST_F (ProgramTest, whatAReaderLeavesOutIsSaidOnStandardError)

@@ -7,6 +7,7 @@
 
 #include "core/text/StringUtil.h"
 #include "import/CSVEventFileImporter.h"
+#include "import/SRTEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
 
@@ -141,11 +142,12 @@ void refuseUnknownTable (const ReadFile& read)
             + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
 }
 
-/** Lines and cells of delimited text are cut at single bytes, which spoils text of two bytes a character. */
+/** Delimited text and SubRip subtitles are cut at single bytes, which spoils text of two bytes a character. */
 bool mayHaveLostRows (const EventFileImporter& importer)
 {
     return importer.encoding == TextEncodingUTF16
-           && dynamic_cast<const CSVEventFileImporter*> (&importer) != nullptr;
+           && (dynamic_cast<const CSVEventFileImporter*> (&importer) != nullptr
+               || dynamic_cast<const SRTEventFileImporter*> (&importer) != nullptr);
 }
 
 /** Says how the file was read, and which columns nobody reads. */
@@ -195,7 +197,7 @@ public:
 
         if (mayHaveLostRows (*read.importer))
             problems.push_back (
-                { read.shownPath, 0, {}, "rows of a table in UTF-16 may be lost; save it as UTF-8" });
+                { read.shownPath, 0, {}, "rows of a file in UTF-16 may be lost; save it as UTF-8" });
 
         for (const auto& problem : result.problems)
             problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });
