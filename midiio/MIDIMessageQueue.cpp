@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "midiio/MIDIMessageQueue.h"
+
+#include <utility>
+
+namespace ZEP::MIDIIO
+{
+
+void MIDIMessageQueue::Batch::clear()
+{
+    bytes.clear();
+    entries.clear();
+}
+
+bool MIDIMessageQueue::add (Bytes message, double timeStamp)
+{
+    {
+        const std::lock_guard lock (mutex);
+
+        if (isClosed || waiting.bytes.size() + message.size() > mostBytesWaiting)
+            return false;
+
+        waiting.bytes.insert (waiting.bytes.end(), message.begin(), message.end());
+        waiting.entries.push_back ({ timeStamp, message.size() });
+        ++added;
+    }
+
+    changed.notify_all();
+    return true;
+}
+
+bool MIDIMessageQueue::deliver (const Receiver& receiver)
+{
+    {
+        std::unique_lock lock (mutex);
+        deliveringThread = std::this_thread::get_id();
+        changed.wait (lock, [this] { return isClosed || ! waiting.entries.empty(); });
+
+        if (isClosed)
+            return false;
+
+        std::swap (waiting, underway);
+        isHandingOver = true;
+    }
+
+    handOver (receiver);
+
+    {
+        const std::lock_guard lock (mutex);
+        delivered += underway.entries.size();
+        underway.clear();
+        isHandingOver = false;
+    }
+
+    changed.notify_all();
+    return ! isClosed;
+}
+
+void MIDIMessageQueue::handOver (const Receiver& receiver) const
+{
+    std::size_t place = 0;
+
+    for (const auto& entry : underway.entries)
+    {
+        if (isClosed)
+            return;
+
+        receiver (Bytes (underway.bytes).subspan (place, entry.length), entry.timeStamp);
+        place += entry.length;
+    }
+}
+
+bool MIDIMessageQueue::waitUntilDelivered (std::chrono::milliseconds atMost)
+{
+    std::unique_lock lock (mutex);
+
+    if (std::this_thread::get_id() == deliveringThread)
+        return false;
+
+    const auto goal = added;
+    return changed.wait_for (lock, atMost, [this, goal] { return delivered >= goal; });
+}
+
+void MIDIMessageQueue::close()
+{
+    constexpr auto patience = std::chrono::seconds (1);
+    std::unique_lock lock (mutex);
+    isClosed = true;
+    changed.notify_all();
+
+    if (std::this_thread::get_id() != deliveringThread)
+        changed.wait_for (lock, patience, [this] { return ! isHandingOver; });
+}
+
+} // namespace ZEP::MIDIIO
