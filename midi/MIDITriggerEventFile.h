@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+#include "midi/MIDITriggerEvent.h"
+
+#include <juce_core/juce_core.h>
+
+#include <memory>
+#include <vector>
+
+namespace ZEP::Overmarks
+{
+
+/** The user's triggers as they lie in the folder of the user's settings, "midiEventsV3.bin": one
+    tessera1::ProtoMIDITriggerEventList with nothing before or behind it. No triggers make an empty file.
+
+    It belongs to no project. One thread at a time; of two programs that write it the later one wins. */
+class OVERMARKS_API MIDITriggerEventFile final
+{
+public:
+    using Triggers = std::vector<std::shared_ptr<MIDITriggerEvent>>;
+
+    MIDITriggerEventFile() = delete;
+
+    static juce::String path();
+
+    /** Whether there is a file that holds no list. */
+    [[nodiscard]] static bool isDamaged();
+
+    /** The triggers in the order of the list. None without a file, of which the log is told, and none of a damaged one. */
+    [[nodiscard]] static Triggers read();
+
+    /** Replaces the file, or leaves it as it was; makes the folder. A damaged file is first kept beside it, as
+        "midiEventsV3.damaged.bin" or with a number behind that.
+        @returns on failure "Can't write PATH: " and what the system says */
+    [[nodiscard]] static juce::Result write (const Triggers& triggers);
+};
+
+} // namespace ZEP::Overmarks

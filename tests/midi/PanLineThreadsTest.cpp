@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// Pan lines with everybody at work: messages from the MIDI system, timers from the message loop, and a drawing routine.
+#include "midi/PanLineSupport.h"
+#include "midiio/MIDISystem.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+namespace ZEP::Overmarks::Testing
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using ZEP::MIDIIO::MIDISystem;
+
+/** Lets the message loop run, as the application's main thread does. */
+void runLoopFor (int milliseconds)
+{
+    const auto end = juce::Time::getMillisecondCounter() + static_cast<juce::uint32> (milliseconds);
+
+    while (juce::Time::getMillisecondCounter() < end)
+        juce::MessageManager::getInstance()->runDispatchLoopUntil (10);
+}
+
+class PanLineTimes : public PanLines
+{
+protected:
+    float guardedAlpha()
+    {
+        const std::lock_guard lock (manager.mutex);
+        return alpha();
+    }
+};
+
+TEST_F (PanLineTimes, aLineFadesAfterFiveSecondsOfSilence)
+{
+    send ({});
+    runLoopFor (4500);
+    EXPECT_FLOAT_EQ (guardedAlpha(), alive);
+    EXPECT_EQ (listener.calls, 1);
+    runLoopFor (1000);
+    EXPECT_EQ (guardedAlpha(), faded);
+    EXPECT_EQ (listener.calls, 2);
+}
+
+TEST_F (PanLineTimes, anUpdateWithinTheFiveSecondsMovesTheLineAndPostponesItsFading)
+{
+    send ({ .position = 0 });
+    runLoopFor (3000);
+    send ({ .command = updatesLines, .position = 127 });
+    EXPECT_EQ (line (0).position, 1.0f);
+    runLoopFor (3500);
+    EXPECT_FLOAT_EQ (guardedAlpha(), alive);
+    EXPECT_EQ (listener.calls, 2);
+    runLoopFor (2000);
+    EXPECT_EQ (guardedAlpha(), faded);
+    EXPECT_EQ (listener.calls, 3);
+}
+
+TEST_F (PanLineTimes, anUpdateOfAnotherGroupDoesntPostponeTheFading)
+{
+    send ({ .group = 1 });
+    runLoopFor (3000);
+    send ({ .group = 2, .command = updatesLines });
+    runLoopFor (2500);
+    EXPECT_EQ (guardedAlpha(), faded);
+}
+
+TEST_F (PanLineTimes, theTimerGoesOnUntilAMessageStopsIt)
+{
+    manager.startTimer (7, 20); // every five seconds would take long
+    runLoopFor (200);
+    EXPECT_GE (listener.calls, 3);
+    send ({});
+    send ({ .command = removesLines });
+    const int calls = listener.calls;
+    runLoopFor (100);
+    EXPECT_EQ (listener.calls, calls);
+}
+
+TEST_F (PanLineTimes, messagesTimersAndADrawingRoutineDontDisturbEachOther)
+{
+    constexpr int rounds = 300, identities = 4;
+    auto* const system = MIDISystem::sharedMIDISystem();
+    std::atomic<bool> isOver { false };
+    std::atomic<int> sums { 0 };
+
+    std::thread input (
+        [&]
+        {
+            for (int round = 0; round < rounds; ++round)
+            {
+                const int command = round % 50 == 49 ? removesLines
+                                    : round % 5 == 0 ? createsLine
+                                                     : updatesLines;
+                const auto text =
+                    SpannerBytes { .identity = { 0, 0, 0, 0, round % identities }, .command = command }
+                        .text();
+                system->receive ({ reinterpret_cast<const std::uint8_t*> (text.data()), text.size() }, round);
+                std::this_thread::sleep_for (1ms);
+            }
+
+            isOver = true;
+        });
+
+    std::thread drawing (
+        [&]
+        {
+            while (! isOver)
+            {
+                const std::lock_guard lock (manager.mutex);
+
+                for (const auto& drawn : *manager.panLines)
+                    sums += drawn->position > 0.5f && drawn->colour.getFloatAlpha() > 0.5f ? 1 : 0;
+            }
+        });
+
+    while (! isOver)
+    {
+        for (int identity = 0; identity < identities; ++identity)
+            manager.startTimer (identity, 1); // a fading each millisecond instead of each five seconds
+
+        juce::MessageManager::getInstance()->runDispatchLoopUntil (2);
+    }
+
+    input.join();
+    drawing.join();
+    ASSERT_TRUE (system->waitUntilDelivered (10s));
+    EXPECT_GE (listener.calls, rounds);
+
+    const std::lock_guard lock (manager.mutex);
+    EXPECT_EQ (manager.panLines->size(), 0u); // the last message removes
+}
+
+} // namespace
+} // namespace ZEP::Overmarks::Testing
