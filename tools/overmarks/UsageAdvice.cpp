@@ -20,15 +20,42 @@ std::vector<const CLI::App*> allCommands (const CLI::App& program)
     return program.get_subcommands ([] (const CLI::App*) { return true; });
 }
 
-/** What can stand where a command is expected. */
-std::vector<std::string> commandNames (const CLI::App& program)
+std::vector<std::string> namesOf (const std::vector<const CLI::App*>& commands)
 {
-    std::vector<std::string> names { "--help", "--version" };
+    std::vector<std::string> names;
 
-    for (const auto* command : allCommands (program))
+    for (const auto* command : commands)
         names.push_back (command->get_name());
 
     return names;
+}
+
+/** What can stand where a command is expected. */
+std::vector<std::string> commandNames (const CLI::App& program)
+{
+    auto names = namesOf (allCommands (program));
+    names.insert (names.end(), { "--help", "--version" });
+    return names;
+}
+
+/** The command that was given, down to its last word ("midi bind"); null without one. */
+const CLI::App* givenCommand (const CLI::App& program)
+{
+    const CLI::App* command = nullptr;
+
+    for (auto given = program.get_subcommands(); ! given.empty(); given = command->get_subcommands())
+        command = given.front();
+
+    return command;
+}
+
+/** All words of a command. */
+std::string wholeName (const CLI::App& command)
+{
+    const auto* const parent = command.get_parent();
+    return parent == nullptr || parent->get_parent() == nullptr
+               ? command.get_name()
+               : wholeName (*parent) + " " + command.get_name();
 }
 
 std::vector<std::string> optionNames (const CLI::App& command)
@@ -75,8 +102,8 @@ std::string adviceOnFrontOption (const CLI::App& program, const std::string& opt
 
         if (std::find (names.begin(), names.end(), option) != names.end())
         {
-            const auto given = program.get_subcommands();
-            const auto name = given.empty() ? std::string ("COMMAND") : given.front()->get_name();
+            const auto* const given = givenCommand (program);
+            const auto name = given == nullptr ? std::string ("COMMAND") : wholeName (*given);
             return "The option " + option + " goes behind the command: overmarks " + name + " " + option;
         }
     }
@@ -86,19 +113,23 @@ std::string adviceOnFrontOption (const CLI::App& program, const std::string& opt
 
 std::string adviceOnWord (const CLI::App& program, const std::string& word, bool isBeforeCommand)
 {
-    const auto given = program.get_subcommands();
+    const auto* const given = givenCommand (program);
 
-    if (isOption (word) && (given.empty() || isBeforeCommand))
+    if (isOption (word) && (given == nullptr || isBeforeCommand))
         return adviceOnFrontOption (program, withoutValue (word));
 
-    if (given.empty())
+    if (given == nullptr)
         return "There is no command " + quoted (word) + "." + didYouMean (word, commandNames (program));
 
     if (isOption (word))
         return "There is no option " + quoted (withoutValue (word)) + "."
-               + didYouMean (withoutValue (word), optionNames (*given.front()));
+               + didYouMean (withoutValue (word), optionNames (*given));
 
-    return given.front()->get_name() + " has no use for " + quoted (word);
+    if (const auto further = allCommands (*given); ! further.empty())
+        return "There is no command " + quoted (wholeName (*given) + " " + word) + "."
+               + didYouMean (word, namesOf (further));
+
+    return wholeName (*given) + " has no use for " + quoted (word);
 }
 
 /** What is told of an option that is missing while another one is mistyped is the mistyping. */
@@ -128,13 +159,13 @@ std::string complaint (const CLI::App& program, const CLI::ParseError& error,
 std::string usageAdvice (const CLI::App& program, const CLI::ParseError& error,
                          const std::vector<std::string>& arguments)
 {
-    const auto given = program.get_subcommands();
+    const auto* const given = givenCommand (program);
     auto advice = complaint (program, error, arguments);
 
     if (advice.back() != '.' && advice.back() != '?')
         advice += ".";
 
-    return advice + " See overmarks " + (given.empty() ? "" : given.front()->get_name() + " ") + "--help";
+    return advice + " See overmarks " + (given == nullptr ? "" : wholeName (*given) + " ") + "--help";
 }
 
 } // namespace overmarks

@@ -33,7 +33,7 @@ void addCommands (CLI::App& program, Session& session)
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
     for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
-                       addSearchCommand, addSetCommand, addConvertCommand, addExportCommand,
+                       addSearchCommand, addSetCommand, addConvertCommand, addExportCommand, addMIDICommand,
                        addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }

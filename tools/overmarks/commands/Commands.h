@@ -19,9 +19,13 @@ void addSearchCommand (CLI::App& program, Session& session);
 void addSetCommand (CLI::App& program, Session& session);
 void addConvertCommand (CLI::App& program, Session& session);
 void addExportCommand (CLI::App& program, Session& session);
+void addMIDICommand (CLI::App& program, Session& session);
 void addFormatsCommand (CLI::App& program, Session& session);
 void addKeysCommand (CLI::App& program, Session& session);
 void addReasonsCommand (CLI::App& program, Session& session);
 void addPreferencesCommand (CLI::App& program, Session& session);
+
+/** midi monitor, which addMIDICommand() adds as well. @param midi  the command that it belongs to */
+void addMIDIMonitorCommand (CLI::App& midi, Session& session);
 
 } // namespace overmarks
