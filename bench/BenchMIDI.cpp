@@ -3,6 +3,7 @@
 //
 // "allocations" is how often a message takes memory. The manager of the lines must never do so for an update; on the way
 // through the MIDI system the notification is made anew for each message, and nothing else.
+#include "core/system/SystemUtility.h"
 #include "midi/MIDISpannerEventManager.h"
 #include "midi/MIDITriggerEventManager.h"
 #include "midiio/MIDISystem.h"
@@ -150,11 +151,36 @@ public:
     int fired = 0;
 };
 
+/** A user without bindings, who leaves nothing behind. */
+class NewUser final
+{
+public:
+    NewUser()
+    {
+        folder.getChildFile ("midiEventsV3.bin").create();
+        ZEP::Core::SystemUtility::Configuration configuration;
+        configuration.supportPath = folder.getFullPathName();
+        ZEP::Core::SystemUtility::configure (configuration);
+    }
+
+    NewUser (const NewUser&) = delete;
+    NewUser& operator= (const NewUser&) = delete;
+
+    ~NewUser()
+    {
+        ZEP::Core::SystemUtility::configure ({});
+        folder.deleteRecursively();
+    }
+
+private:
+    const juce::File folder = juce::File::createTempFile ("bench");
+};
+
 /** One message, with so many bindings. */
 void triggerAmongMany (benchmark::State& state)
 {
+    const NewUser user;
     Manager manager;
-    manager.events.clear();
 
     for (int i = 0; i < state.range (0); ++i)
     {
@@ -163,7 +189,7 @@ void triggerAmongMany (benchmark::State& state)
             "NoteOn " + std::to_string (i / 128 + 1) + " " + std::to_string (i % 128);
     }
 
-    const Poco::AutoPtr<UserEventTriggerReceivedNotification> news (new UserEventTriggerReceivedNotification (
+    Poco::AutoPtr<UserEventTriggerReceivedNotification> news (new UserEventTriggerReceivedNotification (
         { { UserTriggerEventNotificationEventDictKey, manager.events.back()->triggerMessage },
           { UserTriggerEventTimestampDictKey, 0.0 } }));
 
