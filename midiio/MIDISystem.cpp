@@ -3,6 +3,7 @@
 
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
+#include "midiio/MIDIInputWatch.h"
 #include "midiio/MIDIInputs.h"
 #include "midiio/MIDIMessageFinder.h"
 #include "midiio/MIDIMessageQueue.h"
@@ -104,24 +105,19 @@ class MIDISystem::Parts final
 public:
     Parts()
         : inputs (std::make_unique<SystemMIDIDevices>(),
-                  [this] (Bytes message, double timeStamp) { receive (message, timeStamp); })
+                  [this] (Bytes message, double timeStamp) { receive (message, timeStamp); }),
+          watch (inputs, std::chrono::seconds (1))
     {
     }
 
     void receive (Bytes bytes, double timeStamp);
     void deliver (Bytes message, double timeStamp);
     bool teach (const std::string& text);
-    void watch();
     void end();
 
     void needDelivery()
     {
         std::call_once (deliveryBegun, [this] { std::thread ([this] { deliverForEver(); }).detach(); });
-    }
-
-    void needWatch()
-    {
-        std::call_once (watchBegun, [this] { std::thread ([this] { watch(); }).detach(); });
     }
 
     bool isOnDeliveringThread() const { return std::this_thread::get_id() == deliveringThread; }
@@ -132,20 +128,16 @@ public:
     std::vector<Learner*> learners; ///< each belongs to the call that waits
     std::condition_variable learnt;
 
-    std::mutex watchMutex; ///< guards what follows
-    std::condition_variable watchEnds;
-    std::function<void()> inputsChanged;
-    bool isEnding = false;
-
     MIDIMessageQueue queue;
     MIDIInputs inputs;
+    MIDIInputWatch watch;
 
 private:
     void deliverForEver();
     void deliverSafely (Bytes message, double timeStamp);
     void deliverText (const std::string& text, double timeStamp);
 
-    std::once_flag deliveryBegun, watchBegun;
+    std::once_flag deliveryBegun;
     std::atomic<std::thread::id> deliveringThread;
     std::atomic<bool> hasToldOfLoss { false };
 };
@@ -245,52 +237,9 @@ bool MIDISystem::Parts::teach (const std::string& text)
     return true;
 }
 
-// ---- threads --------------------------------------------------------------------------------------------------------
-
-void MIDISystem::Parts::watch()
-{
-    constexpr auto pause = std::chrono::seconds (1);
-    const auto names = [this]
-    {
-        std::vector<std::pair<std::string, std::string>> found;
-
-        for (const auto& input : inputs.list())
-            found.emplace_back (input.identifier, input.name);
-
-        return found;
-    };
-
-    auto told = names();
-    std::unique_lock lock (watchMutex);
-
-    while (! isEnding)
-    {
-        inputs.look();
-
-        if (auto now = names(); now != told)
-        {
-            told = std::move (now);
-            const auto tell = inputsChanged;
-            lock.unlock();
-
-            if (tell != nullptr)
-                tell();
-
-            lock.lock();
-        }
-
-        watchEnds.wait_for (lock, pause, [this] { return isEnding; });
-    }
-}
-
 void MIDISystem::Parts::end()
 {
-    {
-        const std::lock_guard lock (watchMutex);
-        isEnding = true;
-        watchEnds.notify_all();
-    }
-
+    watch.end();
     inputs.closeAll();
     queue.close();
 }
@@ -379,7 +328,7 @@ std::vector<MIDISystem::Input> MIDISystem::inputs()
 
 bool MIDISystem::openInput (const std::string& identifier)
 {
-    parts->needWatch();
+    parts->watch.begin();
     return parts->inputs.open (identifier);
 }
 
@@ -387,7 +336,7 @@ void MIDISystem::closeInput (const std::string& identifier) { parts->inputs.clos
 
 void MIDISystem::openAllInputs()
 {
-    parts->needWatch();
+    parts->watch.begin();
     parts->inputs.openAll();
 }
 
@@ -395,14 +344,8 @@ void MIDISystem::closeAllInputs() { parts->inputs.closeAll(); }
 
 void MIDISystem::setInputsChanged (std::function<void()> whatToDo)
 {
-    parts->inputs.look();
-
-    {
-        const std::lock_guard lock (parts->watchMutex);
-        parts->inputsChanged = std::move (whatToDo);
-    }
-
-    parts->needWatch();
+    parts->watch.setChanged (std::move (whatToDo));
+    parts->watch.begin();
 }
 
 } // namespace ZEP::MIDIIO

@@ -1,66 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "midiio/MIDIInputs.h"
 
+#include "midiio/Desk.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <map>
 #include <vector>
 
 namespace
 {
 
 using namespace ZEP::MIDIIO;
+using namespace ZEP::MIDIIO::Testing;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Device = MIDIDevices::Device;
 using Input = MIDIInputs::Input;
-
-/** What is plugged in, and which of it is open. */
-struct Desk
-{
-    std::vector<Device> plugged;
-    std::vector<std::string> locked; ///< identifiers of what another program keeps for itself
-    std::map<std::string, MIDIDevices::Receiver> open;
-    int attempts = 0;
-};
-
-class DeskDevices final : public MIDIDevices
-{
-public:
-    explicit DeskDevices (Desk& deskOfTest) : desk (deskOfTest) {}
-
-    std::vector<Device> available() override { return desk.plugged; }
-
-    std::unique_ptr<Connection> open (const Device& device, const Receiver& receiver) override
-    {
-        ++desk.attempts;
-
-        if (std::find (desk.locked.begin(), desk.locked.end(), device.identifier) != desk.locked.end())
-            return nullptr;
-
-        return std::make_unique<OpenDevice> (desk, device.identifier, receiver);
-    }
-
-private:
-    struct OpenDevice final : public Connection
-    {
-        OpenDevice (Desk& deskOfTest, const std::string& opened, const Receiver& receiver)
-            : desk (deskOfTest),
-              identifier (opened)
-        {
-            desk.open[identifier] = receiver;
-        }
-
-        ~OpenDevice() override { desk.open.erase (identifier); }
-
-        Desk& desk;
-        std::string identifier;
-    };
-
-    Desk& desk;
-};
 
 class MIDIInputsTest : public testing::Test
 {
@@ -71,7 +26,7 @@ protected:
         return inputs.list();
     }
 
-    Desk desk { { { "20-0", "Keys" }, { "24-0", "Pedal" } }, {}, {}, 0 };
+    Desk desk { { { "20-0", "Keys" }, { "24-0", "Pedal" } }, {}, {}, 0, {} };
     std::vector<std::uint8_t> received;
     MIDIInputs inputs { std::make_unique<DeskDevices> (desk),
                         [this] (auto message, double) { received.assign (message.begin(), message.end()); } };

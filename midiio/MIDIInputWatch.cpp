@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "midiio/MIDIInputWatch.h"
+
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace ZEP::MIDIIO
+{
+
+/** Belongs to the watch and to its thread. */
+struct MIDIInputWatch::State final
+{
+    using Names = std::vector<std::pair<std::string, std::string>>;
+
+    State (MIDIInputs& inputsToWatch, std::chrono::milliseconds timeBetweenLooks)
+        : inputs (inputsToWatch),
+          pause (timeBetweenLooks)
+    {
+    }
+
+    /** What is there, be it open or not. */
+    Names names() const
+    {
+        Names found;
+
+        for (const auto& input : inputs.list())
+            found.emplace_back (input.identifier, input.name);
+
+        return found;
+    }
+
+    void watch (Names told)
+    {
+        std::unique_lock lock (mutex);
+
+        while (! isOver)
+        {
+            inputs.look();
+
+            if (auto now = names(); now != told)
+            {
+                told = std::move (now);
+                const auto tell = changed;
+                lock.unlock();
+
+                if (tell != nullptr)
+                    tell();
+
+                lock.lock();
+            }
+
+            over.wait_for (lock, pause, [this] { return isOver; });
+        }
+    }
+
+    MIDIInputs& inputs;
+    const std::chrono::milliseconds pause;
+    std::mutex mutex; ///< held while looking; guards what follows
+    std::condition_variable over;
+    std::function<void()> changed;
+    bool isOver = false;
+};
+
+MIDIInputWatch::MIDIInputWatch (MIDIInputs& inputsToWatch, std::chrono::milliseconds timeBetweenLooks)
+    : state (std::make_shared<State> (inputsToWatch, timeBetweenLooks))
+{
+}
+
+MIDIInputWatch::~MIDIInputWatch() { end(); }
+
+void MIDIInputWatch::begin()
+{
+    std::call_once (begun,
+                    [this]
+                    {
+                        state->inputs.look();
+                        std::thread ([kept = state, told = state->names()] { kept->watch (told); }).detach();
+                    });
+}
+
+void MIDIInputWatch::setChanged (std::function<void()> whatToDo)
+{
+    const std::lock_guard lock (state->mutex);
+    state->changed = std::move (whatToDo);
+}
+
+void MIDIInputWatch::end()
+{
+    const std::lock_guard lock (state->mutex);
+    state->isOver = true;
+    state->over.notify_all();
+}
+
+} // namespace ZEP::MIDIIO

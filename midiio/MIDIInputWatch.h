@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "midiio/MIDIInputs.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace ZEP::MIDIIO
+{
+
+/** Looks again and again which inputs are there, on a thread of its own, and tells when one has come or gone. The system
+    itself doesn't say so.
+
+    The thread outlives this object for as long as it tells somebody; the inputs have to outlive both. Any thread. */
+class MIDIInputWatch final
+{
+public:
+    MIDIInputWatch (MIDIInputs& inputsToWatch, std::chrono::milliseconds timeBetweenLooks);
+    ~MIDIInputWatch();
+
+    MIDIInputWatch (const MIDIInputWatch&) = delete;
+    MIDIInputWatch& operator= (const MIDIInputWatch&) = delete;
+
+    /** Begins, if it hasn't yet. What is there at that moment is not told. */
+    void begin();
+
+    /** @param whatToDo  called on the thread of the watch; may be empty */
+    void setChanged (std::function<void()> whatToDo);
+
+    /** Ends for good. After it nothing is looked for any more; whoever is being told may still be at work. */
+    void end();
+
+private:
+    struct State;
+
+    std::shared_ptr<State> state;
+    std::once_flag begun;
+};
+
+} // namespace ZEP::MIDIIO
