@@ -39,7 +39,9 @@ public:
         @returns "Error writing file to " and the full path if that fails; nothing is left then */
     juce::String writeEventsToTTALFile (const Events& events, const juce::File& file);
 
-    // The members of the root. The events are written as they count their frames now.
+    // The members of the root. The events are written as they count their frames now. Events and characters are a
+    // Core::WideObject: getProperties() knows the first WideObject::plainMembers of them only, so they are walked with
+    // WideObject::forEachMember(); a member's own name finds it always.
     juce::var buildMetaBlock (std::shared_ptr<Core::TimeInfo> timeInfo, const juce::String& language);
     juce::var buildEventsBlock (const Events& events);
     juce::var buildCharactersBlock();

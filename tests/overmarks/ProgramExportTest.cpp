@@ -268,7 +268,8 @@ TEST_F (ProgramTest, anExportWithoutEventsWritesNothingByCharacter)
     const auto result = run ({ "export", "x.csv", "-o", ".", "--name", "new", "--format", "csv",
                                "--by-character", "--character", "NOBODY" });
     EXPECT_EQ (result.status, 0);
-    EXPECT_THAT (result.errors, HasSubstr ("No event is meant, so there is no document"));
+    EXPECT_THAT (result.errors,
+                 HasSubstr ("Nothing to write: without an event there is no document for csv\n"));
     EXPECT_EQ (filesInFolder(), std::vector<std::string> { "x.csv" });
 }
 

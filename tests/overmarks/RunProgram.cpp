@@ -67,6 +67,13 @@ public:
             _exit (126);
     }
 
+    /** What somebody types, before it is asked for. */
+    void type (const std::string& text) const
+    {
+        if (reader >= 0 && ! text.empty() && write (reader, text.data(), text.size()) < 0)
+            throw std::runtime_error ("Nothing can be typed");
+    }
+
     /** Everything that was written until the child ended. */
     std::string contents()
     {
@@ -112,6 +119,8 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
     constexpr int usualWidth = 80;
     Terminal outputTerminal (surroundings.terminalWidth > 0, surroundings.terminalWidth);
     Terminal errorTerminal (surroundings.errorsOnTerminal, usualWidth);
+    Terminal inputTerminal (! surroundings.answer.empty(), usualWidth);
+    inputTerminal.type (surroundings.answer);
     const auto output =
         surroundings.outputTo.empty() ? out.getFile() : juce::File (juce::String (surroundings.outputTo));
     const auto child = fork();
@@ -121,6 +130,7 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         redirect (in.getFile(), O_RDONLY | O_CREAT, STDIN_FILENO);
         redirect (output, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         redirect (err.getFile(), O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
+        inputTerminal.become (STDIN_FILENO);
         outputTerminal.become (STDOUT_FILENO);
         errorTerminal.become (STDERR_FILENO);
         setenv ("TERM", surroundings.terminalType.c_str(), 1);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "DocumentBatch.h"
 
+#include "PlacedFiles.h"
 #include "Progress.h"
 #include "StagingFolder.h"
 
@@ -32,10 +33,14 @@ void refuseToReplaceSource (const juce::File& file, const std::string& source)
                               + ": the document would replace the list that it is made from");
 }
 
-/** Asks on a terminal; without one there is nobody to ask, and the answer is no. */
+/** Asks on a terminal; without one there is nobody to ask, and the answer is no. Lines stay lines, but nothing that a cue
+    list says steers the terminal. */
 bool askOnTerminal (const juce::String& question)
 {
-    std::cerr << question << "\n[y/N] " << std::flush;
+    for (const auto& line : juce::StringArray::fromTokens (question, "\n", {}))
+        std::cerr << printable (line) << "\n";
+
+    std::cerr << "[y/N] " << std::flush;
 
     if (isatty (STDIN_FILENO) == 0)
     {
@@ -90,8 +95,7 @@ juce::File inside (const juce::File& folder, const juce::String& name)
     return folder.getChildFile ("./" + name);
 }
 
-/** Writes a document whose exporter isn't made by the factory. It doesn't tell of failures: those show in the missing file.
-    @returns false for any other document */
+/** Writes a document whose exporter isn't made by the factory. @returns false for any other document */
 bool writeWithoutFactory (const EventExportSettingsSet& settings, const juce::File& file)
 {
     if (settings.exportType == EventExportTypeASC)
@@ -140,7 +144,9 @@ DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& p
     Work work { order.format, options.settingsFor (project, source, *order.format), {}, {} };
     work.settings->outputDirectory = folder.getFullPathName();
     work.settings->fileName = order.baseName;
-    work.names = namesOf (*work.settings, order.format->extension, isByCharacter (*order.format));
+
+    if (! order.format->needsEvents || ! work.settings->events.empty())
+        work.names = namesOf (*work.settings, order.format->extension, isByCharacter (*order.format));
 
     for (const auto& name : work.names)
         work.targets.push_back (
@@ -175,8 +181,14 @@ void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& st
 {
     work.settings->outputDirectory = stage.getFullPathName();
 
-    if (writeWithoutFactory (*work.settings, inside (stage, work.names.front())))
+    if (const auto file = inside (stage, work.names.front()); writeWithoutFactory (*work.settings, file))
+    {
+        // Such an exporter doesn't tell of a failure: that shows in the missing file.
+        if (! file.exists())
+            throw CommandFailure ("Error writing file to " + work.targets.front().getFullPathName());
+
         return;
+    }
 
     FileCounter counter (progress, filesBefore);
     const auto exporter = EventExporterFactory::eventExporter (work.settings);
@@ -209,6 +221,11 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     for (const auto& order : orders)
     {
         works.push_back (workFor (order, project));
+
+        if (works.back().names.empty())
+            session.say ("Nothing to write: without an event there is no document for "
+                         + juce::String (order.format->name));
+
         files.insert (files.end(), works.back().targets.begin(), works.back().targets.end());
     }
 
@@ -223,7 +240,9 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
 
     for (auto& work : works)
     {
-        finish (work, progress, stage.getFolder(), done);
+        if (! work.names.empty())
+            finish (work, progress, stage.getFolder(), done);
+
         done += static_cast<int> (work.names.size());
         progress.reached (done);
     }
@@ -236,6 +255,7 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
                                                       Session& session) const
 {
     std::vector<juce::File> written;
+    PlacedFiles places (stage);
 
     for (const auto& work : works)
         for (std::size_t i = 0; i < work.names.size(); ++i)
@@ -249,10 +269,11 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
                 continue;
             }
 
-            StagingFolder::moveIntoPlace (finished, work.targets[i]);
+            places.add (finished, work.targets[i]);
             written.push_back (work.targets[i]);
         }
 
+    places.keep();
     return written;
 }
 

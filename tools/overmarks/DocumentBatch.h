@@ -16,7 +16,9 @@ class Progress;
 
 /** The documents that one command writes of a list, all into one folder.
 
-    Nothing of the user's is touched before every document is finished: what is refused or fails leaves the folder as it was. */
+    Nothing of the user's is touched before every document is finished, and where one can't be put in its place the others
+    are taken away again: what is refused or fails leaves the folder as it was. A document that was left out because a
+    question was answered with no is no failure; the others are written. */
 class DocumentBatch final
 {
 public:
@@ -34,7 +36,7 @@ public:
     void add (const DocumentFormat& format, const juce::String& baseName);
 
     /** Writes them; in a dry run it only finds out whether they could be. One that was left out because a question was
-        answered with no is reported.
+        answered with no is reported; that there is nothing to write, for want of events, is said.
         @returns the files that were, or would be, written. Throws CommandFailure */
     std::vector<juce::File> write (const ZEP::Overmarks::Project& project, Session& session) const;
 

@@ -11,6 +11,15 @@
 namespace overmarks
 {
 
+/** Something to be known of a document before somebody works with it. */
+enum class Remark
+{
+    rate,      ///< the rate has no name in the format
+    dropFrame, ///< drop-frame isn't told apart
+    action,    ///< times count from the first frame of action
+    untimed    ///< an event without a time gets one
+};
+
 /** A document that the program writes, by the name that --format takes. */
 struct DocumentFormat
 {
@@ -21,6 +30,10 @@ struct DocumentFormat
     std::string description;
     std::vector<std::string> options; ///< those of DocumentOptions that make a difference to this document
     std::vector<Content> carries;     ///< what of an event the document has a place for
+    std::vector<Detail> loses;        ///< what is lost of that nevertheless
+    std::vector<Remark> remarks;      ///< what else may be to be known of it
+    bool (*writes) (const ZEP::Overmarks::Event&); ///< false for an event that is left out as a whole
+    bool needsEvents;                              ///< whether a list without events is no document
 
     /** Whether it can be one file for each character. */
     [[nodiscard]] bool canBeByCharacter() const;

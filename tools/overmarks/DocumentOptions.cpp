@@ -119,6 +119,11 @@ void DocumentOptions::sayWhatIsUnused (const std::vector<const DocumentFormat*>&
         session.say ("--combine makes no difference without --by-character");
 }
 
+bool DocumentOptions::hasFileForEachCharacter (const DocumentFormat& format) const
+{
+    return byCharacter && ! combine && format.canBeByCharacter();
+}
+
 std::shared_ptr<EventExportSettingsSet> DocumentOptions::settingsFor (const Project& project,
                                                                       const std::string& source,
                                                                       const DocumentFormat& format) const

@@ -31,6 +31,9 @@ public:
     void sayWhatIsUnused (const std::vector<const DocumentFormat*>& formats, const std::string& names,
                           const Session& session) const;
 
+    /** Whether the document is made as a file for each character. */
+    [[nodiscard]] bool hasFileForEachCharacter (const DocumentFormat& format) const;
+
     /** The settings of one document of the events that the list shows; its folder and its name are still missing. Texts, layout and
         delimiter that aren't given are those that the project keeps; flags count only when they are given.
         @param source  the path of the list */

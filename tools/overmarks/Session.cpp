@@ -81,6 +81,8 @@ void Session::data (const json& document) const
 
 void Session::say (const juce::String& message) const
 {
+    messages.push_back (message.toStdString());
+
     if (! isQuiet)
         writeLine (stderr, printable (message).toStdString());
 }
@@ -101,5 +103,7 @@ json Session::problemsAsJSON() const
 
     return list;
 }
+
+json Session::messagesAsJSON() const { return messages; }
 
 } // namespace overmarks

@@ -52,7 +52,7 @@ public:
     void data (const std::string& text) const;
     void data (const json& document) const;
 
-    /** Something worth knowing, on standard error unless --quiet. */
+    /** Something worth knowing, on standard error unless --quiet, and kept in any case. */
     void say (const juce::String& message) const;
 
     /** Something that is wrong, on standard error; the program will end with 1. */
@@ -61,12 +61,16 @@ public:
     /** What has been reported so far, as the "problems" of a JSON document. */
     json problemsAsJSON() const;
 
+    /** What has been said so far, as the "messages" of a JSON document. */
+    json messagesAsJSON() const;
+
     bool wantsJSON = false;
     bool isQuiet = false;
     int exitStatus = 0;
 
 private:
     std::vector<Problem> problems;
+    mutable std::vector<std::string> messages; ///< a record of what was said, no matter who may only look
 };
 
 /** The text without control characters, so that a terminal shows it and never obeys it; line breaks become blanks. */

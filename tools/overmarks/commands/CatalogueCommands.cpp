@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // overmarks formats, keys and reasons: what there is.
 #include "DocumentFormats.h"
+#include "FormatLosses.h"
 #include "ListOptions.h"
 #include "Suggestion.h"
 #include "TextTable.h"
@@ -44,7 +45,8 @@ void showFormats (Session& session)
                              { "writes", true },
                              { "columnMapping", false },
                              { "format", format.name },
-                             { "carries", joined (namesOf (format.carries)) } });
+                             { "carries", joined (namesOf (format.carries)) },
+                             { "loses", joined (possibleLosses (format)) } });
 
     formats.push_back ({ { "name", "Project" },
                          { "extensions", ".overmarks" },
@@ -52,17 +54,19 @@ void showFormats (Session& session)
                          { "writes", true },
                          { "columnMapping", false },
                          { "format", "overmarks" },
-                         { "carries", "everything" } });
+                         { "carries", "everything" },
+                         { "loses", "nothing" } });
     formats.push_back ({ { "name", "Project in JSON, whole" },
                          { "extensions", ".json" },
                          { "reads", true },
                          { "writes", true },
                          { "columnMapping", false },
                          { "format", "json" },
-                         { "carries", "everything" } });
-    showCatalogue (session, "formats",
-                   { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format", "Carries" },
-                   formats);
+                         { "carries", "everything" },
+                         { "loses", "nothing" } });
+    showCatalogue (
+        session, "formats",
+        { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format", "Carries", "Loses" }, formats);
 }
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------

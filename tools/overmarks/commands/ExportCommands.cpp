@@ -3,6 +3,7 @@
 #include "DocumentBatch.h"
 #include "DocumentOptions.h"
 #include "FilterOptions.h"
+#include "FormatLosses.h"
 #include "ListSource.h"
 #include "ProjectForm.h"
 #include "StagingFolder.h"
@@ -43,6 +44,7 @@ struct ConvertOptions
 
 void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, const Session& session)
 {
+    const auto messages = session.messagesAsJSON(); // the files have a member of their own
     auto paths = json::array();
 
     for (const auto& file : files)
@@ -51,14 +53,11 @@ void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, const Ses
         paths.push_back (file.getFullPathName().toStdString());
     }
 
-    if (files.empty() && session.exitStatus == 0)
-        session.say ("No event is meant, so there is no document");
-
     if (! session.wantsJSON)
         return;
 
     json document { { "files", std::move (paths) },
-                    { "messages", json::array() },
+                    { "messages", messages },
                     { "problems", session.problemsAsJSON() } };
 
     if (isDryRun)
@@ -113,7 +112,7 @@ void exportDocuments (const ExportOptions& options, Session& session)
     refuseFolderOf (fileFromPath (options.folder).getChildFile ("document"));
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (project, session);
-    sayWhatIsLost (formats, project.list->sortedFilteredEvents, session);
+    sayWhatIsLost (formats, project, options.documents, session);
     tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 
@@ -135,7 +134,7 @@ void convertToDocument (const ConvertOptions& options, const DocumentFormat& for
     DocumentBatch batch (options.documents, out.getParentDirectory(), options.list);
     batch.add (format, out.getFileNameWithoutExtension(), out.getFileExtension());
     const auto project = loadList (options.list, options.listOptions, session);
-    sayWhatIsLost ({ &format }, project.list->sortedFilteredEvents, session);
+    sayWhatIsLost ({ &format }, project, options.documents, session);
     tellOfFiles (batch.write (project, session), options.documents.policy.dryRun, session);
 }
 
