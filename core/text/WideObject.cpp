@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/text/WideObject.h"
 
-#include <unordered_map>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -12,6 +12,7 @@ namespace
 {
 
 constexpr int indentOfMember = 2; // blanks, as the framework writes
+constexpr int mostUnindexed = 16; // so few members are found faster without a table
 
 const juce::var& noValue()
 {
@@ -33,7 +34,7 @@ void writeValue (juce::OutputStream& stream, const juce::var& value, int indentL
 struct WideObject::Further
 {
     std::vector<std::pair<juce::String, juce::var>> members;
-    std::unordered_map<juce::String, int> places; ///< of all members, the plain ones included
+    std::map<juce::String, int> places; ///< of all members, the plain ones included; empty while they are few
 };
 
 WideObject::WideObject() = default;
@@ -49,27 +50,78 @@ int WideObject::size() const noexcept
 void WideObject::setMember (const juce::String& name, const juce::var& value)
 {
     if (further == nullptr && plain().size() < plainMembers)
-    {
         plain().set (name, value);
-        return;
-    }
+    else
+        setMemberApart (name, value);
+}
 
+void WideObject::setMemberApart (const juce::String& name, const juce::var& value)
+{
     if (further == nullptr)
-    {
         further = std::make_unique<Further>();
 
+    const auto place = placeOf (name);
+
+    if (place < 0)
+    {
+        further->members.emplace_back (name, value);
+        index (name);
+    }
+    else if (place < plain().size())
+    {
+        *plain().getVarPointerAt (place) = value;
+    }
+    else
+    {
+        further->members[static_cast<std::size_t> (place - plain().size())].second = value;
+    }
+}
+
+/** Enters the member that was added last. Names that a stranger has chosen are sorted, not hashed: texts of one and the same
+    hash are easily made. */
+void WideObject::index (const juce::String& name)
+{
+    auto& places = further->places;
+
+    if (! places.empty())
+    {
+        places.emplace (name, size() - 1);
+    }
+    else if (size() > mostUnindexed)
+    {
         for (int i = 0; i < plain().size(); ++i)
-            further->places.emplace (plain().getName (i).toString(), i);
+            places.emplace (plain().getName (i).toString(), i);
+
+        for (const auto& member : further->members)
+            places.emplace (member.first, static_cast<int> (places.size()));
+    }
+}
+
+/** -1 if there is no such member. */
+int WideObject::placeOf (const juce::String& name) const
+{
+    if (! further->places.empty())
+    {
+        const auto known = further->places.find (name);
+        return known != further->places.end() ? known->second : -1;
     }
 
-    const auto [known, isNew] = further->places.try_emplace (name, size());
+    for (int i = 0; i < plain().size(); ++i)
+        if (plain().getName (i).toString() == name)
+            return i;
 
-    if (isNew)
-        further->members.emplace_back (name, value);
-    else if (known->second < plain().size())
-        *plain().getVarPointerAt (known->second) = value;
-    else
-        further->members[static_cast<std::size_t> (known->second - plain().size())].second = value;
+    for (std::size_t i = 0; i < further->members.size(); ++i)
+        if (further->members[i].first == name)
+            return plain().size() + static_cast<int> (i);
+
+    return -1;
+}
+
+juce::var WideObject::valueOf (const juce::var& object, const juce::Identifier& name,
+                               const juce::var& otherwise)
+{
+    const auto* const members = object.getDynamicObject();
+    return members != nullptr && members->hasProperty (name) ? members->getProperty (name) : otherwise;
 }
 
 bool WideObject::forEachMember (juce::DynamicObject& object, const Visitor& visit)
@@ -93,14 +145,14 @@ const juce::var* WideObject::find (const juce::String& name) const
     if (further == nullptr)
         return plain().getVarPointer (name);
 
-    const auto known = further->places.find (name);
+    const auto place = placeOf (name);
 
-    if (known == further->places.end())
+    if (place < 0)
         return nullptr;
 
-    return known->second < plain().size()
-               ? plain().getVarPointerAt (known->second)
-               : &further->members[static_cast<std::size_t> (known->second - plain().size())].second;
+    return place < plain().size()
+               ? plain().getVarPointerAt (place)
+               : &further->members[static_cast<std::size_t> (place - plain().size())].second;
 }
 
 bool WideObject::hasProperty (const juce::Identifier& name) const

@@ -15,10 +15,11 @@ namespace ZEP::Core
 
     The framework's own object compares a new member's name with those of all others and keeps every name in one
     sorted pool of the process, so that filling it takes a time that grows with the square of their number. This
-    one is an ordinary object up to `plainMembers`; what comes later stands in a table of its own.
+    one is an ordinary object up to `plainMembers`; what comes later stands in a table of its own. A reader that
+    has met very many names already puts the others apart from the start.
 
-    The rule that is easily missed: getProperties() knows only the first `plainMembers`. Whoever walks an object
-    that may be wide calls forEachMember().
+    The rule that is easily missed: getProperties() knows only the plain members, and so does the getProperty() of
+    a juce::var. Whoever walks an object that may be wide calls forEachMember(), and whoever seeks a member valueOf().
 
     Reference-counted like its base. One thread at a time. */
 class ZEP_CORE_API WideObject final : public juce::DynamicObject
@@ -32,6 +33,14 @@ public:
     /** Adds a member at the end, or gives the one of this name a new value in its place.
         @param name  not empty */
     void setMember (const juce::String& name, const juce::var& value);
+
+    /** The same, but the name of a new member is kept out of the pool, and so are those of all that follow. */
+    void setMemberApart (const juce::String& name, const juce::var& value);
+
+    /** A member of any object.
+        @returns `otherwise` for what has no such member or is no object */
+    [[nodiscard]] static juce::var valueOf (const juce::var& object, const juce::Identifier& name,
+                                            const juce::var& otherwise = {});
 
     [[nodiscard]] int size() const noexcept;
 
@@ -55,7 +64,9 @@ private:
     struct Further;
 
     [[nodiscard]] juce::NamedValueSet& plain() const;
+    [[nodiscard]] int placeOf (const juce::String& name) const;
     [[nodiscard]] const juce::var* find (const juce::String& name) const;
+    void index (const juce::String& name);
 
     std::unique_ptr<Further> further; ///< the members behind the first ones
 };

@@ -128,6 +128,55 @@ TEST (WideObject, anyObjectCanBeWalked)
     EXPECT_EQ (membersOf (*plain), std::vector<std::string> { "a=1" });
 }
 
+TEST (WideObject, membersThatAreSetApartAreFoundInTheirOrder)
+{
+    for (const int count : { 1, 5, 16, 17, 300 })
+    {
+        const Pointer object (new WideObject());
+        object->setMember ("first", -1);
+        for (int i = 0; i < count; ++i)
+            object->setMemberApart ("n" + juce::String (i), i);
+        object->setMember ("last", -2);
+        object->setMemberApart ("first", -3);
+        object->setMember ("n0", 70);
+
+        EXPECT_EQ (object->getProperties().size(), 1) << count;
+        EXPECT_EQ (object->size(), count + 2) << count;
+        EXPECT_EQ (static_cast<int> (object->getProperty ("first")), -3) << count;
+        EXPECT_EQ (static_cast<int> (object->getProperty ("n0")), 70) << count;
+        EXPECT_EQ (static_cast<int> (object->getProperty ("last")), -2) << count;
+        EXPECT_FALSE (object->hasProperty ("n" + juce::String (count))) << count;
+
+        int place = -1;
+        WideObject::forEachMember (*object,
+                                   [&] (const juce::String& name, const auto&)
+                                   {
+                                       EXPECT_EQ (name, place < 0        ? juce::String ("first")
+                                                        : place == count ? juce::String ("last")
+                                                                         : "n" + juce::String (place));
+                                       ++place;
+                                       return true;
+                                   });
+    }
+}
+
+TEST (WideObject, aMemberIsFoundInAnyValue)
+{
+    const juce::var wide (objectWith (many).get());
+    for (const int i : { 0, many - 1 })
+        EXPECT_EQ (static_cast<int> (WideObject::valueOf (wide, name (i), -1)), i);
+    EXPECT_EQ (static_cast<int> (WideObject::valueOf (wide, name (many), -1)), -1);
+
+    const juce::var plain (new juce::DynamicObject());
+    plain.getDynamicObject()->setProperty ("a", 1);
+    EXPECT_EQ (static_cast<int> (WideObject::valueOf (plain, "a")), 1);
+    EXPECT_EQ (static_cast<int> (WideObject::valueOf (plain, "b", 2)), 2);
+
+    for (const auto& value :
+         { juce::var(), juce::var (7), juce::var ("a"), juce::var (juce::Array<juce::var>()) })
+        EXPECT_EQ (static_cast<int> (WideObject::valueOf (value, "a", 3)), 3);
+}
+
 TEST (WideObject, isWrittenAsTheFrameworkWritesObjects)
 {
     const auto fill = [] (auto&& set)
