@@ -102,6 +102,7 @@ int ADRStudioEventFileImporter::type() { return 5; }
 void ADRStudioEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding textEncoding)
 {
     rows.clear();
+    columnMap.clear();
 
     const auto bytes = bytesOfFile (filePath);
     auto examined = bytes;

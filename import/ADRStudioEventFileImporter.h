@@ -20,7 +20,7 @@ namespace ZEP::Overmarks
 
     The rule that is easily missed: a value is decoded by the encoding of the file and keeps as many bytes as it has
     characters, so a text in UTF-8 with letters beyond ASCII loses its end. The message is added to; on failure the rows that
-    were made so far stay, and `columnMap` is as it was. */
+    were made so far stay, and `columnMap` is empty. */
 class OVERMARKS_API ADRStudioEventFileImporter final : public EventFileImporter
 {
 public:

@@ -5,8 +5,11 @@
 
 #include <expat.h>
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <optional>
+#include <set>
 #include <string>
 #include <type_traits>
 
@@ -17,9 +20,15 @@ namespace
 
 constexpr std::size_t longestDocument = std::numeric_limits<int>::max();
 
-// Each element takes some hundred bytes of memory, and a hostile document asks for one with four.
-constexpr std::size_t bytesPerElement = 8;
-constexpr std::size_t spareElements = 1 << 16;
+// Each element, attribute and piece of text takes some hundred bytes of memory, and a hostile document asks for one with
+// two or four.
+constexpr std::size_t bytesPerNode = 8;
+constexpr std::size_t spareNodes = 1 << 16;
+
+constexpr std::string_view space = " \t\r\n";
+constexpr std::string_view startOfLiteralText = "<![CDATA[";
+constexpr std::string_view endOfLiteralText = "]]>";
+constexpr std::array<std::string_view, 5> entitiesOfXML { "amp", "lt", "gt", "quot", "apos" };
 
 /** Goes over a document in UTF-8 and keeps what the framework's reader may see. */
 class StrictWalk final
@@ -33,7 +42,10 @@ public:
         XML_SetElementHandler (parser.get(), startOfElement, endOfElement);
         XML_SetProcessingInstructionHandler (parser.get(), processingInstruction);
         XML_SetCommentHandler (parser.get(), comment);
+        XML_SetCharacterDataHandler (parser.get(), text);
+        XML_SetCdataSectionHandler (parser.get(), startOfCDATA, endOfCDATA);
         XML_SetEntityDeclHandler (parser.get(), entityDeclaration);
+        XML_SetAttlistDeclHandler (parser.get(), attributeDeclaration);
         XML_SetSkippedEntityHandler (parser.get(), skippedEntity);
     }
 
@@ -55,21 +67,47 @@ public:
 private:
     static StrictWalk& self (void* walk) { return *static_cast<StrictWalk*> (walk); }
 
-    static void XMLCALL startOfElement (void* walk, const XML_Char*, const XML_Char**)
+    static void XMLCALL startOfElement (void* walk, const XML_Char* name, const XML_Char** attributes)
     {
         if (self (walk).depth == 0)
             self (walk).keptUpTo = self (walk).here();
 
-        if (++self (walk).depth > XMLGate::deepestNesting
-            || ++self (walk).elements > self (walk).mostElements())
+        if (++self (walk).depth > XMLGate::deepestNesting)
             self (walk).refuse();
+
+        self (walk).isInText = false;
+        self (walk).countNode();
+        self (walk).countName (name);
+        self (walk).countAttributes (attributes);
     }
 
     static void XMLCALL endOfElement (void* walk, const XML_Char*)
     {
+        self (walk).isInText = false;
+
         if (--self (walk).depth == 0)
             self (walk).keepUpTo (self (walk).here() + self (walk).length());
     }
+
+    /** Text comes in several pieces. Blanks alone between two tags are nothing to the framework's reader. */
+    static void XMLCALL text (void* walk, const XML_Char* characters, int length)
+    {
+        const std::string_view piece (characters, static_cast<std::size_t> (length));
+
+        if (! self (walk).isInText && piece.find_first_not_of (space) != std::string_view::npos)
+        {
+            self (walk).isInText = true;
+            self (walk).countNode();
+        }
+    }
+
+    static void XMLCALL startOfCDATA (void* walk)
+    {
+        self (walk).isInText = true;
+        self (walk).countNode();
+    }
+
+    static void XMLCALL endOfCDATA (void* walk) { self (walk).isInText = false; }
 
     static void XMLCALL processingInstruction (void* walk, const XML_Char*, const XML_Char*)
     {
@@ -84,6 +122,12 @@ private:
         self (walk).refuse();
     }
 
+    static void XMLCALL attributeDeclaration (void* walk, const XML_Char*, const XML_Char*, const XML_Char*,
+                                              const XML_Char*, int)
+    {
+        self (walk).refuse();
+    }
+
     static void XMLCALL skippedEntity (void* walk, const XML_Char*, int) { self (walk).refuse(); }
 
     /** Where what the parser is telling of begins, and how long it is, in bytes. An empty element is told of twice: its end
@@ -91,7 +135,36 @@ private:
     std::size_t here() const { return static_cast<std::size_t> (XML_GetCurrentByteIndex (parser.get())); }
     std::size_t length() const { return static_cast<std::size_t> (XML_GetCurrentByteCount (parser.get())); }
 
-    std::size_t mostElements() const { return spareElements + document.size() / bytesPerElement; }
+    void countNode()
+    {
+        if (++nodes > spareNodes + document.size() / bytesPerNode)
+            refuse();
+    }
+
+    void countName (std::string_view name)
+    {
+        if (names.find (name) == names.end())
+            names.emplace (name);
+
+        if (names.size() > XMLGate::mostNames)
+            refuse();
+    }
+
+    /** @param attributes  name and value by turns, and a null */
+    void countAttributes (const XML_Char** attributes)
+    {
+        for (std::size_t i = 0; attributes[2 * i] != nullptr; ++i)
+        {
+            if (i == XMLGate::mostAttributes)
+            {
+                refuse();
+                return;
+            }
+
+            countNode();
+            countName (attributes[2 * i]);
+        }
+    }
 
     void refuse() { XML_StopParser (parser.get(), XML_FALSE); }
 
@@ -119,8 +192,113 @@ private:
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> parser;
     std::string kept;
     std::size_t keptUpTo = 0;
-    std::size_t elements = 0;
+    std::size_t nodes = 0;
+    std::set<std::string, std::less<>> names;
+    bool isInText = false;
     int depth = 0;
+};
+
+/** Writes a well-formed element without comments and processing instructions in words that the framework's reader
+    understands. */
+class PlainWords final
+{
+public:
+    explicit PlainWords (std::string_view element) : rest (element) {}
+
+    /** Nothing if a reference doesn't name an entity of XML itself. */
+    std::optional<std::string> written()
+    {
+        while (! rest.empty())
+        {
+            take (std::min (rest.find_first_of ("<&"), rest.size()));
+
+            if (rest.starts_with (startOfLiteralText))
+                take (std::min (rest.find (endOfLiteralText), rest.size()));
+            else if (rest.starts_with ('<'))
+                takeTag();
+            else if (! rest.empty() && ! takeReference())
+                isSound = false;
+
+            if (! isSound)
+                return std::nullopt;
+        }
+
+        return std::move (result);
+    }
+
+private:
+    void take (std::size_t length)
+    {
+        result += rest.substr (0, length);
+        rest.remove_prefix (length);
+    }
+
+    void takeTag()
+    {
+        while (! rest.empty() && isSound)
+        {
+            const char byte = rest.front();
+
+            if (byte == '"' || byte == '\'')
+            {
+                takeValue (byte);
+                continue;
+            }
+
+            result += static_cast<unsigned char> (byte) < 128 ? byte : '_';
+            rest.remove_prefix (1);
+
+            if (byte == '>')
+                return;
+        }
+    }
+
+    void takeValue (char quote)
+    {
+        const char stops[] = { quote, '&' };
+        take (1);
+
+        while (! rest.empty() && isSound)
+        {
+            take (std::min (rest.find_first_of (std::string_view (stops, 2)), rest.size()));
+
+            if (rest.starts_with (quote))
+                return take (1);
+
+            isSound = takeReference();
+        }
+    }
+
+    bool takeReference()
+    {
+        const auto end = rest.find (';');
+
+        if (end == std::string_view::npos)
+            return false;
+
+        auto name = rest.substr (1, end - 1);
+        rest.remove_prefix (end + 1);
+        result += '&';
+
+        if (name.starts_with ('#'))
+        {
+            const std::size_t beforeNumber = name.starts_with ("#x") ? 2 : 1;
+            result += name.substr (0, beforeNumber);
+            name.remove_prefix (std::min (name.find_first_not_of ('0', beforeNumber), name.size()));
+        }
+        else if (std::find (entitiesOfXML.begin(), entitiesOfXML.end(), name) == entitiesOfXML.end())
+        {
+            return false;
+        }
+
+        result += name;
+        result += ';';
+        return true;
+    }
+
+    std::string_view rest;
+    std::string result;
+    bool isSound = true;
 };
 
 } // namespace
@@ -128,7 +306,12 @@ private:
 std::unique_ptr<juce::XmlElement> XMLGate::rootOf (std::string_view document)
 {
     const auto root = StrictWalk (document).root();
-    return root.has_value() ? juce::XmlDocument::parse (Core::StringUtil::fromUTF8 (*root)) : nullptr;
+
+    if (! root.has_value())
+        return nullptr;
+
+    const auto plain = PlainWords (*root).written();
+    return plain.has_value() ? juce::XmlDocument::parse (Core::StringUtil::fromUTF8 (*plain)) : nullptr;
 }
 
 } // namespace ZEP::Overmarks

@@ -3,6 +3,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -16,14 +17,21 @@ namespace ZEP::Overmarks
     parser goes over the document first, and what it takes for well-formed is handed on as the root element alone, without
     document type, comments and processing instructions.
 
-    A document type may stand there and name what it wants: nothing is opened. But a document that declares entities, or uses
-    one that isn't of XML itself, doesn't pass, and neither does one of hardly anything but tags. */
+    A document type may stand there and name what it wants: nothing is opened. But a document that declares entities or
+    attributes, or uses an entity that isn't of XML itself, doesn't pass, and neither does one of hardly anything but tags, or
+    one of ever new names: that reader keeps all names of the process in one sorted list, and each new one moves the others.
+
+    What that reader takes or not as the process's language goes, or misreads, is written in plainer words: each byte above 127
+    in the name of an element or an attribute becomes "_", and numbers of characters lose their leading zeros. */
 class XMLGate final
 {
 public:
     XMLGate() = delete;
 
     static constexpr int deepestNesting = 100;
+    static constexpr std::size_t mostNames =
+        2000; ///< different ones, of elements and attributes; a cue list has ten
+    static constexpr std::size_t mostAttributes = 64; ///< of one element
 
     /** @param document  in UTF-8, whatever encoding it claims to have
         @returns the root element; null for a document that isn't well-formed or doesn't pass */

@@ -328,6 +328,64 @@ TEST_F (ADRStudioImport, aHugeValueIsAValueLikeAnyOther)
     EXPECT_EQ (value (huge), huge);
 }
 
+TEST_F (ADRStudioImport, aLongLineComesWhole)
+{
+    importFile ("huge_field.xml");
+    EXPECT_EQ (message, "");
+    ASSERT_EQ (importer->rows.size(), 1u);
+    EXPECT_EQ (importer->rows[0][4].getText().toStdString(), std::string (30000, 'x'));
+}
+
+TEST_F (ADRStudioImport, aSecondReadingThatFailsLeavesNoColumns)
+{
+    for (const auto* document : { "<plist/>", "<p><dict><array><dict/><x/></array></dict></p>" })
+    {
+        importPath (folder.file ("list.xml", bytesOfFile (dataFile ("adrstudio/three_cues.xml"))));
+        EXPECT_EQ (importer->columnMap.size(), 7u);
+        std::ignore = folder.file ("list.xml", document);
+        importer->parse (message, TextEncodingUTF8);
+        EXPECT_EQ (message, otherXML) << document;
+        EXPECT_TRUE (importer->columnMap.empty()) << document;
+        EXPECT_LE (importer->rows.size(), 1u) << document;
+    }
+}
+
+TEST_F (ADRStudioImport, aSecondReadingProposesTheColumnsAnew)
+{
+    importFile ("three_cues.xml");
+    importer->columnMap = { { "Text", 6 }, { "Reason", 5 } };
+    importer->parse (message, TextEncodingUTF8);
+    EXPECT_EQ (importer->columnMap.size(), 7u);
+    EXPECT_EQ (importer->columnMap.at ("Text"), 4);
+}
+
+TEST_F (ADRStudioImport, elementsMayHaveNamesInAnyScript)
+{
+    EXPECT_EQ (row ("<key>Notes</key><größe ключ='夜'>x</größe>").back(), "x");
+    import ("<словарь><dict><夜/><array><dict/></array></dict></словарь>");
+    EXPECT_EQ (message, "");
+    EXPECT_EQ (importer->rows.size(), 1u);
+}
+
+TEST_F (ADRStudioImport, aDocumentOfEverNewNamesIsRefused)
+{
+    std::string values;
+    for (int i = 0; i < 100000; ++i)
+        values += "<n" + std::to_string (i) + "/>";
+    importCues ("<dict>" + values + "</dict>");
+    EXPECT_EQ (message, otherXML);
+    EXPECT_TRUE (importer->rows.empty());
+    EXPECT_TRUE (importer->columnMap.empty());
+}
+
+TEST_F (ADRStudioImport, anyNumberOfKeysIsFine)
+{
+    std::string values;
+    for (int i = 0; i < 20000; ++i)
+        values += "<key>k" + std::to_string (i) + "</key><string>v</string>";
+    EXPECT_EQ (row (values + "<key>Notes</key><string>x</string>").back(), "x");
+}
+
 TEST_F (ADRStudioImport, whatTheMessageHeldBeforeStays)
 {
     message = "Before. ";
