@@ -2,6 +2,7 @@
 #include "import/TTALEventFileImporter.h"
 
 #include "core/text/StringUtil.h"
+#include "core/text/TextDecoding.h"
 #include "core/text/WideObject.h"
 #include "core/timecode/TCToolbox.h"
 #include "import/frame/ImportedBytes.h"
@@ -12,12 +13,15 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 namespace ZEP::Overmarks
 {
 namespace
 {
+
+using Core::WideObject;
 
 constexpr auto kCantBeOpened = "The file could not be opened.";
 constexpr auto kCantBeParsed = "The file content could not be parsed properly.";
@@ -84,14 +88,28 @@ int wholeNumber (const juce::var& value)
     return static_cast<int> (value);
 }
 
+/** The bytes of a text up to its first NUL, where a text stream ends. A mark shows how long the characters are. */
+std::string_view upToNUL (std::string_view bytes)
+{
+    if (! bytes.starts_with (Core::markOfLittleEndianUTF16)
+        && ! bytes.starts_with (Core::markOfBigEndianUTF16))
+        return bytes.substr (0, bytes.find ('\0'));
+
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        if (bytes[i] == 0 && bytes[i + 1] == 0)
+            return bytes.substr (0, i);
+
+    return bytes;
+}
+
 /** Whether a value has members; the framework counts a list as an object too. */
 bool isObject (const juce::var& value) { return value.getDynamicObject() != nullptr; }
 
 /** Visits the members of a value that is an object, until the visitor returns false. False for any other value too. */
-bool forEachMember (const juce::var& value, const Core::WideObject::Visitor& visit)
+bool forEachMember (const juce::var& value, const WideObject::Visitor& visit)
 {
     auto* const object = value.getDynamicObject();
-    return object != nullptr && Core::WideObject::forEachMember (*object, visit);
+    return object != nullptr && WideObject::forEachMember (*object, visit);
 }
 
 } // namespace
@@ -136,12 +154,10 @@ bool TTALEventFileImporter::readFile (juce::String& errorMessage)
         return false;
     }
 
+    const auto text = upToNUL (*bytes);
     auto shown = Core::TextEncodingUnknown;
-    auto root =
-        JSONReader::read (Core::StringUtil::stringWithTextEncoding (bytes->data(), bytes->size(), shown));
-
-    if (shown != Core::TextEncodingUnknown)
-        encoding = shown;
+    auto root = JSONReader::read (Core::StringUtil::stringWithTextEncoding (text.data(), text.size(), shown));
+    encoding = shown != Core::TextEncodingUnknown ? shown : Core::TextEncodingUTF8;
 
     if (! root.has_value() || ! isObject (*root))
     {
@@ -265,7 +281,7 @@ bool TTALEventFileImporter::parseEvent (const juce::String& id, const juce::var&
                        else if (name == TTAL::kCue)
                            row[cueNumberColumn] = value.toString();
                        else if (name == TTAL::kDubAnnotations)
-                           row[notesColumn] = value.getProperty (TTAL::kText, {}).toString();
+                           row[notesColumn] = WideObject::valueOf (value, TTAL::kText).toString();
                        else if (name == TTAL::kType && value.toString() == TTAL::kForcedNarrative)
                            row[forcedNarrativeColumn] = juce::String ("yes");
                        else if (name == TTAL::kRgn)
@@ -301,9 +317,9 @@ std::vector<juce::AttributedString::Attribute> TTALEventFileImporter::richTextAt
 
     for (const auto& style : *styles.getArray())
     {
-        const auto from = wholeNumber (style.getProperty (TTAL::kFrom, -1));
-        const auto to = wholeNumber (style.getProperty (TTAL::kTo, -1));
-        const auto look = style.getProperty (TTAL::kType, {}).toString();
+        const auto from = wholeNumber (WideObject::valueOf (style, TTAL::kFrom, -1));
+        const auto to = wholeNumber (WideObject::valueOf (style, TTAL::kTo, -1));
+        const auto look = WideObject::valueOf (style, TTAL::kType).toString();
 
         if (from == -1 || to == -1 || look.isEmpty())
             continue;
@@ -339,7 +355,7 @@ bool TTALEventFileImporter::parseCharactersArray (juce::var& characters, juce::S
             return false;
         }
 
-        const auto name = character.getProperty (TTAL::kName, {}).toString();
+        const auto name = WideObject::valueOf (character, TTAL::kName).toString();
         characterMap->addCharacter (std::make_shared<Core::ADRCharacter> (name), true, id);
         return true;
     };

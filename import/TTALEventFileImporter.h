@@ -22,7 +22,8 @@ namespace ZEP::Overmarks
     that tells its language.
 
     The rules that callers get wrong: the message is added to, and rows that were made before a failure stay; parse() adds its
-    rows to those that are there already. The text encoding that it is given plays no part: JSON is UTF-8. */
+    rows to those that are there already, with a new `characterMap`. The text encoding that it is given plays no part: a mark
+    shows UTF-8 or UTF-16, and without one the text is UTF-8, or Windows-1252 where it can't be. */
 class OVERMARKS_API TTALEventFileImporter final : public EventFileImporter
 {
 public:

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -32,6 +33,28 @@ void appendUTF8 (std::string& bytes, unsigned code)
     bytes += text.toRawUTF8();
 }
 
+/** Whether a number that fits no double is too large, and not too close to zero: where its first digit other than 0 stands. */
+bool isTooLarge (std::string_view number)
+{
+    const auto behindMantissa = std::min (number.find_first_of ("eE"), number.size());
+    const auto mantissa = number.substr (0, behindMantissa);
+    const auto point = std::min (mantissa.find ('.'), mantissa.size());
+    const auto firstDigit = std::min (mantissa.find_first_of ("123456789"), mantissa.size());
+
+    auto power = number.substr (std::min (behindMantissa + 1, number.size()));
+    const bool isNegative = power.starts_with ('-');
+    power.remove_prefix (std::min (power.find_first_not_of ("+-0"), power.size()));
+
+    constexpr std::size_t mostDigits = 15; // a text is shorter than such a power
+    if (power.size() > mostDigits)
+        return ! isNegative;
+
+    std::int64_t exponent = 0;
+    std::from_chars (power.data(), power.data() + power.size(), exponent);
+    const auto place = static_cast<std::int64_t> (point) - static_cast<std::int64_t> (firstDigit);
+    return place + (isNegative ? -exponent : exponent) > 0;
+}
+
 juce::var numberOf (std::string_view text, bool isWhole)
 {
     if (isWhole && text.size() - (text.front() == '-' ? 1 : 0) <= mostDigitsOfWholeNumber)
@@ -46,8 +69,7 @@ juce::var numberOf (std::string_view text, bool isWhole)
     double number = 0.0;
     const auto [end, error] = std::from_chars (text.data(), text.data() + text.size(), number);
 
-    if (error == std::errc::result_out_of_range && text.find ("e-") == std::string_view::npos
-        && text.find ("E-") == std::string_view::npos)
+    if (error == std::errc::result_out_of_range && isTooLarge (text))
         number = std::numeric_limits<double>::infinity() * (text.front() == '-' ? -1.0 : 1.0);
 
     return number;
@@ -177,10 +199,21 @@ void JSONReader::add (juce::var value)
 {
     if (open.empty())
         root = std::move (value);
-    else if (auto& container = open.back(); container.object != nullptr)
+    else if (auto& container = open.back(); container.object == nullptr)
+        container.value.getArray()->add (std::move (value));
+    else if (isPooled (container.name))
         container.object->setMember (container.name, value);
     else
-        container.value.getArray()->add (std::move (value));
+        container.object->setMemberApart (container.name, value);
+}
+
+/** The pool is sorted: each new name moves the others, and a hostile text asks for one with six bytes. */
+bool JSONReader::isPooled (const juce::String& name)
+{
+    if (pooledNames.size() < mostPooledNames)
+        pooledNames.insert (name);
+
+    return pooledNames.find (name) != pooledNames.end();
 }
 
 /** Reads up to the next element: a comma, or the end of one or several containers. */

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,11 +22,13 @@ namespace ZEP::Overmarks
     what is nested, never looks behind the end of a text that breaks off, puts the two halves of an escaped emoji together,
     and takes a time in proportion to the text whatever stands in it. Half an emoji becomes U+FFFD.
 
-    Of two members with one name the later value counts. One object reads one text. */
+    Of two members with one name the later value counts. Names beyond the first `mostPooledNames` different ones stay out of
+    the framework's pool of names. One object reads one text. */
 class JSONReader final
 {
 public:
-    static constexpr int deepestNesting = 64; ///< objects and lists within each other
+    static constexpr int deepestNesting = 64;           ///< objects and lists within each other
+    static constexpr std::size_t mostPooledNames = 512; ///< the formats know some twenty
 
     /** @returns a value whose objects are Core::WideObject, a void one for a text of blanks, and nothing for what is no
                  JSON, is nested too deeply, or is made of more lists and objects than any cue list */
@@ -54,6 +57,7 @@ private:
     bool enter (char end);
     bool accept (juce::var value);
     void add (juce::var value);
+    bool isPooled (const juce::String& name);
     bool readBehindValue();
     bool readWord (std::string_view word, const juce::var& value);
     bool readNumber();
@@ -69,6 +73,7 @@ private:
     std::string_view rest;
     std::size_t containersLeft;
     std::vector<Open> open;
+    std::set<juce::String> pooledNames;
     juce::var root;
 };
 

@@ -92,6 +92,48 @@ TEST_F (TTALImport, aMarkAndUTF16AreUnderstood)
     }
 }
 
+TEST_F (TTALImport, theEncodingIsWhatWasReadAndNotWhatWasAskedFor)
+{
+    const auto encodingOf = [this] (const std::string& bytes)
+    {
+        import (bytes);
+        EXPECT_EQ (message, "");
+        importer->parse (message, TextEncodingMacOSRoman);
+        return importer->encoding;
+    };
+
+    EXPECT_EQ (encodingOf (file (event ({}))), TextEncodingUTF8);
+    EXPECT_EQ (encodingOf (file (event ({ { "cue", "\"ä\"" } }))), TextEncodingUTF8);
+    EXPECT_EQ (encodingOf ("\xef\xbb\xbf" + file (event ({}))), TextEncodingUTF8);
+    EXPECT_EQ (encodingOf (file (event ({ { "cue", "\"\xe4\"" } }))), TextEncodingWindows1252);
+    EXPECT_EQ (encodingOf (bytesOfFile (dataFile ("ttal/utf16.ttal"))), TextEncodingUTF16);
+}
+
+TEST_F (TTALImport, withoutAMarkUTF16IsNotDetected)
+{
+    import (bytesOfFile (dataFile ("ttal/utf16.ttal")).substr (2));
+    EXPECT_EQ (message, cantBeParsed);
+    EXPECT_TRUE (importer->rows.empty());
+    EXPECT_EQ (importer->encoding, TextEncodingUTF8);
+}
+
+TEST_F (TTALImport, theTextEndsAtItsFirstNUL)
+{
+    const std::string nul (1, '\0');
+    import (withMeta ("FPS_2500", "FPS_" + nul + "2500"));
+    EXPECT_EQ (message, cantBeParsed);
+
+    import (file (event ({})) + nul + "anything");
+    EXPECT_EQ (message, "");
+    EXPECT_EQ (importer->rows.size(), 1u);
+
+    auto utf16 = bytesOfFile (dataFile ("ttal/utf16.ttal"));
+    import (utf16 + std::string (2, '\0') + "any");
+    EXPECT_EQ (message, "");
+    import (utf16.insert (40, std::string (2, '\0')));
+    EXPECT_EQ (message, cantBeParsed);
+}
+
 TEST_F (TTALImport, textThatIsNoUnicodeIsTakenForWindows1252)
 {
     importFile ("ttal/wrong_encoding.ttal");
@@ -107,6 +149,14 @@ TEST_F (TTALImport, aHugeTextIsATextLikeAnyOther)
     EXPECT_EQ (message, "");
     EXPECT_EQ (cell (0, 2), huge);
     EXPECT_EQ (cell (0, 4), huge);
+}
+
+TEST_F (TTALImport, aLongLineAndALongNameComeWhole)
+{
+    importFile ("ttal/huge_field.ttal");
+    EXPECT_EQ (message, "");
+    EXPECT_EQ (cell (0, 2), std::string (30000, 'x'));
+    EXPECT_EQ (cell (0, 3), std::string (30000, 'x'));
 }
 
 TEST_F (TTALImport, escapedTextThatIsNoUnicodeIsMadeHarmless)

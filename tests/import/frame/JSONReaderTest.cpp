@@ -12,6 +12,7 @@
 
 using namespace ZEP::Overmarks;
 using ZEP::Core::StringUtil;
+using ZEP::Core::WideObject;
 
 namespace
 {
@@ -61,6 +62,24 @@ TEST (JSONReader, numbersThatAreTooLongBecomeFractions)
     EXPECT_DOUBLE_EQ (static_cast<double> (only ("1234567890123456789012")), 1234567890123456789012.0);
     EXPECT_EQ (static_cast<double> (only ("-1e999")), -std::numeric_limits<double>::infinity());
     EXPECT_EQ (static_cast<double> (only ("1e-999")), 0.0);
+}
+
+TEST (JSONReader, numbersBeyondTheRangeOfAFractionAreZeroOrWithoutEnd)
+{
+    constexpr auto infinity = std::numeric_limits<double>::infinity();
+    const std::string zeros (400, '0');
+    for (const auto& text :
+         { "0." + zeros + "1", "0." + zeros + "1e10", "1" + zeros + "e-900", std::string ("3e-400"),
+           "0." + zeros + "1e+0020", "1e-" + std::string (30, '9') })
+        EXPECT_EQ (static_cast<double> (only (text)), 0.0) << text;
+    for (const auto& text : { "1" + zeros, "1" + zeros + "e-10", "1" + zeros + ".5", "0." + zeros + "1e800",
+                              "00012" + zeros + "E-0010", "1e" + std::string (30, '9') })
+    {
+        EXPECT_EQ (static_cast<double> (only (text)), infinity) << text;
+        EXPECT_EQ (static_cast<double> (only ("-" + text)), -infinity) << text;
+    }
+    EXPECT_DOUBLE_EQ (static_cast<double> (only ("1" + zeros + "e-400")), 1.0);
+    EXPECT_DOUBLE_EQ (static_cast<double> (only ("0." + zeros + "1e401")), 1.0);
 }
 
 TEST (JSONReader, fractionsAndPowersAreRead)
@@ -198,9 +217,41 @@ TEST (JSONReader, anObjectOfVeryManyMembersIsReadAtOnce)
         text += "\"" + std::to_string (i * 7919LL % 1000003) + "\":" + std::to_string (i) + ",";
     const auto root = read (text + "}");
     ASSERT_TRUE (root.has_value());
-    auto* const object = dynamic_cast<ZEP::Core::WideObject*> (root->getDynamicObject());
+    auto* const object = dynamic_cast<WideObject*> (root->getDynamicObject());
     ASSERT_NE (object, nullptr);
     EXPECT_EQ (object->size(), members);
+}
+
+TEST (JSONReader, objectsOfEverNewNamesStayOutOfThePoolOfNames)
+{
+    constexpr int objects = 2000;
+    std::string text = "[";
+    for (int i = 0; i < objects; ++i)
+    {
+        text += "{\"type\": 1";
+        for (int j = 0; j < 20; ++j)
+            text += ", \"n" + std::to_string (20 * i + j) + "\": " + std::to_string (j);
+        text += ", \"type\": 2},";
+    }
+
+    const auto root = read (text + "]");
+    ASSERT_TRUE (root.has_value());
+    ASSERT_EQ (root->size(), objects);
+    int plain = 0;
+
+    for (int i = 0; i < objects; ++i)
+    {
+        auto* const object = dynamic_cast<WideObject*> ((*root)[i].getDynamicObject());
+        ASSERT_NE (object, nullptr);
+        ASSERT_EQ (object->size(), 21);
+        ASSERT_EQ (static_cast<int> (WideObject::valueOf ((*root)[i], "type")), 2);
+        ASSERT_EQ (static_cast<int> (
+                       WideObject::valueOf ((*root)[i], juce::String ("n") + juce::String (20 * i + 19))),
+                   19);
+        plain += object->getProperties().size();
+    }
+
+    EXPECT_LE (plain, static_cast<int> (JSONReader::mostPooledNames) + objects);
 }
 
 TEST (JSONReader, readsWhatTheFrameworkReads)
