@@ -12,6 +12,8 @@ namespace ZEP::Overmarks
 namespace
 {
 
+using Row = std::vector<Core::RichTextString>;
+
 constexpr auto kADRCue = "ADR Cue";
 constexpr auto kEventTypeTitle = "Event Type";
 
@@ -42,6 +44,29 @@ juce::String textOfField (std::string bytes, Core::TextEncoding& encoding)
     return text == kADRCue ? text : text.removeCharacters (" ");
 }
 
+/** A row of fields. The last cell is none of them but our own word for all rows, whatever the file is encoded in. */
+Row rowOf (std::vector<std::string> cells, Core::TextEncoding& encoding)
+{
+    Row row;
+    row.reserve (cells.size());
+
+    for (std::size_t i = 0; i + 1 < cells.size(); ++i)
+        row.emplace_back (textOfField (std::move (cells[i]), encoding));
+
+    row.emplace_back (juce::String (cells.back()));
+    return row;
+}
+
+/** The names of the fields. A name ends at its first zero, so it never is in UTF-16. */
+Row titleRowOf (std::vector<std::string> titles, Core::TextEncoding& encoding)
+{
+    if (encoding != Core::TextEncodingUTF16)
+        return rowOf (std::move (titles), encoding);
+
+    auto shown = Core::TextEncodingUnknown;
+    return rowOf (std::move (titles), shown);
+}
+
 } // namespace
 
 DBFEventFileImporter::DBFEventFileImporter (const juce::String& path, juce::String& errorMessage)
@@ -68,15 +93,11 @@ void DBFEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
         return;
 
     rows.reserve (table.size());
+    rows.push_back (titleRowOf (std::move (table.front()), textEncoding));
 
-    for (auto& cells : table)
-    {
-        auto& row = rows.emplace_back();
-        row.reserve (cells.size());
-        for (auto& cell : cells)
-            row.emplace_back (textOfField (std::move (cell), textEncoding));
-        cells = {}; // so that the table isn't held twice
-    }
+    // A row that has been moved away is freed with it, so that the table isn't held twice.
+    for (std::size_t i = 1; i < table.size(); ++i)
+        rows.push_back (rowOf (std::move (table[i]), textEncoding));
 
     encoding = textEncoding;
 }

@@ -37,6 +37,7 @@ std::string nameOf (const DBFFile::FieldDescriptor& field)
     return { field.begin(), std::find (field.begin(), field.end(), '\0') };
 }
 
+/** 0 for what is no file. */
 std::uint64_t sizeOfFile (const juce::String& path)
 {
     std::error_code error;
@@ -63,23 +64,43 @@ std::vector<std::string> split (std::string text, char separator)
 //==============================================================================
 DBFFile::DBFFile (const char* path) : filePath (juce::String::fromUTF8 (path))
 {
-    if (! isOrdinaryFile (filePath))
-    {
-        setstate (std::ios::failbit);
-        return;
-    }
+    openFile (path);
 
-    open (path, std::ios::in | std::ios::binary);
+    if (! good())
+        return;
+
     if (read (header.data(), header.size()))
         readDescriptors();
 
     if (good())
         noteOtherHeaderLength();
-    else
+    else if (eof())
         note ("it ends before the list of its fields does; it may be no dBase table of the older kind");
+    else
+        note ("it has more than " + juce::String (mostFields)
+              + " fields, and no record is read; it may be no dBase table of the older kind");
 }
 
 DBFFile::~DBFFile() = default;
+
+/** Leaves the stream in a bad state if there is nothing to read. */
+void DBFFile::openFile (const char* path)
+{
+    juce::String reason;
+
+    if (! isOrdinaryFile (filePath))
+        reason = "there is no such file";
+    else if (std::cmp_greater (sizeOfFile (filePath), kMostBytesOfAFile))
+        reason = "it is larger than a gigabyte and is not read";
+    else if (open (path, std::ios::in | std::ios::binary); ! is_open())
+        reason = "it can't be opened";
+
+    if (reason.isNotEmpty())
+    {
+        note (reason);
+        setstate (std::ios::failbit);
+    }
+}
 
 void DBFFile::readDescriptors()
 {
@@ -92,9 +113,15 @@ void DBFFile::readDescriptors()
     addTitles (std::move (titles));
 }
 
-/** False if the file ends inside the descriptor. */
+/** False if the file ends inside the descriptor, or there are more of them than any table has. */
 bool DBFFile::readDescriptor (char firstByte)
 {
+    if (fieldDescriptors.size() == mostFields)
+    {
+        setstate (std::ios::failbit);
+        return false;
+    }
+
     FieldDescriptor field {};
     field[0] = firstByte;
     if (! read (field.data() + 1, field.size() - 1))
@@ -131,7 +158,7 @@ void DBFFile::addTitles (std::vector<std::string> titles)
     table.push_back (std::move (titles));
 }
 
-/** The tables of some database programs have more between descriptors and records, which shifts all of their fields. */
+/** Many tables have something between descriptors and records, a zero byte at least, which shifts all of their fields. */
 void DBFFile::noteOtherHeaderLength() const
 {
     const auto said = unsignedByte (header[kOffsetOfHeaderLength])
@@ -140,7 +167,7 @@ void DBFFile::noteOtherHeaderLength() const
 
     if (said != found)
         note ("its records should begin at byte " + juce::String (said) + " but are read from byte "
-              + juce::String (found) + " on; if fields are shifted, save it as dBase III or IV");
+              + juce::String (found) + " on; if fields are shifted, save it as delimited text");
 }
 
 //==============================================================================
@@ -166,7 +193,8 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
 
 void DBFFile::readRecords()
 {
-    Reading reading { TableBudget (sizeOfFile (filePath)), std::vector<bool> (fieldDescriptors.size()), -1 };
+    Reading reading { TableBudget (sizeOfFile (filePath), fileBytesPerCell),
+                      std::vector<bool> (fieldDescriptors.size()), -1 };
 
     if (! fieldDescriptors.empty())
         reading.cueNumberColumn = columnMap[kCueNumberTitle];

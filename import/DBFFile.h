@@ -6,6 +6,7 @@
 #include <juce_core/juce_core.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <map>
@@ -46,13 +47,16 @@ namespace ZEP::Overmarks
 
     The rule that callers get wrong: without a TAKE field the first field counts as cue number.
 
-    A file that ends too early gives what was whole before; one that can't be read gives an empty table. No locks: one thread
-    at a time. */
+    A file that ends too early gives what was whole before, one whose list of fields doesn't end gives their names alone, and
+    one that can't be read or is larger than kMostBytesOfAFile gives an empty table. No locks: one thread at a time. */
 class OVERMARKS_API DBFFile : public std::ifstream
 {
 public:
     using Table = std::vector<std::vector<std::string>>;
     using FieldDescriptor = std::array<char, 32>;
+
+    static constexpr std::size_t mostFields = 4096;      ///< dBase allows 255, others some 2000
+    static constexpr std::uint64_t fileBytesPerCell = 8; ///< what the TableBudget of a large file goes by
 
     /** Opens the file, reads header and descriptors, and makes the row of titles.
         @param path  in UTF-8 */
@@ -77,6 +81,7 @@ public:
 private:
     struct Reading;
 
+    void openFile (const char* path);
     void readDescriptors();
     [[nodiscard]] bool readDescriptor (char firstByte);
     void recogniseName (const std::string& name, int index);

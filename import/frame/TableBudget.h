@@ -10,7 +10,7 @@ namespace ZEP::Overmarks
 /** How many cells the table of a file may have.
 
     A cell takes some three hundred bytes of memory and the cue that a row becomes more than a thousand, and a hostile file
-    can ask for many of them with few bytes: empty subtitles, fields of no length, markers that repeat a row of ten
+    can ask for many of them with few bytes: empty subtitles, fields of no length, markers that repeat a row of a
     thousand columns. A cue list needs far more than four bytes for a cell, and its table never comes near the limit. */
 class TableBudget final
 {
@@ -19,8 +19,9 @@ public:
     static constexpr std::uint64_t kCellsOfRow = 4;       ///< a row counts as so many cells more than it has
     static constexpr std::uint64_t kSpareCells = 1 << 20; ///< for small files, whatever they look like
 
-    explicit TableBudget (std::uint64_t fileBytes) noexcept
-        : cellsLeft (fileBytes / kFileBytesPerCell + kSpareCells)
+    /** @param bytesPerCell  of a file that isn't small; more than zero */
+    explicit TableBudget (std::uint64_t fileBytes, std::uint64_t bytesPerCell = kFileBytesPerCell) noexcept
+        : cellsLeft (fileBytes / bytesPerCell + kSpareCells)
     {
     }
 

@@ -185,6 +185,37 @@ TEST_F (DBFImport, utf16CellsLoseTheirBlanksAndNothingElse)
     EXPECT_EQ (importer->rows.at (1).at (0).getText(), "abc");
 }
 
+TEST_F (DBFImport, theTypeAndTheTitlesAreReadableInUTF16)
+{
+    const std::string text ("a\0b\0c\0", 6);
+    const auto bytes = DBFSupport::table ({ { "SUB", 6 }, { "TC_IN", 11 } },
+                                          { { " ", text, "01:00:00:00" }, { " ", text, "" } });
+    const auto detected = import (bytes);
+    ASSERT_EQ (importer->encoding, TextEncodingUTF16);
+    const auto named = readAgain (TextEncodingUTF16);
+    EXPECT_EQ (importer->encoding, TextEncodingUTF16);
+
+    for (const auto& rows : { detected, named })
+    {
+        EXPECT_EQ (rows.at (0), (std::vector<std::string> { "SUB", "TC_IN", "Event Type" }));
+        EXPECT_EQ (rows.at (1).at (0), "abc");
+        EXPECT_EQ (rows.at (1).at (2), "ADR Cue");
+        EXPECT_EQ (rows.at (2).at (2), "ADR Cue");
+    }
+
+    const auto result = EventRowReader (Testing::timeInfoAt ("25", "01:00:00:00"), {}).read (*importer);
+    ASSERT_EQ (result.events.size(), 2u);
+    EXPECT_EQ (result.events[1]->getType(), EventTypeADRCue);
+}
+
+TEST_F (DBFImport, aTitleMayShowTheEncoding)
+{
+    EXPECT_EQ (import (DBFSupport::table ({ { "SUB_\xc4", 2 } }, { { " ", "\xe4" } })),
+               (TextTable { { "SUB_Ä", "Event Type" }, { "ä", "ADR Cue" } }));
+    EXPECT_EQ (importer->encoding, TextEncodingWindows1252);
+    EXPECT_EQ (readAgain (TextEncodingMacOSRoman).at (0).at (0), "SUB_ƒ");
+}
+
 //==============================================================================
 TEST_F (DBFImport, whatCannotBeReadIsAnEmptyTableAndNeverWaitedFor)
 {

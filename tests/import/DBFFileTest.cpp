@@ -6,7 +6,11 @@
 #include "import/frame/TableBudget.h"
 #include "support/CollectedLog.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
 
 using namespace ZEP::Overmarks;
 using namespace DBFSupport;
@@ -328,7 +332,50 @@ TEST_F (DBFFileTest, recordsThatBeginElsewhereAreToldToTheLog)
 {
     const DBFFile foxpro (dataFile ("dbf/foxpro.dbf").c_str());
     EXPECT_EQ (logged(), (Pieces { "its records should begin at byte 488 but are read from byte 225 on; if "
-                                   "fields are shifted, save it as dBase III or IV" }));
+                                   "fields are shifted, save it as delimited text" }));
+}
+
+TEST_F (DBFFileTest, aZeroBehindTheFieldsShiftsThemAndIsToldToTheLog)
+{
+    const std::vector<Field> fields { { "SUB", 3 } };
+    auto bytes = head (fields);
+    bytes[8] = static_cast<char> (bytes.size() + 1);
+    EXPECT_EQ (parse (bytes + std::string (1, '\0') + " abc def\x1a"),
+               (DBFFile::Table { { "SUB", "Event Type" }, { " ab", "ADR Cue" }, { " de", "ADR Cue" } }));
+    EXPECT_EQ (logged(), (Pieces { "its records should begin at byte 66 but are read from byte 65 on; if "
+                                   "fields are shifted, save it as delimited text",
+                                   "it ends inside a record, which is left out" }));
+}
+
+TEST_F (DBFFileTest, whatIsNoFileIsToldToTheLog)
+{
+    for (const auto& path : { (folder.path / "missing.dbf").string(), folder.path.string() })
+    {
+        DBFFile file (path.c_str());
+        EXPECT_EQ (file.Parse (columns), DBFFile::Table()) << path;
+        EXPECT_THAT (log.lines().back(), testing::EndsWith (path + ": there is no such file"));
+    }
+    EXPECT_EQ (log.lines().size(), 2u);
+}
+
+TEST_F (DBFFileTest, aFileThatNobodyMayReadIsToldToTheLog)
+{
+    const auto closed = folder.file ("closed.dbf", head (cueFields));
+    std::filesystem::permissions (closed, std::filesystem::perms::none);
+    if (std::ifstream (closed).is_open())
+        GTEST_SKIP() << "the system's administrator may read everything";
+    DBFFile file (closed.c_str());
+    EXPECT_EQ (file.Parse (columns), DBFFile::Table());
+    EXPECT_EQ (logged(), (Pieces { "it can't be opened" }));
+}
+
+TEST_F (DBFFileTest, aFileOfMoreThanAGigabyteIsNotRead)
+{
+    const auto path = folder.file ("large.dbf", table (cueFields, { { " ", "1", "s", "e", "a", "" } }));
+    std::filesystem::resize_file (path, (std::uintmax_t { 1 } << 30U) + 1);
+    DBFFile file (path.c_str());
+    EXPECT_EQ (file.Parse (columns), DBFFile::Table());
+    EXPECT_EQ (logged(), (Pieces { "it is larger than a gigabyte and is not read" }));
 }
 
 TEST_F (DBFFileTest, parsingAgainReturnsTheSameTable)
@@ -338,24 +385,68 @@ TEST_F (DBFFileTest, parsingAgainReturnsTheSameTable)
 }
 
 //==============================================================================
+TEST_F (DBFFileTest, fieldsHaveALimit)
+{
+    const auto withFields = [this] (std::size_t count) {
+        return parse (head (std::vector<Field> (count, Field { "X", 0 })) + "  ");
+    };
+
+    const auto rows = withFields (DBFFile::mostFields);
+    EXPECT_EQ (rows.size(), 3u);
+    EXPECT_EQ (rows.at (0).size(), DBFFile::mostFields + 1);
+
+    EXPECT_EQ (withFields (DBFFile::mostFields + 1), DBFFile::Table (rows.begin(), rows.begin() + 1));
+    EXPECT_EQ (logged().back(), "it has more than 4096 fields, and no record is read; it may be no dBase "
+                                "table of the older kind");
+}
+
+TEST_F (DBFFileTest, fieldsWithoutEndLeaveTheFirstTitles)
+{
+    const auto rows = parse (std::string (32 << 20, '\0'));
+    EXPECT_EQ (rows.size(), 1u);
+    EXPECT_EQ (rows.at (0).size(), DBFFile::mostFields + 1);
+    EXPECT_EQ (rows.at (0).back(), "Event Type");
+    EXPECT_EQ (columns, (Columns { { "Event Type", static_cast<int> (DBFFile::mostFields) } }));
+    EXPECT_EQ (logged().size(), 1u);
+}
+
 TEST_F (DBFFileTest, fieldsOfNoLengthByTheThousandDoNotFillTheMemory)
 {
-    const std::vector<Field> fields (30000, Field { "X", 0 });
+    const std::vector<Field> fields (4000, Field { "X", 0 });
     const auto rows = parse (head (fields) + std::string (1 << 20, ' '));
     EXPECT_LE (rows.size() * rows.at (0).size(),
-               TableBudget::kSpareCells + (30000u * 32u + (2u << 20U)) / 4u);
+               TableBudget::kSpareCells + (4000u * 32u + (2u << 20U)) / DBFFile::fileBytesPerCell);
     EXPECT_EQ (logged().back().substr (0, 38), "it grows into a table that is too larg");
+}
+
+TEST_F (DBFFileTest, fieldsOfOneByteDoNotTakeAHundredTimesTheirFile)
+{
+    const std::vector<Field> fields (100, Field { "X", 1 });
+    constexpr std::size_t bytes = 4 << 20;
+    const auto rows = parse (head (fields) + std::string (bytes, ' '));
+    EXPECT_GT (rows.size() * 101, TableBudget::kSpareCells);
+    EXPECT_LE (rows.size() * 101, TableBudget::kSpareCells + bytes / DBFFile::fileBytesPerCell + 1000);
+}
+
+TEST_F (DBFFileTest, aLargeTableOfAStudioIsReadWhole)
+{
+    std::vector<Field> fields { { "TAKE", 8 }, { "TC_IN", 11 }, { "TC_OUT", 11 }, { "SUB", 120 } };
+    fields.resize (24, Field { "DONE", 1 });
+    Record record (25, "T");
+    record[0] = " ";
+    EXPECT_EQ (parse (fields, std::vector<Record> (40000, record)).size(), 40001u);
+    EXPECT_EQ (logged(), Pieces());
 }
 
 TEST_F (DBFFileTest, markersByTheThousandDoNotFillTheMemory)
 {
     std::vector<Field> fields { { "TAKE", 1 }, { "TC_IN", 1 }, { "TC_OUT", 1 } };
-    fields.resize (20000, Field { "MARKER", 7 });
-    Record record (20001, "a:b:c:d");
+    fields.resize (4000, Field { "MARKER", 7 });
+    Record record (4001, "a:b:c:d");
     record[0] = " ";
     const auto rows = parse (fields, { record });
     EXPECT_GT (rows.size(), 2u);
-    EXPECT_LT (rows.size(), 100u);
+    EXPECT_LT (rows.size(), 300u);
     EXPECT_EQ (logged().back(), "it grows into a table that is too large; nothing is read from row "
                                     + std::to_string (rows.size() + 1) + " on");
 }

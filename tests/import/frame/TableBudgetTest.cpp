@@ -30,6 +30,14 @@ TEST (TableBudget, aLargeFileMayHaveACellForEveryFourBytesMore)
     EXPECT_FALSE (budget.takeRow (0));
 }
 
+TEST (TableBudget, aFormatOfLongerCellsHasFewerOfThem)
+{
+    TableBudget budget (800, 8);
+    EXPECT_FALSE (budget.takeRow (spare + 101 - ofRow));
+    EXPECT_TRUE (budget.takeRow (spare + 100 - ofRow));
+    EXPECT_FALSE (budget.takeRow (0));
+}
+
 TEST (TableBudget, rowsWithoutCellsAreNotForNothing)
 {
     TableBudget budget (0);
