@@ -107,6 +107,42 @@ TEST_F (ProgramTest, aFileWithoutCuesIsAProblemAlsoWhereTheFormatHasNoWordsForIt
     }
 }
 
+TEST_F (ProgramTest, aDBaseTableOfTitlesAloneIsAProblem)
+{
+    for (const auto* name : { "dbf/fields_only.dbf", "dbf/no_end_of_fields.dbf", "dbf/header_only.dbf" })
+    {
+        const auto result = run ({ "import", dataFile (name), "-o", "p.json", "--force" });
+        EXPECT_EQ (result.status, 1) << name;
+        EXPECT_THAT (result.errors, HasSubstr (std::string (name) + ": no cues were found in it\n"));
+    }
+}
+
+TEST_F (ProgramTest, delimitedTextOfTitlesAloneIsAnEmptyList)
+{
+    const auto result = run ({ "import", dataFile ("csv/titles_only.csv"), "-o", "p.json" });
+    EXPECT_EQ (result.status, 0);
+    EXPECT_THAT (result.errors, Not (HasSubstr ("no cues were found")));
+}
+
+TEST_F (ProgramTest, aDBaseTableWithoutAKnownFieldIsRefusedUnlessAColumnIsNamed)
+{
+    using namespace std::string_literals;
+    const auto field = [] (const std::string& name)
+    { return (name + std::string (16 - name.size(), '\0')) + "\x4" + std::string (15, '\0'); };
+    write ("x.dbf", "\x3"s + std::string (7, '\0') + "\x61"s + std::string (23, '\0') + field ("ROLE")
+                        + field ("TAKE") + "\r ANNAA1   PAULA2  \x1a");
+    const auto refused = run ({ "import", "x.dbf", "-o", "p.json" });
+    EXPECT_EQ (refused.status, 1);
+    EXPECT_THAT (refused.errors,
+                 HasSubstr ("x.dbf: no field has a name that is known for a time or a text; --map "
+                            "\"HEADER=TITLE\" tells what a field holds\n"));
+    EXPECT_FALSE (file ("p.json").exists());
+
+    const auto mapped = run ({ "list", "x.dbf", "--json", "--map", "ROLE=Character" });
+    EXPECT_EQ (mapped.json()["events"].size(), 2u);
+    EXPECT_EQ (mapped.json()["events"][0]["character"], "ANNA");
+}
+
 TEST_F (ProgramTest, aFileInUTF16IsAProblemSinceItsRowsMayBeLost)
 {
     using namespace std::string_literals;

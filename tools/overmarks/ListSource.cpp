@@ -27,6 +27,12 @@ namespace
 
 constexpr auto standardInput = "-";
 
+// Formats by their importers' number.
+constexpr int proToolsText = 0;
+constexpr int dBaseTable = 1;
+constexpr int delimitedText = 2;
+constexpr int ttal = 7;
+
 /** A list from standard input as a file that importers can read; gone again at the end of the scope. */
 class SpooledInput final
 {
@@ -129,9 +135,34 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     return read;
 }
 
-/** A table of which nothing is known would become an empty list without a word. */
-void refuseUnknownTable (const ReadFile& read)
+/** Whether the importer has rows of cues, or at least could have. */
+bool hasDataRows (EventFileImporter& importer)
 {
+    return importer.rows.size() > static_cast<std::size_t> (EventRowReader::firstDataRow (importer));
+}
+
+/** The importer of dBase tables knows two columns of every table: one of its own, and one for the cue number. */
+void refuseUnknownFields (const ReadFile& read)
+{
+    const auto& columns = read.importer->columnMap;
+    const bool isKnown = std::any_of (columns.begin(), columns.end(),
+                                      [] (const auto& column) {
+                                          return column.second >= 0 && column.first != "Event Type"
+                                                 && column.first != "Cue Number";
+                                      });
+
+    if (hasDataRows (*read.importer) && ! isKnown)
+        throw CommandFailure (read.shownPath
+                              + ": no field has a name that is known for a time or a text; --map "
+                                "\"HEADER=TITLE\" tells what a field holds");
+}
+
+/** A table of which nothing is known would become an empty list without a word. */
+void refuseUnknownTable (const ReadFile& read, const ListOptions& options)
+{
+    if (read.importer->type() == dBaseTable && ! options.hasMapping())
+        refuseUnknownFields (read);
+
     const auto& columns = read.importer->columnMap;
     const bool isKnown =
         std::any_of (columns.begin(), columns.end(), [] (const auto& column) { return column.second >= 0; });
@@ -191,8 +222,10 @@ public:
         const auto result =
             EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
 
-        // Not every importer has words for a file that it can make nothing of.
-        if (read.importer->rows.empty())
+        // Not every importer has words for a file that it can make nothing of. Delimited text may have its titles alone.
+        const bool mayBeEmpty = read.importer->type() == delimitedText && ! read.importer->rows.empty();
+
+        if (! hasDataRows (*read.importer) && ! mayBeEmpty)
             problems.push_back ({ read.shownPath, 0, {}, "no cues were found in it" });
 
         if (mayHaveLostRows (*read.importer))
@@ -269,8 +302,6 @@ juce::String nameOfList (const std::string& path)
 
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session)
 {
-    constexpr int proToolsText = 0;
-    constexpr int ttal = 7;
     sayWhatAFileDoesNotNeed (path, options, session);
     auto read = withFile (path, options,
                           [&options] (const juce::File& file, const juce::String& shownPath)
@@ -307,7 +338,7 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
         if (read.error.isNotEmpty())
             throw CommandFailure (read.shownPath + ": " + read.error);
 
-        refuseUnknownTable (read);
+        refuseUnknownTable (read, options);
         merger.add (read, options);
         progress.hide();
         sayHowItWasRead (read, session);
