@@ -43,6 +43,14 @@ std::string damaged (std::string bytes, unsigned seed)
                                    "STL",
                                    std::string (200, ' '),
                                    "a:b:c:d",
+                                   "{\"events\": ",
+                                   "[-",
+                                   "\\ud83c",
+                                   "1e999",
+                                   "&#x4",
+                                   "<![CDATA[",
+                                   "<?x?>",
+                                   "</dict>",
                                    "\xff\xff\xff\xff" };
 
     for (auto faults = 1 + below (8); faults > 0; --faults)
@@ -106,7 +114,8 @@ std::vector<std::string> filesIn (const std::string& format)
 {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator (dataFile (format)))
-        names.push_back (format + "/" + entry.path().filename().string());
+        if (entry.path().extension() != ".dtd") // what a document type names is no list
+            names.push_back (format + "/" + entry.path().filename().string());
     std::sort (names.begin(), names.end());
     return names;
 }
@@ -140,3 +149,5 @@ INSTANTIATE_TEST_SUITE_P (SubRip, DamagedFiles, testing::ValuesIn (filesIn ("srt
 INSTANTIATE_TEST_SUITE_P (EBU, DamagedFiles, testing::ValuesIn (filesIn ("stl")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (TextSTL, DamagedFiles, testing::ValuesIn (filesIn ("textstl")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (DBase, DamagedFiles, testing::ValuesIn (filesIn ("dbf")), nameOfCase);
+INSTANTIATE_TEST_SUITE_P (TTAL, DamagedFiles, testing::ValuesIn (filesIn ("ttal")), nameOfCase);
+INSTANTIATE_TEST_SUITE_P (ADRStudio, DamagedFiles, testing::ValuesIn (filesIn ("adrstudio")), nameOfCase);
