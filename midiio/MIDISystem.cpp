@@ -166,8 +166,7 @@ void MIDISystem::Parts::deliverForEver()
     const auto take = [this] (Bytes message, double timeStamp) { deliverSafely (message, timeStamp); };
 
     while (queue.deliver (take))
-    {
-    }
+        hasToldOfLoss = false;
 }
 
 /** An observer that fails must not end the thread, nor the process. */

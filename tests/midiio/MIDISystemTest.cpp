@@ -11,7 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <cstdlib>
 #include <future>
 #include <stdexcept>
 #include <thread>
@@ -333,6 +333,72 @@ TEST_F (MIDISystemTest, severalInputsMaySendAtOnce)
 
     ASSERT_TRUE (system.waitUntilDelivered (30s));
     EXPECT_EQ (posted.triggers.size(), 2000u);
+}
+
+TEST_F (MIDISystemTest, whatAHangingObserverLeavesNoRoomForIsLostAndLoggedOnce)
+{
+    const CollectedLog log;
+    std::promise<void> hangs, release;
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    posted.whatToDo = [&]
+    {
+        hangs.set_value();
+        release.get_future().wait();
+    };
+    system.receive (Bytes { 0x90, 60, 100 }, 0);
+    hangs.get_future().wait();
+
+    auto text = SpannerBytes { .command = updatesLines }.text();
+    text.insert (text.size() - 1, 400, '\x01');
+    const Bytes message (text.begin(), text.end());
+    constexpr std::size_t flood = 12000; // more than four megabytes
+
+    for (std::size_t sent = 0; sent < flood; ++sent)
+        system.receive (message, 0);
+
+    EXPECT_THAT (log.lines(),
+                 ElementsAre ("MIDI messages were lost: they come in faster than they are handled"));
+    release.set_value();
+    ASSERT_TRUE (system.waitUntilDelivered (30s));
+    EXPECT_LT (posted.spanners.size(), flood);
+    EXPECT_GT (posted.spanners.size(), flood / 2);
+}
+
+/** Begins a process that ends while messages are on their way. */
+class MIDISystemDeathTest : public MIDISystemTest
+{
+protected:
+    MIDISystemDeathTest() { GTEST_FLAG_SET (death_test_style, "threadsafe"); }
+
+    [[noreturn]] void endAmongMessages()
+    {
+        system.addMIDIEventTrigger ("NoteOn 1 60");
+        system.openAllInputs();
+
+        for (int sent = 0; sent < 10000; ++sent)
+            system.receive (Bytes { 0x90, 60, 100 }, sent);
+
+        std::exit (4);
+    }
+
+    [[noreturn]] void letAnObserverEnd()
+    {
+        posted.whatToDo = [] { std::exit (5); };
+        system.addMIDIEventTrigger ("NoteOn 1 60");
+        system.receive (Bytes { 0x90, 60, 100 }, 0);
+        std::this_thread::sleep_for (1min);
+        std::abort();
+    }
+};
+
+TEST_F (MIDISystemDeathTest, aProcessMayEndWhileMessagesAreDelivered)
+{
+    EXPECT_EXIT (endAmongMessages(), testing::ExitedWithCode (4), "");
+}
+
+TEST_F (MIDISystemDeathTest, anObserverMayEndTheProcess)
+{
+    EXPECT_EXIT (letAnObserverEnd(), testing::ExitedWithCode (5), "");
 }
 
 } // namespace

@@ -89,6 +89,16 @@ TEST_F (ProgramMIDITest, bindingAMessageAgainReplacesWhatItFired)
     EXPECT_EQ (bindings()[1]["event"]["uuid"], identityOf (1));
 }
 
+TEST_F (ProgramMIDITest, aDryRunBindsNothing)
+{
+    hasFilm();
+    const auto bound =
+        run ({ "midi", "bind", "film.json", "--message", "PC 1 5", "--uuid", identityOf (0), "--dry-run" });
+    EXPECT_EQ (bound.status, 0);
+    EXPECT_EQ (bound.errors, "PC 1 5 would fire A1 | ANNA | Hello? | 01:00:02:00\n");
+    EXPECT_FALSE (file (triggerFile).exists());
+}
+
 TEST_F (ProgramMIDITest, whatIsNoMessageIsWrongUsage)
 {
     hasFilm();

@@ -27,6 +27,7 @@ struct BindOptions
     std::string message;
     std::string uuid;
     std::string label;
+    bool isDryRun = false;
     ListOptions listOptions;
 };
 
@@ -159,9 +160,12 @@ void bind (const BindOptions& options, Session& session)
     auto triggers = storedTriggers (session);
     const auto replaced = forget (triggers, options.message);
     triggers.push_back (trigger);
-    store (triggers);
 
-    session.say (textOf (options.message) + " fires " + trigger->event->oneLineDescription()
+    if (! options.isDryRun)
+        store (triggers);
+
+    session.say (textOf (options.message) + (options.isDryRun ? " would fire " : " fires ")
+                 + trigger->event->oneLineDescription()
                  + (replaced > 0 ? ", and no longer what it fired before" : ""));
 
     if (session.wantsJSON)
@@ -206,6 +210,7 @@ void addBindTo (CLI::App& midi, Session& session)
     command->add_option ("--uuid", options->uuid, "The identity of the event, see overmarks list --json")
         ->required();
     command->add_option ("--label", options->label, "A text of your own for the binding");
+    command->add_flag ("--dry-run", options->isDryRun, "Only say what would be bound");
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);
     command->callback ([options, &session] { bind (*options, session); });
