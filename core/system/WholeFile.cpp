@@ -128,6 +128,21 @@ fs::path withoutLinks (fs::path path)
     fail (ELOOP);
 }
 
+/** The first bytes of a name, fewer where a character would be cut: some file systems take no half ones. */
+std::string startOf (const std::string& name, std::size_t most)
+{
+    const auto isInsideCharacter = [&name] (std::size_t place)
+    { return (static_cast<unsigned char> (name[place]) & 0xC0U) == 0x80U; };
+
+    if (name.size() <= most)
+        return name;
+
+    while (most > 0 && isInsideCharacter (most))
+        --most;
+
+    return name.substr (0, most);
+}
+
 /** The file beside the target that will take its place; gone again unless it has. */
 class FileBeside final
 {
@@ -176,7 +191,7 @@ private:
         // Whoever may read the old file, nobody else sees the new one while it is being written.
         const mode_t mode = replacesAFile ? 0600 : 0666;
         constexpr std::size_t mostOfName = 200; // names have at most 255 bytes
-        const auto start = "." + target.filename().string().substr (0, mostOfName) + ".";
+        const auto start = "." + startOf (target.filename().string(), mostOfName) + ".";
 
         for (;;)
         {

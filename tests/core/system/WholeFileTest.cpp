@@ -9,7 +9,10 @@
 
 #include <algorithm>
 #include <string>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -21,6 +24,39 @@ using ZEP::Overmarks::Testing::inChildProcess;
 using ZEP::Overmarks::Testing::TemporaryFolder;
 
 namespace fs = std::filesystem;
+
+/** The names that appear in a folder, also those that are gone again at once. */
+class NewNames final
+{
+public:
+    explicit NewNames (const fs::path& folder)
+    {
+        EXPECT_GE (::inotify_add_watch (watch, folder.c_str(), IN_CREATE), 0);
+    }
+
+    NewNames (const NewNames&) = delete;
+    NewNames& operator= (const NewNames&) = delete;
+    ~NewNames() { ::close (watch); }
+
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> found;
+        alignas (inotify_event) char buffer[4096];
+        const auto length = ::read (watch, buffer, sizeof (buffer));
+
+        for (ssize_t place = 0; place < length;)
+        {
+            const auto* news = reinterpret_cast<const inotify_event*> (buffer + place);
+            found.emplace_back (news->name);
+            place += static_cast<ssize_t> (sizeof (inotify_event) + news->len);
+        }
+
+        return found;
+    }
+
+private:
+    const int watch = ::inotify_init1 (IN_NONBLOCK | IN_CLOEXEC);
+};
 
 class WholeFileTest : public testing::Test
 {
@@ -232,6 +268,33 @@ TEST_F (WholeFileTest, theLongestNameIsPossible)
     EXPECT_EQ (folder.bytes (name), "new");
     EXPECT_EQ (write (name + "n", "new"), cannotWrite (name + "n", "File name too long"));
     EXPECT_THAT (folder.names(), ElementsAre (name));
+}
+
+TEST_F (WholeFileTest, theHiddenNameCutsNoCharacter)
+{
+    std::string name;
+    for (int i = 0; i < 70; ++i)
+        name += "\xe3\x81\x82"; // 210 bytes; the 200th lies within a character
+
+    const NewNames made (folder.path);
+    EXPECT_EQ (write (name, "new"), "");
+
+    const auto seen = made.names();
+    ASSERT_EQ (seen.size(), 1u);
+    EXPECT_EQ (seen[0].substr (0, seen[0].size() - 8), "." + name.substr (0, 198) + ".");
+    EXPECT_THAT (folder.names(), ElementsAre (name));
+}
+
+TEST_F (WholeFileTest, theHiddenNameOfAShortOneIsWhole)
+{
+    const NewNames made (folder.path);
+    EXPECT_EQ (write ("reel.overmarks", "new"), "");
+
+    const auto seen = made.names();
+    ASSERT_EQ (seen.size(), 1u);
+    EXPECT_EQ (seen[0].substr (0, 16), ".reel.overmarks.");
+    EXPECT_EQ (seen[0].substr (16).find_first_not_of ("0123456789abcdef"), std::string::npos);
+    EXPECT_EQ (seen[0].size(), 24u);
 }
 
 TEST_F (WholeFileTest, aDeviceIsWrittenInto)
