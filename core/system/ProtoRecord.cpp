@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/ProtoRecord.h"
 
-#include "core/text/StringUtil.h"
 #include "core/text/TextDecoding.h"
 
 #include <google/protobuf/message.h>
 #include <google/protobuf/unknown_field_set.h>
+#include <string_view>
 
 namespace ZEP::Core
 {
+
+namespace
+{
+constexpr std::string_view replacementCharacter { "\xEF\xBF\xBD" };
+} // namespace
 
 std::string ProtoRecord::text (const juce::String& text)
 {
@@ -17,7 +22,18 @@ std::string ProtoRecord::text (const juce::String& text)
     if (ByteSurvey (bytes).isUTF8)
         return bytes;
 
-    return StringUtil::fromUTF8 (bytes).toStdString();
+    // One for one: what has been said about the 5th character stays with the 5th.
+    std::string mended;
+
+    for (auto place = text.getCharPointer(); ! place.isEmpty();)
+    {
+        const auto* start = place.getAddress();
+        ++place;
+        const std::string_view character (start, static_cast<std::size_t> (place.getAddress() - start));
+        mended += ByteSurvey (character).isUTF8 ? character : replacementCharacter;
+    }
+
+    return mended;
 }
 
 std::string ProtoRecord::newerFields (const google::protobuf::Message& record)

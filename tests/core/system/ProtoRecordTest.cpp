@@ -34,6 +34,16 @@ TEST (ProtoRecord, halfOfASurrogatePairBecomesTheReplacementCharacter)
     EXPECT_TRUE (ProtoCharacter().ParseFromString (record.SerializeAsString()));
 }
 
+TEST (ProtoRecord, eachWrongCharacterBecomesExactlyOne)
+{
+    const auto half = juce::String::charToString (0xd83d), otherHalf = juce::String::charToString (0xde00);
+    const auto good = juce::String (juce::CharPointer_UTF8 ("\xc3\xab\xf0\x9f\x98\x80"));
+    EXPECT_EQ (ProtoRecord::text (half), "\xef\xbf\xbd");
+    EXPECT_EQ (ProtoRecord::text (good + half + otherHalf + good),
+               "\xc3\xab\xf0\x9f\x98\x80\xef\xbf\xbd\xef\xbf\xbd\xc3\xab\xf0\x9f\x98\x80");
+    EXPECT_EQ (ProtoRecord::text ("a" + half + "b").size(), 5u);
+}
+
 TEST (ProtoRecord, aRecordOfThisVersionHasNoNewerFields)
 {
     ProtoCharacter record;
