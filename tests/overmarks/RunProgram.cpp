@@ -145,6 +145,12 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         _exit (127);
     }
 
+    if (surroundings.killedAfter >= 0)
+    {
+        usleep (static_cast<useconds_t> (surroundings.killedAfter));
+        kill (child, SIGKILL);
+    }
+
     const auto shownOutput = outputTerminal.contents();
     const auto shownErrors = errorTerminal.contents();
     int status = 0;

@@ -26,7 +26,8 @@ struct ProgramSurroundings
     int terminalWidth = 0;              ///< standard output is a terminal with so many columns; 0 for none
     std::string terminalType = "xterm"; ///< what TERM says
     std::string outputTo;               ///< path that standard output goes to
-    std::string answer; ///< what somebody types: standard input is a terminal unless it is empty
+    std::string answer;   ///< what somebody types: standard input is a terminal unless it is empty
+    int killedAfter = -1; ///< microseconds until the program is killed; -1: it is not
 };
 
 /** Runs the command-line program, as it was built, in a folder. No shell is involved.
