@@ -13,6 +13,7 @@
 
 #include <google/protobuf/reflection.h>
 
+#include <algorithm>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -96,6 +97,43 @@ private:
     std::vector<RecordField>::const_iterator next = recordFields().begin();
 };
 
+/** The NULs of a stored text, which no string can hold: what stands behind one moves up. */
+class LeftOutCharacters
+{
+public:
+    explicit LeftOutCharacters (const std::string& text)
+    {
+        if (text.find ('\0') == std::string::npos)
+            return;
+
+        int place = 0;
+
+        for (const auto byte : text)
+        {
+            if (byte == '\0')
+                places.push_back (place);
+
+            const bool beginsCharacter = (static_cast<unsigned char> (byte) & 0xC0U) != 0x80U;
+            place += beginsCharacter ? 1 : 0;
+        }
+    }
+
+    /** Where the characters of a range of the stored text stand in the string. */
+    juce::Range<int> follow (juce::Range<int> range) const
+    {
+        return { moved (range.getStart()), moved (range.getEnd()) };
+    }
+
+private:
+    int moved (int place) const
+    {
+        return place
+               - static_cast<int> (std::lower_bound (places.begin(), places.end(), place) - places.begin());
+    }
+
+    std::vector<int> places; ///< from left to right
+};
+
 /** Reads one field of an event after the other from its record. */
 class RecordReader
 {
@@ -117,15 +155,19 @@ private:
 
     void read (const RecordField& field, RichTextString& value)
     {
-        juce::String plain;
-        read (field, plain);
-        value = RichTextString (plain);
+        std::string scratch;
+        const auto& characters = reflection->GetStringReference (record, field.value, &scratch);
+        value = RichTextString (StringUtil::fromUTF8 (characters));
 
+        const LeftOutCharacters leftOut (characters);
         std::vector<RichTextString::Attribute> attributes;
 
         for (const auto& stored :
              reflection->GetRepeatedFieldRef<ProtoRichTextAttribute> (record, field.attributes))
+        {
             attributes.push_back (RichTextString::attributeFromProtoObject (&stored));
+            attributes.back().range = leftOut.follow (attributes.back().range);
+        }
 
         value.applyAttributes (attributes);
     }
