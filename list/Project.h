@@ -37,6 +37,8 @@ struct OVERMARKS_API Project
     {
         std::string project;
         std::string timeInfo;
+        std::string timeOrigin;
+        std::string firstFrameOfAction;
         std::string documents;
         std::map<juce::String, std::string> characters; ///< under their identifiers
     };

@@ -68,13 +68,26 @@ _TCTime readTimecode (const ProtoTimecode& record)
     return time;
 }
 
-void fillTimeInfo (ProtoTimeInfo& record, const TimeInfo& info)
+/** Whether it stays where it is when the origin moves. @param info  a copy */
+bool hasFirstFrameOfAction (TimeInfo info)
+{
+    const auto action = info.getFirstFrameOfAction();
+    info.timeOrigin.hours ^= 1;
+    return info.getFirstFrameOfAction() == action;
+}
+
+void fillTimeInfo (ProtoTimeInfo& record, const TimeInfo& info, const Project::NewerFields& newer)
 {
     fillTimecode (*record.mutable_timeorigin(), info.timeOrigin);
+    ProtoRecord::addNewerFields (*record.mutable_timeorigin(), newer.timeOrigin);
 
-    if (info.getFirstFrameOfAction() != info.timeOrigin)
+    if (hasFirstFrameOfAction (info))
+    {
         fillTimecode (*record.mutable_firstframeofaction(), info.getFirstFrameOfAction());
+        ProtoRecord::addNewerFields (*record.mutable_firstframeofaction(), newer.firstFrameOfAction);
+    }
 
+    ProtoRecord::addNewerFields (record, newer.timeInfo);
     record.set_frameratenumerator (info.tcDef.frameRateNumerator);
     record.set_frameratedenominator (info.tcDef.frameRateDenominator);
     record.set_framespersecond (info.tcDef.framesPerSecond);
@@ -123,7 +136,10 @@ void readCharacter (const ProtoCharacter& record, Project& project)
     auto character = std::make_shared<ADRCharacter> (StringUtil::fromUTF8 (record.name()));
     character->prefix = StringUtil::fromUTF8 (record.prefix());
     character->actor = StringUtil::fromUTF8 (record.actor());
-    const auto id = project.characters->addCharacter (character, true, StringUtil::fromUTF8 (record.id()));
+    const auto storedID = StringUtil::fromUTF8 (record.id());
+    // Of two under one identifier the later one would take the first one's place; the cues stay with the first.
+    const bool isFree = ! project.characters->contains (storedID);
+    const auto id = project.characters->addCharacter (character, isFree, storedID);
 
     if (auto newer = ProtoRecord::newerFields (record); ! newer.empty())
         project.newerFields.characters[id] = std::move (newer);
@@ -220,8 +236,7 @@ void ProjectRecord::fill (ProtoProject& record, const Project& project)
     const auto& newer = project.newerFields;
     record.set_formatversion (formatVersion);
     record.set_name (ProtoRecord::text (project.name));
-    fillTimeInfo (*record.mutable_timeinfo(), *project.timeInfo);
-    ProtoRecord::addNewerFields (*record.mutable_timeinfo(), newer.timeInfo);
+    fillTimeInfo (*record.mutable_timeinfo(), *project.timeInfo, newer);
     fillCharacters (record, project);
 
     for (const auto& reason : project.userReasons)
@@ -240,6 +255,9 @@ Project ProjectRecord::read (ProtoProject& record)
     project.name = StringUtil::fromUTF8 (record.name());
     project.newerFields.project = ProtoRecord::newerFields (record);
     project.newerFields.timeInfo = ProtoRecord::newerFields (record.timeinfo());
+    project.newerFields.timeOrigin = ProtoRecord::newerFields (record.timeinfo().timeorigin());
+    project.newerFields.firstFrameOfAction =
+        ProtoRecord::newerFields (record.timeinfo().firstframeofaction());
     project.newerFields.documents = ProtoRecord::newerFields (record.documentsettings());
 
     for (const auto& character : record.characters())
