@@ -6,13 +6,14 @@
 //                   the file as if it were text
 //        8       4  version of this form; a reader refuses a higher one. Fields that a reader may pass over don't raise it
 //       12       4  CRC-32 of the record
-//       16       8  length of the record in bytes, at most 2 147 483 647
+//       16       8  length of the record in bytes, at most 1 073 741 800, which makes a file of 1 GB
 //       24          the record, a tessera1::ProtoProject; nothing follows it
 #include "list/ProjectFile.h"
 
 #include "core/system/WholeFile.h"
 #include "list/ProjectRecord.h"
 #include "list/RecordRepair.h"
+#include "list/RecordWeight.h"
 #include "proto/overmarks.pb.h"
 
 #include <Poco/Checksum.h>
@@ -21,7 +22,7 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <limits>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -37,13 +38,14 @@ constexpr std::string_view mark { "\x89OVM\r\n\x1a\n", 8 };
 constexpr std::size_t lengthOfMarkWithoutLineEnds = 4;
 constexpr std::size_t versionOffset = 8, checksumOffset = 12, lengthOffset = 16, recordOffset = 24;
 
-/** What the library of the records can hold. */
-constexpr std::uint64_t longestRecord = std::numeric_limits<std::int32_t>::max();
+constexpr std::uint64_t longestRecord = ProjectFile::mostBytes - recordOffset;
 
 /** What is wrong with a file, to be told behind its name. */
 [[noreturn]] void fail (const juce::String& what) { throw std::invalid_argument (what.toStdString()); }
 
 [[noreturn]] void failDamaged() { fail ("is damaged: its content is not what was saved"); }
+
+[[noreturn]] void failUnintelligible() { fail ("is damaged: its records can't be understood"); }
 
 std::uint32_t checksumOf (std::string_view record)
 {
@@ -109,12 +111,26 @@ void checkHeader (std::string_view header, std::uint64_t size)
 
     if (length > longestRecord)
         fail ("is damaged or too large: it claims to hold " + juce::String (length)
-              + " bytes, and a project has at most 2 GB");
+              + " bytes, and a project has at most 1 GB");
     if (size < recordOffset + length)
         fail ("is cut off: " + juce::String (size) + " of its " + juce::String (recordOffset + length)
               + " bytes are there");
     if (size > recordOffset + length)
         fail ("is damaged: something follows behind its end");
+}
+
+/** A record takes many times its bytes in memory, so nothing is read in before it is clear that it is no more than usual. */
+void checkWeight (std::string_view record)
+{
+    switch (RecordWeight::of (record))
+    {
+        case RecordWeight::Finding::fits: return;
+        case RecordWeight::Finding::unintelligible: failUnintelligible();
+        case RecordWeight::Finding::tooHeavy: break;
+    }
+
+    fail ("is damaged: it claims to hold more events than its " + juce::String (record.size())
+          + " bytes have room for");
 }
 
 /** The record of checked bytes. Texts that are no UTF-8 are mended: no program of ours has written them, but the list may be
@@ -127,7 +143,7 @@ void parseRecord (ProtoProject& record, std::string_view bytes)
         return;
 
     if (! record.ParseFromString (RecordRepair::withValidText (*ProtoProject::descriptor(), bytes)))
-        fail ("is damaged: its records can't be understood");
+        failUnintelligible();
 }
 
 Project readProject (std::string_view bytes)
@@ -138,6 +154,7 @@ Project readProject (std::string_view bytes)
     if (checksumOf (recordBytes) != numberAt<std::uint32_t> (bytes, checksumOffset))
         failDamaged();
 
+    checkWeight (recordBytes);
     google::protobuf::Arena arena;
     auto& record = *google::protobuf::Arena::CreateMessage<ProtoProject> (&arena);
     parseRecord (record, recordBytes);
@@ -170,6 +187,8 @@ std::string bytesOf (const juce::File& file)
             const auto length = static_cast<int> (std::min (bytes.size() - place, mostAtOnce));
             const auto read = stream.read (bytes.data() + place, length);
 
+            if (stream.getStatus().failed())
+                throw std::runtime_error (stream.getStatus().getErrorMessage().toStdString());
             if (read <= 0)
                 throw std::runtime_error ("it became shorter while it was being read");
 
@@ -188,6 +207,43 @@ juce::String inWords (const juce::String& name, const std::invalid_argument& err
     return "The project file " + name + " " + juce::String::fromUTF8 (error.what());
 }
 
+juce::String withoutMemory (const juce::String& name)
+{
+    return "The project file " + name + " can't be loaded: there is not enough memory";
+}
+
+/** The file around the record of a project. */
+std::string fileOf (const ProtoProject& record, std::size_t length)
+{
+    std::string made (recordOffset + length, '\0');
+    made.replace (0, mark.size(), mark);
+    record.SerializeWithCachedSizesToArray (reinterpret_cast<google::protobuf::uint8*> (&made[recordOffset]));
+    putNumber (made, versionOffset, std::uint32_t { ProjectFile::formatVersion });
+    putNumber (made, checksumOffset, checksumOf (std::string_view (made).substr (recordOffset)));
+    putNumber (made, lengthOffset, std::uint64_t { length });
+    return made;
+}
+
+/** The file of a project. @throws std::length_error, with words for people, if load() would refuse it */
+std::string fileOf (const Project& project)
+{
+    google::protobuf::Arena arena;
+    auto& record = *google::protobuf::Arena::CreateMessage<ProtoProject> (&arena);
+    ProjectRecord::fill (record, project);
+    const auto length = record.ByteSizeLong();
+
+    if (length > longestRecord)
+        throw std::length_error ("it takes " + std::to_string (length)
+                                 + " bytes, and a project file holds at most 1 GB");
+
+    auto made = fileOf (record, length);
+
+    if (RecordWeight::of (std::string_view (made).substr (recordOffset)) != RecordWeight::Finding::fits)
+        throw std::length_error ("it has too many events with nothing in them");
+
+    return made;
+}
+
 } // namespace
 
 juce::String ProjectFile::toBytes (const Project& project, std::string& bytes)
@@ -195,23 +251,19 @@ juce::String ProjectFile::toBytes (const Project& project, std::string& bytes)
     if (project.list == nullptr || project.timeInfo == nullptr || project.characters == nullptr)
         return "There is no project to save";
 
-    google::protobuf::Arena arena;
-    auto& record = *google::protobuf::Arena::CreateMessage<ProtoProject> (&arena);
-    ProjectRecord::fill (record, project);
-    const auto length = record.ByteSizeLong();
-
-    if (length > longestRecord)
-        return "The project is too large to be saved: it takes " + juce::String (length)
-               + " bytes, and a project file holds at most 2 GB";
-
-    std::string made (recordOffset + length, '\0');
-    made.replace (0, mark.size(), mark);
-    record.SerializeWithCachedSizesToArray (reinterpret_cast<google::protobuf::uint8*> (&made[recordOffset]));
-    putNumber (made, versionOffset, std::uint32_t { formatVersion });
-    putNumber (made, checksumOffset, checksumOf (std::string_view (made).substr (recordOffset)));
-    putNumber (made, lengthOffset, std::uint64_t { length });
-    bytes = std::move (made);
-    return {};
+    try
+    {
+        bytes = fileOf (project);
+        return {};
+    }
+    catch (const std::length_error& error)
+    {
+        return "The project is too large to be saved: " + juce::String (error.what());
+    }
+    catch (const std::bad_alloc&)
+    {
+        return "The project is too large to be saved: there is not enough memory";
+    }
 }
 
 juce::String ProjectFile::fromBytes (std::string_view bytes, const juce::String& name, Project& project)
@@ -224,6 +276,10 @@ juce::String ProjectFile::fromBytes (std::string_view bytes, const juce::String&
     catch (const std::invalid_argument& error)
     {
         return inWords (name, error);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return withoutMemory (name);
     }
 }
 
@@ -257,6 +313,10 @@ juce::String ProjectFile::load (const juce::File& file, Project& project)
     catch (const std::runtime_error& failure)
     {
         return "Can't read " + path + ": " + juce::String::fromUTF8 (failure.what());
+    }
+    catch (const std::bad_alloc&)
+    {
+        return withoutMemory (path);
     }
 }
 

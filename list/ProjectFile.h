@@ -6,6 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,8 +17,8 @@ namespace ZEP::Overmarks
 
     Saving is all or nothing: a crash, a power cut or a full disk at any moment leaves the old file or the new one, whole (see
     ZEP::Core::WholeFile for permissions, links and devices). Loading trusts nothing: whatever the bytes are, the result is a project or a
-    message, never a crash. What a newer version has stored and this one doesn't know comes back with the next save, so
-    that a project can go to and fro between two studios.
+    message, never a crash, and a small file doesn't fill the memory. What a newer version has stored and this one doesn't know comes
+    back with the next save, so that a project can go to and fro between two studios.
 
     The rule that is easily missed: a loaded project isn't sorted and not the current one, since that takes its characters:
 
@@ -36,6 +37,9 @@ public:
 
     /** The version of the file's form; files with a higher one can't be read. */
     static constexpr unsigned int formatVersion = 1;
+
+    /** No project comes near this size; a file that has or claims more isn't read into memory, and none is written. */
+    static constexpr std::uint64_t mostBytes = std::uint64_t { 1 } << 30;
 
     /** Writes the project. Its list needs both fades; one that it has lost is stored all the same.
         @returns the reason of a failure in words; empty on success */

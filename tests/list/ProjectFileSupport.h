@@ -12,6 +12,9 @@
 #include "support/TemporaryFolder.h"
 
 #include <Poco/Checksum.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace ZEP::Overmarks::Testing
@@ -43,6 +46,15 @@ inline tessera1::ProtoProject recordIn (const std::string& bytes)
     tessera1::ProtoProject record;
     EXPECT_TRUE (record.ParseFromString (bytes.substr (headerLength)));
     return record;
+}
+
+/** A file of tests/data/records. */
+inline std::string stored (const std::string& name)
+{
+    const auto path = std::filesystem::path (OVERMARKS_TEST_DATA) / "records" / name;
+    EXPECT_TRUE (std::filesystem::exists (path)) << path;
+    std::ifstream stream (path, std::ios::binary);
+    return { std::istreambuf_iterator<char> (stream), {} };
 }
 
 inline std::string bytesOf (const Project& project)

@@ -86,6 +86,46 @@ TEST_F (ProjectFileTest, theFirstFrameOfActionFollowsTheOriginUnlessItIsAnother)
     EXPECT_EQ (loaded (bytesOf (project)).timeInfo->getFirstFrameOfAction(), action);
 }
 
+TEST_F (ProjectFileTest, aFirstFrameOfActionThatWasSetStaysAlsoWhereItIsTheOrigin)
+{
+    auto project = Project::createEmpty (timeInfoAt ("25", "01:00:00:00"));
+    const auto origin = project.timeInfo->timeOrigin;
+    project.timeInfo->setFirstFrameOfAction (origin);
+
+    auto back = loaded (bytesOf (project));
+    back.timeInfo->timeOrigin.hours = 2;
+    EXPECT_EQ (back.timeInfo->getFirstFrameOfAction(), origin);
+    EXPECT_EQ (loaded (bytesOf (back)).timeInfo->getFirstFrameOfAction(), origin);
+}
+
+TEST_F (ProjectFileTest, ofTwoCharactersUnderOneIdentifierNoneIsLost)
+{
+    auto record = recordIn (bytesOf (smallProject()));
+    auto& second = *record.add_characters();
+    second.set_id ("c1");
+    second.set_name ("BEN");
+    auto& third = *record.add_characters();
+    third.set_id (std::string ("c\0"
+                               "1",
+                               3)); // the same, once what no string can hold is left out
+    third.set_name ("CLARA");
+    ASSERT_TRUE (third.ParseFromString (third.SerializeAsString() + fieldsOfTheFuture));
+
+    const auto back = loaded (fileAround (record.SerializeAsString()));
+
+    const auto& ids = back.characters->characterIDs();
+    ASSERT_EQ (ids.size(), 3u);
+    EXPECT_EQ (back.characters->characters()[0]->name, juce::String ("ANNA"));
+    EXPECT_EQ (back.characters->characters()[1]->name, juce::String ("BEN"));
+    EXPECT_EQ (back.characters->characters()[2]->name, juce::String ("CLARA"));
+    EXPECT_EQ (ids[0], juce::String ("c1"));
+    EXPECT_EQ (ids[1].length(), 36);
+    EXPECT_EQ (ids[2].length(), 36);
+    EXPECT_EQ (back.newerFields.characters.at (ids[2]), fieldsOfTheFuture);
+    EXPECT_EQ (back.list->events[2]->getCharacterID(), juce::String ("c1")) << "the cues stay with the first";
+    EXPECT_EQ (differenceOf (loaded (bytesOf (back)), back), "");
+}
+
 TEST_F (ProjectFileTest, loadingNeitherSortsNorTellsNorMakesTheProjectCurrent)
 {
     auto project = smallProject();
@@ -152,6 +192,15 @@ TEST_F (ProjectFileTest, aProjectThatIsNoneIsNotSaved)
     folder.write ("reel.overmarks", "old");
     EXPECT_EQ (save (Project()), "There is no project to save");
     EXPECT_EQ (folder.bytes ("reel.overmarks"), "old");
+
+    std::string bytes = "as it was";
+    auto withoutList = smallProject(), withoutCast = smallProject(), withoutTime = smallProject();
+    withoutList.list = nullptr;
+    withoutCast.characters = nullptr;
+    withoutTime.timeInfo = nullptr;
+    for (const auto& project : { withoutList, withoutCast, withoutTime })
+        EXPECT_EQ (ProjectFile::toBytes (project, bytes), juce::String ("There is no project to save"));
+    EXPECT_EQ (bytes, "as it was");
 }
 
 // ---- newer and older versions --------------------------------------------------------------------------------------
@@ -159,17 +208,20 @@ TEST_F (ProjectFileTest, aProjectThatIsNoneIsNotSaved)
 TEST_F (ProjectFileTest, whatANewerVersionHasStoredComesBackEverywhere)
 {
     auto record = recordIn (bytesOf (smallProject()));
-    record.set_formatversion (1);
+    record.mutable_timeinfo()->mutable_firstframeofaction()->set_hours (10);
+    record.mutable_timeinfo()->mutable_firstframeofaction()->set_subframesperframe (80);
     const auto add = [] (google::protobuf::Message& part)
     { ASSERT_TRUE (part.ParseFromString (part.SerializeAsString() + fieldsOfTheFuture)); };
     add (*record.mutable_characters (0));
+    add (*record.mutable_timeinfo()->mutable_timeorigin());
+    add (*record.mutable_timeinfo()->mutable_firstframeofaction());
     add (*record.mutable_timeinfo());
     add (*record.mutable_documentsettings());
     add (*record.mutable_list()->mutable_events (2));
     add (*record.mutable_list());
     add (record);
     const auto bytes = fileAround (record.SerializeAsString());
-    ASSERT_GT (bytes.size(), bytesOf (smallProject()).size() + 5 * fieldsOfTheFuture.size());
+    ASSERT_GT (bytes.size(), bytesOf (smallProject()).size() + 8 * fieldsOfTheFuture.size());
 
     auto project = loaded (bytes);
     EXPECT_EQ (bytesOf (project), bytes);
@@ -222,15 +274,60 @@ TEST_F (ProjectFileTest, moreReasonsThanThereAreComeBack)
 
 // ---- what is refused -----------------------------------------------------------------------------------------------
 
+/** Files of each kind that is refused. */
+std::vector<std::string> refusedFiles()
+{
+    const auto good = bytesOf (smallProject ("theirs"));
+    const auto replaced = [&good] (std::size_t place, const std::string& bytes)
+    { return std::string (good).replace (place, bytes.size(), bytes); };
+    auto noFade = recordIn (good), fastRate = noFade, subframes = noFade;
+    noFade.mutable_list()->mutable_events()->DeleteSubrange (1, 1);
+    fastRate.mutable_timeinfo()->set_framespersecond (256);
+    subframes.mutable_timeinfo()->mutable_timeorigin()->set_subframesperframe (256);
+    std::string manyEvents;
+    for (int i = 0; i < 1'000'000; ++i)
+        manyEvents += std::string ("\x3a\x02\x0a\x00", 4);
+    return { "",
+             good.substr (0, 5),
+             good.substr (0, 100),
+             "no project at all",
+             std::string (good).replace (4, 2, "\n"),
+             good + "x",
+             replaced (8, littleEndian (2, 4)),
+             replaced (8, littleEndian (0, 4)),
+             replaced (12, "\xff\xff\xff\xff"),
+             replaced (16, littleEndian (0x80000000, 8)),
+             replaced (good.size() - 3, "\xff\xff\xff"),
+             fileAround (good.substr (headerLength) + "\x0a\x7f"),
+             fileAround (good.substr (headerLength) + manyEvents),
+             fileAround (noFade.SerializeAsString()),
+             fileAround (fastRate.SerializeAsString()),
+             fileAround (subframes.SerializeAsString()) };
+}
+
 TEST_F (ProjectFileTest, aRefusedFileLeavesTheProjectAlone)
 {
     auto project = smallProject ("mine");
+    project.makeCurrent();
     const auto list = project.list;
+    const auto characters = project.characters;
+    const auto timeInfo = project.timeInfo;
     const auto before = bytesOf (project);
-    folder.write ("reel.overmarks", bytesOf (smallProject()).substr (0, 100));
-    EXPECT_NE (load (project), "");
-    EXPECT_EQ (project.list, list);
-    EXPECT_EQ (bytesOf (project), before);
+
+    for (const auto& bytes : refusedFiles())
+    {
+        folder.write ("reel.overmarks", bytes);
+        const auto message = load (project);
+        EXPECT_NE (message, "");
+        EXPECT_EQ (project.list, list) << message;
+        EXPECT_EQ (project.characters, characters) << message;
+        EXPECT_EQ (project.timeInfo, timeInfo) << message;
+        EXPECT_EQ (bytesOf (project), before) << message;
+        EXPECT_EQ (Event::getADRCharacterMap(), characters) << message;
+        EXPECT_EQ (ZEP::Core::ADRCueReasonsManager::sharedManager()->getReasonFromInteger (34),
+                   juce::String ("Dentist"))
+            << message;
+    }
 }
 
 TEST_F (ProjectFileTest, aMissingFileIsSaid)
@@ -315,7 +412,7 @@ TEST_F (ProjectFileTest, aSizeBeyondAllMeasureIsOnlyAClaim)
 {
     auto bytes = bytesOf (smallProject());
     bytes.replace (16, 8, littleEndian (0x80000000, 8));
-    const std::string words = " bytes, and a project has at most 2 GB";
+    const std::string words = " bytes, and a project has at most 1 GB";
     EXPECT_EQ (messageOfFile (bytes),
                thisFile ("is damaged or too large: it claims to hold 2147483648" + words));
 
@@ -327,9 +424,12 @@ TEST_F (ProjectFileTest, aSizeBeyondAllMeasureIsOnlyAClaim)
     bytes.replace (16, 8, std::string (8, '\xff'));
     EXPECT_EQ (messageOfFile (bytes),
                thisFile ("is damaged or too large: it claims to hold 18446744073709551615" + words));
-    bytes.replace (16, 8, littleEndian (0x7FFFFFFF, 8));
+    bytes.replace (16, 8, littleEndian (0x40000000 - 24, 8));
     EXPECT_EQ (messageOfFile (bytes), thisFile ("is cut off: " + std::to_string (bytes.size())
-                                                + " of its 2147483671 bytes are there"));
+                                                + " of its 1073741824 bytes are there"));
+    bytes.replace (16, 8, littleEndian (0x40000000 - 23, 8));
+    EXPECT_EQ (messageOfFile (bytes),
+               thisFile ("is damaged or too large: it claims to hold 1073741801" + words));
 }
 
 TEST_F (ProjectFileTest, aRecordThatIsNoneIsDamage)

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "list/RecordWeight.h"
+
+#include "proto/overmarks.pb.h"
+
+#include <google/protobuf/io/coded_stream.h>
+#include <google/protobuf/wire_format_lite.h>
+
+#include <cstdint>
+
+namespace ZEP::Overmarks
+{
+
+using google::protobuf::Descriptor;
+using google::protobuf::FieldDescriptor;
+using google::protobuf::internal::WireFormatLite;
+using google::protobuf::io::CodedInputStream;
+
+namespace
+{
+
+// What one entry takes in memory besides its own texts, in bytes: as a stored record and as what is made of it.
+constexpr std::uint64_t weightOfEvent = 1100, weightOfCharacter = 700, weightOfRun = 300, weightOfText = 64,
+                        weightOfNewerField = 64;
+
+// The lightest event that a program stores has its identity and a few numbers, 64 bytes; the lightest run has 20, the lightest
+// character with a random identity 40. What lies above this is no list of cues.
+constexpr std::uint64_t heaviestByte = 20;
+constexpr std::uint64_t alwaysAllowed = std::uint64_t { 1 } << 27;
+
+std::uint64_t weightOf (const Descriptor* record)
+{
+    if (record == tessera1::ProtoOvermark::descriptor())
+        return weightOfEvent;
+    if (record == tessera1::ProtoRichTextAttribute::descriptor())
+        return weightOfRun;
+    if (record == tessera1::ProtoCharacter::descriptor())
+        return weightOfCharacter;
+
+    return 0; // stands once in the project
+}
+
+/** Walks over the fields of a record as they stand in the bytes. */
+class Scales final
+{
+public:
+    explicit Scales (std::string_view bytes)
+        : input (reinterpret_cast<const std::uint8_t*> (bytes.data()), static_cast<int> (bytes.size())),
+          most (bytes.size() * heaviestByte + alwaysAllowed)
+    {
+    }
+
+    RecordWeight::Finding weigh()
+    {
+        if (walk (tessera1::ProtoProject::descriptor(), 0) && input.ConsumedEntireMessage())
+            return RecordWeight::Finding::fits;
+
+        return total > most ? RecordWeight::Finding::tooHeavy : RecordWeight::Finding::unintelligible;
+    }
+
+private:
+    /** Up to the end of the record, or of the group. @param record  null inside what a newer version has stored
+        @param group  number of the group; 0 for a record. @returns false at what can't be read, and at once when it is too much */
+    bool walk (const Descriptor* record, int group)
+    {
+        while (const auto tag = input.ReadTag())
+        {
+            if (WireFormatLite::GetTagWireType (tag) == WireFormatLite::WIRETYPE_END_GROUP)
+                return group != 0 && WireFormatLite::GetTagFieldNumber (tag) == group;
+            if (! takeField (record, tag) || total > most)
+                return false;
+        }
+
+        return group == 0;
+    }
+
+    bool takeField (const Descriptor* record, std::uint32_t tag)
+    {
+        const auto number = WireFormatLite::GetTagFieldNumber (tag);
+        const auto wireType = WireFormatLite::GetTagWireType (tag);
+        const auto* field = record != nullptr ? record->FindFieldByNumber (number) : nullptr;
+        const bool isKnown = field != nullptr
+                             && wireType
+                                    == WireFormatLite::WireTypeForFieldType (
+                                        static_cast<WireFormatLite::FieldType> (field->type()));
+
+        if (isKnown && field->type() == FieldDescriptor::TYPE_MESSAGE)
+            return takeRecord (field->message_type());
+
+        if (! isKnown)
+            total += weightOfNewerField;
+        else if (field->is_repeated())
+            total += weightOfText;
+
+        if (wireType == WireFormatLite::WIRETYPE_START_GROUP)
+            return takeGroup (number);
+
+        return WireFormatLite::SkipField (&input, tag);
+    }
+
+    bool takeRecord (const Descriptor* record)
+    {
+        std::uint32_t length = 0;
+        total += weightOf (record);
+
+        if (! input.ReadVarint32 (&length) || length > static_cast<std::uint32_t> (input.BytesUntilLimit()))
+            return false;
+
+        const auto outer = input.PushLimit (static_cast<int> (length));
+        const bool isRead = walk (record, 0) && input.ConsumedEntireMessage();
+        input.PopLimit (outer);
+        return isRead;
+    }
+
+    bool takeGroup (int number)
+    {
+        if (! input.IncrementRecursionDepth())
+            return false;
+
+        const bool isRead = walk (nullptr, number);
+        input.DecrementRecursionDepth();
+        return isRead;
+    }
+
+    CodedInputStream input;
+    std::uint64_t most;
+    std::uint64_t total = 0;
+};
+
+} // namespace
+
+RecordWeight::Finding RecordWeight::of (std::string_view record) { return Scales (record).weigh(); }
+
+} // namespace ZEP::Overmarks
