@@ -161,6 +161,22 @@ TEST_F (EventArrayPersistenceTest, theFirstFadeOfEachKindIsTheProjects)
     EXPECT_EQ (back->fadeOutEvent->getCueNumber(), juce::String ("out"));
 }
 
+TEST_F (EventArrayPersistenceTest, anEventOfAnUnsetTypeBeforeTheFadesIsTakenForThem)
+{
+    // Its type is -1, in which the bits of both fades are set.
+    auto message = stored (*listOf ({ event (eventTypeUnset, "unset", 50, 50, 50) }));
+    message.mutable_events()->SwapElements (0, 2);
+    const auto back = loaded (message);
+    ASSERT_THAT (namesOf (back->events), ElementsAre ("unset", "out", "in"));
+    EXPECT_EQ (back->fadeInEvent, back->events[0]);
+    EXPECT_EQ (back->fadeOutEvent, back->events[0]);
+
+    message.mutable_events()->SwapElements (0, 2);
+    const auto usual = loaded (message);
+    EXPECT_EQ (usual->fadeInEvent, usual->events[0]) << "behind them it is none";
+    EXPECT_EQ (usual->fadeOutEvent, usual->events[1]);
+}
+
 TEST_F (EventArrayPersistenceTest, theDerivedListsAreEmptyUntilTheLoaderSorts)
 {
     const auto back = loaded (stored (*listOf ({ cue ("A1", 100) })));
