@@ -28,6 +28,7 @@ public:
     FilterQuestion filter;
     juce::String sortKey = "StartTCString";
     bool down = false;
+    int applicationType = 1;
     std::vector<std::string> told;
 
     void refresh()
@@ -37,7 +38,8 @@ public:
         listed = answer.listed();
         dimmed = answer.dimmed();
         std::stable_sort (listed.begin(), listed.end(),
-                          [] (const auto& a, const auto& b) { return listedBefore (a, b, 1); });
+                          [this] (const auto& a, const auto& b)
+                          { return listedBefore (a, b, applicationType); });
         shown = listed;
         std::stable_sort (shown.begin(), shown.end(), SlowSortOrder (sortKey, down));
     }
