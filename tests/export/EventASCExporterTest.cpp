@@ -50,7 +50,7 @@ TEST_F (ASCExportTest, aListIsAsItsGoldenFile)
         event ({ "FG 2", 80, 90, "w", "Schöne Grüße\nvon der Straße - für 5 € 🎬" }),
         event ({ "X1", 100, 125 }),
     };
-    EXPECT_EQ (exported (list), goldenFile ("asc/cues.asc"));
+    expectGoldenFile ("asc/cues.asc", exported (list));
 }
 
 TEST_F (ASCExportTest, theFirstLineHasNameTextAndNumberInTheirColumns)

@@ -53,10 +53,15 @@ TEST_F (ArendisExportTest, aListIsAsItsGoldenFile)
         event ({ "A number that is far too long", 80, 90, "a", "Schöne Grüße - für 5 € 🎬" }),
         event ({ "", 100, 125, "", "Crowd" }),
     };
-    EXPECT_EQ (exported (list, "Der Größte, Folge 3"), goldenFile ("arendis/script.txt"));
+    expectGoldenFile ("arendis/script.txt", exported (list, "Der Größte, Folge 3"));
 }
 
 TEST_F (ArendisExportTest, anEmptyListIsTheTitleAndSixLineEnds) { EXPECT_EQ (exported ({}), head); }
+
+TEST_F (ArendisExportTest, anEmptyTitleLeavesTheSixLineEnds)
+{
+    EXPECT_EQ (exported ({}, ""), "\r\n\r\n\r\n\r\n\r\n\r\n");
+}
 
 TEST_F (ArendisExportTest, theTitleIsUTF8AndEverythingElseIsNot)
 {
@@ -113,6 +118,12 @@ TEST_F (ArendisExportTest, aLongNameKeepsItsTwoEnds)
 {
     EXPECT_EQ (label ("Bartholomew Cubbins"), "Barthol~Cubbins:");
     EXPECT_EQ (label ("0123456789abcdef"), "0123456~9abcdef:");
+}
+
+TEST_F (ArendisExportTest, aLineBreakInANameStays)
+{
+    EXPECT_EQ (label ("A\nB"), "A\nB:" + blanks (12));
+    EXPECT_EQ (label ("Bartho\nomew Cub\nins"), "Bartho\n~Cub\nins:");
 }
 
 TEST_F (ArendisExportTest, anEmptyTextIsTheLabelAlone)

@@ -4,7 +4,11 @@
 #include "core/system/SystemUtility.h"
 #include "core/timecode/TCToolbox.h"
 #include "export/ExportSupport.h"
+#include "export/GoldenFiles.h"
 #include "export/frame/EventExporterFactory.h"
+#include "support/CueLists.h"
+#include "support/NotificationCounter.h"
+#include "support/UndoHistory.h"
 
 #include <limits>
 
@@ -106,6 +110,33 @@ TEST_F (TTALExportTest, aFileHasItsBlocksAndMembersInTheOrderOfTheFormat)
             + R"("dubAnnotations": {"types": [], "text": "Note"}}}, "characters": {"a": {"name": "Ann"}}})");
 }
 
+TEST_F (TTALExportTest, aListIsAsItsGoldenFile)
+{
+    SystemUtility::Configuration program;
+    program.executableVersion = "1.0";
+    SystemUtility::configure (program);
+    timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("01:00:00:00"));
+    addCharacter ("c1", "ANNA");
+    addCharacter ("c2", "Frau Größe");
+    const auto first =
+        event ({ "AN 1", oneHour + 50, oneHour + 100, "c1", "Good evening.", "softly\n\"really\"" });
+    RichTextString words (text ("Schöne Grüße\nvon der Straße - für 5 € 🎬"));
+    words.setFont ({ 0, 6 }, juce::Font().boldened());
+    words.setFont ({ 7, 12 }, juce::Font().italicised());
+    first->setText (words);
+    const auto sign = event ({ "", oneHour + 120, oneHour + 150, "", "HARBOUR" });
+    sign->setIsForcedNarrative (true);
+    sign->setForcedNarrativeRegion (ForcedNarrativeRegionTop);
+    settings->events = { first, sign, event ({ "FG 2", oneHour - 25, oneHour, "c2" }, EventTypeMarker) };
+
+    for (std::size_t i = 0; i < settings->events.size(); ++i)
+        ZEP::Overmarks::Testing::setField (*settings->events[i], "uuid", "event-" + juce::String (i + 1));
+
+    EXPECT_EQ (exporter.exportEventsByTimecode(), "");
+    SystemUtility::configure ({});
+    expectGoldenFile ("ttal/list.ttal", folder.bytes ("Reel 2.ttal"));
+}
+
 TEST_F (TTALExportTest, aFileIsWrittenAMemberALine)
 {
     settings->events = { event ({ "A1" }) };
@@ -139,11 +170,13 @@ TEST_F (TTALExportTest, anOlderFileIsReplaced)
 
 TEST_F (TTALExportTest, aFolderThatIsNotThereIsTold)
 {
+    timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("01:00:00:00"));
     settings->outputDirectory = folder.directory() + "/missing";
-    settings->events = events ({ { "A1" } });
+    settings->events = events ({ { "A1", oneHour + 50, oneHour + 75 } });
     EXPECT_EQ (exporter.exportEventsByTimecode(),
                "Error writing file to " + folder.directory() + "/missing/Reel 2.ttal");
-    EXPECT_EQ (settings->events[0]->getInPointFrameIndex(), 0);
+    EXPECT_EQ (settings->events[0]->getInPointFrameIndex(), oneHour + 50);
+    EXPECT_EQ (settings->events[0]->getEndFrameIndex(), oneHour + 75);
 }
 
 TEST_F (TTALExportTest, aListByTimecodeTellsNoProgress)
@@ -195,6 +228,24 @@ TEST_F (TTALExportTest, theOriginItselfPlaysNoPart)
     EXPECT_EQ (static_cast<int> (written (event ({ "A1", 50, 75 }))["start"]), 25);
 }
 
+TEST_F (TTALExportTest, aFirstFrameOfActionBeforeTheOriginMovesEventsLater)
+{
+    timeInfo->timeOrigin = TCToolbox::tcTimeFromString ("01:00:00:00");
+    timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("00:59:59:00"));
+    const auto object = written (event ({ "A1", 50, 75 }));
+    EXPECT_EQ (static_cast<int> (object["start"]), 75);
+    EXPECT_EQ (static_cast<int> (object["end"]), 101);
+}
+
+TEST_F (TTALExportTest, inDropFrameTheLabelsThatAreLeftOutAreNoFrames)
+{
+    *timeInfo = TimeInfo (*TCToolbox::tcDefForRateName ("29.97df"));
+    timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("00:01:00;02"));
+    EXPECT_EQ (static_cast<int> (written (event ({ "A1", 1850, 1900 }))["start"]), 50);
+    timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("00:10:00;00"));
+    EXPECT_EQ (static_cast<int> (written (event ({ "A1", 18000, 18050 }))["start"]), 18);
+}
+
 TEST_F (TTALExportTest, anUnsetEndIsWrittenAsItStands)
 {
     timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("00:00:04:00"));
@@ -232,6 +283,24 @@ TEST_F (TTALExportTest, anExportSwitchesUndoAndNotificationsOn)
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_FALSE (settings->events[0]->isUndoBypassed());
     EXPECT_FALSE (settings->events[0]->areNotificationsSuppressed());
+}
+
+TEST_F (TTALExportTest, anExportTellsNobodyAndMakesNoUndoStep)
+{
+    using namespace ZEP::Overmarks::Testing;
+    timeInfo->setFirstFrameOfAction (TCToolbox::tcTimeFromString ("01:00:00:00"));
+    settings->events = events ({ { "A1", oneHour, oneHour + 25 } });
+    settings->events[0]->setUndoBypass (false);
+    const auto steps = undoSteps();
+    const EventNews news;
+    EXPECT_EQ (exporter.exportEventsByTimecode(), "");
+    EXPECT_EQ (news.count(), 0);
+    EXPECT_EQ (undoSteps(), steps);
+
+    settings->events[0]->setDone (true); // both are heard of when there is something to tell
+    EXPECT_EQ (news.count(), 1);
+    EXPECT_EQ (undoSteps(), steps + 1);
+    undoManager().clearUndoHistory();
 }
 
 TEST_F (TTALExportTest, eventsWithoutTimeInfoAreWrittenAsTheyStand)
@@ -404,6 +473,16 @@ TEST_F (TTALExportTest, theFirstFileThatFailsEndsTheRun)
     EXPECT_EQ (exporter.exportEventsByCharacter(),
                "Error writing file to " + folder.directory() + "/missing/Reel 2_<no char>.ttal");
     EXPECT_EQ (progress.reports, (std::vector<std::pair<int, int>> { { 1, 3 } }));
+}
+
+TEST_F (TTALExportTest, aLaterFileThatFailsEndsTheRunThere)
+{
+    giveCharacters();
+    std::filesystem::create_directory (folder.path / "Reel 2_Ann.ttal");
+    EXPECT_EQ (exporter.exportEventsByCharacter(),
+               "Error writing file to " + folder.directory() + "/Reel 2_Ann.ttal");
+    EXPECT_EQ (progress.reports, (std::vector<std::pair<int, int>> { { 1, 3 }, { 2, 3 } }));
+    EXPECT_EQ (folder.names(), (Names { "Reel 2_<no char>.ttal", "Reel 2_Ann.ttal" }));
 }
 
 TEST_F (TTALExportTest, oneFileForAllGoesThroughTheIdentifiers)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -9,12 +11,26 @@
 namespace ExportSupport
 {
 
-/** The bytes of a document as it has to be: "asc/cues.asc". */
-inline std::string goldenFile (const std::string& name)
+/** Expects a document to be, byte by byte, what is checked in as tests/data/export/<name>, such as "asc/cues.asc".
+
+    With OVERMARKS_WRITE_GOLDEN_FILES in the environment the document is written there instead, and the test is skipped:
+    scripts/golden does that, and what has changed is looked at before it is checked in. */
+inline void expectGoldenFile (const std::string& name, const std::string& document)
 {
-    std::ifstream stream (OVERMARKS_TEST_DATA "/export/" + name, std::ios::binary);
-    EXPECT_TRUE (stream.is_open()) << name;
-    return { std::istreambuf_iterator<char> (stream), {} };
+    const std::filesystem::path path (OVERMARKS_TEST_DATA "/export/" + name);
+
+    if (std::getenv ("OVERMARKS_WRITE_GOLDEN_FILES") != nullptr)
+    {
+        std::filesystem::create_directories (path.parent_path());
+        std::ofstream stream (path, std::ios::binary);
+        stream << document << std::flush;
+        ASSERT_TRUE (stream.good()) << path;
+        GTEST_SKIP() << path << " was written";
+    }
+
+    std::ifstream stream (path, std::ios::binary);
+    ASSERT_TRUE (stream.is_open()) << path << " is missing; scripts/golden writes it";
+    EXPECT_EQ (document, std::string (std::istreambuf_iterator<char> (stream), {})) << path;
 }
 
 } // namespace ExportSupport

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/EventCSVExporter.h"
 #include "export/ExportSupport.h"
+#include "support/CollectedLog.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -110,6 +111,8 @@ public:
     explicit Answering (int buttonResult) : result (buttonResult) { startTimer (20); }
 
     juce::String title;
+    juce::String text;
+    juce::MessageBoxIconType icon = juce::MessageBoxIconType::NoIcon;
 
 private:
     void timerCallback() override
@@ -118,12 +121,23 @@ private:
         {
             stopTimer();
             title = box->getName();
+            icon = box->getAlertType();
+
+            // The box draws its text itself; what it has for a screen reader is the same.
+            for (auto* child : box->getChildren())
+                if (const auto* label = dynamic_cast<juce::Label*> (child))
+                    text = label->getText();
+
             box->exitModalState (result);
         }
     }
 
     int result;
 };
+
+constexpr auto question =
+    "There are some cues in your event list with more than four subcues: \n\n- 7\n\nDSTaker can only handle four "
+    "Markers per cue number so these cues will not be represented correctly. \n\nDo you want to continue?";
 
 class OverflowQuestion : public ExportTest
 {
@@ -144,8 +158,13 @@ protected:
 TEST_F (OverflowQuestion, isCancelledWhereNoMessageLoopExists)
 {
     ASSERT_EQ (juce::MessageManager::getInstanceWithoutCreating(), nullptr);
+    const ZEP::Overmarks::Testing::CollectedLog log;
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_TRUE (folder.names().empty());
+    ASSERT_EQ (log.lines().size(), 1u);
+    EXPECT_EQ (juce::String (log.lines()[0]),
+               juce::String ("DS ADR CSV Export: no file was written, since nobody can be asked. ")
+                   + question);
 }
 
 TEST_F (OverflowQuestion, isAskedByTheBoxAlsoWhenItsFunctionWasTakenAway)
@@ -183,6 +202,8 @@ TEST_F (OverflowQuestion, isABoxWithOKAndCancel)
         const Answering cancel (0);
         EXPECT_EQ (exporter.exportEventsByTimecode(), "");
         EXPECT_EQ (cancel.title, "DS ADR CSV Export");
+        EXPECT_EQ (cancel.text, juce::String ("DS ADR CSV Export. ") + question);
+        EXPECT_EQ (cancel.icon, juce::MessageBoxIconType::InfoIcon);
         EXPECT_TRUE (folder.names().empty());
     }
 
