@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// A cue list from a stranger: any bytes may stand in a file, and its reader makes sound text of them or has words for it.
+#include "core/text/TextEncoding.h"
+#include "core/timecode/TimeInfo.h"
+#include "import/frame/EventFileImporterFactory.h"
+#include "import/frame/EventRowReader.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+using namespace ZEP::Core;
+using namespace ZEP::Overmarks;
+
+extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t size);
+
+namespace
+{
+
+/** A file that each process writes again and again, in memory where the system has a place for that. */
+const std::string& pathOfList()
+{
+    static const auto path = []
+    {
+        const std::filesystem::path memory ("/dev/shm");
+        const auto folder =
+            std::filesystem::is_directory (memory) ? memory : std::filesystem::temp_directory_path();
+        return (folder / ("overmarks-fuzz-" + std::to_string (::getpid()) + OVERMARKS_FUZZ_EXTENSION))
+            .string();
+    }();
+    return path;
+}
+
+/** Every cell is sound text, and rows become cues or problems. */
+void checkTable (EventFileImporter& importer)
+{
+    for (const auto& row : importer.rows)
+        for (const auto& cell : row)
+        {
+            const auto text = cell.getText();
+            if (! juce::CharPointer_UTF8::isValidString (text.toRawUTF8(),
+                                                         static_cast<int> (text.getNumBytesAsUTF8())))
+                std::abort();
+        }
+
+    const auto result = EventRowReader (std::make_shared<TimeInfo>(), {}).read (importer);
+    if (result.events.size() > importer.rows.size())
+        std::abort();
+}
+
+} // namespace
+
+/** Reads the bytes as they are and, as after a choice of the user, in an encoding. */
+extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t size)
+{
+    std::ofstream (pathOfList(), std::ios::binary)
+        .write (static_cast<const char*> (static_cast<const void*> (data)),
+                static_cast<std::streamsize> (size));
+
+    juce::String message;
+    const auto importer = EventFileImporterFactory::fileImporterWithFilepath (
+        juce::String::fromUTF8 (pathOfList().c_str()), message, {}, std::make_shared<TimeInfo>());
+
+    if (importer == nullptr)
+        std::abort();
+
+    checkTable (*importer);
+
+    constexpr std::size_t encodings = 6;
+    importer->rows.clear();
+    importer->parse (message, static_cast<TextEncoding> (1 + size % encodings));
+    checkTable (*importer);
+
+    std::filesystem::remove (pathOfList());
+    return 0;
+}
