@@ -4,4 +4,5 @@
 add_library(overmarks_warnings INTERFACE)
 target_compile_options(overmarks_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
-    -Wcast-qual -Wextra-semi -Wimplicit-fallthrough -Wsuggest-override -Wundef -Wvla -Werror)
+    -Wcast-qual -Wextra-semi -Wimplicit-fallthrough -Wsuggest-override -Wundef -Wvla -Werror
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>) # gcc doesn't count it among -Wconversion
