@@ -12,7 +12,7 @@
 
 #include <limits>
 #include <optional>
-#include <unordered_set>
+#include <set>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -144,7 +144,7 @@ juce::var EventTTALExporter::buildEventsBlock (const Events& events)
     const auto cast = Event::getADRCharacterMap();
     std::optional<ADRCharacterMap::NamesAtRest> namesAtRest;
     const juce::ReferenceCountedObjectPtr<Core::WideObject> block (new Core::WideObject());
-    std::unordered_set<juce::String> taken;
+    std::set<juce::String> taken;
 
     if (cast != nullptr)
         namesAtRest.emplace (*cast);

@@ -5,8 +5,8 @@
 #include "list/CaselessPart.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
-#include <unordered_map>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    std::unordered_map<juce::String, std::size_t> groupOf;
+    std::map<juce::String, std::size_t> groupOf;
     std::vector<EventArray::Events> groups;
 };
 

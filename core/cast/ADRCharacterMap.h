@@ -5,8 +5,8 @@
 #include "core/cast/ADRCharacter.h"
 #include "core/cast/CharacterNameIndex.h"
 
+#include <map>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace ZEP::Core
@@ -80,7 +80,7 @@ public:
 private:
     std::vector<std::shared_ptr<ADRCharacter>> inOrder;
     std::vector<juce::String> idsInOrder;
-    std::unordered_map<juce::String, std::size_t> positions;
+    std::map<juce::String, std::size_t> positions; // not hashed: strangers choose the identifiers
     mutable CharacterNameIndex names;
     mutable int scopesAtRest = 0;
 };

@@ -5,9 +5,9 @@
 
 #include <juce_core/juce_core.h>
 
+#include <map>
 #include <optional>
 #include <set>
-#include <unordered_map>
 #include <vector>
 
 namespace ZEP::Core
@@ -44,6 +44,6 @@ private:
     void reenter (std::size_t position);
 
     std::vector<Entry> entries;
-    std::unordered_map<juce::String, std::set<std::size_t>> positionsByName;
+    std::map<juce::String, std::set<std::size_t>> positionsByName; // not hashed: strangers choose the names
 };
 } // namespace ZEP::Core

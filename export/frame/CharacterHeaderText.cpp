@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/frame/CharacterHeaderText.h"
 
-#include <unordered_set>
+#include <set>
 
 namespace ZEP::Overmarks
 {
@@ -22,7 +22,7 @@ juce::String joinedCharacterHeaderText (const std::vector<std::shared_ptr<ADRCha
                                         CharacterHeaderRule rule)
 {
     juce::StringArray texts;
-    std::unordered_set<juce::String> seen;
+    std::set<juce::String> seen;
 
     for (const auto& character : characters)
     {

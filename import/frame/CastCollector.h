@@ -5,9 +5,9 @@
 
 #include <juce_core/juce_core.h>
 
+#include <map>
 #include <memory>
 #include <optional>
-#include <unordered_map>
 
 namespace ZEP::Overmarks
 {
@@ -51,7 +51,7 @@ private:
     const Core::ADRCharacterMap* castOfFile;
     Core::ADRCharacterMap::NamesAtRest namesAtRest;
     std::optional<Core::ADRCharacterMap::NamesAtRest> namesOfFileAtRest;
-    std::unordered_map<juce::String, Member> members; ///< whom the rows have named so far
+    std::map<juce::String, Member> members; ///< whom the rows have named so far
 };
 
 } // namespace ZEP::Overmarks

@@ -3,6 +3,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <map>
 #include <optional>
 #include <unordered_map>
 
@@ -38,7 +39,7 @@ private:
     [[nodiscard]] std::optional<int> findByBrackets (const juce::String& cell) const;
 
     std::unordered_map<juce::String, int> codesByName; ///< by the name in small letters
-    std::unordered_map<juce::String, std::optional<int>> answers;
+    std::map<juce::String, std::optional<int>> answers;
 };
 
 } // namespace ZEP::Overmarks

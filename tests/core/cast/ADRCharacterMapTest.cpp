@@ -304,3 +304,33 @@ TEST (ADRCharacterMap, findsEveryoneByIdentifierInALargeCast)
     for (int i = 0; i < 20000; ++i)
         ASSERT_EQ (map.characterForID (juce::String (i))->name, "Role " + juce::String (i));
 }
+
+TEST (ADRCharacterMap, aHundredThousandNamesAndIdentifiersOfOneHashAreQuick)
+{
+    // Two pairs of letters that the framework's hash can't tell apart make any number of texts that it can't.
+    juce::StringArray texts { "" };
+    for (int pairs = 0; pairs < 17; ++pairs)
+    {
+        juce::StringArray longer;
+        for (const auto& text : texts)
+        {
+            longer.add (text + juce::String::fromUTF8 ("a\xc3\x86"));
+            longer.add (text + "ba");
+        }
+        texts.swapWith (longer);
+    }
+    ASSERT_EQ (std::hash<juce::String>() (texts[0]), std::hash<juce::String>() (texts[texts.size() - 1]));
+
+    ADRCharacterMap map;
+    const auto seconds = secondsFor (
+        [&]
+        {
+            const ADRCharacterMap::NamesAtRest scope (map);
+            for (const auto& text : texts)
+                map.addCharacter (role (text), true, text);
+            for (const auto& text : texts)
+                ASSERT_EQ (map.characterIDForCharacterWithName (text), text);
+        });
+    EXPECT_EQ (map.characters().size(), 131072u);
+    EXPECT_LT (seconds, 10.0);
+}
