@@ -4,6 +4,7 @@
 #include "import/ADRStudioEventFileImporter.h"
 #include "import/CSVEventFileImporter.h"
 #include "import/DBFEventFileImporter.h"
+#include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/STLEventFileImporter.h"
 #include "import/TTALEventFileImporter.h"
@@ -40,6 +41,14 @@ std::shared_ptr<EventFileImporter> makeWithTime (ImportRequest& request)
     return std::make_shared<Importer> (request.filePath, request.errorMessage, std::move (request.timeInfo));
 }
 
+/** The same for an importer that needs the names of the user's reasons. */
+template <typename Importer>
+std::shared_ptr<EventFileImporter> makeWithReasons (ImportRequest& request)
+{
+    return std::make_shared<Importer> (request.filePath, request.errorMessage,
+                                       std::move (request.customReasons));
+}
+
 constexpr Maker notYet = nullptr;
 
 /** A line of the table of formats. */
@@ -57,7 +66,7 @@ const std::vector<Entry>& entries()
 {
     static const std::vector<Entry> table {
         { 2, { ".csv", ".tab" }, "Delimited text", true, make<CSVEventFileImporter> },
-        { 0, { ".txt" }, "Pro Tools session info", false, notYet },
+        { 0, { ".txt" }, "Pro Tools session info", false, makeWithReasons<PTSessionInfoFileImporter> },
         { 3, { ".srt" }, "SubRip subtitles", false, make<SRTEventFileImporter> },
         { 4, { ".stl" }, "EBU or text STL subtitles", false, make<STLEventFileImporter> },
         { 5, { ".xml" }, "ADR Studio cue list", true, make<ADRStudioEventFileImporter> },

@@ -3,6 +3,7 @@
 #include "import/ImportSupport.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
+#include "import/protools/SessionSupport.h"
 #include "support/CollectedLog.h"
 #include "support/MakeEvents.h"
 #include "support/OvermarksTest.h"
@@ -41,6 +42,9 @@ std::string damaged (std::string bytes, unsigned seed)
                                    "|",
                                    "99999",
                                    "STL",
+                                   "\t",
+                                   "CHANNEL",
+                                   "TRACK NAME:\t[",
                                    std::string (200, ' '),
                                    "a:b:c:d",
                                    "{\"events\": ",
@@ -106,6 +110,7 @@ protected:
     }
 
     Testing::CollectedLog log;
+    SessionSupport::Chooser user { SessionSupport::allOf };
     TemporaryFolder folder;
 };
 
@@ -151,3 +156,4 @@ INSTANTIATE_TEST_SUITE_P (TextSTL, DamagedFiles, testing::ValuesIn (filesIn ("te
 INSTANTIATE_TEST_SUITE_P (DBase, DamagedFiles, testing::ValuesIn (filesIn ("dbf")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (TTAL, DamagedFiles, testing::ValuesIn (filesIn ("ttal")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (ADRStudio, DamagedFiles, testing::ValuesIn (filesIn ("adrstudio")), nameOfCase);
+INSTANTIATE_TEST_SUITE_P (ProTools, DamagedFiles, testing::ValuesIn (filesIn ("protools")), nameOfCase);
