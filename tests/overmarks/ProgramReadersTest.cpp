@@ -80,6 +80,12 @@ INSTANTIATE_TEST_SUITE_P (
                      false,
                      3,
                      { "00:00:04:05", "00:00:05:24", "Who says so, and why?", "" } },
+        FormatCase { "ProTools",
+                     "protools/utf8.txt",
+                     0,
+                     false,
+                     2,
+                     { "01:00:05:00", "01:00:06:00", "Überhaupt nicht schön!", "W0002" } },
         FormatCase { "dBase", "dbf/harbour.dbf", 1, true, 5, { "01:00:02:10", "01:00:03:12", "", "H1" } }),
     [] (const auto& rowOfTable) { return rowOfTable.param.name; });
 
@@ -92,17 +98,21 @@ TEST_F (ProgramTest, theFormatsThatCanBeReadAreListed)
         if (format["reads"] == true)
             extensions.push_back (format["extensions"]);
 
-    EXPECT_THAT (extensions, testing::IsSupersetOf ({ ".srt", ".stl", ".dbf" }));
+    EXPECT_THAT (extensions, testing::IsSupersetOf ({ ".txt", ".srt", ".stl", ".dbf" }));
 }
 
 TEST_F (ProgramTest, aFileWithoutCuesIsAProblemAlsoWhereTheFormatHasNoWordsForIt)
 {
-    for (const auto* name : { "x.srt", "x.stl", "x.dbf" })
+    const std::map<std::string, std::string> files {
+        { "x.srt", "\n" }, { "x.stl", "" }, { "x.dbf", "" }, { "x.txt", "T R A C K  L I S T I N G\n" }
+    };
+
+    for (const auto& [name, bytes] : files)
     {
-        write (name, name == std::string ("x.srt") ? "\n" : "");
+        write (name, bytes);
         const auto result = run ({ "import", name, "-o", "p.json", "--force" });
         EXPECT_EQ (result.status, 1) << name;
-        EXPECT_THAT (result.errors, HasSubstr (std::string (name) + ": no cues were found in it\n"));
+        EXPECT_THAT (result.errors, HasSubstr (name + ": no cues were found in it\n"));
         EXPECT_TRUE (file ("p.json").existsAsFile()) << name;
     }
 }

@@ -309,7 +309,7 @@ std::optional<std::vector<juce::String>> ListOptions::tracks() const
         std::any_of (trackNames.begin(), trackNames.end(),
                      [] (const std::string& name) { return name.empty() || name == "all" || name == "cue"; });
 
-    if (isMixed && trackNames.size() > 1)
+    if (isMixed && (trackNames.size() > 1 || trackNames.front().empty()))
         throw WrongUsage ("--tracks: it is either all or cue, or the names of tracks");
 
     if (isMixed)

@@ -105,6 +105,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
 {
     ReadFile read;
     read.shownPath = shownPath;
+    const TrackChoice tracks (options.tracks());
     read.importer = EventFileImporterFactory::fileImporterWithFilepath (
         file.getFullPathName(), read.error, options.reasons(), options.timeInfo (nullptr));
 
@@ -116,6 +117,10 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
                       + (projectFormNamed (file.getFileExtension().substring (1)).has_value()
                              ? "; overmarks load reads a project"
                              : ""));
+
+    read.tracks = tracks.report();
+    if (read.tracks.has_value())
+        read.tracks->list = shownPath;
 
     if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
     {
@@ -188,6 +193,8 @@ void sayHowItWasRead (const ReadFile& read, const Session& session)
 
     if (const auto name = encodingName (importer.encoding); ! name.empty())
         session.say (read.shownPath + ": read as " + name);
+
+    sayWhichTracks (read, session);
 
     if (! importer.userMappingEnabled() || importer.rows.empty())
         return;
@@ -285,6 +292,16 @@ Project loadProject (const juce::File& file, const juce::String& shownPath, Proj
     return project;
 }
 
+/** A name of --tracks has to be found in one of the files. */
+void checkTrackNames (const std::vector<TrackReport>& sessions, const Session& session)
+{
+    refuseMissingTracks (sessions);
+
+    for (const auto& report : sessions)
+        for (const auto& name : report.missing)
+            session.say (report.list + ": there is no track \"" + name + "\" in it");
+}
+
 juce::String extensionOf (const std::string& path, const ListOptions& options)
 {
     return (path == standardInput ? options.extensionOfStandardInput()
@@ -298,6 +315,12 @@ juce::String nameOfList (const std::string& path)
 {
     return path == standardInput ? juce::String ("Untitled")
                                  : fileFromPath (path).getFileNameWithoutExtension();
+}
+
+void sayWhichTracks (const ReadFile& read, const Session& session)
+{
+    if (read.tracks.has_value())
+        session.say (read.tracks->list + ": " + read.tracks->inWords());
 }
 
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session)
@@ -327,6 +350,7 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
     project.userReasons = options.reasons();
     project.makeCurrent();
     Merger merger (project, problems);
+    std::vector<TrackReport> sessions;
     constexpr int stepsOfAFile = 2;
     Progress progress (session, "Reading", stepsOfAFile * static_cast<int> (paths.size()));
 
@@ -338,6 +362,9 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
         if (read.error.isNotEmpty())
             throw CommandFailure (read.shownPath + ": " + read.error);
 
+        if (read.tracks.has_value())
+            sessions.push_back (*read.tracks);
+
         refuseUnknownTable (read, options);
         merger.add (read, options);
         progress.hide();
@@ -345,6 +372,7 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
         progress.reached (stepsOfAFile * static_cast<int> (i + 1));
     }
 
+    checkTrackNames (sessions, session);
     project.list->sortContentAndUpdateFilteredEvents();
     return project;
 }

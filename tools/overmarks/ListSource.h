@@ -3,6 +3,7 @@
 
 #include "ListOptions.h"
 #include "Session.h"
+#include "TrackChoice.h"
 
 #include "import/frame/EventFileImporter.h"
 #include "list/Project.h"
@@ -10,6 +11,7 @@
 #include <juce_core/juce_core.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +24,8 @@ struct ReadFile
     std::shared_ptr<ZEP::Overmarks::EventFileImporter> importer;
     juce::String error;
     juce::String shownPath; ///< "-" for standard input
+    std::optional<TrackReport>
+        tracks {}; ///< of a Pro Tools session; nothing if its tracks were not asked for
 };
 
 /** Lets the importer of the file read it, in the encoding and with the columns that the options name.
@@ -35,6 +39,9 @@ ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& op
 /** Several cue lists as one project, in the order of time. */
 ZEP::Overmarks::Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options,
                                       Session& session, std::vector<Problem>& problems);
+
+/** Says which tracks of a Pro Tools session were read. */
+void sayWhichTracks (const ReadFile& read, const Session& session);
 
 /** The name of a list: that of its file, without folder and extension. */
 juce::String nameOfList (const std::string& path);

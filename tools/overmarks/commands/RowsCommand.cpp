@@ -106,6 +106,9 @@ void showRows (const RowsOptions& options, Session& session)
     options.list.applyToProcess();
     const auto read = readCueList (options.file, options.list, session);
 
+    if (read.tracks.has_value())
+        refuseMissingTracks ({ *read.tracks });
+
     if (session.wantsJSON)
     {
         session.data (rowsAsJSON (read, options.rich));
@@ -115,6 +118,7 @@ void showRows (const RowsOptions& options, Session& session)
         const auto encoding = encodingName (read.importer->encoding);
         session.say (read.shownPath + ": " + juce::String (read.importer->rows.size()) + " rows, read as "
                      + (encoding.empty() ? juce::String ("unknown encoding") : juce::String (encoding)));
+        sayWhichTracks (read, session);
         session.data (rowsAsText (*read.importer));
     }
 
