@@ -6,6 +6,7 @@
 #include "import/CSVEventFileImporter.h"
 #include "import/CSVParser.h"
 #include "import/DBFEventFileImporter.h"
+#include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/STLEventFileImporter.h"
 #include "import/TTALEventFileImporter.h"
@@ -152,6 +153,26 @@ void importDBF (benchmark::State& state)
     importSample<DBFEventFileImporter> (state, { ".dbf", bench::sampleDBF (rows) }, rows, 1);
 }
 BENCHMARK (importDBF)->Apply (sizes);
+
+void importSession (benchmark::State& state)
+{
+    const auto rows = static_cast<int> (state.range (0));
+    const SampleFile file (".txt", bench::sampleSession (rows));
+    PTSessionInfoFileImporter::chooseTracks = [] (const auto& tracks) { return tracks; };
+
+    for (auto _ : state)
+    {
+        juce::String error;
+        const PTSessionInfoFileImporter importer (file.path(), error, {});
+
+        if (error.isNotEmpty() || static_cast<int> (importer.rows.size()) != rows)
+            state.SkipWithError ("the sample can't be read");
+    }
+
+    state.SetBytesProcessed (state.iterations() * file.size());
+    state.SetItemsProcessed (state.iterations() * rows);
+}
+BENCHMARK (importSession)->Apply (sizes);
 
 void importADRStudio (benchmark::State& state)
 {

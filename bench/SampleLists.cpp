@@ -4,6 +4,7 @@
 #include "core/timecode/TCToolbox.h"
 #include "preferences/UserDefaultsRegistrar.h"
 
+#include <array>
 #include <random>
 
 namespace bench
@@ -161,6 +162,33 @@ std::string sampleEBUSTL (int numberOfRows)
                    file += std::string (5, '\0') + bytesOf (start) + bytesOf (end) + std::string (3, '\0')
                            + filledUp (text, 112, '\x8f');
                });
+    return file;
+}
+
+std::string sampleSession (int numberOfClips)
+{
+    constexpr std::size_t numberOfTracks = 8;
+    std::array<std::string, numberOfTracks> tracks;
+    for (std::size_t i = 0; i < numberOfTracks; ++i)
+    {
+        const auto number = std::to_string (i);
+        tracks[i] = "TRACK NAME:\tCHARACTER " + number + " [C" + number + "] {Actor " + number
+                    + "}\nCOMMENTS:\t\nUSER DELAY:\t0 Samples\nSTATE: \nCHANNEL \tEVENT   \tCLIP NAME\tSTART "
+                      "TIME\tEND TIME\tDURATION\tSTATE\n";
+    }
+
+    writeCues (numberOfClips,
+               [&] (int number, const std::string& start, const std::string& end, const std::string& text)
+               {
+                   tracks[static_cast<std::size_t> (number) % numberOfTracks] +=
+                       "1       \t" + std::to_string (number) + "\t" + text
+                       + (number % 3 == 0 ? " {slowly} [AR4]" : "") + "\t   " + start + "\t   " + end
+                       + "\t   00:00:02:00\tUnmuted\n";
+               });
+
+    std::string file = "SESSION NAME:\tHarbour\n\n\nT R A C K  L I S T I N G\n";
+    for (const auto& track : tracks)
+        file += track + "\n\n";
     return file;
 }
 

@@ -23,6 +23,9 @@ std::string sampleSRT (int numberOfRows);
 std::string sampleTextSTL (int numberOfRows);
 std::string sampleEBUSTL (int numberOfRows);
 
+/** The same cues as the session text of Pro Tools: eight cue tracks of as many actors. */
+std::string sampleSession (int numberOfClips);
+
 /** The same cues as a dBase table of six fields, 132 bytes a record. */
 std::string sampleDBF (int numberOfRows);
 
