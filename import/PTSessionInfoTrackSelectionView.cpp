@@ -34,6 +34,7 @@ const juce::Rectangle<int> kToggle (4, 5, 18, 18);
 constexpr int kNameX = 27;
 constexpr float kNameHeight = 15.0f; // of the font
 const juce::Colour kRowLine (128, 128, 128);
+const juce::Colour kBox (128, 128, 128), kTick (30, 30, 30); // those of the framework are white on white
 const juce::Colour kNameInDublane (30, 30, 30);
 const juce::Colour kNameInOrvelle (180, 180, 180);
 
@@ -47,6 +48,8 @@ public:
     CheckBoxCell()
     {
         toggleButton.setBounds (kToggle);
+        toggleButton.setColour (juce::ToggleButton::tickDisabledColourId, kBox);
+        toggleButton.setColour (juce::ToggleButton::tickColourId, kTick);
         toggleButton.addListener (this);
         addAndMakeVisible (toggleButton);
     }

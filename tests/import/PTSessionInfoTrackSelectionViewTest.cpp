@@ -234,6 +234,24 @@ TEST_F (TrackSelectionView, aNameOfMegabytesIsDrawnAtOnce)
     EXPECT_TRUE (pictureOf (view).isValid());
 }
 
+TEST_F (TrackSelectionView, boxesAndTicksCanBeSeenOnTheWhiteList)
+{
+    PTSessionInfoTrackSelectionView view (fourTracks());
+    const auto picture = pictureOf (view);
+    const auto darkestOf = [&picture] (int row)
+    {
+        int darkest = 255;
+        for (int y = 0; y < 18; ++y)
+            for (int x = 0; x < 18; ++x)
+                darkest =
+                    std::min<int> (darkest, picture.getPixelAt (20 + 4 + x, 20 + 27 * row + 5 + y).getRed());
+        return darkest;
+    };
+    EXPECT_LT (darkestOf (0), 60);  // a tick
+    EXPECT_LT (darkestOf (1), 180); // an empty box
+    EXPECT_GT (darkestOf (1), 100);
+}
+
 //==============================================================================
 TEST_F (TrackSelectionView, boxesShowTheTracksTicks)
 {
