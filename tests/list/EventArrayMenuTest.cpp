@@ -6,6 +6,7 @@
 #include "support/OvermarksTest.h"
 #include "support/UndoHistory.h"
 
+#include <cstdlib>
 #include <functional>
 #include <juce_gui_basics/juce_gui_basics.h>
 #include <ostream>
@@ -34,6 +35,9 @@ public:
 
 class EventArrayMenuTest : public OvermarksTest, public ::testing::WithParamInterface<Edit>
 {
+protected:
+    /** A display that goes away would take the program with it. */
+    EventArrayMenuTest() { ::unsetenv ("DISPLAY"); }
 };
 
 TEST_P (EventArrayMenuTest, theMenuFollowsTheStep)
