@@ -44,12 +44,13 @@ std::string labelOf (const Event& event)
     if (character == nullptr)
         return {};
 
-    const auto name = latin1Text (character->name.toStdString());
+    auto label = latin1Text (character->name.toStdString());
 
-    if (name.size() < kLabelWidth)
-        return name + ":";
+    if (label.size() >= kLabelWidth)
+        label.replace (kLabelEnd, label.size() - 2 * kLabelEnd, "~");
 
-    return name.substr (0, kLabelEnd) + "~" + name.substr (name.size() - kLabelEnd) + ":";
+    label += ':';
+    return label;
 }
 
 void writeCueNumber (FixedWidthText& lines, const juce::String& cueNumber)
