@@ -13,6 +13,8 @@
 #include "import/frame/EventFileImporterFactory.h"
 
 #include <memory>
+#include <sstream>
+#include <string>
 
 namespace overmarks
 {
@@ -24,6 +26,52 @@ namespace
 {
 
 // ---- formats -------------------------------------------------------------------------------------------------------------
+
+constexpr std::size_t kLineOfText = 100;
+
+/** "Carries: a, b, c" in lines of a readable length, indented. */
+std::string paragraph (const std::string& title, const std::string& text)
+{
+    std::istringstream words (title + ": " + (text.empty() ? "nothing" : text));
+    std::string lines;
+    std::string line = " ";
+
+    for (std::string word; words >> word;)
+    {
+        if (line.size() + 1 + word.size() > kLineOfText)
+        {
+            lines += line + "\n";
+            line = "   ";
+        }
+        line += " " + word;
+    }
+
+    return lines + line + "\n";
+}
+
+/** The table, and below it what each document carries and loses: too much for cells. */
+void showFormatsAsText (Session& session, const json& formats)
+{
+    TextTable table ({ "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format" });
+    std::string details;
+
+    const auto text = [] (const json& format, const char* key) { return format.value (key, std::string()); };
+    const auto yesOrNo = [] (const json& format, const char* key)
+    { return juce::String (format.value (key, false) ? "yes" : "no"); };
+
+    for (const auto& format : formats)
+    {
+        table.addRow ({ text (format, "name"), text (format, "extensions"), yesOrNo (format, "reads"),
+                        yesOrNo (format, "writes"), yesOrNo (format, "columnMapping"),
+                        text (format, "format") });
+
+        if (format.contains ("carries"))
+            details += "\n" + text (format, "format") + "\n" + paragraph ("Carries", text (format, "carries"))
+                       + paragraph ("Loses", text (format, "loses"));
+    }
+
+    session.data (table.textForStandardOutput() + details);
+}
 
 void showFormats (Session& session)
 {
@@ -64,9 +112,11 @@ void showFormats (Session& session)
                          { "format", "json" },
                          { "carries", "everything" },
                          { "loses", "nothing" } });
-    showCatalogue (
-        session, "formats",
-        { "Name", "Extensions", "Reads", "Writes", "Maps columns", "--format", "Carries", "Loses" }, formats);
+
+    if (session.wantsJSON)
+        session.data (json { { "formats", formats } });
+    else
+        showFormatsAsText (session, formats);
 }
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------
