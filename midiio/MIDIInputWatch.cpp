@@ -42,12 +42,13 @@ struct MIDIInputWatch::State final
             if (auto now = names(); now != told)
             {
                 told = std::move (now);
-                const auto tell = changed;
+                auto tell = changed;
                 lock.unlock();
 
                 if (tell != nullptr)
                     tell();
 
+                tell = {}; // what it holds may go now, and may want this lock
                 lock.lock();
             }
 
@@ -82,8 +83,9 @@ void MIDIInputWatch::begin()
 
 void MIDIInputWatch::setChanged (std::function<void()> whatToDo)
 {
+    // The former one goes with the argument, without the lock.
     const std::lock_guard lock (state->mutex);
-    state->changed = std::move (whatToDo);
+    state->changed.swap (whatToDo);
 }
 
 void MIDIInputWatch::end()

@@ -27,6 +27,17 @@ std::vector<MIDIInputs::Input> MIDIInputs::list() const
     return inputs;
 }
 
+bool MIDIInputs::holds (const Choices& choices, const Device& device)
+{
+    return std::any_of (choices.begin(), choices.end(),
+                        [&device] (const Choice& choice) { return choice.device == device; });
+}
+
+void MIDIInputs::forget (Choices& choices, const Device& device)
+{
+    std::erase_if (choices, [&device] (const Choice& choice) { return choice.device == device; });
+}
+
 bool MIDIInputs::open (const std::string& identifier)
 {
     const std::lock_guard lock (mutex);
@@ -36,8 +47,10 @@ bool MIDIInputs::open (const std::string& identifier)
     if (input == nullptr)
         return false;
 
-    if (std::find (wanted.begin(), wanted.end(), input->device) == wanted.end())
-        wanted.push_back (input->device);
+    forget (unwanted, input->device);
+
+    if (! holds (wanted, input->device))
+        wanted.push_back ({ input->device, identifier });
 
     openWhatIsWanted();
     return input->connection != nullptr;
@@ -46,21 +59,35 @@ bool MIDIInputs::open (const std::string& identifier)
 void MIDIInputs::close (const std::string& identifier)
 {
     const std::lock_guard lock (mutex);
-    std::erase_if (wanted, [&] (const Device& device) { return device.identifier == identifier; });
 
-    if (auto* const input = find (identifier))
-    {
-        // It may be wanted under the identifier that it had before it was unplugged.
-        std::erase_if (wanted, [this, input] (const Device& device)
-                       { return device.name == input->device.name && find (device.identifier) == nullptr; });
-        input->connection.reset();
-    }
+    if (const auto* const input = find (identifier))
+        return closeDevice (Device (input->device));
+
+    // It has gone, or is back under another identifier.
+    const auto chosen = wanted;
+
+    for (const auto& choice : chosen)
+        if (choice.namedAs == identifier || choice.device.identifier == identifier)
+            closeDevice (choice.device);
+}
+
+void MIDIInputs::closeDevice (const Device& device)
+{
+    forget (wanted, device);
+
+    if (wantsAll && ! holds (unwanted, device))
+        unwanted.push_back ({ device, device.identifier });
+
+    for (auto& input : known)
+        if (input.device == device)
+            input.connection.reset();
 }
 
 void MIDIInputs::openAll()
 {
     const std::lock_guard lock (mutex);
     wantsAll = true;
+    unwanted.clear();
     lookWithLock();
 }
 
@@ -69,6 +96,7 @@ void MIDIInputs::closeAll()
     const std::lock_guard lock (mutex);
     wantsAll = false;
     wanted.clear();
+    unwanted.clear();
 
     for (auto& input : known)
         input.connection.reset();
@@ -86,8 +114,15 @@ void MIDIInputs::lookWithLock()
     forgetWhatHasGone (available);
 
     for (const auto& device : available)
-        if (find (device.identifier) == nullptr)
-            known.push_back ({ device, nullptr });
+    {
+        if (find (device.identifier) != nullptr)
+            continue;
+
+        if (! holds (wanted, device) && ! holds (unwanted, device))
+            followToNewIdentifier (device, available);
+
+        known.push_back ({ device, nullptr });
+    }
 
     openWhatIsWanted();
 }
@@ -109,16 +144,28 @@ void MIDIInputs::openWhatIsWanted()
 
 bool MIDIInputs::isWanted (const Device& device) const
 {
-    if (wantsAll || std::find (wanted.begin(), wanted.end(), device) != wanted.end())
-        return true;
+    return holds (wanted, device) || (wantsAll && ! holds (unwanted, device));
+}
 
-    const auto isThere = [this] (const Device& one)
+/** Of several inputs of one name each stands for one that has gone. */
+void MIDIInputs::followToNewIdentifier (const Device& newcomer, const std::vector<Device>& available)
+{
+    for (auto* const choices : { &wanted, &unwanted })
     {
-        return std::any_of (known.begin(), known.end(),
-                            [&one] (const Known& input) { return input.device == one; });
-    };
-    return std::any_of (wanted.begin(), wanted.end(),
-                        [&] (const Device& one) { return one.name == device.name && ! isThere (one); });
+        const auto gone = std::find_if (
+            choices->begin(), choices->end(),
+            [&] (const Choice& choice)
+            {
+                return choice.device.name == newcomer.name
+                       && std::find (available.begin(), available.end(), choice.device) == available.end();
+            });
+
+        if (gone != choices->end())
+        {
+            gone->device = newcomer;
+            return;
+        }
+    }
 }
 
 MIDIInputs::Known* MIDIInputs::find (const std::string& identifier)

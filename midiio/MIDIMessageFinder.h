@@ -15,7 +15,7 @@ namespace ZEP::MIDIIO
 
     Running status is followed, real-time bytes may stand anywhere, and what isn't whole is passed over: data without a
     status, a message that another one cuts short, the rest at the end. Exclusive messages longer than longestExclusive
-    bytes are passed over as well. Nothing is kept from one piece of bytes to the next.
+    bytes are passed over as well.
 
     The bytes have to outlive it. One thread; nothing is allocated. */
 class ZEP_MIDIIO_API MIDIMessageFinder final
@@ -26,6 +26,9 @@ public:
     explicit MIDIMessageFinder (std::span<const std::uint8_t> bytesToLookThrough) : bytes (bytesToLookThrough)
     {
     }
+
+    /** Looks through the next piece of the same stream: running status holds, and a message that was begun goes on. */
+    void goOn (std::span<const std::uint8_t> nextBytes) { bytes = nextBytes; }
 
     /** The next message, its status first, also where the status wasn't repeated; empty when there is none any more.
         Good until the next call. */

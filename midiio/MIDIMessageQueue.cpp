@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "midiio/MIDIMessageQueue.h"
 
+#include "midiio/LongestWait.h"
+
 #include <utility>
 
 namespace ZEP::MIDIIO
@@ -43,11 +45,11 @@ bool MIDIMessageQueue::deliver (const Receiver& receiver)
         isHandingOver = true;
     }
 
-    handOver (receiver);
+    const auto handedOver = handOver (receiver);
 
     {
         const std::lock_guard lock (mutex);
-        delivered += underway.entries.size();
+        delivered += handedOver;
         underway.clear();
         isHandingOver = false;
     }
@@ -56,18 +58,21 @@ bool MIDIMessageQueue::deliver (const Receiver& receiver)
     return ! isClosed;
 }
 
-void MIDIMessageQueue::handOver (const Receiver& receiver) const
+std::size_t MIDIMessageQueue::handOver (const Receiver& receiver) const
 {
-    std::size_t place = 0;
+    std::size_t place = 0, number = 0;
 
     for (const auto& entry : underway.entries)
     {
         if (isClosed)
-            return;
+            break;
 
         receiver (Bytes (underway.bytes).subspan (place, entry.length), entry.timeStamp);
         place += entry.length;
+        ++number;
     }
+
+    return number;
 }
 
 bool MIDIMessageQueue::waitUntilDelivered (std::chrono::milliseconds atMost)
@@ -78,7 +83,8 @@ bool MIDIMessageQueue::waitUntilDelivered (std::chrono::milliseconds atMost)
         return false;
 
     const auto goal = added;
-    return changed.wait_for (lock, atMost, [this, goal] { return delivered >= goal; });
+    changed.wait_for (lock, withinAYear (atMost), [this, goal] { return isClosed || delivered >= goal; });
+    return delivered >= goal;
 }
 
 void MIDIMessageQueue::close()

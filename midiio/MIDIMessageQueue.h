@@ -34,12 +34,14 @@ public:
     /** Waits for messages and hands over all there are, in the order in which they came. @returns false after close() */
     bool deliver (const Receiver& receiver);
 
-    /** Waits until all that was added before this call has been handed over. @returns false if that takes longer, or at once
-        for a receiver, which would wait for itself */
+    /** Waits until all that was added before this call has been handed over. @returns false if that takes longer or the queue
+        is closed first, or at once for a receiver, which would wait for itself */
     bool waitUntilDelivered (std::chrono::milliseconds atMost);
 
     /** Nothing is handed over any more. Waits a moment for a receiver that is at work, but not for ever. */
     void close();
+
+    [[nodiscard]] bool isOver() const { return isClosed; }
 
 private:
     struct Entry
@@ -56,7 +58,8 @@ private:
         void clear();
     };
 
-    void handOver (const Receiver& receiver) const;
+    /** @returns how many messages the receiver has taken */
+    std::size_t handOver (const Receiver& receiver) const;
 
     std::mutex mutex;
     std::condition_variable changed;

@@ -69,11 +69,8 @@ std::string textOfChannelMessage (const ChannelMessage& kind, Bytes message)
         return {};
 
     const int channel = (message[0] & 0x0F) + 1;
-    const bool isZero = message.back() == 0;
 
-    if (kind.status == controlChange && isZero)
-        return {};
-    if (kind.status == noteOn && isZero)
+    if (kind.status == noteOn && message.back() == 0)
         return channelText ("NoteOff", channel, message[1]);
 
     return channelText (kind.word, channel, message[1]);

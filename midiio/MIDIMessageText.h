@@ -17,13 +17,12 @@ namespace ZEP::MIDIIO
     |------------------|------------------------------------|-----------------|
     | note on          | 9c note velocity (not 0)           | NoteOn 1 60     |
     | note off         | 8c note velocity, or 9c note 00    | NoteOff 1 60    |
-    | control change   | Bc controller value (not 0)        | CC 1 64         |
+    | control change   | Bc controller value                | CC 1 64         |
     | program change   | Cc program                         | PC 1 5          |
     | machine control  | F0 7F device 06 command ... F7     | MMC 02          |
 
     Channels count from 1, everything else from 0; the command is two hexadecimal digits in capitals. Velocity, value and
-    device play no part. A controller that goes to 0 is a released pedal or button and has no text, so that it doesn't fire
-    a second time. Any thread. */
+    device play no part, so a pedal that sends 127 and then 0 has arrived twice. Any thread. */
 class ZEP_MIDIIO_API MIDIMessageText final
 {
 public:

@@ -3,6 +3,7 @@
 
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
+#include "midiio/LongestWait.h"
 #include "midiio/MIDIInputWatch.h"
 #include "midiio/MIDIInputs.h"
 #include "midiio/MIDIMessageFinder.h"
@@ -60,9 +61,39 @@ void post (const std::string& keyOfMessage, std::string message, const std::stri
     Poco::NotificationCenter::defaultCenter().postNotification (news);
 }
 
-void logFailure (const std::string& reason)
+/** The log is the application's and may fail too; that must not end a thread. */
+void tell (const std::string& words) noexcept
 {
-    ZEP::Core::Logger::error ("A MIDI message wasn't handled: " + ZEP::Core::StringUtil::fromUTF8 (reason));
+    try
+    {
+        ZEP::Core::Logger::error (ZEP::Core::StringUtil::fromUTF8 (words));
+    }
+    catch (...)
+    {
+        // There is nobody left to tell.
+    }
+}
+
+/** Calls what belongs to the application; that it fails must not end the thread, nor the process. */
+template <typename Work>
+void doSafely (const std::string& failure, const Work& work)
+{
+    try
+    {
+        work();
+    }
+    catch (const Poco::Exception& error)
+    {
+        tell (failure + error.displayText());
+    }
+    catch (const std::exception& error)
+    {
+        tell (failure + error.what());
+    }
+    catch (...)
+    {
+        tell (failure + "unknown reason");
+    }
 }
 
 /** What is registered: asked for each message, and listed in the order in which it came. */
@@ -113,6 +144,7 @@ public:
     void receive (Bytes bytes, double timeStamp);
     void deliver (Bytes message, double timeStamp);
     bool teach (const std::string& text);
+    void cancelLearning();
     void end();
 
     void needDelivery()
@@ -156,7 +188,8 @@ void MIDISystem::Parts::receive (Bytes bytes, double timeStamp)
         needDelivery();
 
         if (! queue.add (message, timeStamp) && ! hasToldOfLoss.exchange (true))
-            ZEP::Core::Logger::error ("MIDI messages were lost: they come in faster than they are handled");
+            tell (queue.isOver() ? "MIDI messages were lost: the program is ending"
+                                 : "MIDI messages were lost: they come in faster than they are handled");
     }
 }
 
@@ -169,25 +202,9 @@ void MIDISystem::Parts::deliverForEver()
         hasToldOfLoss = false;
 }
 
-/** An observer that fails must not end the thread, nor the process. */
 void MIDISystem::Parts::deliverSafely (Bytes message, double timeStamp)
 {
-    try
-    {
-        deliver (message, timeStamp);
-    }
-    catch (const Poco::Exception& error)
-    {
-        logFailure (error.displayText());
-    }
-    catch (const std::exception& error)
-    {
-        logFailure (error.what());
-    }
-    catch (...)
-    {
-        logFailure ("unknown reason");
-    }
+    doSafely ("A MIDI message wasn't handled: ", [&] { deliver (message, timeStamp); });
 }
 
 void MIDISystem::Parts::deliver (Bytes message, double timeStamp)
@@ -216,7 +233,7 @@ void MIDISystem::Parts::deliverText (const std::string& text, double timeStamp)
     }
 
     if (currentMonitor != nullptr)
-        currentMonitor (text, timeStamp);
+        doSafely ("A MIDI message wasn't shown: ", [&] { currentMonitor (text, timeStamp); });
 
     if (isTrigger)
         post<UserEventTriggerReceivedNotification> (UserTriggerEventNotificationEventDictKey, text,
@@ -241,6 +258,17 @@ void MIDISystem::Parts::end()
     watch.end();
     inputs.closeAll();
     queue.close();
+    cancelLearning();
+}
+
+void MIDISystem::Parts::cancelLearning()
+{
+    const std::lock_guard lock (mutex);
+
+    for (auto* const learner : std::exchange (learners, {}))
+        learner->isDone = true;
+
+    learnt.notify_all();
 }
 
 // ---- the operations -------------------------------------------------------------------------------------------------
@@ -293,25 +321,18 @@ std::optional<std::string> MIDISystem::learnMessage (std::chrono::milliseconds a
     Learner learner;
     std::unique_lock lock (parts->mutex);
     parts->learners.push_back (&learner);
-    parts->learnt.wait_for (lock, atMost, [&learner] { return learner.isDone; });
+    parts->learnt.wait_for (lock, withinAYear (atMost), [&learner] { return learner.isDone; });
     std::erase (parts->learners, &learner);
     return learner.message;
 }
 
-void MIDISystem::cancelLearning()
-{
-    const std::lock_guard lock (parts->mutex);
-
-    for (auto* const learner : std::exchange (parts->learners, {}))
-        learner->isDone = true;
-
-    parts->learnt.notify_all();
-}
+void MIDISystem::cancelLearning() { parts->cancelLearning(); }
 
 void MIDISystem::setMonitor (Monitor newMonitor)
 {
+    // The former one goes with the argument, without the lock.
     const std::lock_guard lock (parts->mutex);
-    parts->monitor = std::move (newMonitor);
+    parts->monitor.swap (newMonitor);
 }
 
 std::vector<MIDISystem::Input> MIDISystem::inputs()
@@ -339,7 +360,12 @@ void MIDISystem::openAllInputs()
     parts->inputs.openAll();
 }
 
-void MIDISystem::closeAllInputs() { parts->inputs.closeAll(); }
+bool MIDISystem::closeAllInputs()
+{
+    constexpr auto patience = std::chrono::seconds (10);
+    parts->inputs.closeAll();
+    return parts->queue.waitUntilDelivered (patience);
+}
 
 void MIDISystem::setInputsChanged (std::function<void()> whatToDo)
 {

@@ -24,6 +24,12 @@ namespace ZEP::MIDIIO
     observer throws ends up in the log. Nothing is opened by itself: an application calls openAllInputs(), or hands in the
     bytes of an input of its own with receive().
 
+    While an observer, a monitor or a learning call's thread is at work nothing else is delivered, and the notification
+    centre holds the observer's lock: an observer must not wait for another thread, nor take the lock of JUCE's message
+    manager (juce::MessageManagerLock), and it must not post a notification, which every change of an Event does. It hands
+    such work over with juce::MessageManager::callAsync() or a juce::AsyncUpdater. To take an observer away, close the inputs
+    first and see that closeAllInputs() returns true.
+
     A note-on without velocity is a note-off, and other text forms are those of MIDIMessageText. One object for the process,
     never destroyed; every operation from any thread. A machine without MIDI has no inputs, and everything else works. */
 class ZEP_MIDIIO_API MIDISystem final
@@ -50,7 +56,7 @@ public:
 
     /** Takes bytes as they come over the cable: any number of messages, with running status and real-time bytes. What isn't
         whole is passed over, and a spanner message that is too short for what it commands as well. Returns at once. Only so
-        much waits for delivery (4 MiB); what comes on top of that is lost.
+        much waits for delivery (4 MiB); what comes on top of that is lost, and so is what comes while the process ends.
         @param timeStamp  seconds; handed on as it is */
     void receive (std::span<const std::uint8_t> bytes, double timeStamp);
 
@@ -65,7 +71,8 @@ public:
     /** Ends all calls of learnMessage() that are waiting now. */
     void cancelLearning();
 
-    /** Sees every message with a text form before it is posted, registered or not, on the thread of the notifications. */
+    /** Sees every message with a text form before it is posted, registered or not, on the thread of the notifications. What
+        learnMessage() returns it doesn't see. What it throws ends up in the log, and the message is posted all the same. */
     using Monitor = std::function<void (const std::string& message, double timeStamp)>;
 
     /** @param newMonitor  may be empty; the former one may still be running when this returns */
@@ -80,16 +87,26 @@ public:
         bool isOpen = false;
     };
 
-    /** What is there now. */
+    /** What is there now. An input that was unplugged and is back within a second under the same identifier can't be told
+        from one that stayed: it may be shown as open and be silent. Close it and open it again then. */
     [[nodiscard]] std::vector<Input> inputs();
 
     /** Opens an input, and again each time it comes back, until it is closed. @returns whether it is open now */
     bool openInput (const std::string& identifier);
+
+    /** Closes an input for as long as nobody opens it again, also after openAllInputs() and when it comes back. Messages that
+        it has sent may still be delivered.
+        @param identifier  the one of the moment, or the one that openInput() was called with */
     void closeInput (const std::string& identifier);
 
-    /** Opens all inputs and each one that comes, until closeAllInputs(). */
+    /** Opens all inputs and each one that comes, until closeAllInputs(); those that were closed one by one as well. */
     void openAllInputs();
-    void closeAllInputs();
+
+    /** Closes all inputs and waits until everything that has been received is delivered and nobody is being told any more.
+        Then observers may go and what they read may be edited, as long as the application doesn't call receive() itself.
+        @returns false if an observer has not come to an end within ten seconds, or for a call from an observer, which would
+        wait for itself */
+    bool closeAllInputs();
 
     /** Tells within two seconds that an input has come or gone; then ask inputs(). Called on a thread of its own.
         @param whatToDo  may be empty; the former one may still be running when this returns */

@@ -114,4 +114,20 @@ TEST_F (MIDIInputWatchTest, whoeverIsToldMayAskForTheInputsAndEndTheWatch)
     EXPECT_EQ (inputs.list().size(), 2u);
 }
 
+TEST_F (MIDIInputWatchTest, whatTheFormerOneHoldsMayUseTheWatchWhenItGoes)
+{
+    bool hasGone = false;
+    const auto goes = [&] (void*)
+    {
+        hasGone = true;
+        watch.setChanged ([this] { ++told; });
+    };
+    watch.setChanged ([held = std::shared_ptr<void> (nullptr, goes)] {});
+    watch.setChanged ({});
+    EXPECT_TRUE (hasGone);
+    watch.begin();
+    plug ({});
+    EXPECT_TRUE (isToldTimes (1));
+}
+
 } // namespace

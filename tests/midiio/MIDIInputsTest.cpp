@@ -129,6 +129,71 @@ TEST_F (MIDIInputsTest, anInputThatAnotherProgramKeepsIsTriedAgain)
     EXPECT_TRUE (look().back().isOpen);
 }
 
+TEST_F (MIDIInputsTest, anInputThatIsClosedStaysClosedThoughAllAreWanted)
+{
+    inputs.openAll();
+    inputs.close ("24-0");
+    EXPECT_THAT (look(), ElementsAre (Input { "20-0", "Keys", true }, Input { "24-0", "Pedal", false }));
+
+    desk.plugged.back().identifier = "28-0";
+    EXPECT_THAT (look(), ElementsAre (Input { "20-0", "Keys", true }, Input { "28-0", "Pedal", false }));
+    EXPECT_TRUE (inputs.open ("28-0"));
+    EXPECT_TRUE (look().back().isOpen);
+}
+
+TEST_F (MIDIInputsTest, openingAllOpensAlsoWhatWasClosed)
+{
+    inputs.openAll();
+    inputs.close ("24-0");
+    inputs.openAll();
+    EXPECT_TRUE (look().back().isOpen);
+}
+
+TEST_F (MIDIInputsTest, anInputThatCameBackIsClosedAlsoUnderItsFirstIdentifier)
+{
+    EXPECT_TRUE (inputs.open ("24-0"));
+    desk.plugged.back().identifier = "28-0";
+    EXPECT_TRUE (look().back().isOpen);
+    desk.plugged.back().identifier = "32-0";
+    EXPECT_TRUE (look().back().isOpen);
+    inputs.close ("24-0");
+    EXPECT_THAT (desk.open, IsEmpty());
+    EXPECT_FALSE (look().back().isOpen);
+}
+
+TEST_F (MIDIInputsTest, anInputThatIsClosedWhileItIsAwayStaysClosed)
+{
+    EXPECT_TRUE (inputs.open ("24-0"));
+    desk.plugged.pop_back();
+    look();
+    inputs.close ("24-0");
+    desk.plugged.push_back ({ "24-0", "Pedal" });
+    EXPECT_FALSE (look().back().isOpen);
+}
+
+TEST_F (MIDIInputsTest, anIdentifierMeansTheInputThatHasItNow)
+{
+    EXPECT_TRUE (inputs.open ("24-0"));
+    desk.plugged = { { "24-0", "Drums" }, { "28-0", "Pedal" } };
+    EXPECT_THAT (look(), ElementsAre (Input { "24-0", "Drums", false }, Input { "28-0", "Pedal", true }));
+    inputs.close ("24-0");
+    EXPECT_TRUE (look().back().isOpen);
+    EXPECT_TRUE (inputs.open ("24-0"));
+    inputs.close ("24-0");
+    EXPECT_THAT (look(), ElementsAre (Input { "24-0", "Drums", false }, Input { "28-0", "Pedal", true }));
+}
+
+TEST_F (MIDIInputsTest, aTwinIsNotOpenedWhenTheWantedOneIsUnplugged)
+{
+    desk.plugged.push_back ({ "28-0", "Pedal" });
+    EXPECT_TRUE (inputs.open ("24-0"));
+    desk.plugged.erase (desk.plugged.begin() + 1);
+    EXPECT_THAT (look(), ElementsAre (Input { "20-0", "Keys", false }, Input { "28-0", "Pedal", false }));
+    desk.plugged.push_back ({ "32-0", "Pedal" });
+    EXPECT_TRUE (look().back().isOpen);
+    EXPECT_EQ (desk.open.size(), 1u);
+}
+
 TEST (SystemMIDIDevices, canBeAskedOnAnyMachine)
 {
     SystemMIDIDevices devices;

@@ -135,4 +135,27 @@ TEST (MIDIMessageFinder, anyBytesGiveMessagesThatAreWhole)
     }
 }
 
+TEST (MIDIMessageFinder, aStreamGoesOnInItsNextPiece)
+{
+    MIDIMessageFinder finder ({});
+    const auto messagesIn = [&finder] (const std::vector<std::uint8_t>& piece)
+    {
+        std::vector<std::vector<std::uint8_t>> found;
+        finder.goOn (piece);
+
+        for (auto message = finder.next(); ! message.empty(); message = finder.next())
+            found.emplace_back (message.begin(), message.end());
+
+        return found;
+    };
+    using Found = std::vector<std::vector<std::uint8_t>>;
+    EXPECT_EQ (messagesIn ({ 0x90, 60 }), Found());
+    EXPECT_EQ (messagesIn ({ 100, 61 }), (Found { { 0x90, 60, 100 } }));
+    EXPECT_EQ (messagesIn ({ 0 }), (Found { { 0x90, 61, 0 } }));
+    EXPECT_EQ (messagesIn ({ 62, 1, 0xF0, 0x7F }), (Found { { 0x90, 62, 1 } }));
+    EXPECT_EQ (messagesIn ({}), Found());
+    EXPECT_EQ (messagesIn ({ 0x01, 0xF7 }), (Found { { 0xF0, 0x7F, 0x01, 0xF7 } }));
+    EXPECT_EQ (messagesIn ({ 60, 100 }), Found());
+}
+
 } // namespace

@@ -116,4 +116,30 @@ TEST (MIDIMessageQueue, aReceiverMayCloseIt)
     EXPECT_EQ (taken, 1);
 }
 
+TEST (MIDIMessageQueue, closingEndsTheWait)
+{
+    MIDIMessageQueue queue;
+    EXPECT_TRUE (queue.add (Bytes { 1 }, 0));
+    bool isDelivered = true;
+    std::thread waiting ([&] { isDelivered = queue.waitUntilDelivered (std::chrono::milliseconds::max()); });
+    std::this_thread::sleep_for (10ms);
+    EXPECT_FALSE (queue.isOver());
+    queue.close();
+    waiting.join();
+    EXPECT_FALSE (isDelivered);
+    EXPECT_TRUE (queue.isOver());
+    EXPECT_FALSE (queue.waitUntilDelivered (10s));
+}
+
+TEST (MIDIMessageQueue, waitingForAWeekOrForEverIsATimeToo)
+{
+    MIDIMessageQueue queue;
+    Delivery delivery (queue);
+    EXPECT_TRUE (queue.add (Bytes { 1 }, 0));
+    EXPECT_TRUE (queue.waitUntilDelivered (std::chrono::milliseconds::max()));
+    EXPECT_TRUE (queue.add (Bytes { 2 }, 0));
+    EXPECT_TRUE (queue.waitUntilDelivered (std::chrono::hours (24 * 7)));
+    EXPECT_EQ (delivery.taken.size(), 2u);
+}
+
 } // namespace

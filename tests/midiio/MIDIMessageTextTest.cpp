@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P (
         Form { "noteOnWithoutVelocityIsANoteOff", { 0x92, 60, 0 }, "NoteOff 3 60" },
         Form { "controller", { 0xB0, 64, 127 }, "CC 1 64" },
         Form { "controllerWithSmallestValue", { 0xB0, 64, 1 }, "CC 1 64" },
-        Form { "releasedController", { 0xB0, 64, 0 }, "" }, Form { "program", { 0xC0, 5 }, "PC 1 5" },
+        Form { "releasedController", { 0xB0, 64, 0 }, "CC 1 64" }, Form { "program", { 0xC0, 5 }, "PC 1 5" },
         Form { "firstProgram", { 0xC9, 0 }, "PC 10 0" },
         Form { "play", { 0xF0, 0x7F, 0x7F, 0x06, 0x02, 0xF7 }, "MMC 02" },
         Form { "anyDevice", { 0xF0, 0x7F, 0x10, 0x06, 0x02, 0xF7 }, "MMC 02" },

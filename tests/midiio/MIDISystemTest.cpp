@@ -3,6 +3,7 @@
 
 #include "midiio/MIDINotifications.h"
 #include "support/CollectedLog.h"
+#include "support/FailingLog.h"
 #include "support/SpannerBytes.h"
 
 #include <Poco/Any.h>
@@ -235,12 +236,71 @@ TEST_F (MIDISystemTest, theMonitorSeesWhatIsNotRegistered)
         [&seen] (const std::string& message, double time) {
             seen.push_back ({ message, time });
         });
-    receive ({ 0x90, 60, 100, 0xB0, 64, 0, 0xE0, 1, 2 }, 2.0);
+    receive ({ 0x90, 60, 100, 0xE0, 1, 2 }, 2.0);
     EXPECT_THAT (seen, ElementsAre (std::pair<std::string, double> ("NoteOn 1 60", 2.0)));
     EXPECT_THAT (posted.triggers, IsEmpty());
     system.setMonitor ({});
     receive ({ 0x90, 60, 100 });
     EXPECT_EQ (seen.size(), 1u);
+}
+
+TEST_F (MIDISystemTest, aMonitorThatFailsIsLoggedAndTheMessageIsPosted)
+{
+    const CollectedLog log;
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    system.setMonitor ([] (const std::string&, double) { throw std::runtime_error ("no window"); });
+    receive ({ 0x90, 60, 100 });
+    EXPECT_THAT (posted.triggers, ElementsAre ("NoteOn 1 60"));
+    EXPECT_THAT (log.lines(), ElementsAre ("A MIDI message wasn't shown: no window"));
+}
+
+TEST_F (MIDISystemTest, aLogThatFailsEndsNothing)
+{
+    const FailingLog log;
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    posted.whatToDo = [] { throw std::runtime_error ("no such streamer"); };
+    system.setMonitor ([] (const std::string&, double) { throw std::runtime_error ("no window"); });
+    receive ({ 0x90, 60, 100 });
+    receive ({ 0x90, 60, 100 });
+    EXPECT_EQ (posted.triggers.size(), 2u);
+}
+
+/** Runs something when its last copy goes. */
+std::shared_ptr<void> whenItGoes (const std::function<void()>& whatToDo)
+{
+    return { nullptr, [whatToDo] (void*) { whatToDo(); } };
+}
+
+TEST_F (MIDISystemTest, whatAMonitorHoldsMayAskTheSystemWhenItGoes)
+{
+    std::size_t registered = 0;
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    system.setMonitor ([held = whenItGoes ([&] { registered = system.midiEventTriggers().size(); })] (
+                           const std::string&, double) {});
+    system.setMonitor ({});
+    EXPECT_EQ (registered, 1u);
+}
+
+TEST_F (MIDISystemTest, closingAllInputsWaitsUntilEverythingIsDelivered)
+{
+    constexpr std::size_t burst = 20;
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    posted.whatToDo = [] { std::this_thread::sleep_for (2ms); };
+
+    for (std::size_t sent = 0; sent < burst; ++sent)
+        system.receive (Bytes { 0x90, 60, 100 }, 0);
+
+    EXPECT_TRUE (system.closeAllInputs());
+    EXPECT_EQ (posted.triggers.size(), burst);
+}
+
+TEST_F (MIDISystemTest, anObserverMayCloseTheInputsButDoesntWaitForItself)
+{
+    bool isQuiet = true;
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    posted.whatToDo = [&] { isQuiet = system.closeAllInputs(); };
+    receive ({ 0x90, 60, 100 });
+    EXPECT_FALSE (isQuiet);
 }
 
 /** Sends until somebody has learnt it. */
@@ -256,7 +316,7 @@ std::optional<std::string> learnWhileSending (MIDISystem& system, const Bytes& b
 
 TEST_F (MIDISystemTest, theNextMessageIsLearnt)
 {
-    EXPECT_EQ (learnWhileSending (system, { 0xE0, 1, 2, 0xB0, 64, 0, 0xB3, 64, 127 }), "CC 4 64");
+    EXPECT_EQ (learnWhileSending (system, { 0xE0, 1, 2, 0xB3, 64, 127 }), "CC 4 64");
 }
 
 TEST_F (MIDISystemTest, whatIsLearntFiresNothing)
@@ -288,6 +348,22 @@ TEST_F (MIDISystemTest, learningCanBeCancelled)
         system.cancelLearning();
 
     EXPECT_EQ (learnt.get(), std::nullopt);
+}
+
+TEST_F (MIDISystemTest, waitingForEverIsATimeToo)
+{
+    auto learnt = std::async (std::launch::async,
+                              [this] { return system.learnMessage (std::chrono::milliseconds::max()); });
+    EXPECT_EQ (learnt.wait_for (50ms), std::future_status::timeout);
+
+    while (learnt.wait_for (1ms) != std::future_status::ready)
+        system.cancelLearning();
+
+    system.addMIDIEventTrigger ("NoteOn 1 60");
+    posted.whatToDo = [] { std::this_thread::sleep_for (20ms); };
+    system.receive (Bytes { 0x90, 60, 100 }, 0);
+    EXPECT_TRUE (system.waitUntilDelivered (std::chrono::milliseconds::max()));
+    EXPECT_EQ (posted.triggers.size(), 1u);
 }
 
 TEST_F (MIDISystemTest, aMachineWithoutInputsIsNoFailure)
