@@ -27,7 +27,12 @@ namespace ZEP::Overmarks
                  alive                            faded           alive     gone
 
     Messages come on the MIDI system's thread, timers fire on the thread of JUCE's message loop, without which nothing fades.
-    Make and destroy the manager on that thread. Whoever reads panLines holds the mutex meanwhile, a drawing routine too. */
+    Make and destroy the manager on that thread, before JUCE is shut down, and only while no message can arrive: open the
+    inputs after the one, and before the other call MIDISystem::closeAllInputs(), which waits for what is on its way.
+    Whoever reads panLines holds the mutex meanwhile, a drawing routine too, and waits for nobody.
+
+    A timer whose time is over while an update comes in may still fade the line that was just brought back; the next update
+    shows it again. */
 class OVERMARKS_API MIDISpannerEventManager final : public juce::MultiTimer
 {
 public:
@@ -38,7 +43,10 @@ public:
     class Listener
     {
     public:
-        /** Called on the thread of the message, or with the mutex held on that of the timer. */
+        /** Called on the thread of the message with a lock of the notification centre held, or with the mutex held on that
+            of the timer. So it must not post a notification, which every setter of an Event does, nor wait for another
+            thread, nor take the message manager's lock: any of them can stand still for ever. It hands over what takes time
+            or draws, with juce::MessageManager::callAsync() or a juce::AsyncUpdater. */
         virtual void panLinesChanged() = 0;
 
     protected:
@@ -62,7 +70,7 @@ public:
     /** All lines, faded ones too, in the order in which they were made. Always the same vector. */
     std::shared_ptr<std::vector<std::shared_ptr<ZEP::Core::SpannerPanLine>>> panLines;
 
-    /** Null for none; not owned. It has to be there until the manager is gone, or until no more messages come. */
+    /** Null for none; not owned. It may go only after the manager: setting null doesn't stop a call that is under way. */
     std::atomic<Listener*> listener { nullptr };
 
     /** Guards panLines. Recursive, so that a listener may read the lines. */

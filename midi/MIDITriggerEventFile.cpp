@@ -6,9 +6,14 @@
 #include "core/system/WholeFile.h"
 #include "proto/midi.pb.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <limits>
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace ZEP::Overmarks
 {
@@ -50,22 +55,61 @@ bool holdsNoList (const std::string& bytes)
     return ! list.has_value() || (list->events().empty() && ! bytes.empty());
 }
 
+juce::Result cantWrite (const juce::File& file, const juce::String& reason)
+{
+    return juce::Result::fail ("Can't write " + file.getFullPathName() + ": " + reason);
+}
+
+/** Makes an empty file that nobody else may read: nor might they read the damaged one. */
+juce::Result makePrivateFile (const juce::File& file)
+{
+    const int made =
+        ::open (file.getFullPathName().toRawUTF8(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+
+    if (made < 0)
+        return cantWrite (file, juce::String::fromUTF8 (std::generic_category().message (errno).c_str()));
+
+    ::close (made);
+    return juce::Result::ok();
+}
+
+/** A file that can't be replaced is kept again before each attempt; one copy is enough. */
+bool isKept (const juce::File& file, const std::string& bytes)
+{
+    for (const auto& copy : file.getParentDirectory().findChildFiles (
+             juce::File::findFiles, false,
+             file.getFileNameWithoutExtension() + ".damaged*" + file.getFileExtension()))
+        if (isReadable (copy) && bytesOf (copy) == bytes)
+            return true;
+
+    return false;
+}
+
 /** What somebody may still want to rescue must not be written over. */
 juce::Result keepDamagedFile (const juce::File& file)
 {
-    if (! isReadable (file))
+    if (! file.existsAsFile())
         return juce::Result::ok();
 
     const auto bytes = bytesOf (file);
 
     if (! bytes.has_value())
-        return juce::Result::fail ("Can't write " + file.getFullPathName() + ": what it holds can't be read");
-    if (! holdsNoList (*bytes))
+        return cantWrite (file, "what it holds can't be read");
+    if (! holdsNoList (*bytes) || isKept (file, *bytes))
         return juce::Result::ok();
 
     const auto beside = file.getParentDirectory().getNonexistentChildFile (
         file.getFileNameWithoutExtension() + ".damaged", file.getFileExtension(), false);
-    return WholeFile::write (beside, *bytes);
+
+    if (const auto made = makePrivateFile (beside); made.failed())
+        return made;
+
+    const auto written = WholeFile::write (beside, *bytes);
+
+    if (written.failed())
+        beside.deleteFile();
+
+    return written;
 }
 
 } // namespace
@@ -76,15 +120,21 @@ juce::String MIDITriggerEventFile::path()
            + fileName;
 }
 
-bool MIDITriggerEventFile::isDamaged()
+MIDITriggerEventFile::State MIDITriggerEventFile::state()
 {
     const auto file = triggerFile();
 
+    if (! file.exists())
+        return State::missing;
     if (! isReadable (file))
-        return false;
+        return State::unreadable;
 
     const auto bytes = bytesOf (file);
-    return ! bytes.has_value() || holdsNoList (*bytes);
+
+    if (! bytes.has_value())
+        return State::unreadable;
+
+    return holdsNoList (*bytes) ? State::damaged : State::sound;
 }
 
 MIDITriggerEventFile::Triggers MIDITriggerEventFile::read()
@@ -123,7 +173,9 @@ juce::Result MIDITriggerEventFile::write (const Triggers& triggers)
             trigger->fillProtoObject (list.add_events());
 
     if (const auto made = file.getParentDirectory().createDirectory(); made.failed())
-        return juce::Result::fail ("Can't write " + file.getFullPathName() + ": " + made.getErrorMessage());
+        return cantWrite (file, made.getErrorMessage());
+    if (WholeFile::isDeviceOrPipe (file))
+        return cantWrite (file, "it is a device or a pipe");
     if (const auto kept = keepDamagedFile (file); kept.failed())
         return kept;
 

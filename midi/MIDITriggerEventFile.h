@@ -25,14 +25,22 @@ public:
 
     static juce::String path();
 
-    /** Whether there is a file that holds no list. */
-    [[nodiscard]] static bool isDamaged();
+    enum class State
+    {
+        missing,
+        sound,
+        damaged,   ///< what it holds is no list
+        unreadable ///< it may not be read, is far too large, or is no file
+    };
 
-    /** The triggers in the order of the list. None without a file, of which the log is told, and none of a damaged one. */
+    [[nodiscard]] static State state();
+
+    /** The triggers in the order of the list. None without a file, of which the log is told, and none of one that is
+        damaged or can't be read. */
     [[nodiscard]] static Triggers read();
 
-    /** Replaces the file, or leaves it as it was; makes the folder. A damaged file is first kept beside it, as
-        "midiEventsV3.damaged.bin" or with a number behind that.
+    /** Replaces the file, or leaves it as it was; makes the folder. A damaged file is first kept beside it, once, for the user
+        alone, as "midiEventsV3.damaged.bin" or with a number behind that. Into a device or a pipe nothing is written.
         @returns on failure "Can't write PATH: " and what the system says */
     [[nodiscard]] static juce::Result write (const Triggers& triggers);
 };

@@ -21,7 +21,23 @@ MIDITriggerEventManager::MIDITriggerEventManager()
 {
     Poco::NotificationCenter::defaultCenter().addObserver (
         TriggerObserver (*this, &MIDITriggerEventManager::onUserDefinedTriggerMsgReceived));
-    readTriggerEventsFromFile();
+
+    try
+    {
+        readTriggerEventsFromFile();
+        registerTriggers();
+    }
+    catch (...)
+    {
+        stopObserving();
+        throw;
+    }
+}
+
+MIDITriggerEventManager::~MIDITriggerEventManager() { stopObserving(); }
+
+void MIDITriggerEventManager::registerTriggers() const
+{
     auto* const system = MIDISystem::sharedMIDISystem();
     system->clearMIDITriggerEvents();
 
@@ -29,7 +45,7 @@ MIDITriggerEventManager::MIDITriggerEventManager()
         system->addMIDIEventTrigger (trigger->triggerMessage);
 }
 
-MIDITriggerEventManager::~MIDITriggerEventManager()
+void MIDITriggerEventManager::stopObserving()
 {
     Poco::NotificationCenter::defaultCenter().removeObserver (
         TriggerObserver (*this, &MIDITriggerEventManager::onUserDefinedTriggerMsgReceived));

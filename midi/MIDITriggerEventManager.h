@@ -16,7 +16,9 @@ namespace ZEP::Overmarks
     An application derives from it, edits `events`, calls writeTriggerEventsToFile() after each edit, and registers with the
     MIDI system exactly the messages that are in the list. The rule that is easily missed: a trigger fires on the MIDI
     system's thread and there is no lock, so `events` must not be edited while messages can arrive. The same goes for making
-    and destroying the object: open the inputs after the one, close them before the other.
+    and destroying the object. MIDISystem::closeAllInputs(), which waits for what is on its way, stands before an edit and
+    before the end, openAllInputs() after an edit and after the start; with inputs of its own the application calls receive()
+    no more, and then waitUntilDelivered().
 
     The list outlives every project. */
 class OVERMARKS_API MIDITriggerEventManager
@@ -25,8 +27,11 @@ public:
     /** Observes the MIDI system, reads the file, and registers what was in it and nothing else. */
     MIDITriggerEventManager();
 
-    /** A message of the list has arrived. Called on the MIDI system's thread, so whatever takes time or draws goes to a
-        thread of the application. Of several triggers with the same message the last of the list fires. */
+    /** A message of the list has arrived. Of several triggers with the same message the last of the list fires.
+
+        Called on the MIDI system's thread with a lock of the notification centre held. So it must not post a notification,
+        which every setter of an Event does, nor wait for another thread, nor take the message manager's lock: any of them
+        can stand still for ever. It hands the trigger over with juce::MessageManager::callAsync() or a juce::AsyncUpdater. */
     virtual void onMIDITriggerEventFired (std::shared_ptr<MIDITriggerEvent> triggerEvent) = 0;
 
     virtual ~MIDITriggerEventManager();
@@ -45,6 +50,10 @@ public:
     void onUserDefinedTriggerMsgReceived (ZEP::MIDIIO::UserEventTriggerReceivedNotification* notification);
 
     std::vector<std::shared_ptr<MIDITriggerEvent>> events;
+
+private:
+    void registerTriggers() const;
+    void stopObserving();
 };
 
 } // namespace ZEP::Overmarks

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace ZEP::Overmarks::Testing
 {
@@ -81,6 +82,8 @@ TEST_F (MIDITriggerEventFileTest, aFolderOrAPipeOfThatNameIsNoFile)
     ASSERT_EQ (::mkfifo (folder.file (fileName).getFullPathName().toRawUTF8(), 0600), 0);
     EXPECT_THAT (MIDITriggerEventFile::read(), IsEmpty());
     EXPECT_EQ (log.lines().size(), 2u);
+    EXPECT_EQ (MIDITriggerEventFile::write ({}).getErrorMessage(),
+               "Can't write " + folder.directory() + "/midiEventsV3.bin: it is a device or a pipe");
 }
 
 TEST_F (MIDITriggerEventFileTest, aDamagedFileGivesNothingAndNoWord)
@@ -167,6 +170,55 @@ TEST_F (MIDITriggerEventFileTest, anEmptyPlaceInTheListIsLeftOut)
 {
     store ({ nullptr, trigger ("PC 1 5") });
     EXPECT_EQ (MIDITriggerEventFile::read().size(), 1u);
+}
+
+TEST_F (MIDITriggerEventFileTest, tellsInWhichStateItIs)
+{
+    using State = MIDITriggerEventFile::State;
+    EXPECT_EQ (MIDITriggerEventFile::state(), State::missing);
+    store ({});
+    EXPECT_EQ (MIDITriggerEventFile::state(), State::sound);
+    store ({ trigger ("PC 1 5") });
+    EXPECT_EQ (MIDITriggerEventFile::state(), State::sound);
+    folder.write (fileName, "\xFF nobody knows");
+    EXPECT_EQ (MIDITriggerEventFile::state(), State::damaged);
+    folder.file (fileName).deleteFile();
+    folder.file (fileName).createDirectory();
+    EXPECT_EQ (MIDITriggerEventFile::state(), State::unreadable);
+}
+
+TEST_F (MIDITriggerEventFileTest, aFileThatCantBeReadIsNotReplaced)
+{
+    folder.write (fileName, "x");
+    ASSERT_EQ (::truncate (folder.file (fileName).getFullPathName().toRawUTF8(), off_t { 3 } << 30), 0);
+    EXPECT_EQ (MIDITriggerEventFile::state(), MIDITriggerEventFile::State::unreadable);
+    EXPECT_EQ (MIDITriggerEventFile::write ({}).getErrorMessage(),
+               "Can't write " + folder.directory() + "/midiEventsV3.bin: what it holds can't be read");
+    EXPECT_THAT (folder.names(), ElementsAre (fileName));
+}
+
+TEST_F (MIDITriggerEventFileTest, aDamagedFileIsKeptOnceHoweverOftenItIsDamagedInTheSameWay)
+{
+    for (int attempt = 0; attempt < 3; ++attempt)
+    {
+        folder.write (fileName, "\xFF one");
+        store ({});
+    }
+
+    EXPECT_THAT (folder.names(), ElementsAre (fileName, "midiEventsV3.damaged.bin"));
+}
+
+TEST_F (MIDITriggerEventFileTest, whatIsKeptOfADamagedFileIsForTheUserAlone)
+{
+    folder.write (fileName, "\xFF one");
+    ASSERT_EQ (::chmod (folder.file (fileName).getFullPathName().toRawUTF8(), 0600), 0);
+    store ({});
+    struct stat status
+    {
+    };
+    ASSERT_EQ (::stat (folder.file ("midiEventsV3.damaged.bin").getFullPathName().toRawUTF8(), &status), 0);
+    EXPECT_EQ (status.st_mode & 0777, 0600u);
+    EXPECT_EQ (folder.bytes ("midiEventsV3.damaged.bin"), "\xFF one");
 }
 
 } // namespace

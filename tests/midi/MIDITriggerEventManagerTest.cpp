@@ -3,6 +3,7 @@
 
 #include "midi/TriggerFolder.h"
 #include "support/CollectedLog.h"
+#include "support/FailingLog.h"
 
 #include <Poco/AutoPtr.h>
 #include <Poco/NotificationCenter.h>
@@ -269,6 +270,44 @@ TEST_F (MIDITriggerEventManagerTest, tenThousandTriggersAreStoredAndFound)
     post ("message 7777", 1.0);
     ASSERT_EQ (manager.fired.size(), 1u);
     EXPECT_EQ (manager.fired[0]->triggerMessage, "message 7777");
+}
+
+TEST_F (MIDITriggerEventManagerTest, aManagerThatCouldntBeMadeObservesNothing)
+{
+    const auto observers = Poco::NotificationCenter::defaultCenter().countObservers();
+    {
+        const FailingLog log; // of the missing file it can't be told
+        EXPECT_THROW (FiringManager(), std::runtime_error);
+    }
+    EXPECT_EQ (Poco::NotificationCenter::defaultCenter().countObservers(), observers);
+    post ("NoteOn 1 60", 1);
+}
+
+TEST_F (MIDITriggerEventManagerTest, whoClosesTheInputsFirstMayEditAndEndInTheMiddleOfABurst)
+{
+    constexpr std::size_t burst = 300;
+    constexpr int rounds = 20;
+    hasStored ({ trigger ("NoteOn 1 60"), trigger ("NoteOn 1 61") });
+
+    for (int round = 0; round < rounds; ++round)
+    {
+        FiringManager manager;
+        const std::vector<std::uint8_t> notes { 0x90, 60, 100, 61, 100 };
+
+        for (std::size_t sent = 0; sent < burst; ++sent)
+            system.receive (notes, 0);
+
+        ASSERT_TRUE (system.closeAllInputs());
+        EXPECT_EQ (manager.fired.size(), 2 * burst);
+        manager.events.pop_back();
+        system.openAllInputs();
+
+        for (std::size_t sent = 0; sent < burst; ++sent)
+            system.receive (notes, 0);
+
+        ASSERT_TRUE (system.closeAllInputs());
+        EXPECT_EQ (manager.fired.size(), 3 * burst);
+    }
 }
 
 } // namespace
