@@ -4,6 +4,7 @@
 #include "ProjectForm.h"
 #include "TextTable.h"
 #include "commands/Commands.h"
+#include "commands/MIDITriggers.h"
 
 #include "midi/MIDITriggerEventFile.h"
 #include "midiio/MIDIMessageText.h"
@@ -33,15 +34,18 @@ struct BindOptions
 
 juce::String textOf (const std::string& text) { return juce::String::fromUTF8 (text.c_str()); }
 
-/** The stored triggers. A first start, without a file, is nothing to complain of; a damaged file is. */
-MIDITriggerEventFile::Triggers storedTriggers (const Session& session)
+juce::String counted (std::size_t number, const juce::String& one)
 {
-    if (! juce::File (MIDITriggerEventFile::path()).existsAsFile())
-        return {};
-    if (MIDITriggerEventFile::isDamaged())
-        session.say (MIDITriggerEventFile::path() + " is damaged; nothing can be read from it");
+    return juce::String (number) + " " + one + (number == 1 ? "" : "s");
+}
 
-    return MIDITriggerEventFile::read();
+/** The stored triggers of somebody who is going to replace the file. */
+MIDITriggerEventFile::Triggers triggersToEdit (const Session& session)
+{
+    if (const auto problem = storedMIDITriggersProblem(); problem.isNotEmpty())
+        session.say (problem);
+
+    return storedMIDITriggers();
 }
 
 void store (const MIDITriggerEventFile::Triggers& triggers)
@@ -109,7 +113,10 @@ std::string tableOf (const std::vector<MIDISystem::Input>& inputs)
 
 void showMIDI (Session& session)
 {
-    const auto triggers = storedTriggers (session);
+    if (const auto problem = storedMIDITriggersProblem(); problem.isNotEmpty())
+        session.report ({ {}, 0, {}, problem });
+
+    const auto triggers = storedMIDITriggers();
     const auto inputs = MIDISystem::sharedMIDISystem()->inputs();
 
     if (session.wantsJSON)
@@ -123,7 +130,8 @@ void showMIDI (Session& session)
 
         session.data (json { { "file", MIDITriggerEventFile::path().toStdString() },
                              { "bindings", bindings },
-                             { "inputs", devices } });
+                             { "inputs", devices },
+                             { "problems", session.problemsAsJSON() } });
     }
     else
     {
@@ -133,7 +141,7 @@ void showMIDI (Session& session)
             session.data ("\n" + tableOf (inputs));
     }
 
-    session.say (juce::String (triggers.size()) + " bindings, " + juce::String (inputs.size()) + " inputs");
+    session.say (counted (triggers.size(), "binding") + ", " + counted (inputs.size(), "input"));
 }
 
 // ---- midi bind, midi unbind -----------------------------------------------------------------------------------------
@@ -157,7 +165,7 @@ void bind (const BindOptions& options, Session& session)
     trigger->label = options.label;
     trigger->event = eventWithIdentity (*project.list, options.uuid);
 
-    auto triggers = storedTriggers (session);
+    auto triggers = triggersToEdit (session);
     const auto replaced = forget (triggers, options.message);
     triggers.push_back (trigger);
 
@@ -168,21 +176,29 @@ void bind (const BindOptions& options, Session& session)
                  + trigger->event->oneLineDescription()
                  + (replaced > 0 ? ", and no longer what it fired before" : ""));
 
-    if (session.wantsJSON)
-        session.data (json { { "file", MIDITriggerEventFile::path().toStdString() },
-                             { "binding", asJSON (*trigger) },
-                             { "replaced", replaced } });
+    if (! session.wantsJSON)
+        return;
+
+    json document { { "file", MIDITriggerEventFile::path().toStdString() },
+                    { "binding", asJSON (*trigger) },
+                    { "replaced", replaced } };
+
+    if (options.isDryRun)
+        document["dryRun"] = true;
+
+    session.data (document);
 }
 
 void unbind (const std::string& message, Session& session)
 {
-    auto triggers = storedTriggers (session);
+    auto triggers = triggersToEdit (session);
     const auto removed = forget (triggers, message);
 
     if (removed == 0)
         throw CommandFailure ("Nothing is bound to \"" + textOf (message) + "\"");
 
     store (triggers);
+    session.say (textOf (message) + " fires nothing any more; " + counted (removed, "binding") + " removed");
 
     if (session.wantsJSON)
         session.data (
@@ -227,6 +243,28 @@ void addUnbindTo (CLI::App& midi, Session& session)
 }
 
 } // namespace
+
+juce::String storedMIDITriggersProblem()
+{
+    switch (MIDITriggerEventFile::state())
+    {
+        case MIDITriggerEventFile::State::damaged:
+            return MIDITriggerEventFile::path() + " is damaged; nothing can be read from it";
+        case MIDITriggerEventFile::State::unreadable: return MIDITriggerEventFile::path() + " can't be read";
+        case MIDITriggerEventFile::State::missing:
+        case MIDITriggerEventFile::State::sound: break;
+    }
+
+    return {};
+}
+
+MIDITriggerEventFile::Triggers storedMIDITriggers()
+{
+    if (MIDITriggerEventFile::state() != MIDITriggerEventFile::State::sound)
+        return {};
+
+    return MIDITriggerEventFile::read();
+}
 
 void addMIDICommand (CLI::App& program, Session& session)
 {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // overmarks midi monitor: MIDI messages and pan lines as they come, until it is interrupted.
 #include "commands/Commands.h"
+#include "commands/MIDITriggers.h"
 
 #include "core/text/StringUtil.h"
-#include "midi/MIDITriggerEventFile.h"
+#include "midiio/MIDIMessageFinder.h"
 #include "midiio/MIDINotifications.h"
 #include "midiio/MIDISystem.h"
 #include "midiio/SpannerMessage.h"
@@ -12,6 +13,7 @@
 #include <Poco/NotificationCenter.h>
 
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -24,6 +26,8 @@
 #include <map>
 #include <memory>
 #include <sstream>
+#include <string_view>
+#include <thread>
 #include <utility>
 
 namespace overmarks
@@ -78,9 +82,8 @@ public:
         if (isJSON)
             write ("{\"messages\": [");
 
-        if (juce::File (MIDITriggerEventFile::path()).existsAsFile())
-            for (const auto& trigger : MIDITriggerEventFile::read())
-                bound[trigger->triggerMessage] = trigger;
+        for (const auto& trigger : storedMIDITriggers())
+            bound[trigger->triggerMessage] = trigger;
     }
 
     void show (const std::string& message, double timeStamp)
@@ -104,10 +107,11 @@ public:
         element (shown);
     }
 
-    void finish()
+    void finish (const Session& session)
     {
         if (isJSON)
-            write (isEmpty ? "]}\n" : "\n]}\n");
+            write ((isEmpty ? "], " : "\n], ") + ("\"problems\": " + dump (session.problemsAsJSON()))
+                   + "}\n");
     }
 
 private:
@@ -130,8 +134,13 @@ private:
 
     void element (const json& shown)
     {
-        write ((isEmpty ? "\n " : ",\n ") + shown.dump (-1, ' ', false, json::error_handler_t::replace));
+        write ((isEmpty ? "\n " : ",\n ") + dump (shown));
         isEmpty = false;
+    }
+
+    static std::string dump (const json& document)
+    {
+        return document.dump (-1, ' ', false, json::error_handler_t::replace);
     }
 
     static void write (const std::string& text)
@@ -175,109 +184,181 @@ private:
     Poco::NObserver<PanObserver, SpannerEventReceivedNotification> observer { *this, &PanObserver::take };
 };
 
-/** The request to stop, as something that can be waited for together with input. */
+/** The request to stop, as something that can be waited for together with input.
+
+    Two seconds after it the program is stopped by the signal itself, as any other: somebody who reads its output slowly, or
+    not at all, must not keep it. */
 class StopRequest final
 {
 public:
     StopRequest()
     {
-        sigset_t stops;
         sigemptyset (&stops);
         sigaddset (&stops, SIGINT);
         sigaddset (&stops, SIGTERM);
         // Threads that are begun from now on leave the signals to this one.
         pthread_sigmask (SIG_BLOCK, &stops, nullptr);
         descriptor = signalfd (-1, &stops, SFD_CLOEXEC);
+        over = eventfd (0, EFD_CLOEXEC);
 
-        if (descriptor < 0)
+        if (descriptor < 0 || over < 0)
             throw CommandFailure ("The program can't wait for an interruption");
+
+        guard = std::thread ([this] { stopByForce(); });
     }
 
-    ~StopRequest() { close (descriptor); }
+    ~StopRequest()
+    {
+        eventfd_write (over, 1);
+        guard.join();
+        close (over);
+        close (descriptor);
+    }
 
     StopRequest (const StopRequest&) = delete;
     StopRequest& operator= (const StopRequest&) = delete;
 
     /** Waits until there is something to read from the other descriptor as well, -1 for none. @returns whether to stop */
-    [[nodiscard]] bool waitOrRead (int other) const
-    {
-        std::array<pollfd, 2> sources { { { descriptor, POLLIN, 0 }, { other, POLLIN, 0 } } };
+    [[nodiscard]] bool waitOrRead (int other) const { return waitForEither (descriptor, other, -1); }
 
-        while (poll (sources.data(), sources.size(), -1) < 0 && errno == EINTR)
+private:
+    /** @returns whether there is something to read from the first one */
+    static bool waitForEither (int first, int second, int milliseconds)
+    {
+        std::array<pollfd, 2> sources { { { first, POLLIN, 0 }, { second, POLLIN, 0 } } };
+
+        while (poll (sources.data(), sources.size(), milliseconds) < 0 && errno == EINTR)
         {
         }
 
         return sources[0].revents != 0;
     }
 
-private:
+    void stopByForce() const
+    {
+        constexpr int patience = 2000;
+
+        if (! waitForEither (over, descriptor, -1) && ! waitForEither (over, -1, patience))
+            pthread_sigmask (SIG_UNBLOCK, &stops,
+                             nullptr); // nobody has taken the signal: now it ends the program
+    }
+
+    sigset_t stops {};
     int descriptor = -1;
+    int over = -1; ///< can be read once the work is done
+    std::thread guard;
 };
 
-/** Bytes in hexadecimal, a piece a line, as tools that dump MIDI print them. */
+/** Bytes in hexadecimal, as tools that dump MIDI print them: one stream, whatever lines it is cut into. */
 class HexInput final
 {
 public:
     explicit HexInput (Session& sessionOfRun) : session (sessionOfRun) {}
 
-    /** Takes what is there. @returns false at the end */
+    /** Takes what is there, and waits until it has been shown. @returns false at the end */
     bool read()
     {
         std::array<char, 4096> buffer;
         const auto length = ::read (STDIN_FILENO, buffer.data(), buffer.size());
 
-        if (length <= 0)
-        {
-            takeLine (rest);
-            return false;
-        }
+        if (length < 0 && errno == EINTR)
+            return true;
 
-        rest.append (buffer.data(), static_cast<std::size_t> (length));
+        if (length > 0)
+            take ({ buffer.data(), static_cast<std::size_t> (length) });
+        else
+            takeLine (rest);
+
+        waitUntilShown();
+        return length > 0;
+    }
+
+private:
+    void take (std::string_view text)
+    {
+        rest.append (text);
 
         for (auto end = rest.find ('\n'); end != std::string::npos; end = rest.find ('\n'))
         {
             takeLine (rest.substr (0, end));
             rest.erase (0, end + 1);
+            ++row;
+            isSpoilt = false;
         }
 
-        if (rest.size() > longestLine)
-            takeLine (std::exchange (rest, {}));
-
-        return true;
+        if (rest.size() > longestPiece)
+            takeBeginningOfLine();
     }
 
-private:
+    /** A line without an end must not fill the memory; its last byte may not be there as a whole yet. */
+    void takeBeginningOfLine()
+    {
+        const auto gap = rest.find_last_of (" \t\r\v\f");
+        const auto length = gap == std::string::npos ? rest.size() : gap;
+        takeLine (rest.substr (0, length));
+        rest.erase (0, length);
+    }
+
+    /** A line in which something is wrong counts for nothing, and a message that was begun before it is not ended behind it. */
     void takeLine (const std::string& line)
     {
-        ++row;
         std::istringstream tokens (line);
         std::vector<std::uint8_t> bytes;
 
-        for (std::string token; tokens >> token;)
+        for (std::string token; ! isSpoilt && tokens >> token;)
         {
             std::uint8_t byte = 0;
             const auto* const end = token.data() + token.size();
             const auto [place, error] = std::from_chars (token.data(), end, byte, 16);
 
             if (error != std::errc() || place != end)
-                return session.report (
-                    { "-",
-                      row,
-                      {},
-                      "\"" + ZEP::Core::StringUtil::fromUTF8 (token) + "\" is no byte in hexadecimal" });
+                return refuse (token);
 
             bytes.push_back (byte);
         }
 
-        const auto now = juce::Time::getMillisecondCounter() * 0.001;
-        MIDISystem::sharedMIDISystem()->receive (bytes, now);
+        if (! isSpoilt)
+            receive (bytes);
     }
 
-    static constexpr std::size_t longestLine = 65536;
+    void refuse (const std::string& token)
+    {
+        constexpr int longestShown = 40;
+        const auto shown = ZEP::Core::StringUtil::fromUTF8 (token.substr (0, 4 * longestShown));
+        isSpoilt = true;
+        finder = ZEP::MIDIIO::MIDIMessageFinder ({});
+        session.report ({ "-",
+                          row,
+                          {},
+                          "\"" + shown.substring (0, longestShown)
+                              + (shown.length() > longestShown ? "...\"" : "\"")
+                              + " is no byte in hexadecimal" });
+    }
+
+    void receive (const std::vector<std::uint8_t>& bytes)
+    {
+        const auto now = juce::Time::getMillisecondCounter() * 0.001;
+        finder.goOn (bytes);
+
+        for (auto message = finder.next(); ! message.empty(); message = finder.next())
+            MIDISystem::sharedMIDISystem()->receive (message, now);
+    }
+
+    /** However long the reader of the output takes: nothing that stands in a file or a pipe may be lost. */
+    static void waitUntilShown()
+    {
+        while (! MIDISystem::sharedMIDISystem()->waitUntilDelivered (std::chrono::hours (1)))
+        {
+        }
+    }
+
+    static constexpr std::size_t longestPiece = 65536;
 
     Session& session;
+    ZEP::MIDIIO::MIDIMessageFinder finder { {} };
     std::string rest;
-    int row = 0;
+    int row = 1;
+    bool isSpoilt = false; ///< the rest of the line as well
 };
 
 void followStandardInput (const StopRequest& stop, Session& session)
@@ -294,9 +375,13 @@ void followInputs (const StopRequest& stop, MIDISystem& system, const Session& s
     system.openAllInputs();
     const auto inputs = system.inputs();
     session.say (inputs.empty() ? juce::String ("There is no MIDI input yet; one that comes is opened")
-                                : "Listening to " + juce::String (inputs.size()) + " inputs");
+                                : "Listening to " + juce::String (inputs.size())
+                                      + (inputs.size() == 1 ? " input" : " inputs"));
     juce::ignoreUnused (stop.waitOrRead (-1));
-    system.closeAllInputs();
+
+    while (! system.closeAllInputs())
+    {
+    }
 }
 
 void monitor (const std::string& source, Session& session)
@@ -304,6 +389,9 @@ void monitor (const std::string& source, Session& session)
     if (! source.empty() && source != "-")
         throw WrongUsage ("midi monitor reads the MIDI inputs, or - for standard input, not \""
                           + juce::String::fromUTF8 (source.c_str()) + "\"");
+
+    if (const auto problem = storedMIDITriggersProblem(); problem.isNotEmpty())
+        session.report ({ {}, 0, {}, problem + "; what messages fire is not shown" });
 
     const StopRequest stop;
     auto& system = *MIDISystem::sharedMIDISystem();
@@ -316,10 +404,8 @@ void monitor (const std::string& source, Session& session)
     else
         followInputs (stop, system, session);
 
-    constexpr auto patience = std::chrono::seconds (5);
-    juce::ignoreUnused (system.waitUntilDelivered (patience));
     system.setMonitor ({});
-    output->finish();
+    output->finish (session);
 }
 
 } // namespace
@@ -329,7 +415,7 @@ void addMIDIMonitorCommand (CLI::App& midi, Session& session)
     auto source = std::make_shared<std::string>();
     auto* command =
         midi.add_subcommand ("monitor", "Show MIDI messages and pan lines as they come, until interrupted");
-    command->footer ("Examples:\n  overmarks midi monitor\n  amidi -p hw:1 -d | overmarks midi monitor -");
+    command->footer ("Examples:\n  overmarks midi monitor\n  overmarks midi monitor - < bytes.txt");
     command->add_option ("SOURCE", *source,
                          "- for bytes in hexadecimal on standard input; else all MIDI inputs");
     session.addOutputOptions (*command);
