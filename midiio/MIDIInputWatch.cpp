@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "midiio/MIDIInputWatch.h"
 
+#include "midiio/SafeCall.h"
+
 #include <string>
 #include <thread>
 #include <utility>
@@ -46,7 +48,7 @@ struct MIDIInputWatch::State final
                 lock.unlock();
 
                 if (tell != nullptr)
-                    tell();
+                    callSafely ("A change of the MIDI inputs wasn't handled: ", tell);
 
                 tell = {}; // what it holds may go now, and may want this lock
                 lock.lock();

@@ -14,10 +14,10 @@ namespace ZEP::MIDIIO
 /** Finds the whole messages in bytes as they come over a cable.
 
     Running status is followed, real-time bytes may stand anywhere, and what isn't whole is passed over: data without a
-    status, a message that another one cuts short, the rest at the end. Exclusive messages longer than longestExclusive
+    status, a message that another one cuts short, the rest at the end of the last piece. Exclusive messages longer than longestExclusive
     bytes are passed over as well.
 
-    The bytes have to outlive it. One thread; nothing is allocated. */
+    The bytes have to be there until all messages in them are found. One thread; nothing is allocated. */
 class ZEP_MIDIIO_API MIDIMessageFinder final
 {
 public:

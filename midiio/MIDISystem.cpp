@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "midiio/MIDISystem.h"
 
-#include "core/system/Logger.h"
-#include "core/text/StringUtil.h"
 #include "midiio/LongestWait.h"
 #include "midiio/MIDIInputWatch.h"
 #include "midiio/MIDIInputs.h"
@@ -10,10 +8,10 @@
 #include "midiio/MIDIMessageQueue.h"
 #include "midiio/MIDIMessageText.h"
 #include "midiio/MIDINotifications.h"
+#include "midiio/SafeCall.h"
 #include "midiio/SpannerMessage.h"
 
 #include <Poco/AutoPtr.h>
-#include <Poco/Exception.h>
 #include <Poco/NotificationCenter.h>
 
 #include <algorithm>
@@ -59,41 +57,6 @@ void post (const std::string& keyOfMessage, std::string message, const std::stri
     news->userInfo.emplace (keyOfMessage, std::move (message));
     news->userInfo.emplace (keyOfTime, time);
     Poco::NotificationCenter::defaultCenter().postNotification (news);
-}
-
-/** The log is the application's and may fail too; that must not end a thread. */
-void tell (const std::string& words) noexcept
-{
-    try
-    {
-        ZEP::Core::Logger::error (ZEP::Core::StringUtil::fromUTF8 (words));
-    }
-    catch (...)
-    {
-        // There is nobody left to tell.
-    }
-}
-
-/** Calls what belongs to the application; that it fails must not end the thread, nor the process. */
-template <typename Work>
-void doSafely (const std::string& failure, const Work& work)
-{
-    try
-    {
-        work();
-    }
-    catch (const Poco::Exception& error)
-    {
-        tell (failure + error.displayText());
-    }
-    catch (const std::exception& error)
-    {
-        tell (failure + error.what());
-    }
-    catch (...)
-    {
-        tell (failure + "unknown reason");
-    }
 }
 
 /** What is registered: asked for each message, and listed in the order in which it came. */
@@ -188,8 +151,8 @@ void MIDISystem::Parts::receive (Bytes bytes, double timeStamp)
         needDelivery();
 
         if (! queue.add (message, timeStamp) && ! hasToldOfLoss.exchange (true))
-            tell (queue.isOver() ? "MIDI messages were lost: the program is ending"
-                                 : "MIDI messages were lost: they come in faster than they are handled");
+            tellLog (queue.isOver() ? "MIDI messages were lost: the program is ending"
+                                    : "MIDI messages were lost: they come in faster than they are handled");
     }
 }
 
@@ -204,7 +167,7 @@ void MIDISystem::Parts::deliverForEver()
 
 void MIDISystem::Parts::deliverSafely (Bytes message, double timeStamp)
 {
-    doSafely ("A MIDI message wasn't handled: ", [&] { deliver (message, timeStamp); });
+    callSafely ("A MIDI message wasn't handled: ", [&] { deliver (message, timeStamp); });
 }
 
 void MIDISystem::Parts::deliver (Bytes message, double timeStamp)
@@ -233,7 +196,7 @@ void MIDISystem::Parts::deliverText (const std::string& text, double timeStamp)
     }
 
     if (currentMonitor != nullptr)
-        doSafely ("A MIDI message wasn't shown: ", [&] { currentMonitor (text, timeStamp); });
+        callSafely ("A MIDI message wasn't shown: ", [&] { currentMonitor (text, timeStamp); });
 
     if (isTrigger)
         post<UserEventTriggerReceivedNotification> (UserTriggerEventNotificationEventDictKey, text,

@@ -108,7 +108,8 @@ public:
         wait for itself */
     bool closeAllInputs();
 
-    /** Tells within two seconds that an input has come or gone; then ask inputs(). Called on a thread of its own.
+    /** Tells within two seconds that an input has come or gone; then ask inputs(). Called on a thread of its own; what
+        it throws ends up in the log.
         @param whatToDo  may be empty; the former one may still be running when this returns */
     void setInputsChanged (std::function<void()> whatToDo);
 

@@ -2,10 +2,12 @@
 #include "midiio/MIDIInputWatch.h"
 
 #include "midiio/Desk.h"
+#include "support/CollectedLog.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <stdexcept>
 #include <thread>
 
 namespace
@@ -128,6 +130,23 @@ TEST_F (MIDIInputWatchTest, whatTheFormerOneHoldsMayUseTheWatchWhenItGoes)
     watch.begin();
     plug ({});
     EXPECT_TRUE (isToldTimes (1));
+}
+
+TEST_F (MIDIInputWatchTest, whoeverIsToldMayFail)
+{
+    const ZEP::Overmarks::Testing::CollectedLog log;
+    watch.setChanged (
+        [this]
+        {
+            ++told;
+            throw std::runtime_error ("no window");
+        });
+    watch.begin();
+    plug ({});
+    EXPECT_TRUE (isToldTimes (1));
+    plug ({ { "24-0", "Pedal" } });
+    EXPECT_TRUE (isToldTimes (2));
+    EXPECT_EQ (log.lines().at (0), "A change of the MIDI inputs wasn't handled: no window");
 }
 
 } // namespace

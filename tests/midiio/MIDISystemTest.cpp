@@ -440,6 +440,16 @@ TEST_F (MIDISystemTest, whatAHangingObserverLeavesNoRoomForIsLostAndLoggedOnce)
     EXPECT_GT (posted.spanners.size(), flood / 2);
 }
 
+/** Whether a message comes in when the process has all but ended. It is asked behind whatever was set up later. */
+bool hasLateMessage = false;
+const bool isSetUp = std::atexit (
+                         []
+                         {
+                             if (hasLateMessage)
+                                 MIDISystem::sharedMIDISystem()->receive (Bytes { 0x90, 60, 100 }, 0);
+                         })
+                     == 0;
+
 /** Begins a process that ends while messages are on their way. */
 class MIDISystemDeathTest : public MIDISystemTest
 {
@@ -455,6 +465,12 @@ protected:
             system.receive (Bytes { 0x90, 60, 100 }, sent);
 
         std::exit (4);
+    }
+
+    [[noreturn]] static void endWithALateMessage()
+    {
+        hasLateMessage = isSetUp;
+        std::exit (6);
     }
 
     [[noreturn]] void letAnObserverEnd()
@@ -475,6 +491,12 @@ TEST_F (MIDISystemDeathTest, aProcessMayEndWhileMessagesAreDelivered)
 TEST_F (MIDISystemDeathTest, anObserverMayEndTheProcess)
 {
     EXPECT_EXIT (letAnObserverEnd(), testing::ExitedWithCode (5), "");
+}
+
+TEST_F (MIDISystemDeathTest, aMessageThatComesTooLateIsLoggedAsThat)
+{
+    EXPECT_EXIT (endWithALateMessage(), testing::ExitedWithCode (6),
+                 "MIDI messages were lost: the program is ending");
 }
 
 } // namespace
