@@ -2,6 +2,7 @@
 // A cue list from a stranger: any bytes may stand in a file, and its reader makes sound text of them or has words for it.
 #include "core/text/TextEncoding.h"
 #include "core/timecode/TimeInfo.h"
+#include "import/PTSessionInfoFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
 
@@ -60,6 +61,9 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     std::ofstream (pathOfList(), std::ios::binary)
         .write (static_cast<const char*> (static_cast<const void*> (data)),
                 static_cast<std::streamsize> (size));
+
+    // Nobody is asked: all tracks of a session text are read.
+    PTSessionInfoFileImporter::chooseTracks = [] (const auto& tracks) { return tracks; };
 
     juce::String message;
     const auto importer = EventFileImporterFactory::fileImporterWithFilepath (

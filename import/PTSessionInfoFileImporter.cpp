@@ -94,6 +94,18 @@ std::string_view withoutFinalLineBreak (std::string_view text)
     return text.ends_with ('\n') ? text.substr (0, text.size() - 1) : text;
 }
 
+bool endsLinesAsWindowsDoes (std::string_view text)
+{
+    bool hasLines = false;
+    for (auto end = text.find ('\n'); end != text.npos; end = text.find ('\n', end + 1))
+    {
+        if (end == 0 || text[end - 1] != '\r')
+            return false;
+        hasLines = true;
+    }
+    return hasLines;
+}
+
 } // namespace
 
 PTSessionInfoFileImporter::TrackChoice PTSessionInfoFileImporter::chooseTracks = askWithDialog;
@@ -115,6 +127,7 @@ int PTSessionInfoFileImporter::type() { return 0; }
 void PTSessionInfoFileImporter::parse (juce::String& errorMessage, Core::TextEncoding textEncoding)
 {
     rows.clear();
+    lostTracks = 0;
     auto listing = trackListingOf (filePath);
     if (! listing.has_value())
     {
@@ -137,7 +150,7 @@ void PTSessionInfoFileImporter::parse (juce::String& errorMessage, Core::TextEnc
 }
 
 std::optional<PTSessionInfoFileImporter::Tracks> PTSessionInfoFileImporter::readTracks (
-    std::string_view text, bool tellsOfLostTracks, juce::String& errorMessage) const
+    std::string_view text, bool tellsOfLostTracks, juce::String& errorMessage)
 {
     using Outcome = PTSessionInfoLineReader::Outcome;
 
@@ -151,7 +164,8 @@ std::optional<PTSessionInfoFileImporter::Tracks> PTSessionInfoFileImporter::read
 
     // A track that Windows' line ends leave open takes the markers behind it for clips, whose times can't be right.
     reader.finish();
-    const bool hasWindowsLineEnds = text.find ("\r\n") != text.npos;
+    lostTracks = reader.numberOfLostTracks();
+    const bool hasWindowsLineEnds = endsLinesAsWindowsDoes (text);
     if (tellsOfLostTracks && reader.numberOfLostTracks() > 0
         && (outcome == Outcome::goesOn || hasWindowsLineEnds))
         tellOfLostTracks (reader, hasWindowsLineEnds);

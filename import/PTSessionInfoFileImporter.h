@@ -54,6 +54,9 @@ public:
         other text, also that of a user reason which has no name there, comes back as it is. */
     [[nodiscard]] juce::String mapDublaneReason (const juce::String& code) const;
 
+    /** Tracks of the file that were left out, since no two empty lines close them. */
+    [[nodiscard]] std::size_t numberOfLostTracks() const noexcept { return lostTracks; }
+
     /** What chooseTracks is to begin with: the window with the list of tracks. Nothing comes back where no window can be opened:
         without a display, without a message loop, and on any other thread than the message thread. */
     static std::optional<Tracks> askWithDialog (const Tracks& tracks);
@@ -66,11 +69,13 @@ public:
 
 private:
     [[nodiscard]] std::optional<Tracks> readTracks (std::string_view text, bool tellsOfLostTracks,
-                                                    juce::String& errorMessage) const;
+                                                    juce::String& errorMessage);
     void tellOfLostTracks (const PTSessionInfoLineReader& reader, bool hasWindowsLineEnds) const;
     [[nodiscard]] bool letUserChoose (const Tracks& tracks, juce::String& errorMessage);
     void makeRows();
     [[nodiscard]] juce::String decoded (const std::string& bytes);
+
+    std::size_t lostTracks = 0;
 };
 
 } // namespace ZEP::Overmarks

@@ -35,7 +35,8 @@ std::string withoutControlCodes (const juce::String& text)
     {
         const auto code = letter.getAndAdvance();
         const bool isControl = (code < 0x20 && code != '\n' && code != '\t') || (code >= 0x7F && code < 0xA0);
-        clean += isControl ? juce::juce_wchar ('?') : code;
+        const bool turnsDirection = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+        clean += isControl || turnsDirection ? juce::juce_wchar ('?') : code;
     }
     return clean.toStdString();
 }

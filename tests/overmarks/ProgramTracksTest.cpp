@@ -210,7 +210,57 @@ TEST_F (ProgramTracks, aSessionThatIsNotInTimecodeIsRefused)
 TEST_F (ProgramTracks, tracksThatAreLostAreSaid)
 {
     const std::string list = OVERMARKS_TEST_DATA "/import/protools/one_empty_line.txt";
+    const auto result = run ({ "import", list, "-o", "p.json" });
+    EXPECT_EQ (result.status, 1);
     EXPECT_THAT (
-        run ({ "list", list }).errors,
+        result.errors,
         HasSubstr ("tracks without two empty lines behind them are left out (1, the first is \"ANNA"));
+    EXPECT_THAT (result.errors,
+                 HasSubstr ("one_empty_line.txt: a track without two empty lines behind it is left out\n"));
+}
+
+TEST_F (ProgramTracks, namesMayHoldUmlautsAndCommas)
+{
+    write ("s.txt", session ("MILLER, JÖRG [J] {B}", "Moin."));
+    for (const auto* name : { "miller\\, jörg", " Miller\\, Jörg ", "MILLER\\, JÖRG [J] {B}" })
+        EXPECT_EQ (run ({ "rows", "s.txt", "--json", "--tracks", name }).json()["rows"].size(), 1u) << name;
+}
+
+TEST_F (ProgramTracks, anEmptyNameIsNone)
+{
+    write ("s.txt", session ("ANNA [A] {B}", "Moin."));
+    for (const auto* names : { "", ",", "ANNA, ", ",ANNA", "ANNA, all", "cue,ANNA" })
+        EXPECT_THAT (run ({ "rows", "s.txt", "--tracks", names }).errors,
+                     HasSubstr ("--tracks: it is either all or cue, or the names of tracks"))
+            << names;
+    EXPECT_EQ (run ({ "rows", "s.txt", "--tracks", " all", "--json" }).json()["rows"].size(), 1u);
+}
+
+TEST_F (ProgramTracks, thousandsOfTracksAreReadAtOnce)
+{
+    std::string text = "T R A C K  L I S T I N G\n";
+    for (int i = 0; i < 20000; ++i)
+        text += "TRACK NAME:\tT" + std::to_string (i) + "\n\n\n";
+    write ("s.txt", text);
+    EXPECT_THAT (run ({ "rows", "s.txt", "--tracks", "T7,T8" }).errors,
+                 HasSubstr ("2 of 20000 tracks are read, without \"T0\", \"T1\", \"T2\", \"T3\", \"T4\", "
+                            "\"T5\", \"T6\", \"T9\", 19990 more\n"));
+}
+
+TEST_F (ProgramTracks, aLongNameIsShownByItsBeginning)
+{
+    write ("s.txt", session (std::string (1000, 'x'), "Moin."));
+    EXPECT_THAT (run ({ "rows", "s.txt" }).errors,
+                 HasSubstr ("0 of 1 tracks are read, without \"" + std::string (60, 'x') + "...\""));
+}
+
+TEST_F (ProgramTracks, anEmptyPlaceAmongTheReasonsHasNoName)
+{
+    write ("s.txt", session ("ANNA [A] {B}", "Moin. [UR2]"));
+    for (const auto* reasons : { ",Legal", " , Legal ", ",Legal,,,,,,,,," })
+    {
+        const auto rows = run ({ "rows", "s.txt", "--json", "--reasons", reasons }).json()["rows"];
+        EXPECT_EQ (rows[0][8], "Legal (UR2)") << reasons;
+    }
+    EXPECT_EQ (run ({ "rows", "s.txt", "--reasons", ",", "--json" }).json()["rows"][0][8], "UR2");
 }

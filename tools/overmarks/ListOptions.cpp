@@ -7,6 +7,7 @@
 
 #include "core/system/SystemUtility.h"
 #include "core/system/UserDefaults.h"
+#include "core/text/StringUtil.h"
 #include "core/timecode/TCToolbox.h"
 #include "preferences/UserDefaultsRegistrar.h"
 
@@ -117,6 +118,34 @@ std::pair<std::string, juce::String> assignment (const std::string& mapping)
     return { mapping.substr (0, sign), columnTitle (mapping.substr (sign + 1)) };
 }
 
+/** What an option lists, without the blanks around each name. "\\," is a comma that belongs to a name. */
+std::vector<juce::String> namesIn (const std::vector<std::string>& lists)
+{
+    std::vector<juce::String> names;
+
+    for (const auto& list : lists)
+    {
+        std::string name;
+
+        for (std::size_t i = 0; i <= list.size(); ++i)
+        {
+            if (i == list.size() || list[i] == ',')
+            {
+                names.push_back (StringUtil::fromUTF8 (name).trim());
+                name.clear();
+                continue;
+            }
+
+            if (list[i] == '\\' && i + 1 < list.size() && list[i + 1] == ',')
+                ++i;
+
+            name += list[i];
+        }
+    }
+
+    return names;
+}
+
 } // namespace
 
 std::string encodingName (TextEncoding encoding)
@@ -147,19 +176,20 @@ void ListOptions::addImportOptions (CLI::App& command)
             ->allow_extra_args (false));
     importOptions.push_back (
         command
-            .add_option ("--tracks", trackNames,
-                         "Tracks of a Pro Tools text: all, cue or names joined by commas (cue)")
-            ->allow_extra_args (false)
-            ->delimiter (','));
+            .add_option (
+                "--tracks", trackNames,
+                "Tracks of a Pro Tools text: all, cue or names joined by commas (cue); \\, is a comma of a name")
+            ->allow_extra_args (false));
     importOptions.push_back (
         command.add_flag ("--line-breaks", lineBreaks, "Turn \"**\" of the imported text into line breaks"));
 }
 
 void ListOptions::addProcessOptionsTo (CLI::App& command)
 {
-    command.add_option ("--reasons", reasonNames, "Up to eight user reasons, joined by commas")
-        ->allow_extra_args (false)
-        ->delimiter (',');
+    command
+        .add_option ("--reasons", reasonNames,
+                     "Up to eight user reasons, joined by commas; an empty place has no name")
+        ->allow_extra_args (false);
     command.add_option ("--application", application, "orvelle or dublane (dublane)");
     command.add_option ("--settings", settingsFile, "Preferences file");
     command.add_option ("--resources", resourceFolder, "Folder of the icons and tools");
@@ -279,10 +309,15 @@ TextEncoding ListOptions::encoding() const
 
 std::vector<juce::String> ListOptions::reasons() const
 {
-    if (reasonNames.size() > mostUserReasons)
+    auto names = namesIn (reasonNames);
+
+    while (! names.empty() && names.back().isEmpty())
+        names.pop_back();
+
+    if (names.size() > mostUserReasons)
         throw WrongUsage ("--reasons: there are at most eight user reasons");
 
-    return { reasonNames.begin(), reasonNames.end() };
+    return names;
 }
 
 void ListOptions::mapColumns (EventFileImporter& importer) const
@@ -302,20 +337,22 @@ void ListOptions::mapColumns (EventFileImporter& importer) const
 
 std::optional<std::vector<juce::String>> ListOptions::tracks() const
 {
-    if (trackNames.empty() || trackNames == std::vector<std::string> { "cue" })
+    auto names = namesIn (trackNames);
+
+    if (names.empty() || names == std::vector<juce::String> { "cue" })
         return std::nullopt;
 
-    const bool isMixed =
-        std::any_of (trackNames.begin(), trackNames.end(),
-                     [] (const std::string& name) { return name.empty() || name == "all" || name == "cue"; });
+    const bool isMixed = std::any_of (names.begin(), names.end(),
+                                      [] (const juce::String& name)
+                                      { return name.isEmpty() || name == "all" || name == "cue"; });
 
-    if (isMixed && (trackNames.size() > 1 || trackNames.front().empty()))
+    if (isMixed && (names.size() > 1 || names.front().isEmpty()))
         throw WrongUsage ("--tracks: it is either all or cue, or the names of tracks");
 
     if (isMixed)
         return std::vector<juce::String>();
 
-    return std::vector<juce::String> (trackNames.begin(), trackNames.end());
+    return names;
 }
 
 std::vector<std::string> ListOptions::givenImportOptions() const

@@ -7,6 +7,7 @@
 
 #include "core/text/StringUtil.h"
 #include "import/CSVEventFileImporter.h"
+#include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
@@ -186,6 +187,12 @@ bool mayHaveLostRows (const EventFileImporter& importer)
                || dynamic_cast<const SRTEventFileImporter*> (&importer) != nullptr);
 }
 
+std::size_t numberOfLostTracks (const EventFileImporter& importer)
+{
+    const auto* session = dynamic_cast<const PTSessionInfoFileImporter*> (&importer);
+    return session != nullptr ? session->numberOfLostTracks() : 0;
+}
+
 /** Says how the file was read, and which columns nobody reads. */
 void sayHowItWasRead (const ReadFile& read, const Session& session)
 {
@@ -238,6 +245,15 @@ public:
         if (mayHaveLostRows (*read.importer))
             problems.push_back (
                 { read.shownPath, 0, {}, "rows of a file in UTF-16 may be lost; save it as UTF-8" });
+
+        if (const auto number = numberOfLostTracks (*read.importer); number > 0)
+            problems.push_back (
+                { read.shownPath,
+                  0,
+                  {},
+                  number == 1
+                      ? juce::String ("a track without two empty lines behind it is left out")
+                      : juce::String (number) + " tracks without two empty lines behind them are left out" });
 
         for (const auto& problem : result.problems)
             problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });

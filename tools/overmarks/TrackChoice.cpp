@@ -6,6 +6,7 @@
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace overmarks
@@ -17,6 +18,7 @@ namespace
 {
 
 constexpr int mostNames = 8;
+constexpr int longestName = 60;
 
 juce::String nameOf (const PTSessionInfoTrack& track)
 {
@@ -39,12 +41,37 @@ juce::String someOf (const juce::StringArray& names)
     juce::StringArray quoted;
 
     for (int i = 0; i < std::min (names.size(), mostNames); ++i)
-        quoted.add ("\"" + names[i] + "\"");
+        quoted.add ("\"" + names[i].substring (0, longestName)
+                    + (names[i].length() > longestName ? "..." : "") + "\"");
 
     if (names.size() > mostNames)
         quoted.add (juce::String (names.size() - mostNames) + " more");
 
     return quoted.joinIntoString (", ");
+}
+
+/** Wrong usage, with a suggestion and the names that there are. */
+[[noreturn]] void refuseName (const juce::String& name, const std::vector<TrackReport>& sessions)
+{
+    juce::StringArray tracks;
+    std::set<juce::String> seen;
+    std::vector<std::string> words;
+
+    for (const auto& session : sessions)
+    {
+        for (const auto& track : session.all)
+            if (seen.insert (track).second)
+                tracks.add (track);
+
+        for (const auto& character : session.characters)
+            words.push_back (character.toStdString());
+    }
+
+    for (const auto& track : tracks)
+        words.push_back (track.toStdString());
+
+    throw WrongUsage ("--tracks: there is no track \"" + name + "\"." + didYouMean (name.toStdString(), words)
+                      + (tracks.isEmpty() ? juce::String() : " There are " + someOf (tracks)));
 }
 
 } // namespace
@@ -113,27 +140,10 @@ void refuseMissingTracks (const std::vector<TrackReport>& sessions)
     if (sessions.empty())
         return;
 
-    juce::StringArray all, known;
-
-    for (const auto& session : sessions)
-    {
-        all.addArray (session.all);
-        known.addArray (session.characters);
-    }
-
-    all.removeDuplicates (false);
-    known.addArray (all);
-    std::vector<std::string> words;
-
-    for (const auto& word : known)
-        words.push_back (word.toStdString());
-
     for (const auto& name : sessions.front().missing)
         if (std::all_of (sessions.begin(), sessions.end(),
                          [&name] (const auto& session) { return session.missing.contains (name); }))
-            throw WrongUsage ("--tracks: there is no track \"" + name + "\"."
-                              + didYouMean (name.toStdString(), words)
-                              + (all.isEmpty() ? juce::String() : " There are " + someOf (all)));
+            refuseName (name, sessions);
 }
 
 } // namespace overmarks

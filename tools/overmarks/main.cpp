@@ -10,6 +10,7 @@
 #include <Poco/UTF8Encoding.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -119,6 +120,8 @@ int run (int argc, char** argv)
 
 int main (int argc, char** argv)
 {
+    // Upper and lower case of all letters, not of the English ones alone.
+    std::setlocale (LC_CTYPE, "C.UTF-8");
     const int status = run (argc, argv);
 
     // A full disk shows when the last of the output is on its way.
