@@ -4,6 +4,7 @@
 #include "core/timecode/TCToolbox.h"
 #include "preferences/UserDefaultsRegistrar.h"
 
+#include <algorithm>
 #include <array>
 #include <random>
 
@@ -57,10 +58,11 @@ void writeCues (int numberOfRows, Write write)
                timecode (i * framesBetweenCues + framesOfCue, *info), sentence (random));
 }
 
-std::string filledUp (std::string text, std::size_t length, char filler)
+std::string filledUp (const std::string& text, std::size_t length, char filler)
 {
-    text.resize (length, filler);
-    return text;
+    std::string filled (length, filler);
+    std::copy_n (text.begin(), std::min (length, text.size()), filled.begin());
+    return filled;
 }
 
 /** The four bytes of a timecode. */
