@@ -153,6 +153,15 @@ TEST_F (ProgramTest, aDBaseTableWithoutAKnownFieldIsRefusedUnlessAColumnIsNamed)
     EXPECT_EQ (mapped.json()["events"][0]["character"], "ANNA");
 }
 
+TEST_F (ProgramTest, oneEventIsCountedAsOne)
+{
+    write ("x.csv", "Start TC,Text\n01:00:00:00,Hello?\n");
+    EXPECT_THAT (run ({ "list", "x.csv" }).errors, HasSubstr ("\n1 event\n"));
+    EXPECT_THAT (run ({ "search", "x.csv", "hello" }).errors, HasSubstr ("\n1 result\n"));
+    write ("y.csv", threeCues);
+    EXPECT_THAT (run ({ "list", "y.csv" }).errors, HasSubstr ("\n3 events\n"));
+}
+
 TEST_F (ProgramTest, aFileInUTF16IsAProblemSinceItsRowsMayBeLost)
 {
     using namespace std::string_literals;

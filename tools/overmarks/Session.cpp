@@ -26,6 +26,11 @@ bool isControl (juce::juce_wchar character)
 
 } // namespace
 
+juce::String counted (std::size_t number, const char* thing)
+{
+    return juce::String (number) + " " + thing + (number == 1 ? "" : "s");
+}
+
 juce::String printable (const juce::String& text)
 {
     std::string shown;

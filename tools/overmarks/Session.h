@@ -5,6 +5,7 @@
 #include <juce_core/juce_core.h>
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -75,5 +76,8 @@ private:
 
 /** The text without control characters, so that a terminal shows it and never obeys it; line breaks become blanks. */
 juce::String printable (const juce::String& text);
+
+/** "1 event", "2 events". */
+juce::String counted (std::size_t number, const char* thing);
 
 } // namespace overmarks

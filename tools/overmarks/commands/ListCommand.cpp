@@ -94,7 +94,7 @@ void showList (const ListCommandOptions& options, Session& session)
     else
         session.data (tableOf (shown));
 
-    session.say (juce::String (shown.size()) + " events");
+    session.say (counted (shown.size(), "event"));
 }
 
 } // namespace

@@ -55,7 +55,7 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
 void ProjectOutput::write (const Project& project, const Session& session) const
 {
     const auto file = fileFromPath (path);
-    const auto count = juce::String (project.list->filteredEvents.size()) + " events";
+    const auto count = counted (project.list->filteredEvents.size(), "event");
 
     if (policy.dryRun)
     {

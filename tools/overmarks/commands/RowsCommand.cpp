@@ -116,7 +116,7 @@ void showRows (const RowsOptions& options, Session& session)
     else
     {
         const auto encoding = encodingName (read.importer->encoding);
-        session.say (read.shownPath + ": " + juce::String (read.importer->rows.size()) + " rows, read as "
+        session.say (read.shownPath + ": " + counted (read.importer->rows.size(), "row") + ", read as "
                      + (encoding.empty() ? juce::String ("unknown encoding") : juce::String (encoding)));
         sayWhichTracks (read, session);
         session.data (rowsAsText (*read.importer));

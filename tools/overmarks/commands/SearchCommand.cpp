@@ -91,7 +91,7 @@ void searchList (const SearchOptions& options, Session& session)
     else
         session.data (tableOf (results));
 
-    session.say (juce::String (results.size()) + " results");
+    session.say (counted (results.size(), "result"));
 }
 
 } // namespace

@@ -117,7 +117,8 @@ void editList (const SetOptions& options, Session& session)
 
     project.list->sortContentAndUpdateFilteredEvents();
     options.output.write (project, session);
-    session.say (juce::String (chosen.size()) + " events, " + juce::String (steps) + " steps");
+    session.say (counted (chosen.size(), "event") + ", "
+                 + counted (static_cast<std::size_t> (steps), "step"));
     options.output.tell (session, { { "events", chosen.size() }, { "steps", steps } });
 }
 
