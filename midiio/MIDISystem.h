@@ -104,8 +104,9 @@ public:
 
     /** Closes all inputs and waits until everything that has been received is delivered and nobody is being told any more.
         Then observers may go and what they read may be edited, as long as the application doesn't call receive() itself.
-        @returns false if an observer has not come to an end within ten seconds, or for a call from an observer, which would
-        wait for itself */
+        Not to be called while an observer of any notification is at work on the calling thread: the centre would wait for it.
+        @returns false if an observer has not come to an end within ten seconds, or for a call from an observer of this
+        system, which would wait for itself */
     bool closeAllInputs();
 
     /** Tells within two seconds that an input has come or gone; then ask inputs(). Called on a thread of its own; what
