@@ -114,7 +114,9 @@ TEST_F (ProgramTest, aTextOfFixedColumnsIsOneFileAlsoByCharacter)
 TEST_F (ProgramTest, arendisNeedsItsNameToConvert)
 {
     write ("x.csv", threeCues);
-    EXPECT_EQ (run ({ "convert", "x.csv", "x.txt" }).status, 2);
+    const auto unclear = run ({ "convert", "x.csv", "x.txt" });
+    EXPECT_EQ (unclear.status, 2);
+    EXPECT_THAT (unclear.errors, HasSubstr ("--format tells which (--format arendis)"));
     EXPECT_EQ (run ({ "convert", "x.csv", "x.txt", "--format", "arendis" }).status, 0);
     EXPECT_THAT (read ("x.txt"), HasSubstr ("(1. Band)"));
 }

@@ -153,6 +153,20 @@ TEST_F (ProgramTest, aDBaseTableWithoutAKnownFieldIsRefusedUnlessAColumnIsNamed)
     EXPECT_EQ (mapped.json()["events"][0]["character"], "ANNA");
 }
 
+TEST_F (ProgramTest, whatIsNoFileOfAProjectIsRefused)
+{
+    write ("x.csv", threeCues);
+    EXPECT_THAT (run ({ "import", "x.csv", "-o", "film" }).errors,
+                 HasSubstr ("film: a project has the extension .overmarks, or .json for its JSON form"));
+    EXPECT_THAT (
+        run ({ "import", "x.csv", "-o", "-" }).errors,
+        HasSubstr ("-o: a project is a file; overmarks dump writes its JSON form to standard output"));
+    EXPECT_THAT (run ({ "convert", "x.csv", "-", "--format", "csv" }).errors,
+                 HasSubstr ("convert writes a file; overmarks dump writes JSON to standard output"));
+    EXPECT_FALSE (file ("film").exists());
+    EXPECT_FALSE (file ("-").exists());
+}
+
 TEST_F (ProgramTest, oneEventIsCountedAsOne)
 {
     write ("x.csv", "Start TC,Text\n01:00:00:00,Hello?\n");

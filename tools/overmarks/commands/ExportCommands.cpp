@@ -141,12 +141,29 @@ void convertToDocument (const ConvertOptions& options, const DocumentFormat& for
 /** The format that --format or else the extension of OUT names. */
 std::string formatNameOf (const ConvertOptions& options)
 {
+    if (options.out == "-")
+        throw WrongUsage ("convert writes a file; overmarks dump writes JSON to standard output");
+
     const auto extension = fileFromPath (options.out).getFileExtension().toLowerCase().substring (1);
 
     if (options.format.empty() && extension.isEmpty())
         throw WrongUsage (options.out + " has no extension that tells its format; --format does");
 
-    return options.format.empty() ? extension.toStdString() : options.format;
+    if (! options.format.empty())
+        return options.format;
+
+    for (const auto& format : documentFormats())
+        if (juce::String (format.extension) == "." + extension && juce::String (format.name) == extension)
+            return format.name;
+
+    for (const auto& format : documentFormats())
+        if (juce::String (format.extension) == "." + extension)
+            throw WrongUsage (
+                juce::String (options.out)
+                + ": a file of this extension may be of any content; --format tells which (--format "
+                + juce::String (format.name) + ")");
+
+    return extension.toStdString();
 }
 
 void convertList (const ConvertOptions& options, Session& session)
@@ -182,7 +199,7 @@ void addExportCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<ExportOptions>();
     auto* command = program.add_subcommand ("export", "Write documents of a list into a folder");
-    command->footer ("Example:\n  overmarks export film.overmarks -o documents --format csv --by-character");
+    command->footer ("Example:\n  overmarks export film.overmarks -o . --format csv --by-character");
     command->add_option ("LIST", options->list, projectOrCueList)->required();
     command->add_option ("-o,--output", options->folder, "Folder of the documents")->required();
     command

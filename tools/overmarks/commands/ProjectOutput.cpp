@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "commands/ProjectOutput.h"
 
+#include "OutputFile.h"
 #include "ProjectForm.h"
 #include "StagingFolder.h"
 
@@ -31,7 +32,9 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
 {
     const auto file = fileFromPath (path);
 
-    if (file.getFileExtension().isNotEmpty() && ! projectFormOf (file).has_value())
+    if (path == "-")
+        throw WrongUsage ("-o: a project is a file; overmarks dump writes its JSON form to standard output");
+    if (! projectFormOf (file).has_value() && ! isDeviceOrPipe (file))
         throw WrongUsage (path + ": a project has the extension .overmarks, or .json for its JSON form");
     if (file.getFileName().isEmpty())
         throw WrongUsage ("-o: there is no name of a project");
