@@ -14,6 +14,12 @@ find_package(EXPAT REQUIRED)
 
 pkg_check_modules(JUCE_PLATFORM REQUIRED IMPORTED_TARGET freetype2 libpng libjpeg zlib alsa x11)
 
+# Workbooks and Word documents.
+pkg_check_modules(ORCUS REQUIRED IMPORTED_TARGET liborcus-0.17)
+pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
+pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(PUGIXML REQUIRED IMPORTED_TARGET pugixml)
+
 if(OVERMARKS_BUILD_TESTS)
     find_package(GTest REQUIRED)
 endif()

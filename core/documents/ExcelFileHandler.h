@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Core/Export.h"
+#include "core/text/RichTextString.h"
+
+#include <juce_core/juce_core.h>
+#include <vector>
+
+namespace ZEP::Core
+{
+
+/** Reads and writes workbooks (.xlsx) as tables of rich text: what a studio fills in by hand, and what it gets back.
+
+    A table is a vector of rows from the top, a row a vector of cells from the left. Nothing is thrown but what the
+    machine lacks memory for; a failure leaves its words in `error`, and an empty `error` means success.
+
+    An object holds nothing between two calls. Different objects may be used on different threads.
+*/
+class ZEP_CORE_API ExcelFileHandler final
+{
+public:
+    ExcelFileHandler() = default;
+
+    /** Reads the sheet that was in front when the workbook was saved. `rows` is replaced on success and left as it
+        was on failure.
+        @param path   full path of the workbook
+        @param rows   a row for every row of the sheet down to the last one that holds something
+        @param error  empty on success
+    */
+    void readFileContent (const juce::String& path, std::vector<std::vector<RichTextString>>& rows,
+                          juce::String& error);
+
+    /** Writes a workbook of one sheet, its first row standing out as the heading. An existing file is replaced; after a failure
+        there is the old file or none.
+        @param path   full path of the workbook
+        @param rows   the cells with their attributes; every cell is text, whatever it looks like
+        @param error  empty on success
+    */
+    void writeFileContent (const juce::String& path, std::vector<std::vector<RichTextString>>& rows,
+                           juce::String& error);
+};
+
+} // namespace ZEP::Core
