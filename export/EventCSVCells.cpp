@@ -2,13 +2,11 @@
 #include "export/EventCSVCells.h"
 
 #include "core/cast/ADRCharacterMap.h"
-#include "core/cast/ADRCueReasonsManager.h"
 #include "core/text/StringUtil.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/EventKeyValueEditor.h"
 #include "export/TakerTemplate.h"
-
-#include <Poco/Any.h>
+#include "export/frame/CellTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -21,7 +19,6 @@ namespace ZEP::Overmarks
 
 using KV = EventKeyValueEditor;
 using ZEP::Core::ADRCharacter;
-using ZEP::Core::ADRCueReasonsManager;
 using ZEP::Core::RichTextString;
 using ZEP::Core::StringUtil;
 
@@ -34,8 +31,6 @@ constexpr CSVTextRule doubledQuotes { CSVQuotes::doubled, CSVBreaks::kept, false
 constexpr CSVTextRule oneLine { CSVQuotes::doubled, CSVBreaks::toBlanks, false };
 constexpr CSVTextRule oneLineWithoutQuotes { CSVQuotes::removed, CSVBreaks::toBlanks, false };
 constexpr CSVTextRule oneLineWithoutStars { CSVQuotes::doubled, CSVBreaks::toBlanks, true };
-
-const char* yesOrNo (bool flag) { return flag ? "Yes" : "No"; }
 
 void writeCleaned (CSVCells& cells, const RichTextString& text, CSVTextRule rule)
 {
@@ -105,12 +100,12 @@ void writeTrack (CSVCells& cells, const CSVCellSource& source)
 
 void writeDone (CSVCells& cells, const CSVCellSource& source)
 {
-    cells.quoted (yesOrNo (source.event->isDone()));
+    cells.quoted (CellTexts::yesOrNo (source.event->isDone()));
 }
 
 void writeEnabled (CSVCells& cells, const CSVCellSource& source)
 {
-    cells.plain (yesOrNo (source.event->isEnabled()));
+    cells.plain (CellTexts::yesOrNo (source.event->isEnabled()));
 }
 
 void writeType (CSVCells& cells, const CSVCellSource& source)
@@ -139,14 +134,12 @@ void writeTempo (CSVCells& cells, const CSVCellSource& source)
 
 void writeDuration (CSVCells& cells, const CSVCellSource& source)
 {
-    const auto value = KV (source.event).getValueForKey (KV::KV_DurationTCString);
-    cells.quoted (utf8 (Poco::RefAnyCast<juce::String> (value)));
+    cells.quoted (utf8 (CellTexts::duration (source.event)));
 }
 
 void writeReason (CSVCells& cells, const CSVCellSource& source)
 {
-    const auto code = Poco::AnyCast<int> (KV (source.event).getValueForKey (KV::KV_Reason));
-    cells.quoted (utf8 (ADRCueReasonsManager::sharedManager()->getReasonFromInteger (code)));
+    cells.quoted (utf8 (CellTexts::reason (source.event)));
 }
 
 void writeForcedNarrative (CSVCells& cells, const CSVCellSource& source)
@@ -154,23 +147,10 @@ void writeForcedNarrative (CSVCells& cells, const CSVCellSource& source)
     cells.plain (source.event->isForcedNarrative() ? "FN" : "");
 }
 
-const char* regionName (ForcedNarrativeRegion region)
-{
-    switch (region)
-    {
-        case ForcedNarrativeRegionBottom: return "Bottom";
-        case ForcedNarrativeRegionTop: return "Top";
-        case ForcedNarrativeRegionLeft: return "Left";
-        case ForcedNarrativeRegionRight: break;
-    }
-
-    return "Right";
-}
-
 /** The last column of its table. */
 void writeRegion (CSVCells& cells, const CSVCellSource& source)
 {
-    cells.last (regionName (source.event->getForcedNarrativeRegion()));
+    cells.last (CellTexts::region (source.event->getForcedNarrativeRegion()));
 }
 
 void writeNothing (CSVCells& cells, const CSVCellSource&) { cells.plain ({}); }

@@ -2,13 +2,13 @@
 #include "core/system/WholeFile.h"
 
 #include "core/system/RandomIdentity.h"
+#include "core/system/SizeLimitIsAnError.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -54,35 +54,6 @@ public:
 
 private:
     int descriptor;
-};
-
-/** A file that grows beyond the user's limit is an error to be told, not the end of the process, while this lasts. */
-class SizeLimitIsAnError final
-{
-public:
-    SizeLimitIsAnError()
-    {
-        sigemptyset (&limit);
-        sigaddset (&limit, SIGXFSZ);
-        pthread_sigmask (SIG_BLOCK, &limit, &before);
-    }
-
-    SizeLimitIsAnError (const SizeLimitIsAnError&) = delete;
-    SizeLimitIsAnError& operator= (const SizeLimitIsAnError&) = delete;
-
-    ~SizeLimitIsAnError()
-    {
-        const timespec noTime {};
-
-        if (sigismember (&before, SIGXFSZ) == 0)
-            sigtimedwait (&limit, nullptr, &noTime); // takes the signal away if it has come
-
-        pthread_sigmask (SIG_SETMASK, &before, nullptr);
-    }
-
-private:
-    sigset_t limit {};
-    sigset_t before {};
 };
 
 void writeAll (int descriptor, std::string_view bytes)

@@ -2,6 +2,7 @@
 #include "export/frame/EventExporterFactory.h"
 
 #include "export/EventCSVExporter.h"
+#include "export/EventExcelExporter.h"
 #include "export/EventTTALExporter.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ constexpr Entry entries[] = {
     { EventExportTypeWord, "Word document", ".docx", notYet },
     { EventExportTypeCSV, "Delimited text", ".csv", make<EventCSVExporter> },
     { EventExportTypeTTAL, "TTAL cue list", ".ttal", make<EventTTALExporter> },
-    { EventExportTypeExcel, "Excel workbook", ".xlsx", notYet },
+    { EventExportTypeExcel, "Excel workbook", ".xlsx", make<EventExcelExporter> },
 };
 
 /** What programs call without the factory. */

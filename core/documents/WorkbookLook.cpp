@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/documents/WorkbookLook.h"
+
+#include "core/documents/WorkbookText.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ZEP::Core
+{
+
+namespace
+{
+
+// The default font of a new workbook.
+constexpr auto defaultTypeface = R"(<rFont val="Calibri"/><family val="2"/><scheme val="minor"/>)";
+constexpr int defaultHundredthPoints = 1100;
+
+// Fonts that a spreadsheet takes.
+constexpr float smallest = 1.0f;
+constexpr float largest = 409.0f;
+constexpr int longestTypeface = 31;
+
+constexpr std::uint32_t rgb = 0xffffff;
+
+/** 0 for the height of unformatted text. */
+int hundredthPointsOf (const juce::Font& font)
+{
+    constexpr float hardlyAnything = 0.01f;
+    constexpr float hundredths = 100.0f;
+    const auto height = font.getHeight();
+    const bool isUsual = std::abs (height - RichTextString::defaultFont().getHeight()) < hardlyAnything;
+
+    return isUsual || ! std::isfinite (height)
+               ? 0
+               : static_cast<int> (std::lround (std::clamp (height, smallest, largest) * hundredths));
+}
+
+/** Empty for one of the framework's names that stand for whatever the system has, and for what no spreadsheet takes. */
+std::string typefaceOf (const juce::Font& font)
+{
+    const auto name = font.getTypefaceName();
+    return name.startsWithChar ('<') || name.length() > longestTypeface ? std::string() : name.toStdString();
+}
+
+/** 11, 14.5, 9.25 */
+std::string pointsAsText (int hundredths)
+{
+    constexpr int inAPoint = 100;
+    auto text = std::to_string (hundredths / inAPoint) + "."
+                + std::to_string (inAPoint + hundredths % inAPoint).substr (1);
+    text.erase (text.find_last_not_of ('0') + 1);
+
+    if (text.ends_with ('.'))
+        text.pop_back();
+
+    return text;
+}
+
+/** The value of an attribute. */
+std::string quoted (const std::string& text)
+{
+    std::string out = "\"";
+
+    for (const char c : WorkbookText::asXML (WorkbookText::escaped (text)))
+        if (c == '"')
+            out += "&quot;";
+        else
+            out += c;
+
+    return out + "\"";
+}
+
+std::string hexadecimal (std::uint32_t colour)
+{
+    return juce::String::toHexString (static_cast<int> (colour))
+        .paddedLeft ('0', 6)
+        .toUpperCase()
+        .toStdString();
+}
+
+std::string element (const std::string& escapedText)
+{
+    return "<t xml:space=\"preserve\">" + WorkbookText::asXML (escapedText) + "</t>";
+}
+
+/** In the order in which spreadsheets write it. */
+std::string propertiesOf (const WorkbookLook& look)
+{
+    std::string xml;
+    xml += look.bold ? "<b/>" : "";
+    xml += look.italic ? "<i/>" : "";
+    xml += look.struckThrough ? "<strike/>" : "";
+    xml += look.underlined ? "<u/>" : "";
+    xml += "<sz val=\""
+           + pointsAsText (look.hundredthPoints > 0 ? look.hundredthPoints : defaultHundredthPoints) + "\"/>";
+    xml += look.colour != 0 ? "<color rgb=\"FF" + hexadecimal (look.colour) + "\"/>" : "<color theme=\"1\"/>";
+
+    if (look.typeface.empty())
+        xml += defaultTypeface;
+    else
+        xml += "<rFont val=" + quoted (look.typeface) + "/>";
+
+    return xml;
+}
+
+} // namespace
+
+WorkbookLook WorkbookLook::of (const RichTextString::Attribute& attribute)
+{
+    const auto& font = attribute.font;
+    return { font.isBold(),
+             font.isItalic(),
+             font.isUnderlined(),
+             RichTextString::isStruckThrough (font),
+             hundredthPointsOf (font),
+             attribute.colour.getARGB() & rgb,
+             typefaceOf (font) };
+}
+
+std::vector<WorkbookRun> workbookRunsOf (const RichTextString& text)
+{
+    std::vector<WorkbookRun> runs;
+    auto place = text.getText().getCharPointer();
+    const auto add = [&runs] (const char* start, const char* end, const WorkbookLook& look)
+    {
+        if (! runs.empty() && runs.back().look == look)
+            runs.back().text = { runs.back().text.data(), end };
+        else if (start != end)
+            runs.push_back ({ { start, end }, look });
+    };
+
+    for (int i = 0; i < text.getNumAttributes(); ++i)
+    {
+        const auto& attribute = text.getAttribute (i);
+        const auto* const start = place.getAddress();
+        place += attribute.range.getLength();
+        add (start, place.getAddress(), WorkbookLook::of (attribute));
+    }
+
+    return runs;
+}
+
+WorkbookXML workbookXMLOf (const std::vector<WorkbookRun>& runs)
+{
+    WorkbookXML result;
+    const auto* const endOfText = runs.empty() ? nullptr : runs.back().text.data() + runs.back().text.size();
+
+    for (std::size_t i = 0; i < runs.size(); ++i)
+    {
+        const auto& [text, look] = runs[i];
+        const auto* const end = text.data() + text.size(); // where the next run begins
+        const auto escaped =
+            WorkbookText::escaped (text, { end, static_cast<std::size_t> (endOfText - end) });
+        result.bytesOfText += escaped.size();
+        result.xml += "<r>";
+        result.xml += look == WorkbookLook() ? std::string() : "<rPr>" + propertiesOf (look) + "</rPr>";
+        result.xml += element (escaped) + "</r>";
+    }
+
+    return result;
+}
+
+WorkbookXML workbookXMLOf (std::string_view text)
+{
+    const auto escaped = WorkbookText::escaped (text);
+    return { element (escaped), escaped.size() };
+}
+
+} // namespace ZEP::Core

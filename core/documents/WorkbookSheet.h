@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "core/documents/WorkbookCheck.h"
+#include "core/documents/WorkbookLook.h"
+#include "core/text/RichTextString.h"
+
+#include <xlsxwriter.h>
+
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace ZEP::Core
+{
+
+/** Why a workbook can't be written, in words that stand behind its name. */
+class WorkbookFailure final : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/** The one sheet of a new workbook while it is filled, row by row from the top.
+
+    Every cell is text and stays text when somebody edits it. The rows go to temporary files and are not kept in memory. */
+class WorkbookSheet final
+{
+public:
+    /** @param path             where the workbook is written
+        @param temporaryFolder  of the files that hold the rows meanwhile
+        @throws WorkbookFailure */
+    WorkbookSheet (const std::string& path, const std::string& temporaryFolder);
+
+    /** Writes the next row; the first one is the heading. Throws WorkbookFailure. */
+    void addRow (const std::vector<RichTextString>& cells);
+
+    /** Writes the workbook. Nothing is added after it. Throws WorkbookFailure.
+        @returns what the sheet holds if all went well; only isWholeWorkbook() knows whether it did */
+    [[nodiscard]] WorksheetContent finish();
+
+private:
+    struct Free
+    {
+        void operator() (lxw_workbook* book) const { lxw_workbook_free (book); }
+    };
+
+    [[nodiscard]] bool isHeading() const noexcept { return rows == 0; }
+    void addCell (lxw_col_t column, const RichTextString& cell);
+    void writePlain (lxw_col_t column, const char* text, lxw_format* format);
+    void writeXML (lxw_col_t column, const WorkbookXML& xml, lxw_format* format);
+    lxw_format* formatFor (const WorkbookLook& look);
+    lxw_format* newFormat (bool bold);
+    void arrange();
+
+    std::string folder; ///< of temporary files
+    std::unique_ptr<lxw_workbook, Free> book;
+    lxw_worksheet* sheet = nullptr;
+    lxw_format* heading = nullptr;
+    lxw_format* body = nullptr;
+    std::map<WorkbookLook, lxw_format*> formats; ///< of cells that have one look as a whole
+    std::vector<std::size_t> widths;             ///< of the columns, in digits
+    lxw_row_t rows = 0;
+    WorksheetContent content;
+};
+
+} // namespace ZEP::Core

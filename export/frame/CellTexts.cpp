@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/frame/CellTexts.h"
+
+#include "core/cast/ADRCueReasonsManager.h"
+#include "event/EventKeyValueEditor.h"
+
+#include <Poco/Any.h>
+
+namespace ZEP::Overmarks
+{
+
+using KV = EventKeyValueEditor;
+using ZEP::Core::ADRCueReasonsManager;
+
+const char* CellTexts::yesOrNo (bool flag) noexcept { return flag ? "Yes" : "No"; }
+
+const char* CellTexts::region (ForcedNarrativeRegion region) noexcept
+{
+    switch (region)
+    {
+        case ForcedNarrativeRegionBottom: return "Bottom";
+        case ForcedNarrativeRegionTop: return "Top";
+        case ForcedNarrativeRegionLeft: return "Left";
+        case ForcedNarrativeRegionRight: break;
+    }
+
+    return "Right";
+}
+
+juce::String CellTexts::duration (const std::shared_ptr<Event>& event)
+{
+    return Poco::AnyCast<juce::String> (KV (event).getValueForKey (KV::KV_DurationTCString));
+}
+
+juce::String CellTexts::reason (const std::shared_ptr<Event>& event)
+{
+    const auto code = Poco::AnyCast<int> (KV (event).getValueForKey (KV::KV_Reason));
+    return ADRCueReasonsManager::sharedManager()->getReasonFromInteger (code);
+}
+
+} // namespace ZEP::Overmarks
