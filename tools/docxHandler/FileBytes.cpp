@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "FileBytes.h"
+
+#include "Failure.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <fstream>
+#include <mutex>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace DocxHandler
+{
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+/* Names that other threads may have to clean up. Held while a file gets or loses its name, never while it is written. */
+std::mutex namesLock;
+std::string unfinished;
+
+std::string reason() { return std::strerror (errno); }
+
+/* A file without its final name. */
+class UnfinishedFile final
+{
+public:
+    explicit UnfinishedFile (const fs::path& folder)
+    {
+        const std::scoped_lock lock (namesLock);
+        unfinished = (folder / ".docxHandler-XXXXXX").string();
+        descriptor = ::mkostemp (unfinished.data(), O_CLOEXEC);
+
+        if (descriptor < 0)
+            unfinished.clear();
+    }
+
+    UnfinishedFile (const UnfinishedFile&) = delete;
+    UnfinishedFile& operator= (const UnfinishedFile&) = delete;
+
+    ~UnfinishedFile()
+    {
+        if (descriptor >= 0)
+            ::close (descriptor);
+
+        const std::scoped_lock lock (namesLock);
+
+        if (! unfinished.empty())
+            ::unlink (unfinished.c_str());
+
+        unfinished.clear();
+    }
+
+    [[nodiscard]] bool isOpen() const noexcept { return descriptor >= 0; }
+
+    [[nodiscard]] bool write (std::string_view bytes) const
+    {
+        while (! bytes.empty())
+        {
+            const auto written = ::write (descriptor, bytes.data(), bytes.size());
+
+            if (written < 0 && errno == EINTR)
+                continue;
+
+            if (written <= 0)
+                return false;
+
+            bytes.remove_prefix (static_cast<std::size_t> (written));
+        }
+
+        return true;
+    }
+
+    /* Gives it the rights that a new file has here, or those of the file that it replaces. */
+    [[nodiscard]] bool moveTo (const fs::path& file)
+    {
+        struct stat before
+        {
+        };
+        const auto mask = ::umask (0);
+        ::umask (mask);
+        const auto mode = ::stat (file.c_str(), &before) == 0 ? before.st_mode & 0777U : 0666U & ~mask;
+
+        if (::fchmod (descriptor, mode) != 0 || ::close (std::exchange (descriptor, -1)) != 0)
+            return false;
+
+        const std::scoped_lock lock (namesLock);
+
+        if (::rename (unfinished.c_str(), file.c_str()) != 0)
+            return false;
+
+        unfinished.clear();
+        return true;
+    }
+
+private:
+    int descriptor = -1;
+};
+
+} // namespace
+
+std::string readFile (const fs::path& file, std::uintmax_t largest)
+{
+    std::error_code error;
+
+    if (! fs::is_regular_file (file, error))
+        throw Failure ((fs::exists (file, error) ? "Not a file: " : "No such file: ") + file.string());
+
+    const auto size = fs::file_size (file, error);
+
+    if (error || size > largest)
+        throw Failure ((error ? "Can't be read: " : "Too large: ") + file.string());
+
+    std::ifstream stream (file, std::ios::binary);
+    std::string bytes (size, '\0');
+
+    if (! stream || (size > 0 && ! stream.read (bytes.data(), static_cast<std::streamsize> (size))))
+        throw Failure ("Can't be read: " + file.string());
+
+    return bytes;
+}
+
+void placeFile (const fs::path& file, std::string_view bytes)
+{
+    // What a link points to is replaced, not the link.
+    std::error_code error;
+    const auto linked = fs::is_symlink (file, error) ? fs::weakly_canonical (file, error) : file;
+    const auto target = error || linked.empty() ? file : linked;
+    const auto folder = target.has_parent_path() ? target.parent_path() : fs::path (".");
+
+    if (fs::is_directory (target, error))
+        throw Failure ("Is a folder: " + file.string());
+
+    UnfinishedFile beside (folder);
+
+    if (! beside.isOpen() || ! beside.write (bytes) || ! beside.moveTo (target))
+        throw Failure ("Can't be written (" + reason() + "): " + file.string());
+}
+
+void abandonPlacing() noexcept
+{
+    namesLock.lock(); // for good
+
+    if (! unfinished.empty())
+        ::unlink (unfinished.c_str());
+}
+
+} // namespace DocxHandler

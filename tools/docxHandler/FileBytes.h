@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace DocxHandler
+{
+
+/** All bytes of a file. Throws a Failure if it can't be read, is no regular file or is larger than `largest`. */
+[[nodiscard]] std::string readFile (const std::filesystem::path& file, std::uintmax_t largest);
+
+/** Puts `bytes` in the place of a file: written beside it and moved there when whole, so that nobody ever sees half of it,
+    and a file that was there stays as it is until then. Throws a Failure. */
+void placeFile (const std::filesystem::path& file, std::string_view bytes);
+
+/** Deletes what placeFile() is writing in another thread and lets it move nothing any more: the program is about to end. */
+void abandonPlacing() noexcept;
+
+} // namespace DocxHandler
