@@ -35,6 +35,9 @@ constexpr std::size_t widest = 60;
 constexpr std::size_t margin = 1;
 constexpr std::size_t filterButton = 3;
 
+constexpr double usualHundredthPoints = 1100.0;
+constexpr double highestRow = 409.0;
+
 /** The library counts escapes and markup as text and takes no more of it. */
 constexpr std::size_t longestForLibrary = 32767;
 
@@ -80,10 +83,30 @@ void setLook (lxw_format* format, const WorkbookLook& look)
         format_set_font_name (format, look.typeface.c_str());
 }
 
+/** The height of a row that shows the whole cell, in points. */
+double heightOf (const RichTextString& cell, std::size_t width)
+{
+    const auto& text = cell.getText();
+
+    if (text.isEmpty())
+        return 0.0;
+
+    double scale = 1.0; // of the largest letters
+
+    if (! cell.isPlain())
+        for (const auto& run : cell.formattedRuns())
+            scale = std::max (scale, WorkbookLook::of (run).hundredthPoints / usualHundredthPoints);
+
+    const auto room = static_cast<std::size_t> (static_cast<double> (width) / scale);
+    return static_cast<double> (WorkbookText::lines (text.toRawUTF8(), room)) * LXW_DEF_ROW_HEIGHT * scale;
+}
+
 } // namespace
 
-WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& temporaryFolder)
-    : folder (temporaryFolder)
+WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& temporaryFolder,
+                              const std::vector<std::size_t>& columnWidths)
+    : folder (temporaryFolder),
+      widths (columnWidths)
 {
     lxw_workbook_options options {};
     options.constant_memory = LXW_TRUE;
@@ -101,6 +124,7 @@ WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& tempor
 
     body = newFormat (false);
     heading = newFormat (true);
+    arrangeColumns();
 }
 
 lxw_format* WorkbookSheet::newFormat (bool bold)
@@ -168,8 +192,6 @@ void WorkbookSheet::addCell (lxw_col_t column, const RichTextString& cell)
     const auto* const text = cell.getText().toRawUTF8();
     auto* const usual = isHeading() ? heading : body;
     ++content.cells;
-    widths[column] =
-        std::max (widths[column], WorkbookText::width (text) + margin + (isHeading() ? filterButton : 0));
 
     if (cell.isPlain())
         return writePlain (column, text, usual);
@@ -188,12 +210,24 @@ void WorkbookSheet::addCell (lxw_col_t column, const RichTextString& cell)
         writeXML (column, workbookXMLOf (runs), usual);
 }
 
-void WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
+/** Some programs cut what is wrapped unless the row is said to be higher. */
+void WorkbookSheet::makeRoomFor (const std::vector<RichTextString>& cells)
 {
-    widths.resize (std::max (widths.size(), cells.size()), narrowest);
+    double height = LXW_DEF_ROW_HEIGHT;
 
     for (std::size_t i = 0; i < cells.size(); ++i)
-        if (! cells[i].getText().isEmpty())
+        height = std::max (height, heightOf (cells[i], widths[i]));
+
+    if (height > LXW_DEF_ROW_HEIGHT)
+        check (worksheet_set_row (sheet, rows, std::min (height, highestRow), nullptr));
+}
+
+void WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
+{
+    makeRoomFor (cells);
+
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        if (cells[i].getText().isNotEmpty())
             addCell (static_cast<lxw_col_t> (i), cells[i]);
 
     if (isHeading()) // its looks are bold
@@ -202,19 +236,40 @@ void WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
     ++rows;
 }
 
-void WorkbookSheet::arrange()
+std::vector<std::size_t> WorkbookSheet::widthsFor (const std::vector<std::vector<RichTextString>>& table)
+{
+    std::vector<std::size_t> widths;
+
+    for (const auto& row : table)
+    {
+        const auto button = &row == &table.front() ? filterButton : 0;
+        widths.resize (std::max (widths.size(), row.size()), narrowest);
+
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (widths[i] < widest)
+                widths[i] = std::clamp (WorkbookText::width (row[i].getText().toRawUTF8()) + margin + button,
+                                        widths[i], widest);
+    }
+
+    return widths;
+}
+
+void WorkbookSheet::arrangeColumns()
+{
+    for (std::size_t i = 0; i < widths.size(); ++i)
+    {
+        const auto column = static_cast<lxw_col_t> (i);
+        check (worksheet_set_column (sheet, column, column, static_cast<double> (widths[i]), body));
+    }
+}
+
+void WorkbookSheet::arrangeTable()
 {
     if (rows == 0 || widths.empty())
         return;
 
-    const auto lastColumn = static_cast<lxw_col_t> (widths.size() - 1);
-
-    for (lxw_col_t column = 0; column <= lastColumn; ++column)
-        check (worksheet_set_column (sheet, column, column,
-                                     static_cast<double> (std::min (widths[column], widest)), body));
-
     worksheet_freeze_panes (sheet, 1, 0);
-    check (worksheet_autofilter (sheet, 0, 0, rows - 1, lastColumn));
+    check (worksheet_autofilter (sheet, 0, 0, rows - 1, static_cast<lxw_col_t> (widths.size() - 1)));
     check (worksheet_ignore_errors (sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, "A1:XFD1048576"));
 
     // On paper: across the page, with the heading on each.
@@ -225,7 +280,7 @@ void WorkbookSheet::arrange()
 
 WorksheetContent WorkbookSheet::finish()
 {
-    arrange();
+    arrangeTable();
     errno = 0;
     const auto error = workbook_close (book.release());
 

@@ -31,8 +31,14 @@ class WorkbookSheet final
 public:
     /** @param path             where the workbook is written
         @param temporaryFolder  of the files that hold the rows meanwhile
+        @param columnWidths     of the columns, in digits
         @throws WorkbookFailure */
-    WorkbookSheet (const std::string& path, const std::string& temporaryFolder);
+    WorkbookSheet (const std::string& path, const std::string& temporaryFolder,
+                   const std::vector<std::size_t>& columnWidths);
+
+    /** How wide the columns of a table had best be: as its longest lines, within bounds. */
+    [[nodiscard]] static std::vector<std::size_t> widthsFor (
+        const std::vector<std::vector<RichTextString>>& table);
 
     /** Writes the next row; the first one is the heading. Throws WorkbookFailure. */
     void addRow (const std::vector<RichTextString>& cells);
@@ -48,12 +54,14 @@ private:
     };
 
     [[nodiscard]] bool isHeading() const noexcept { return rows == 0; }
+    void makeRoomFor (const std::vector<RichTextString>& cells);
     void addCell (lxw_col_t column, const RichTextString& cell);
     void writePlain (lxw_col_t column, const char* text, lxw_format* format);
     void writeXML (lxw_col_t column, const WorkbookXML& xml, lxw_format* format);
     lxw_format* formatFor (const WorkbookLook& look);
     lxw_format* newFormat (bool bold);
-    void arrange();
+    void arrangeColumns();
+    void arrangeTable();
 
     std::string folder; ///< of temporary files
     std::unique_ptr<lxw_workbook, Free> book;
@@ -61,7 +69,7 @@ private:
     lxw_format* heading = nullptr;
     lxw_format* body = nullptr;
     std::map<WorkbookLook, lxw_format*> formats; ///< of cells that have one look as a whole
-    std::vector<std::size_t> widths;             ///< of the columns, in digits
+    std::vector<std::size_t> widths;
     lxw_row_t rows = 0;
     WorksheetContent content;
 };

@@ -124,6 +124,9 @@ bool isWide (char c)
     return (byte >= 0xe3 && byte <= 0xed) || byte >= 0xf0;
 }
 
+/** 0 for the further bytes of a character. */
+std::size_t widthOf (char c) { return isInsideCharacter (c) ? 0U : isWide (c) ? 2U : 1U; }
+
 } // namespace
 
 bool WorkbookText::needsEscapes (std::string_view text) noexcept
@@ -203,11 +206,30 @@ std::size_t WorkbookText::width (std::string_view text) noexcept
 
     for (const char c : text)
     {
-        line = c == '\n' ? 0 : line + (isInsideCharacter (c) ? 0U : isWide (c) ? 2U : 1U);
+        line = c == '\n' ? 0 : line + widthOf (c);
         longest = std::max (longest, line);
     }
 
     return longest;
+}
+
+std::size_t WorkbookText::lines (std::string_view text, std::size_t room) noexcept
+{
+    std::size_t lines = 1;
+    std::size_t line = 0;
+
+    for (const char c : text)
+    {
+        line += widthOf (c);
+
+        if (c == '\n' || line > room)
+        {
+            ++lines;
+            line = c == '\n' ? 0 : widthOf (c);
+        }
+    }
+
+    return lines;
 }
 
 } // namespace ZEP::Core

@@ -35,6 +35,9 @@ public:
 
     /** The width of the longest line of a text, in digits; letters of East Asia are two of them wide. */
     [[nodiscard]] static std::size_t width (std::string_view text) noexcept;
+
+    /** The lines that a text takes where one has room for so many digits, rather too many than too few. At least 1. */
+    [[nodiscard]] static std::size_t lines (std::string_view text, std::size_t room) noexcept;
 };
 
 } // namespace ZEP::Core

@@ -80,7 +80,7 @@ std::string_view pack (PackedWorkbook& packed, const Rows& rows)
     const SizeLimitIsAnError scope;
     const auto folder =
         juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName().toStdString();
-    WorkbookSheet sheet (packed.path(), folder);
+    WorkbookSheet sheet (packed.path(), folder, WorkbookSheet::widthsFor (rows));
 
     for (const auto& row : rows)
         sheet.addRow (row);

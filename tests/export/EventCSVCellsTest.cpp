@@ -5,7 +5,6 @@
 #include "export/EventCSVExporter.h"
 #include "export/ExportSupport.h"
 #include "preferences/PreferenceKeys.h"
-#include "proto/overmarks.pb.h"
 
 #include <limits>
 
@@ -23,16 +22,6 @@ protected:
     std::string cell (const std::shared_ptr<Event>& from, const juce::String& key, int track = -1)
     {
         return exporter.csvCellValue (from, key, track).toStdString();
-    }
-
-    /** An event as a project file may hold it, which no setter has cleaned. */
-    std::shared_ptr<Event> stored (const tessera1::ProtoOvermark& proto) const
-    {
-        auto copy = proto;
-        auto made = std::make_shared<Event>();
-        made->initWithProtoObject (&copy);
-        made->setTimeInfo (timeInfo);
-        return made;
     }
 
     EventCSVExporter exporter { settings };

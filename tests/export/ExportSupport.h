@@ -7,6 +7,7 @@
 #include "event/Event.h"
 #include "export/frame/EventExporter.h"
 #include "preferences/UserDefaultsRegistrar.h"
+#include "proto/overmarks.pb.h"
 #include "support/TemporaryFolder.h"
 
 #include <juce_core/juce_core.h>
@@ -106,6 +107,16 @@ protected:
         for (const auto& line : lines)
             made.push_back (event (line));
 
+        return made;
+    }
+
+    /** An event as a project file may hold it, which no setter has cleaned. */
+    std::shared_ptr<Event> stored (const tessera1::ProtoOvermark& proto) const
+    {
+        auto copy = proto;
+        auto made = std::make_shared<Event>();
+        made->initWithProtoObject (&copy);
+        made->setTimeInfo (timeInfo);
         return made;
     }
 

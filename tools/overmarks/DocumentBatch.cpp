@@ -109,6 +109,41 @@ bool writeWithoutFactory (const EventExportSettingsSet& settings, const juce::Fi
     return true;
 }
 
+/** Whether a file of a character that can't be written goes unnoticed by the exporter. */
+bool dropsFailures (const EventExportSettingsSet& settings)
+{
+    return settings.exportType == EventExportTypeExcel;
+}
+
+/** Writes the files of characters that are missing once more, each on its own, which tells why they are.
+    @returns the first failure */
+juce::String writeMissing (const EventExportSettingsSet& settings, const juce::String& extension,
+                           const juce::File& stage)
+{
+    const ByCharacterWalk walk (settings, extension);
+
+    if (walk.isCombined())
+        return {};
+
+    for (const auto& block : walk.blocks())
+    {
+        const auto name = block.file.getFileName();
+
+        if (inside (stage, name).exists())
+            continue;
+
+        auto own = std::make_shared<EventExportSettingsSet> (settings);
+        own->events = block.events;
+        own->fileName = name.dropLastCharacters (extension.length());
+
+        if (const auto error = EventExporterFactory::eventExporter (own)->exportEventsByTimecode();
+            error.isNotEmpty())
+            return error;
+    }
+
+    return {};
+}
+
 } // namespace
 
 /** A document with its settings, the names that its exporter uses and the files that it becomes. */
@@ -201,8 +236,11 @@ void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& st
             return options.yes || askOnTerminal (question);
         };
 
-    auto error = isByCharacter (*work.format) ? exporter->exportEventsByCharacter()
-                                              : exporter->exportEventsByTimecode();
+    const bool byCharacter = isByCharacter (*work.format);
+    auto error = byCharacter ? exporter->exportEventsByCharacter() : exporter->exportEventsByTimecode();
+
+    if (byCharacter && error.isEmpty() && dropsFailures (*work.settings))
+        error = writeMissing (*work.settings, work.format->extension, stage);
 
     // The user knows nothing of the place where documents are made.
     for (std::size_t i = 0; i < work.names.size(); ++i)

@@ -182,6 +182,15 @@ int equalNames (const WrittenList& list)
     return again;
 }
 
+int quotesOfNames (const WrittenList& list)
+{
+    const auto& cast = list.project.characters->characters();
+    return static_cast<int> (std::count_if (
+        cast.begin(), cast.end(),
+        [] (const auto& character)
+        { return (character->name + character->prefix + character->actor).containsChar ('"'); }));
+}
+
 /** How many events each row of a list for DS Taker holds. */
 class FoldedRows final
 {
@@ -293,6 +302,9 @@ constexpr DetailTable detailTable { {
       { "characters without events", Content::characters, castWithoutEvents, "character", "characters" } },
     { Detail::equalNames,
       { "the difference between characters of one name", Content::characters, equalNames, "character",
+        "characters" } },
+    { Detail::quotesOfNames,
+      { "quotation marks of names, which are doubled", Content::characters, quotesOfNames, "character",
         "characters" } },
     { Detail::namesBeyond22,
       { "ends of names of more than 22 letters", Content::characters, longNames<22>, "character",

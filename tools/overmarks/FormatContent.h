@@ -42,6 +42,7 @@ enum class Detail
 {
     castWithoutEvents,
     equalNames,
+    quotesOfNames,
     namesBeyond22,
     namesBeyond15,
     cueNumbersBeyond16,

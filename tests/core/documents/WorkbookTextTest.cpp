@@ -74,4 +74,15 @@ TEST (WorkbookText, widthIsThatOfTheLongestLine)
     EXPECT_EQ (WorkbookText::width ("“a”"), 3u);
 }
 
+TEST (WorkbookText, linesAreWrapped)
+{
+    EXPECT_EQ (WorkbookText::lines ("", 10), 1u);
+    EXPECT_EQ (WorkbookText::lines ("1234567890", 10), 1u);
+    EXPECT_EQ (WorkbookText::lines ("12345678901", 10), 2u);
+    EXPECT_EQ (WorkbookText::lines ("a\nb\n", 10), 3u);
+    EXPECT_EQ (WorkbookText::lines ("12345678901\n12345678901\n", 10), 5u);
+    EXPECT_EQ (WorkbookText::lines ("少女少女少女", 10), 2u);
+    EXPECT_EQ (WorkbookText::lines ("ab", 0), 3u); // a letter a line
+}
+
 } // namespace

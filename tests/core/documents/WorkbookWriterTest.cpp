@@ -171,6 +171,27 @@ TEST_F (WorkbookWriterTest, columnsAreAsWideAsTheirTextWithinBounds)
     EXPECT_EQ (std::stoi (widths[3]), 60);
 }
 
+TEST_F (WorkbookWriterTest, rowsAreHighEnoughForTheirText)
+{
+    const auto sheet = sheetOf ({ { juce::String ("Text") },
+                                  { juce::String ("one line") },
+                                  { juce::String ("one\ntwo\nthree") },
+                                  { juce::String::repeatedString ("12345", 13) },
+                                  { rich ("big", { run (0, 3, plain.withHeight (22.0f), black) }) },
+                                  { juce::String::repeatedString ("long ", 3000) } });
+    const auto heights = [&sheet] (const char* attribute)
+    {
+        Names values;
+
+        for (const auto& row : sheet->select_nodes ("//row"))
+            values.emplace_back (row.node().attribute (attribute).value());
+
+        return values;
+    };
+    EXPECT_EQ (heights ("ht"), (Names { "", "", "45", "30", "30", "409" }));
+    EXPECT_EQ (heights ("customHeight"), (Names { "", "", "1", "1", "1", "1" }));
+}
+
 TEST_F (WorkbookWriterTest, aTableWithoutRowsIsAnEmptySheet)
 {
     EXPECT_THAT (valuesAt (*sheetOf ({}), "//c/@r"), IsEmpty());

@@ -2,6 +2,7 @@
 #include "export/frame/EventExporterFactory.h"
 
 #include "export/EventCSVExporter.h"
+#include "export/EventExcelExporter.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -38,6 +39,16 @@ TEST (EventExporterFactory, makesTheDelimitedTextExporter)
     const auto exporter = EventExporterFactory::eventExporter (settings);
     ASSERT_NE (dynamic_cast<EventCSVExporter*> (exporter.get()), nullptr);
     EXPECT_EQ (exporter->type(), EventExportTypeCSV);
+    EXPECT_EQ (exporter->settings, settings);
+    EXPECT_EQ (exporter->delegate, nullptr);
+}
+
+TEST (EventExporterFactory, makesTheWorkbookExporter)
+{
+    const auto settings = settingsOfKind (7);
+    const auto exporter = EventExporterFactory::eventExporter (settings);
+    ASSERT_NE (dynamic_cast<EventExcelExporter*> (exporter.get()), nullptr);
+    EXPECT_EQ (exporter->type(), EventExportTypeExcel);
     EXPECT_EQ (exporter->settings, settings);
     EXPECT_EQ (exporter->delegate, nullptr);
 }
