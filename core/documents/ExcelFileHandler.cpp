@@ -13,6 +13,18 @@ void ExcelFileHandler::readFileContent (const juce::String& path,
     error = readWorkbook (path, rows);
 }
 
+void ExcelFileHandler::readSheetContent (const juce::String& path, const juce::String& sheet,
+                                         std::vector<std::vector<RichTextString>>& rows, juce::String& error)
+{
+    error = readSheetOfWorkbook (path, sheet, rows);
+}
+
+void ExcelFileHandler::readSheetNames (const juce::String& path, std::vector<juce::String>& names, int& sheetInFront,
+                                       juce::String& error)
+{
+    error = readSheetsOfWorkbook (path, names, sheetInFront);
+}
+
 void ExcelFileHandler::writeFileContent (const juce::String& path,
                                          std::vector<std::vector<RichTextString>>& rows, juce::String& error)
 {

@@ -24,12 +24,28 @@ public:
 
     /** Reads the sheet that was in front when the workbook was saved. `rows` is replaced on success and left as it
         was on failure.
+
+        Numbers, dates and times are texts, as NumberFormat shows them; a formula is its result.
         @param path   full path of the workbook
-        @param rows   a row for every row of the sheet down to the last one that holds something
+        @param rows   a row for every row of the sheet down to the last one that holds something. The first one has a cell
+                      for every column in which there is a text, if need be an empty one; any other ends with its own last cell
         @param error  empty on success
     */
     void readFileContent (const juce::String& path, std::vector<std::vector<RichTextString>>& rows,
                           juce::String& error);
+
+    /** The same with another sheet.
+        @param sheet  its name; upper and lower case are one */
+    void readSheetContent (const juce::String& path, const juce::String& sheet,
+                           std::vector<std::vector<RichTextString>>& rows, juce::String& error);
+
+    /** Reads the names of the sheets, in their order, hidden ones and charts included.
+        @param names         replaced on success
+        @param sheetInFront  index of the one that readFileContent() reads
+        @param error         empty on success
+    */
+    void readSheetNames (const juce::String& path, std::vector<juce::String>& names, int& sheetInFront,
+                         juce::String& error);
 
     /** Writes a workbook of one sheet, its first row standing out as the heading. An existing file is replaced; after a failure
         there is the old file or none.

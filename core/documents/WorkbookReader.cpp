@@ -1,12 +1,124 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/documents/WorkbookReader.h"
 
+#include "core/documents/OrcusSheet.h"
+#include "core/documents/SheetTable.h"
+#include "core/documents/SheetText.h"
+#include "core/documents/WorkbookArchive.h"
+#include "core/documents/WorkbookFailure.h"
+#include "core/documents/WorkbookParts.h"
+#include "core/documents/WorkbookStrings.h"
+#include "core/documents/WorkbookStyles.h"
+#include "core/text/StringUtil.h"
+
+#include <algorithm>
+
 namespace ZEP::Core
 {
-
-juce::String readWorkbook (const juce::String&, std::vector<std::vector<RichTextString>>&)
+namespace
 {
-    return "Workbooks can't be read yet.";
+
+void walkThrough (WorkbookXML& walk, const WorkbookArchive& archive, const std::string& part)
+{
+    if (part.empty())
+        return;
+
+    archive.read (part, [&walk] (std::string_view piece) { walk.take (piece); });
+    walk.finish();
+}
+
+SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts& parts, const SheetEntry& sheet)
+{
+    if (! sheet.isTable)
+        throw WorkbookFailure (WorkbookWords::isChart);
+
+    WorkbookColours colours;
+
+    if (! parts.theme.empty())
+        colours.readTheme (archive.bytesOf (parts.theme));
+
+    WorkbookStyles styles (colours);
+    walkThrough (styles, archive, parts.styles);
+    WorkbookStrings strings (colours);
+    walkThrough (strings, archive, parts.sharedStrings);
+
+    const auto xml = archive.bytesOf (sheet.part);
+    SheetTable table ({ strings, styles, WorkbookFonts (styles.plainLook()), parts.countsFrom1904 },
+                      SheetTable::mostCells (xml.size()));
+    const OrcusSheet orcus (table);
+    handOutRows (xml, strings, colours, [&orcus] (std::string_view rows) { orcus.read (rows); });
+    auto rows = table.take();
+
+    if (table.isTooLarge())
+        throw WorkbookFailure (WorkbookWords::isTooWide);
+
+    return rows;
+}
+
+const SheetEntry& sheetNamed (const WorkbookParts& parts, const juce::String& name)
+{
+    const auto sheet = std::find_if (parts.sheets.begin(), parts.sheets.end(), [&name] (const auto& candidate)
+                                     { return StringUtil::fromUTF8 (candidate.name).equalsIgnoreCase (name); });
+
+    if (sheet == parts.sheets.end())
+        throw WorkbookFailure (("The workbook has no sheet \"" + name + "\".").toStdString());
+
+    return *sheet;
+}
+
+/** The words of what goes wrong in some work. */
+template <typename Work>
+juce::String wordsOf (Work work)
+{
+    try
+    {
+        work();
+        return {};
+    }
+    catch (const WorkbookFailure& failure)
+    {
+        return StringUtil::fromUTF8 (failure.what());
+    }
+}
+
+} // namespace
+
+juce::String readWorkbook (const juce::String& path, std::vector<std::vector<RichTextString>>& rows)
+{
+    return wordsOf (
+        [&]
+        {
+            const WorkbookArchive archive (path);
+            const auto parts = readWorkbookParts (archive);
+            rows = readSheet (archive, parts, parts.sheets[parts.sheetInFront]);
+        });
+}
+
+juce::String readSheetOfWorkbook (const juce::String& path, const juce::String& sheet,
+                                  std::vector<std::vector<RichTextString>>& rows)
+{
+    return wordsOf (
+        [&]
+        {
+            const WorkbookArchive archive (path);
+            const auto parts = readWorkbookParts (archive);
+            rows = readSheet (archive, parts, sheetNamed (parts, sheet));
+        });
+}
+
+juce::String readSheetsOfWorkbook (const juce::String& path, std::vector<juce::String>& names, int& sheetInFront)
+{
+    return wordsOf (
+        [&]
+        {
+            const auto parts = readWorkbookParts (WorkbookArchive (path));
+            names.clear();
+
+            for (const auto& sheet : parts.sheets)
+                names.push_back (StringUtil::fromUTF8 (sheet.name));
+
+            sheetInFront = static_cast<int> (parts.sheetInFront);
+        });
 }
 
 } // namespace ZEP::Core

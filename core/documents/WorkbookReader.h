@@ -3,13 +3,24 @@
 
 #include "core/text/RichTextString.h"
 
+#include <juce_core/juce_core.h>
+
 #include <vector>
 
 namespace ZEP::Core
 {
 
-/** Reads one sheet of a workbook. The words of a failure; empty on success. */
+/** Reads the sheet that is in front. The words of a failure, which leaves `rows` as it was; empty on success. */
 [[nodiscard]] juce::String readWorkbook (const juce::String& path,
                                          std::vector<std::vector<RichTextString>>& rows);
+
+/** The same with the sheet of a name, whose upper and lower case are one. */
+[[nodiscard]] juce::String readSheetOfWorkbook (const juce::String& path, const juce::String& sheet,
+                                                std::vector<std::vector<RichTextString>>& rows);
+
+/** Reads the names of the sheets, hidden ones and charts included.
+    @param sheetInFront  index of the one that readWorkbook() reads */
+[[nodiscard]] juce::String readSheetsOfWorkbook (const juce::String& path, std::vector<juce::String>& names,
+                                                 int& sheetInFront);
 
 } // namespace ZEP::Core

@@ -4,6 +4,7 @@
 #include "import/ADRStudioEventFileImporter.h"
 #include "import/CSVEventFileImporter.h"
 #include "import/DBFEventFileImporter.h"
+#include "import/ExcelEventFileImporter.h"
 #include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/STLEventFileImporter.h"
@@ -71,7 +72,7 @@ const std::vector<Entry>& entries()
         { 4, { ".stl" }, "EBU or text STL subtitles", false, make<STLEventFileImporter> },
         { 5, { ".xml" }, "ADR Studio cue list", true, make<ADRStudioEventFileImporter> },
         { 1, { ".dbf" }, "dBase table", true, make<DBFEventFileImporter> },
-        { 6, { ".xlsx" }, "Excel workbook", true, notYet },
+        { 6, { ".xlsx" }, "Excel workbook", true, make<ExcelEventFileImporter> },
         { 7, { ".ttal" }, "TTAL cue list", false, makeWithTime<TTALEventFileImporter> },
         { 8, { ".docx" }, "Word cue sheet", false, notYet },
     };

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Core/Export.h"
+#include "core/text/RichTextString.h"
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ZEP::Core
+{
+
+class WorkbookAttributes;
+
+/** How characters look, as a workbook says it. */
+struct CellLook
+{
+    bool bold = false;
+    bool italic = false;
+    bool underlined = false;
+    bool struckThrough = false;
+    double points = 0.0;      ///< 0 where the workbook doesn't say
+    std::uint32_t colour = 0; ///< alpha first, always opaque; 0 for the colour of plain text
+
+    bool operator== (const CellLook&) const = default;
+};
+
+/** The colours of a workbook: by their own value, by a place in its theme, or by a number in the old palette. */
+class ZEP_CORE_API WorkbookColours final
+{
+public:
+    WorkbookColours();
+
+    /** Reads the colours of a theme, its part's bytes. What can't be read leaves the usual ones. */
+    void readTheme (std::string_view xml);
+
+    /** The opaque colour of a "color" element; 0 where it leaves the choice to the program. */
+    [[nodiscard]] std::uint32_t colourOf (const WorkbookAttributes& attributes) const;
+
+    static constexpr std::size_t themeColours = 12;
+
+private:
+    std::array<std::uint32_t, themeColours> theme;
+};
+
+/** Takes what an element within a "font" or "rPr" says of the look of characters. */
+ZEP_CORE_API void applyToLook (CellLook& look, std::string_view element,
+                               const WorkbookAttributes& attributes, const WorkbookColours& colours);
+
+/** A colour made lighter, or darker where the tint is below zero, between -1 and 1. */
+[[nodiscard]] ZEP_CORE_API std::uint32_t tinted (std::uint32_t colour, double tint);
+
+/** Makes fonts and colours of looks. Size and colour of the workbook's own plain text are those of ours, so that it has no
+    attributes. */
+class ZEP_CORE_API WorkbookFonts final
+{
+public:
+    explicit WorkbookFonts (const CellLook& plainText) : plain (plainText) {}
+
+    /** Whether a look is that of plain text. */
+    [[nodiscard]] bool isPlain (const CellLook& look) const;
+
+    [[nodiscard]] juce::Font fontOf (const CellLook& look) const;
+    [[nodiscard]] juce::Colour colourOf (const CellLook& look) const;
+
+private:
+    CellLook plain;
+};
+
+} // namespace ZEP::Core

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/documents/SheetTable.h"
+
+#include "core/text/StringUtil.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ZEP::Core
+{
+namespace
+{
+
+// An empty cell takes some fifty bytes of memory, a text some two hundred.
+constexpr std::uint64_t bytesPerCell = 4;
+constexpr std::uint64_t spareCells = std::uint64_t { 2 } << 20;
+constexpr std::uint64_t mostCellsOfAll = std::uint64_t { 16 } << 20;
+
+bool isInSheet (int row, int column)
+{
+    return row >= 0 && row < SheetTable::mostRows && column >= 0 && column < SheetTable::mostColumns;
+}
+
+} // namespace
+
+std::uint64_t SheetTable::mostCells (std::uint64_t bytes)
+{
+    return std::min (bytes / bytesPerCell + spareCells, mostCellsOfAll);
+}
+
+void SheetTable::setText (int row, int column, std::size_t string)
+{
+    begin ({ row, column, Kind::text, string, 0.0, 0 });
+}
+
+void SheetTable::setNumber (int row, int column, double value)
+{
+    begin ({ row, column, Kind::number, 0, value, 0 });
+}
+
+void SheetTable::setBoolean (int row, int column, bool value)
+{
+    begin ({ row, column, Kind::boolean, 0, value ? 1.0 : 0.0, 0 });
+}
+
+void SheetTable::setStyle (int row, int column, std::size_t style)
+{
+    if (pending.has_value() && pending->row == row && pending->column == column)
+    {
+        pending->style = style;
+        return;
+    }
+
+    finishCell();
+
+    if (isInSheet (row, column))
+        reach (row, column);
+}
+
+void SheetTable::begin (const Cell& cell)
+{
+    finishCell();
+
+    if (isInSheet (cell.row, cell.column))
+        pending = cell;
+}
+
+void SheetTable::finishCell()
+{
+    if (pending.has_value())
+        put (pending->row, pending->column, contentOf (*pending));
+
+    pending.reset();
+}
+
+RichTextString SheetTable::contentOf (const Cell& cell) const
+{
+    const auto& look = workbook.styles.lookOf (cell.style);
+
+    if (cell.kind == Kind::text)
+        return workbook.strings[cell.string].inCell (look, workbook.fonts);
+
+    const auto shown = cell.kind == Kind::number
+                           ? workbook.styles.formatOf (cell.style).shown (cell.value, workbook.countsFrom1904)
+                           : std::string (cell.value != 0.0 ? "TRUE" : "FALSE");
+
+    return CellText { StringUtil::fromUTF8 (shown), {} }.inCell (look, workbook.fonts);
+}
+
+void SheetTable::put (int row, int column, RichTextString content)
+{
+    reach (row, column);
+
+    if (content.getText().isEmpty() || ! makeRoom (row, column))
+        return;
+
+    const auto place = static_cast<std::size_t> (column);
+    width = std::max (width, place + 1);
+    rows[static_cast<std::size_t> (row)][place] = std::move (content);
+}
+
+/** Notes that there is a cell, which may be empty. */
+void SheetTable::reach (int row, int column)
+{
+    const auto place = static_cast<std::size_t> (row);
+
+    if (place >= lengths.size())
+        lengths.resize (place + 1);
+
+    lengths[place] = std::max (lengths[place], column + 1);
+}
+
+bool SheetTable::makeRoom (int row, int column)
+{
+    const auto newRows = std::max (static_cast<std::size_t> (row) + 1, rows.size()) - rows.size();
+    const auto columns = newRows > 0 ? 0 : rows[static_cast<std::size_t> (row)].size();
+    const auto newCells = std::max (static_cast<std::size_t> (column) + 1, columns) - columns;
+
+    if (newRows + newCells > cellsLeft)
+    {
+        hasTooMany = true;
+        return false;
+    }
+
+    cellsLeft -= newRows + newCells;
+    rows.resize (rows.size() + newRows);
+    rows[static_cast<std::size_t> (row)].resize (columns + newCells);
+    return true;
+}
+
+SheetTable::Rows SheetTable::take()
+{
+    finishCell();
+
+    for (std::size_t i = 0; i < rows.size(); ++i)
+    {
+        const auto length = i == 0 ? width : std::min (static_cast<std::size_t> (lengths[i]), width);
+        const auto missing = std::max (length, rows[i].size()) - rows[i].size();
+
+        if (missing > cellsLeft)
+        {
+            hasTooMany = true;
+            break;
+        }
+
+        cellsLeft -= missing;
+        rows[i].resize (rows[i].size() + missing);
+    }
+
+    return std::move (rows);
+}
+
+} // namespace ZEP::Core

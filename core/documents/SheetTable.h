@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Core/Export.h"
+#include "core/documents/WorkbookStrings.h"
+#include "core/documents/WorkbookStyles.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace ZEP::Core
+{
+
+/** Makes a table of the cells of a sheet, in whatever order they come.
+
+    Rows and columns stand in their places. A row ends with the last of its cells that the sheet has, be it empty; but never behind
+    the last column in which any row has a text, since programs format whole rows of empty cells. The first row, in which readers
+    look for the titles, reaches over all columns, so that one without a title can be named by its number. Rows without a text
+    are left out at the end.
+
+    A few bytes can ask for a table of seventeen thousand million cells, so there is an end to them: isTooLarge(). */
+class ZEP_CORE_API SheetTable final
+{
+public:
+    using Rows = std::vector<std::vector<RichTextString>>;
+
+    static constexpr int mostRows = 1048576;
+    static constexpr int mostColumns = 16384;
+
+    /** What a cell needs to know of its workbook, which lives longer. */
+    struct Workbook
+    {
+        const WorkbookStrings& strings;
+        const WorkbookStyles& styles;
+        WorkbookFonts fonts;
+        bool countsFrom1904;
+    };
+
+    /** How many cells the table of a sheet may have, empty ones in gaps included.
+        @param bytes  of the sheet's part */
+    [[nodiscard]] static std::uint64_t mostCells (std::uint64_t bytes);
+
+    SheetTable (const Workbook& workbookOfSheet, std::uint64_t mostCells)
+        : workbook (workbookOfSheet),
+          cellsLeft (mostCells)
+    {
+    }
+
+    // Rows and columns count from 0; what lies outside a sheet is ignored.
+
+    /** @param string  number of the text */
+    void setText (int row, int column, std::size_t string);
+    void setNumber (int row, int column, double value);
+    void setBoolean (int row, int column, bool value);
+
+    /** Sets the style of the cell that came last, or else makes an empty cell. */
+    void setStyle (int row, int column, std::size_t style);
+
+    /** Whether cells were left out since there were too many. */
+    [[nodiscard]] bool isTooLarge() const noexcept { return hasTooMany; }
+
+    /** The table; the last thing to be asked. */
+    [[nodiscard]] Rows take();
+
+private:
+    enum class Kind
+    {
+        text,
+        number,
+        boolean
+    };
+
+    struct Cell
+    {
+        int row;
+        int column;
+        Kind kind;
+        std::size_t string;
+        double value;
+        std::size_t style;
+    };
+
+    void begin (const Cell& cell);
+    void finishCell();
+    [[nodiscard]] RichTextString contentOf (const Cell& cell) const;
+    void put (int row, int column, RichTextString content);
+    void reach (int row, int column);
+    [[nodiscard]] bool makeRoom (int row, int column);
+
+    const Workbook workbook;
+    std::uint64_t cellsLeft;
+    bool hasTooMany = false;
+    std::optional<Cell> pending; ///< its style comes last
+    Rows rows;
+    std::vector<int> lengths; ///< of the rows, with the empty cells at their ends
+    std::size_t width = 0;    ///< up to the last column with a text
+};
+
+} // namespace ZEP::Core

@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: GPL-3.0-only
+//   element               meaning
+//   sheetData / row       r: its number from 1; the one behind the last without
+//   row / c               r: its place, "B12"; the one behind the last without. s: number of its style. t: what it holds
+//   c / v                 t missing or "n"   a number
+//                         "s"                number of a shared text
+//                         "b"                0 or 1
+//                         "str"              a text, the result of a formula
+//                         "e"                an error, "#N/A"
+//                         "d"                a date as it is written, "2024-03-31T12:00:00"
+//   c / is                "inlineStr"        a text, see WorkbookStrings.cpp
+//   c / f                 the formula itself: nothing here
+#include "core/documents/SheetText.h"
+
+#include "core/documents/SheetTable.h"
+#include "core/text/StringUtil.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ZEP::Core
+{
+namespace
+{
+
+using namespace std::string_view_literals;
+
+constexpr std::size_t bytesOfStretch = std::size_t { 2 } << 20;
+constexpr auto endOfRow = "</row>"sv;
+
+constexpr int depthOfTable = 2;
+constexpr int depthOfRow = 3;
+constexpr int depthOfCell = 4;
+constexpr int depthOfContent = 5;
+
+/** Whether Orcus reads a text as the number that it is. */
+bool isNumber (std::string_view text)
+{
+    constexpr std::size_t mostLength = 40;
+    const auto digits = [&text]
+    {
+        const auto count = std::min (text.find_first_not_of ("0123456789"), text.size());
+        text.remove_prefix (count);
+        return count > 0;
+    };
+    const auto skip = [&text] (std::string_view signs)
+    {
+        const bool isThere = ! text.empty() && signs.find (text.front()) != std::string_view::npos;
+        text.remove_prefix (isThere ? 1 : 0);
+        return isThere;
+    };
+
+    if (text.size() > mostLength)
+        return false;
+
+    skip ("-");
+
+    if (! digits() || (skip (".") && ! digits()))
+        return false;
+
+    if (skip ("eE"))
+    {
+        skip ("+-");
+        return digits() && text.empty();
+    }
+
+    return text.empty();
+}
+
+std::string lettersOfColumn (int column)
+{
+    std::string letters;
+
+    for (auto rest = column + 1; rest > 0; rest = (rest - 1) / 26)
+        letters.insert (letters.begin(), static_cast<char> ('A' + (rest - 1) % 26));
+
+    return letters;
+}
+
+/** Writes the rows of a sheet anew. */
+class Transcript final : public WorkbookXML
+{
+public:
+    Transcript (WorkbookStrings& stringsOfWorkbook, const WorkbookColours& colours, const TakeRows& takeRows)
+        : strings (stringsOfWorkbook),
+          handOut (takeRows),
+          text (colours)
+    {
+    }
+
+    void handOutRest()
+    {
+        if (! rows.empty())
+            handOut (rows);
+
+        rows.clear();
+    }
+
+    bool isSheet = false;
+
+private:
+    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    {
+        if (depth() == 1)
+            isSheet = name == "worksheet";
+        else if (depth() == depthOfTable)
+            isInTable = isSheet && name == "sheetData";
+        else if (isInTable && depth() == depthOfRow)
+            startRow (attributes["r"]);
+        else if (isInTable && depth() == depthOfCell && name == "c")
+            startCell (attributes);
+        else if (isInCell && depth() == depthOfContent)
+            content = name == "v" ? Content::value : name == "is" ? Content::text : Content::none;
+        else if (isInCell && content == Content::text)
+            text.elementStarts (name, attributes);
+    }
+
+    void elementEnds (std::string_view name) override
+    {
+        if (isInCell && depth() > depthOfContent && content == Content::text)
+            text.elementEnds (name);
+        else if (depth() == depthOfContent)
+            content = Content::none;
+        else if (isInCell && depth() == depthOfCell)
+            endCell();
+        else if (isInTable && depth() == depthOfRow)
+            endRow();
+    }
+
+    void textComes (std::string_view piece) override
+    {
+        if (content == Content::value)
+            value += piece;
+        else if (content == Content::text)
+            text.textComes (piece);
+    }
+
+    void startRow (std::string_view number)
+    {
+        const auto given = wholeNumber (number);
+        row = given > 0 && given <= SheetTable::mostRows ? given : row + 1;
+        column = -1;
+        rows.append ("<row r=\"").append (std::to_string (row)).append ("\">");
+    }
+
+    void endRow()
+    {
+        rows += endOfRow;
+
+        if (rows.size() >= bytesOfStretch)
+            handOutRest();
+    }
+
+    void startCell (const WorkbookAttributes& attributes)
+    {
+        const auto given = columnOfPlace (attributes["r"]);
+        column = given >= 0 ? given : column + 1;
+        kind = attributes["t"];
+        style = attributes.number ("s", 0);
+        value.clear();
+        isInCell = true;
+    }
+
+    void endCell()
+    {
+        isInCell = false;
+        auto inlineText = text.take();
+
+        if (column >= SheetTable::mostColumns || row > SheetTable::mostRows)
+            return;
+
+        const bool isText = kind == "s";
+        const bool isTruth = kind == "b" && ! value.empty();
+
+        if (kind == "inlineStr")
+            writeText (std::move (inlineText));
+        else if (isText)
+            writeCell ("s", wholeNumber (value) < 0 ? std::to_string (numberOfEmptyText()) : value);
+        else if (isTruth)
+            writeCell ("b", value == "1" || value == "true" ? "1" : "0");
+        else if ((kind.empty() || kind == "n") && isNumber (value))
+            writeCell ("n", value);
+        else
+            writeText ({ StringUtil::fromUTF8 (withoutWorkbookEscapes (shownValue())), {} });
+    }
+
+    std::string shownValue() const
+    {
+        auto shown = value;
+
+        if (kind == "d")
+            std::replace (shown.begin(), shown.end(), 'T', ' ');
+
+        return shown;
+    }
+
+    void writeText (CellText newText)
+    {
+        writeCell ("s", std::to_string (newText.text.isEmpty() ? numberOfEmptyText() : strings.add (std::move (newText))));
+    }
+
+    void writeCell (std::string_view type, const std::string& number)
+    {
+        rows.append ("<c r=\"").append (lettersOfColumn (column)).append (std::to_string (row));
+        rows.append ("\" s=\"").append (std::to_string (style)).append ("\" t=\"").append (type);
+        rows.append ("\"><v>").append (number).append ("</v></c>");
+    }
+
+    std::size_t numberOfEmptyText()
+    {
+        if (emptyText == 0)
+            emptyText = strings.add ({}) + 1;
+
+        return emptyText - 1;
+    }
+
+    enum class Content
+    {
+        none,
+        value,
+        text
+    };
+
+    WorkbookStrings& strings;
+    const TakeRows& handOut;
+    CellTextBuilder text;
+    std::string rows;
+    std::string value;
+    std::string kind;
+    std::size_t emptyText = 0; ///< its number and one
+    int row = 0;               ///< from 1
+    int column = -1;           ///< from 0
+    int style = 0;
+    bool isInTable = false;
+    bool isInCell = false;
+    Content content = Content::none;
+};
+
+void handOutAsTheyAre (std::string_view rows, const TakeRows& take)
+{
+    while (rows.size() > bytesOfStretch)
+    {
+        const auto end = rows.find (endOfRow, bytesOfStretch);
+
+        if (end == std::string_view::npos)
+            break;
+
+        take (rows.substr (0, end + endOfRow.size()));
+        rows.remove_prefix (end + endOfRow.size());
+    }
+
+    take (rows);
+}
+
+} // namespace
+
+int columnOfPlace (std::string_view place)
+{
+    int column = 0;
+
+    for (const char sign : place)
+    {
+        const char letter = sign >= 'a' && sign <= 'z' ? static_cast<char> (sign - 'a' + 'A') : sign;
+
+        if (letter < 'A' || letter > 'Z')
+            break;
+
+        column = column * 26 + (letter - 'A' + 1);
+
+        if (column > SheetTable::mostColumns)
+            return -1;
+    }
+
+    return column - 1;
+}
+
+void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours, const TakeRows& take)
+{
+    if (const auto rows = plainRows (xml); rows.data() != nullptr)
+        return handOutAsTheyAre (rows, take);
+
+    Transcript transcript (strings, colours, take);
+    transcript.take (xml);
+    transcript.finish();
+    transcript.handOutRest();
+}
+
+} // namespace ZEP::Core

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Core/Export.h"
+
+#include <juce_core/juce_core.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ZEP::Core
+{
+
+/** The parts of a workbook's file, which is a ZIP archive from a stranger.
+
+    The archive's directory is judged before anything is inflated: how many parts there are, how large they say they become, and how
+    many times their packed size that is. What a part says of its size is held against what comes out of it. Nothing is ever
+    written to a path.
+
+    Every failure is a WorkbookFailure. One archive belongs to one thread. */
+class ZEP_CORE_API WorkbookArchive final
+{
+public:
+    struct Limits
+    {
+        std::uint64_t parts = 10000;
+        std::uint64_t bytesOfPart = std::uint64_t { 512 } << 20;
+        std::uint64_t bytes = std::uint64_t { 1 } << 30; ///< of all parts
+        std::uint64_t ratio = 200;                       ///< inflated to packed, of an archive that isn't small
+        std::uint64_t smallBytes = std::uint64_t { 32 } << 20;
+    };
+
+    /** Opens a file and judges it. */
+    explicit WorkbookArchive (const juce::String& path) : WorkbookArchive (path, Limits()) {}
+    WorkbookArchive (const juce::String& path, const Limits& limits);
+    ~WorkbookArchive();
+
+    /** Whether there is such a part. Upper and lower case are one, as they are for spreadsheet programs. */
+    [[nodiscard]] bool has (const std::string& part) const;
+
+    /** Hands out the bytes of a part piece by piece, from the front. */
+    void read (const std::string& part, const std::function<void (std::string_view)>& take) const;
+
+    /** The bytes of a part. */
+    [[nodiscard]] std::string bytesOf (const std::string& part) const;
+
+private:
+    struct Zip;
+
+    void judgeContent() const;
+
+    Limits limits;
+    std::unique_ptr<Zip> zip;
+};
+
+} // namespace ZEP::Core

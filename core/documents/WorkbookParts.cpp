@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: GPL-3.0-only
+//   part                              what is read in it
+//   _rels/.rels                       Relationship Type, Target: which part is the workbook
+//   xl/workbook.xml                   workbookPr date1904; workbookView activeTab; sheet name, state, r:id
+//   xl/_rels/workbook.xml.rels        Relationship Id, Type, Target: sheets, styles, shared strings, theme
+#include "core/documents/WorkbookParts.h"
+
+#include "core/documents/WorkbookArchive.h"
+#include "core/documents/WorkbookFailure.h"
+#include "core/documents/WorkbookXML.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace ZEP::Core
+{
+namespace
+{
+
+constexpr auto relationsOfArchive = "_rels/.rels";
+constexpr auto partOfBinaryWorkbook = "xl/workbook.bin";
+constexpr auto partThatNamesTheKind = "mimetype";
+constexpr auto usualWorkbook = "xl/workbook.xml";
+
+struct Relation
+{
+    std::string id;
+    std::string kind; ///< the last word of its type: "worksheet"
+    std::string part;
+};
+
+using Relations = std::vector<Relation>;
+
+class RelationsXML final : public WorkbookXML
+{
+public:
+    explicit RelationsXML (std::string partThatRelates) : from (std::move (partThatRelates)) {}
+
+    Relations relations;
+
+private:
+    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    {
+        if (name != "Relationship" || attributes["TargetMode"] == "External")
+            return;
+
+        const auto type = attributes["Type"];
+        relations.push_back ({ std::string (attributes["Id"]),
+                               std::string (type.substr (type.find_last_of ('/') + 1)),
+                               pathOfTarget (from, std::string (attributes["Target"])) });
+    }
+
+    void elementEnds (std::string_view) override {}
+
+    std::string from;
+};
+
+/** What stands in the workbook's own part. */
+class WorkbookItself final : public WorkbookXML
+{
+public:
+    struct Entry
+    {
+        SheetEntry sheet;
+        std::string relation;
+    };
+
+    std::vector<Entry> entries;
+    std::optional<int> activeTab;
+    bool countsFrom1904 = false;
+    bool isWorkbook = false;
+
+private:
+    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    {
+        if (depth() == 1)
+            isWorkbook = name == "workbook";
+        else if (name == "workbookPr")
+            countsFrom1904 = attributes.isOn ("date1904", false);
+        else if (name == "workbookView" && ! activeTab.has_value())
+            activeTab = attributes.number ("activeTab", 0);
+        else if (name == "sheet" && depth() == 3)
+            addSheet (attributes);
+    }
+
+    void elementEnds (std::string_view) override {}
+
+    void addSheet (const WorkbookAttributes& attributes)
+    {
+        const auto state = attributes["state"];
+        Entry entry;
+        entry.sheet.name = attributes["name"];
+        entry.sheet.isHidden = state == "hidden" || state == "veryHidden";
+        entry.relation = attributes["id"];
+        entries.push_back (std::move (entry));
+    }
+};
+
+template <typename Walk>
+void walkThrough (Walk& walk, const WorkbookArchive& archive, const std::string& part)
+{
+    archive.read (part, [&walk] (std::string_view piece) { walk.take (piece); });
+    walk.finish();
+}
+
+Relations relationsOf (const WorkbookArchive& archive, const std::string& part, const std::string& relationsPart)
+{
+    if (! archive.has (relationsPart))
+        return {};
+
+    RelationsXML walk (part);
+    walkThrough (walk, archive, relationsPart);
+    return std::move (walk.relations);
+}
+
+std::string relationsPartOf (const std::string& part)
+{
+    const auto name = part.find_last_of ('/') + 1;
+    return part.substr (0, name) + "_rels/" + part.substr (name) + ".rels";
+}
+
+std::string partOfKind (const Relations& relations, std::string_view kind)
+{
+    const auto relation =
+        std::find_if (relations.begin(), relations.end(), [=] (const auto& r) { return r.kind == kind; });
+    return relation == relations.end() ? std::string() : relation->part;
+}
+
+std::string existing (const WorkbookArchive& archive, const std::string& part)
+{
+    return ! part.empty() && archive.has (part) ? part : std::string();
+}
+
+/** Says what an archive without a workbook is, as far as that helps. */
+[[noreturn]] void refuseOtherArchive (const WorkbookArchive& archive)
+{
+    constexpr std::string_view spreadsheet = "application/vnd.oasis.opendocument.spreadsheet";
+
+    if (archive.has (partThatNamesTheKind) && archive.bytesOf (partThatNamesTheKind).starts_with (spreadsheet))
+        throw WorkbookFailure (WorkbookWords::isOpenDocument);
+
+    throw WorkbookFailure (archive.has (partOfBinaryWorkbook) ? WorkbookWords::isBinaryWorkbook
+                                                              : WorkbookWords::isNoWorkbook);
+}
+
+std::string findWorkbook (const WorkbookArchive& archive)
+{
+    auto part = existing (
+        archive, partOfKind (relationsOf (archive, {}, relationsOfArchive), "officeDocument"));
+
+    if (part.empty())
+        part = existing (archive, usualWorkbook);
+    if (part.empty() || part == partOfBinaryWorkbook)
+        refuseOtherArchive (archive);
+
+    return part;
+}
+
+/** A workbook can't show a hidden sheet in front: the next one that isn't hidden takes its place. */
+std::size_t sheetInFront (const std::vector<SheetEntry>& sheets, std::size_t wanted)
+{
+    const auto first = wanted < sheets.size() ? wanted : 0;
+
+    for (std::size_t i = 0; i < sheets.size(); ++i)
+        if (const auto place = (first + i) % sheets.size(); ! sheets[place].isHidden)
+            return place;
+
+    return first;
+}
+
+} // namespace
+
+std::string pathOfTarget (const std::string& from, const std::string& target)
+{
+    std::vector<std::string> folders;
+    const auto path = target.starts_with ('/') ? target : from.substr (0, from.find_last_of ('/') + 1) + target;
+
+    for (std::size_t start = 0; start <= path.size();)
+    {
+        const auto end = std::min (path.find_first_of ("/\\", start), path.size());
+        const auto folder = path.substr (start, end - start);
+        start = end + 1;
+
+        if (folder == ".." && ! folders.empty())
+            folders.pop_back();
+        else if (! folder.empty() && folder != "." && folder != "..")
+            folders.push_back (folder);
+    }
+
+    std::string result;
+
+    for (const auto& folder : folders)
+        result += (result.empty() ? "" : "/") + folder;
+
+    return result;
+}
+
+WorkbookParts readWorkbookParts (const WorkbookArchive& archive)
+{
+    const auto workbook = findWorkbook (archive);
+    const auto relations = relationsOf (archive, workbook, relationsPartOf (workbook));
+    WorkbookItself walk;
+    walkThrough (walk, archive, workbook);
+
+    if (! walk.isWorkbook)
+        throw WorkbookFailure (WorkbookWords::isNoWorkbook);
+    if (walk.entries.empty())
+        throw WorkbookFailure (WorkbookWords::hasNoSheet);
+
+    WorkbookParts parts;
+
+    for (auto& [sheet, id] : walk.entries)
+    {
+        for (const auto& relation : relations)
+            if (relation.id == id)
+            {
+                sheet.part = existing (archive, relation.part);
+                sheet.isTable = relation.kind == "worksheet";
+            }
+
+        parts.sheets.push_back (std::move (sheet));
+    }
+
+    parts.sheetInFront =
+        sheetInFront (parts.sheets, static_cast<std::size_t> (walk.activeTab.value_or (0)));
+    parts.countsFrom1904 = walk.countsFrom1904;
+    parts.styles = existing (archive, partOfKind (relations, "styles"));
+    parts.sharedStrings = existing (archive, partOfKind (relations, "sharedStrings"));
+    parts.theme = existing (archive, partOfKind (relations, "theme"));
+    return parts;
+}
+
+} // namespace ZEP::Core

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/documents/WorkbookXML.h"
+
+#include "core/documents/WorkbookFailure.h"
+
+#include <expat.h>
+
+#include <new>
+#include <utility>
+
+namespace ZEP::Core
+{
+namespace
+{
+
+constexpr std::size_t mostDigits = 9;
+
+std::string_view withoutPrefix (std::string_view name) { return name.substr (name.find (':') + 1); }
+
+} // namespace
+
+std::string_view WorkbookAttributes::operator[] (std::string_view name) const
+{
+    for (auto place = list; place[0] != nullptr; place += 2)
+        if (withoutPrefix (place[0]) == name)
+            return place[1];
+
+    return {};
+}
+
+int WorkbookAttributes::number (std::string_view name, int otherwise) const
+{
+    const auto number = wholeNumber (operator[] (name));
+    return number < 0 ? otherwise : number;
+}
+
+bool WorkbookAttributes::isOn (std::string_view name, bool otherwise) const
+{
+    const auto value = operator[] (name);
+    return value.empty() ? otherwise : value == "1" || value == "true" || value == "on";
+}
+
+int wholeNumber (std::string_view text)
+{
+    if (text.empty() || text.size() > mostDigits)
+        return -1;
+
+    int number = 0;
+
+    for (const char digit : text)
+    {
+        if (digit < '0' || digit > '9')
+            return -1;
+
+        number = number * 10 + (digit - '0');
+    }
+
+    return number;
+}
+
+/** Exceptions wait while the parser, which knows nothing of them, is on its way out. */
+struct WorkbookXML::Callbacks
+{
+    template <typename Work>
+    static void guarded (void* walk, Work work) noexcept
+    {
+        auto& self = *static_cast<WorkbookXML*> (walk);
+
+        if (self.failure != nullptr)
+            return;
+
+        try
+        {
+            work (self);
+        }
+        catch (...)
+        {
+            self.failure = std::current_exception();
+            XML_StopParser (self.parser.get(), XML_FALSE);
+        }
+    }
+
+    [[noreturn]] static void refuse() { throw WorkbookFailure (WorkbookWords::isDamaged); }
+
+    static void XMLCALL start (void* walk, const XML_Char* name, const XML_Char** attributes)
+    {
+        guarded (walk,
+                 [=] (WorkbookXML& self)
+                 {
+                     if (++self.nesting > deepestNesting)
+                         refuse();
+
+                     self.elementStarts (withoutPrefix (name), WorkbookAttributes (attributes));
+                 });
+    }
+
+    static void XMLCALL end (void* walk, const XML_Char* name)
+    {
+        guarded (walk,
+                 [=] (WorkbookXML& self)
+                 {
+                     self.elementEnds (withoutPrefix (name));
+                     --self.nesting;
+                 });
+    }
+
+    static void XMLCALL text (void* walk, const XML_Char* characters, int length)
+    {
+        guarded (walk, [=] (WorkbookXML& self)
+                 { self.textComes ({ characters, static_cast<std::size_t> (length) }); });
+    }
+
+    static void XMLCALL documentType (void* walk, const XML_Char*, const XML_Char*, const XML_Char*, int)
+    {
+        guarded (walk, [] (WorkbookXML&) { refuse(); });
+    }
+};
+
+WorkbookXML::WorkbookXML() : parser (XML_ParserCreate (nullptr))
+{
+    if (parser == nullptr)
+        throw std::bad_alloc();
+
+    XML_SetUserData (parser.get(), this);
+    XML_SetElementHandler (parser.get(), Callbacks::start, Callbacks::end);
+    XML_SetCharacterDataHandler (parser.get(), Callbacks::text);
+    XML_SetStartDoctypeDeclHandler (parser.get(), Callbacks::documentType);
+}
+
+WorkbookXML::~WorkbookXML() = default;
+
+void WorkbookXML::Free::operator() (XML_ParserStruct* parserToFree) const { XML_ParserFree (parserToFree); }
+
+void WorkbookXML::take (std::string_view bytes)
+{
+    constexpr std::size_t mostAtOnce = std::size_t { 1 } << 24;
+
+    for (; bytes.size() > mostAtOnce; bytes.remove_prefix (mostAtOnce))
+        take (bytes.substr (0, mostAtOnce), false);
+
+    take (bytes, false);
+}
+
+void WorkbookXML::finish() { take ({}, true); }
+
+void WorkbookXML::take (std::string_view bytes, bool isLast)
+{
+    const auto status =
+        XML_Parse (parser.get(), bytes.data(), static_cast<int> (bytes.size()), isLast ? XML_TRUE : XML_FALSE);
+
+    if (failure != nullptr)
+        std::rethrow_exception (std::exchange (failure, nullptr));
+    if (status == XML_STATUS_OK)
+        return;
+    if (XML_GetErrorCode (parser.get()) == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
+
+    Callbacks::refuse();
+}
+
+void WorkbookXML::textComes (std::string_view) {}
+
+} // namespace ZEP::Core
