@@ -15,23 +15,25 @@ namespace
 using Table = std::vector<std::vector<Core::RichTextString>>;
 
 constexpr auto kFailed = "Error parsing the Excel file.";
-constexpr auto kOnlyEmptyCells = "Error parsing the Excel file. The file you have selected contains only empty cells in the "
-                                 "active sheet.";
+constexpr auto kOnlyEmptyCells =
+    "Error parsing the Excel file. The file you have selected contains only empty cells in the "
+    "active sheet.";
 
 /** What the templates of the trade call a column, beside the headers of delimited text. */
 const ColumnSynonymTable& synonymsOfTemplates()
 {
-    static const ColumnSynonymTable table = withMoreSynonyms (columnSynonyms(), {
-                                                                                    { "Start TC", { "CUE START" } },
-                                                                                    { "End TC", { "CUE END" } },
-                                                                                    { "Text", { "LINE" } },
-                                                                                    { "Character", { "CHAR NAME" } },
-                                                                                    { "Char Prefix", { "CHAR ID" } },
-                                                                                    { "Actor", { "ACTOR NAME" } },
-                                                                                    { "Cue Number", { "CUE NO" } },
-                                                                                    { "Notes", { "NOTE" } },
-                                                                                    { "Reason", { "REASON" } },
-                                                                                });
+    static const ColumnSynonymTable table =
+        withMoreSynonyms (columnSynonyms(), {
+                                                { "Start TC", { "CUE START" } },
+                                                { "End TC", { "CUE END" } },
+                                                { "Text", { "LINE" } },
+                                                { "Character", { "CHAR NAME" } },
+                                                { "Char Prefix", { "CHAR ID" } },
+                                                { "Actor", { "ACTOR NAME" } },
+                                                { "Cue Number", { "CUE NO" } },
+                                                { "Notes", { "NOTE" } },
+                                                { "Reason", { "REASON" } },
+                                            });
     return table;
 }
 
@@ -83,13 +85,15 @@ int ExcelEventFileImporter::type() { return 6; }
 
 void ExcelEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding)
 {
-    readTable (*this, errorMessage, [this] (auto& handler, auto& table, auto& error)
+    readTable (*this, errorMessage,
+               [this] (auto& handler, auto& table, auto& error)
                { handler.readFileContent (filePath, table, error); });
 }
 
 void ExcelEventFileImporter::parseSheet (const juce::String& sheet, juce::String& errorMessage)
 {
-    readTable (*this, errorMessage, [this, &sheet] (auto& handler, auto& table, auto& error)
+    readTable (*this, errorMessage,
+               [this, &sheet] (auto& handler, auto& table, auto& error)
                { handler.readSheetContent (filePath, sheet, table, error); });
 }
 

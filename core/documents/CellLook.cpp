@@ -7,8 +7,8 @@
 //                         tint; indexed: number in the old palette, 64 and above for the program's own choice
 #include "core/documents/CellLook.h"
 
-#include "core/documents/WorkbookFailure.h"
-#include "core/documents/WorkbookXML.h"
+#include "core/documents/PartXML.h"
+#include "core/documents/UnreadableWorkbook.h"
 
 #include <algorithm>
 #include <charconv>
@@ -34,12 +34,13 @@ constexpr std::array<std::uint32_t, WorkbookColours::themeColours> usualTheme {
 };
 
 constexpr std::array<std::uint32_t, 64> palette {
-    0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0x000000, 0xffffff, 0xff0000,
-    0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080,
-    0xc0c0c0, 0x808080, 0x9999ff, 0x993366, 0xffffcc, 0xccffff, 0x660066, 0xff8080, 0x0066cc, 0xccccff, 0x000080,
-    0xff00ff, 0xffff00, 0x00ffff, 0x800080, 0x800000, 0x008080, 0x0000ff, 0x00ccff, 0xccffff, 0xccffcc, 0xffff99,
-    0x99ccff, 0xff99cc, 0xcc99ff, 0xffcc99, 0x3366ff, 0x33cccc, 0x99cc00, 0xffcc00, 0xff9900, 0xff6600, 0x666699,
-    0x969696, 0x003366, 0x339966, 0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333
+    0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0x000000, 0xffffff,
+    0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0x800000, 0x008000, 0x000080, 0x808000,
+    0x800080, 0x008080, 0xc0c0c0, 0x808080, 0x9999ff, 0x993366, 0xffffcc, 0xccffff, 0x660066, 0xff8080,
+    0x0066cc, 0xccccff, 0x000080, 0xff00ff, 0xffff00, 0x00ffff, 0x800080, 0x800000, 0x008080, 0x0000ff,
+    0x00ccff, 0xccffff, 0xccffcc, 0xffff99, 0x99ccff, 0xff99cc, 0xcc99ff, 0xffcc99, 0x3366ff, 0x33cccc,
+    0x99cc00, 0xffcc00, 0xff9900, 0xff6600, 0x666699, 0x969696, 0x003366, 0x339966, 0x003300, 0x333300,
+    0x993300, 0x993366, 0x333399, 0x333333
 };
 
 /** Six or eight hexadecimal digits as an opaque colour; 0 for anything else. Programs disagree on what stands for opaque. */
@@ -59,15 +60,16 @@ double realNumber (std::string_view text)
     return error == std::errc() && end == text.data() + text.size() && std::isfinite (value) ? value : 0.0;
 }
 
-class ThemeXML final : public WorkbookXML
+class ThemeXML final : public PartXML
 {
 public:
-    explicit ThemeXML (std::array<std::uint32_t, WorkbookColours::themeColours>& coloursToSet) : colours (coloursToSet)
+    explicit ThemeXML (std::array<std::uint32_t, WorkbookColours::themeColours>& coloursToSet)
+        : colours (coloursToSet)
     {
     }
 
 private:
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override
     {
         if (depth() == 4)
             place = std::find (namesOfThemeColours.begin(), namesOfThemeColours.end(), name);
@@ -75,7 +77,7 @@ private:
             set (name, attributes);
     }
 
-    void set (std::string_view name, const WorkbookAttributes& attributes)
+    void set (std::string_view name, const PartAttributes& attributes)
     {
         const auto colour = colourFromDigits (name == "sysClr" ? attributes["lastClr"] : attributes["val"]);
 
@@ -105,19 +107,20 @@ void WorkbookColours::readTheme (std::string_view xml)
         walk.take (xml);
         walk.finish();
     }
-    catch (const WorkbookFailure&) // a cue list can do without the colours of its theme
+    catch (const UnreadableWorkbook&) // a cue list can do without the colours of its theme
     {
     }
 }
 
-std::uint32_t WorkbookColours::colourOf (const WorkbookAttributes& attributes) const
+std::uint32_t WorkbookColours::colourOf (const PartAttributes& attributes) const
 {
     std::uint32_t colour = 0;
 
     if (attributes.has ("rgb"))
         colour = colourFromDigits (attributes["rgb"]);
     else if (const auto place = attributes.number ("theme", -1); place >= 0)
-        colour = static_cast<std::size_t> (place) < theme.size() ? theme[static_cast<std::size_t> (place)] : 0;
+        colour =
+            static_cast<std::size_t> (place) < theme.size() ? theme[static_cast<std::size_t> (place)] : 0;
     else if (const auto number = attributes.number ("indexed", -1); number >= 0)
         colour = static_cast<std::size_t> (number) < palette.size()
                      ? palette[static_cast<std::size_t> (number)] | opaque
@@ -126,7 +129,7 @@ std::uint32_t WorkbookColours::colourOf (const WorkbookAttributes& attributes) c
     return colour == 0 ? 0 : tinted (colour, realNumber (attributes["tint"]));
 }
 
-void applyToLook (CellLook& look, std::string_view element, const WorkbookAttributes& attributes,
+void applyToLook (CellLook& look, std::string_view element, const PartAttributes& attributes,
                   const WorkbookColours& colours)
 {
     if (element == "b")
@@ -154,7 +157,8 @@ std::uint32_t tinted (std::uint32_t colour, double tint)
     const juce::Colour base (colour);
     base.getHSL (hue, saturation, lightness);
     const auto amount = static_cast<float> (tint);
-    const auto changed = amount < 0.0F ? lightness * (1.0F + amount) : lightness + (1.0F - lightness) * amount;
+    const auto changed =
+        amount < 0.0F ? lightness * (1.0F + amount) : lightness + (1.0F - lightness) * amount;
     return juce::Colour::fromHSL (hue, saturation, changed, 1.0F).getARGB();
 }
 

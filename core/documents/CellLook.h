@@ -13,7 +13,7 @@
 namespace ZEP::Core
 {
 
-class WorkbookAttributes;
+class PartAttributes;
 
 /** How characters look, as a workbook says it. */
 struct CellLook
@@ -38,7 +38,7 @@ public:
     void readTheme (std::string_view xml);
 
     /** The opaque colour of a "color" element; 0 where it leaves the choice to the program. */
-    [[nodiscard]] std::uint32_t colourOf (const WorkbookAttributes& attributes) const;
+    [[nodiscard]] std::uint32_t colourOf (const PartAttributes& attributes) const;
 
     static constexpr std::size_t themeColours = 12;
 
@@ -47,8 +47,8 @@ private:
 };
 
 /** Takes what an element within a "font" or "rPr" says of the look of characters. */
-ZEP_CORE_API void applyToLook (CellLook& look, std::string_view element,
-                               const WorkbookAttributes& attributes, const WorkbookColours& colours);
+ZEP_CORE_API void applyToLook (CellLook& look, std::string_view element, const PartAttributes& attributes,
+                               const WorkbookColours& colours);
 
 /** A colour made lighter, or darker where the tint is below zero, between -1 and 1. */
 [[nodiscard]] ZEP_CORE_API std::uint32_t tinted (std::uint32_t colour, double tint);

@@ -19,8 +19,8 @@ void ExcelFileHandler::readSheetContent (const juce::String& path, const juce::S
     error = readSheetOfWorkbook (path, sheet, rows);
 }
 
-void ExcelFileHandler::readSheetNames (const juce::String& path, std::vector<juce::String>& names, int& sheetInFront,
-                                       juce::String& error)
+void ExcelFileHandler::readSheetNames (const juce::String& path, std::vector<juce::String>& names,
+                                       int& sheetInFront, juce::String& error)
 {
     error = readSheetsOfWorkbook (path, names, sheetInFront);
 }

@@ -19,8 +19,6 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <iterator>
 #include <utility>
 
 namespace ZEP::Core
@@ -28,11 +26,6 @@ namespace ZEP::Core
 namespace
 {
 
-constexpr double lastDay = 2958466.0; // 9999-12-31
-constexpr long long msOfDay = 86400000;
-constexpr long long msOfHour = 3600000;
-constexpr long long msOfMinute = 60000;
-constexpr long long msOfSecond = 1000;
 constexpr std::size_t mostTokens = 1000;
 
 char lower (char letter) { return static_cast<char> (std::tolower (static_cast<unsigned char> (letter))); }
@@ -82,24 +75,21 @@ private:
                 sections.emplace_back();
                 rest.remove_prefix (1);
                 return;
-            case '"':
-                return takeQuoted();
-            case '\\':
-                rest.remove_prefix (1);
-                return takeLiteral();
+            case '"': return takeQuoted();
+            case '\\': rest.remove_prefix (1); return takeLiteral();
             case '_':
-            case '*':
-                rest.remove_prefix (1);
-                return skipCharacter();
-            case '[':
-                return takeBracket();
+            case '*': rest.remove_prefix (1); return skipCharacter();
+            case '[': return takeBracket();
             default:
                 if (! takeWord() && ! takeSign())
                     takeLiteral();
         }
     }
 
-    void add (Kind kind, std::string_view text) { sections.back().tokens.push_back ({ kind, std::string (text) }); }
+    void add (Kind kind, std::string_view text)
+    {
+        sections.back().tokens.push_back ({ kind, std::string (text) });
+    }
 
     void addAndSkip (Kind kind, std::size_t length)
     {
@@ -153,7 +143,7 @@ private:
         const auto second = content.size() > 1 ? content[1] : ' ';
         const bool hasTwo = second == '=' || second == '>';
         auto& section = sections.back();
-        section.comparison = ! hasTwo                               ? content[0]
+        section.comparison = ! hasTwo                             ? content[0]
                              : content[0] == '<' && second == '>' ? 'n'
                              : content[0] == '<'                  ? 'l'
                                                                   : 'g';
@@ -200,7 +190,8 @@ private:
             addAndSkip (Kind::general, 1);
         else if (isPower)
             addAndSkip (Kind::exponent, 2);
-        else if (const auto part = std::string_view ("ymdhsfegba").find (sign); part != std::string_view::npos)
+        else if (const auto part = std::string_view ("ymdhsfegba").find (sign);
+                 part != std::string_view::npos)
             takePartOfTime (sign, "ymdhsfyyyd"[part]);
         else
             return false;
@@ -225,21 +216,66 @@ NumberFormat::NumberFormat (std::string_view code) : sections (Reader (code).rea
 
 std::string NumberFormat::usualCode (int number)
 {
-    static constexpr std::array<std::string_view, 59> codes {
-        "General", "0", "0.00", "#,##0", "#,##0.00",
-        "General", "General", "General", "General",
-        "0%", "0.00%", "0.00E+00", "# ?/?", "# ?" "?/??",
-        "mm-dd-yy", "d-mmm-yy", "d-mmm", "mmm-yy",
-        "h:mm AM/PM", "h:mm:ss AM/PM", "h:mm", "h:mm:ss", "m/d/yy h:mm",
-        "General", "General", "General", "General",
-        "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "h:mm", "h:mm:ss",
-        "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd",
-        "#,##0 ;(#,##0)", "#,##0 ;[Red](#,##0)", "#,##0.00;(#,##0.00)", "#,##0.00;[Red](#,##0.00)",
-        "#,##0;(#,##0);\"-\"", "#,##0;(#,##0);\"-\"", "#,##0.00;(#,##0.00);\"-\"", "#,##0.00;(#,##0.00);\"-\"",
-        "mm:ss", "[h]:mm:ss", "mm:ss.0", "##0.0E+0", "@",
-        "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd", "yyyy-mm-dd",
-        "yyyy-mm-dd", "yyyy-mm-dd"
-    };
+    static constexpr std::array<std::string_view, 59> codes { "General",
+                                                              "0",
+                                                              "0.00",
+                                                              "#,##0",
+                                                              "#,##0.00",
+                                                              "General",
+                                                              "General",
+                                                              "General",
+                                                              "General",
+                                                              "0%",
+                                                              "0.00%",
+                                                              "0.00E+00",
+                                                              "# ?/?",
+                                                              "# ?"
+                                                              "?/??",
+                                                              "mm-dd-yy",
+                                                              "d-mmm-yy",
+                                                              "d-mmm",
+                                                              "mmm-yy",
+                                                              "h:mm AM/PM",
+                                                              "h:mm:ss AM/PM",
+                                                              "h:mm",
+                                                              "h:mm:ss",
+                                                              "m/d/yy h:mm",
+                                                              "General",
+                                                              "General",
+                                                              "General",
+                                                              "General",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "h:mm",
+                                                              "h:mm:ss",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "#,##0 ;(#,##0)",
+                                                              "#,##0 ;[Red](#,##0)",
+                                                              "#,##0.00;(#,##0.00)",
+                                                              "#,##0.00;[Red](#,##0.00)",
+                                                              "#,##0;(#,##0);\"-\"",
+                                                              "#,##0;(#,##0);\"-\"",
+                                                              "#,##0.00;(#,##0.00);\"-\"",
+                                                              "#,##0.00;(#,##0.00);\"-\"",
+                                                              "mm:ss",
+                                                              "[h]:mm:ss",
+                                                              "mm:ss.0",
+                                                              "##0.0E+0",
+                                                              "@",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd",
+                                                              "yyyy-mm-dd" };
     const bool isKnown = number >= 0 && static_cast<std::size_t> (number) < codes.size();
     return std::string (isKnown ? codes[static_cast<std::size_t> (number)] : codes[0]);
 }
@@ -276,20 +312,13 @@ const NumberFormat::Section* NumberFormat::sectionFor (double value, bool& shows
     {
         switch (section.comparison)
         {
-            case '<':
-                return value < section.bound;
-            case '>':
-                return value > section.bound;
-            case '=':
-                return value == section.bound;
-            case 'l':
-                return value <= section.bound;
-            case 'g':
-                return value >= section.bound;
-            case 'n':
-                return value != section.bound;
-            default:
-                return true;
+            case '<': return value < section.bound;
+            case '>': return value > section.bound;
+            case '=': return value == section.bound;
+            case 'l': return value <= section.bound;
+            case 'g': return value >= section.bound;
+            case 'n': return value != section.bound;
+            default: return true;
         }
     };
     const auto end = sections.begin() + static_cast<std::ptrdiff_t> (count);
@@ -300,258 +329,10 @@ const NumberFormat::Section* NumberFormat::sectionFor (double value, bool& shows
 bool NumberFormat::isOfTime (const Section& section)
 {
     return std::any_of (section.tokens.begin(), section.tokens.end(),
-                        [] (const Token& token)
-                        { return token.kind == Kind::elapsed || (token.kind == Kind::number && token.text != "f"); });
-}
-
-namespace
-{
-
-/** A number whose digits go to the places that a format has for them, from the last place of the whole to the first. */
-class DigitPlacer final
-{
-public:
-    DigitPlacer (double value, std::size_t placesBeforePoint, int decimals, bool hasThousands)
-        : places (placesBeforePoint),
-          showsThousands (hasThousands)
-    {
-        const auto text = roundedNumber (value, decimals);
-        const auto point = std::min (text.find ('.'), text.size());
-        whole = text.substr (0, point);
-        fraction = text.substr (std::min (point + 1, text.size()));
-
-        if (whole == "0")
-            whole.clear();
-    }
-
-    /** What stands in the next place before the point; in the first all digits for which there is no place. */
-    std::string nextWhole (char sign)
-    {
-        const auto fromRight = places - 1 - placesTaken;
-        const auto most = placesTaken++ == 0 ? std::max (whole.size(), fromRight + 1) : fromRight + 1;
-        std::string text;
-
-        for (auto place = most; place-- > fromRight;)
-        {
-            if (place < whole.size())
-                text += whole[whole.size() - 1 - place];
-            else if (sign != '#')
-                text += sign == '?' ? ' ' : '0';
-            else
-                continue;
-
-            if (showsThousands && place > 0 && place % 3 == 0)
-                text += ',';
-        }
-
-        return text;
-    }
-
-    /** What no place was made for. */
-    std::string unplaced() const { return places == 0 ? whole : std::string(); }
-
-    std::string nextDecimal (char sign)
-    {
-        const auto place = decimalsTaken++;
-
-        if (sign != '0' && fraction.find_first_not_of ('0', place) == std::string::npos)
-            return sign == '?' ? " " : "";
-
-        return fraction.substr (place, 1);
-    }
-
-private:
-    std::string whole;
-    std::string fraction;
-    std::size_t places;
-    std::size_t placesTaken = 0;
-    std::size_t decimalsTaken = 0;
-    bool showsThousands;
-};
-
-std::string trimmed (const std::string& text)
-{
-    const auto first = text.find_first_not_of (' ');
-    return first == std::string::npos ? std::string() : text.substr (first, text.find_last_not_of (' ') - first + 1);
-}
-
-std::string paddedWithZeros (long long number, int digits)
-{
-    std::array<char, 32> text {};
-    std::snprintf (text.data(), text.size(), "%0*lld", digits, number);
-    return text.data();
-}
-
-} // namespace
-
-/** Where the digits of a section stand. */
-struct NumberFormat::Layout
-{
-    explicit Layout (const Section& section)
-    {
-        for (const auto& [kind, text] : section.tokens)
-        {
-            if (kind == Kind::digit && ! hasPower && ! hasPoint)
-            {
-                hasThousands = hasThousands || commas > 0;
-                commas = 0;
-            }
-
-            isGeneral = isGeneral || kind == Kind::general;
-            isFraction = isFraction || (kind == Kind::literal && text == "/" && whole > 0);
-            hasPower = hasPower || kind == Kind::exponent;
-            hasPoint = hasPoint || kind == Kind::point;
-            percents += kind == Kind::percent ? 1 : 0;
-            commas += kind == Kind::comma && whole > 0 ? 1 : 0;
-
-            if (kind == Kind::digit)
-                ++(hasPower ? power : hasPoint ? decimals : whole);
-        }
-    }
-
-    int whole = 0;
-    int decimals = 0;
-    int power = 0;
-    int percents = 0;
-    int commas = 0; ///< behind the last digit: each divides by a thousand
-    bool hasPoint = false;
-    bool hasPower = false;
-    bool hasThousands = false;
-    bool isGeneral = false;
-    bool isFraction = false;
-};
-
-std::string NumberFormat::asNumber (const Section& section, double value)
-{
-    const Layout layout (section);
-
-    if (layout.isFraction) // "1 3/4" is no number for a cue list
-        return generalNumber (value);
-
-    value *= std::pow (100.0, layout.percents) / std::pow (1000.0, layout.commas);
-    int power = 0;
-
-    if (layout.hasPower && value > 0.0)
-    {
-        const int step = std::max (layout.whole, 1);
-        power = static_cast<int> (std::floor (std::log10 (value)));
-        power -= ((power % step) + step) % step;
-        value /= std::pow (10.0, power);
-
-        if (step == 1 && roundedNumber (value, layout.decimals).starts_with ("10"))
-        {
-            value /= 10.0;
-            ++power;
-        }
-    }
-
-    DigitPlacer placer (value, static_cast<std::size_t> (layout.whole), layout.decimals, layout.hasThousands);
-    std::string text;
-    bool isBehindPoint = false;
-    bool isBehindPower = false;
-
-    for (const auto& [kind, sign] : section.tokens)
-    {
-        if (kind == Kind::point && ! std::exchange (isBehindPoint, true))
-            text += placer.unplaced();
-
-        if (kind == Kind::literal || kind == Kind::point || kind == Kind::percent)
-            text += sign;
-        else if (kind == Kind::general)
-            text += generalNumber (value);
-        else if (kind == Kind::digit && ! isBehindPower)
-            text += isBehindPoint ? placer.nextDecimal (sign[0]) : placer.nextWhole (sign[0]);
-        else if (kind == Kind::exponent)
-        {
-            isBehindPower = true;
-            text += std::string ("E") + (power < 0 ? "-" : sign[1] == '+' ? "+" : "")
-                    + paddedWithZeros (std::abs (power), layout.power);
-        }
-    }
-
-    return trimmed (text);
-}
-
-/** What a section of time asks for. */
-struct NumberFormat::TimeLayout
-{
-    explicit TimeLayout (const Section& section) : tokens (section.tokens)
-    {
-        char before = 0;
-
-        for (std::size_t i = 0; i < tokens.size(); ++i)
-        {
-            if (tokens[i].kind != Kind::number && tokens[i].kind != Kind::elapsed)
-                continue;
-
-            const auto part = tokens[i].text[0];
-            const bool isMinute = part == 'm' && (before == 'h' || partBehind (i) == 's');
-            isElapsed = isElapsed || tokens[i].kind == Kind::elapsed;
-            hasTime = hasTime || isElapsed || isMinute || part == 'h' || part == 's' || part == 'A';
-            hasDate = hasDate || part == 'y' || part == 'd' || (part == 'm' && ! isMinute && ! isElapsed);
-
-            if (part == 's')
-                readBehindSeconds (i + 1);
-
-            before = part;
-        }
-    }
-
-    bool hasDate = false;
-    bool hasTime = false;
-    bool isElapsed = false;
-    bool hasFraction = false;
-    std::string frames; ///< ":00", as the format writes it
-
-private:
-    char partBehind (std::size_t place) const
-    {
-        while (++place < tokens.size())
-            if (tokens[place].kind == Kind::number || tokens[place].kind == Kind::elapsed)
-                return tokens[place].text[0];
-
-        return 0;
-    }
-
-    void readBehindSeconds (std::size_t place)
-    {
-        std::string text;
-
-        for (; place < tokens.size() && (tokens[place].kind != Kind::number || tokens[place].text == "f"); ++place)
-            text += tokens[place].text;
-
-        const auto isDigit = [&text] (std::size_t i) { return text[i] >= '0' && text[i] <= '9'; };
-        hasFraction = hasFraction || (text.size() > 1 && text[0] == '.' && text[1] == '0')
-                      || text.find ('f') != std::string::npos;
-
-        if (text.size() == 3 && (text[0] == ':' || text[0] == ';') && isDigit (1) && isDigit (2))
-            frames = text;
-    }
-
-    const std::vector<Token>& tokens;
-};
-
-std::string NumberFormat::asTime (const Section& section, double value, bool countsFrom1904)
-{
-    if (value < 0.0 || value >= lastDay)
-        return generalNumber (value);
-
-    const TimeLayout layout (section);
-    const auto seconds = value * static_cast<double> (msOfDay / msOfSecond);
-    const auto ms = layout.hasFraction ? std::llround (seconds * msOfSecond)
-                    : layout.hasTime   ? std::llround (seconds) * msOfSecond
-                                       : static_cast<long long> (seconds) * msOfSecond;
-    const auto day = ms / msOfDay;
-    const auto rest = layout.isElapsed ? ms : ms % msOfDay;
-    const bool showsDate = layout.hasDate && ! (layout.hasTime && day == 0);
-    std::string text = showsDate ? isoDate (day, countsFrom1904) : std::string();
-
-    if (! layout.hasTime)
-        return text;
-
-    text += (showsDate ? " " : "") + paddedWithZeros (rest / msOfHour, 2) + ":"
-            + paddedWithZeros (rest / msOfMinute % 60, 2) + ":" + paddedWithZeros (rest / msOfSecond % 60, 2);
-    return text + (layout.hasFraction ? "." + paddedWithZeros (rest % msOfSecond, 3) : layout.frames);
+                        [] (const Token& token) {
+                            return token.kind == Kind::elapsed
+                                   || (token.kind == Kind::number && token.text != "f");
+                        });
 }
 
 } // namespace ZEP::Core

@@ -46,14 +46,14 @@ private:
     enum class Kind
     {
         literal,
-        digit,     ///< "0", "#" or "?"
-        point,     ///< of a decimal number
-        comma,     ///< between thousands
+        digit, ///< "0", "#" or "?"
+        point, ///< of a decimal number
+        comma, ///< between thousands
         percent,
-        exponent,  ///< "E+" or "E-"
+        exponent, ///< "E+" or "E-"
         general,
-        number,    ///< a part of a date or a time: y, m, d, h, s or f, A for half days
-        elapsed    ///< h, m or s that isn't folded into a day
+        number, ///< a part of a date or a time: y, m, d, h, s or f, A for half days
+        elapsed ///< h, m or s that isn't folded into a day
     };
 
     struct Token

@@ -11,9 +11,9 @@ namespace ZEP::Core
 namespace
 {
 
-constexpr int digitsKept = 15;       // no spreadsheet keeps more of a number
-constexpr int mostDecimals = 10;     // of a number without a format
-constexpr double firstLarge = 1e15;  // from here on, and below the next, a power of ten is written
+constexpr int digitsKept = 15;      // no spreadsheet keeps more of a number
+constexpr int mostDecimals = 10;    // of a number without a format
+constexpr double firstLarge = 1e15; // from here on, and below the next, a power of ten is written
 constexpr double lastSmall = 1e-9;
 constexpr int mostDecimalsWanted = 30;
 
@@ -100,7 +100,8 @@ std::string withoutTrailingZeros (std::string text)
 std::string withPowerOfTen (double value)
 {
     const auto decimal = decimalOf (value);
-    const auto mantissa = withoutTrailingZeros (decimal.digits.substr (0, 1) + "." + decimal.digits.substr (1));
+    const auto mantissa =
+        withoutTrailingZeros (decimal.digits.substr (0, 1) + "." + decimal.digits.substr (1));
     const auto power = decimal.power - 1;
     const auto digits = std::to_string (std::abs (power));
     return mantissa + (power < 0 ? "E-" : "E+") + (digits.size() < 2 ? "0" : "") + digits;

@@ -22,7 +22,7 @@
 #include "core/documents/OrcusSheet.h"
 
 #include "core/documents/SheetTable.h"
-#include "core/documents/WorkbookFailure.h"
+#include "core/documents/UnreadableWorkbook.h"
 
 #include <orcus/config.hpp>
 #include <orcus/orcus_xlsx.hpp>
@@ -241,12 +241,16 @@ class Document final : public iface::import_factory
 public:
     explicit Document (SheetTable& table) : sheet (table) {}
 
-    iface::import_reference_resolver* get_reference_resolver (orcus::spreadsheet::formula_ref_context_t) override
+    iface::import_reference_resolver* get_reference_resolver (
+        orcus::spreadsheet::formula_ref_context_t) override
     {
         return &places;
     }
 
-    iface::import_sheet* append_sheet (orcus::spreadsheet::sheet_t, std::string_view) override { return &sheet; }
+    iface::import_sheet* append_sheet (orcus::spreadsheet::sheet_t, std::string_view) override
+    {
+        return &sheet;
+    }
     iface::import_sheet* get_sheet (std::string_view) override { return &sheet; }
     iface::import_sheet* get_sheet (orcus::spreadsheet::sheet_t) override { return &sheet; }
     void finalize() override {}
@@ -278,7 +282,7 @@ void OrcusSheet::read (std::string_view rows) const
     }
     catch (const std::exception&)
     {
-        throw WorkbookFailure (WorkbookWords::isDamaged);
+        throw UnreadableWorkbook (WorkbookWords::isDamaged);
     }
 
     if (document.sheet.failure != nullptr)

@@ -20,7 +20,7 @@ public:
     explicit OrcusSheet (SheetTable& tableToFill) : table (tableToFill) {}
 
     /** Reads "row" elements whose cells are numbers ("n"), truth values ("b") and the numbers of texts ("s"), each with its place.
-        Throws WorkbookFailure where Orcus can't. */
+        Throws UnreadableWorkbook where Orcus can't. */
     void read (std::string_view rows) const;
 
 private:

@@ -3,7 +3,7 @@
 //
 //   <row r="12" ...>                            other attributes as they like, unless they need a prefix but x14ac
 //   <c r="B12" s="3" t="s"><v>17</v></c>        t is s, n, b or missing; s, and others but it, may be missing
-//   <c r="C12" s="3"/>
+//   <c r="C12" s="3"/>                          s is not 0
 //   </row>
 #include "core/documents/SheetTable.h"
 #include "core/documents/SheetText.h"
@@ -37,8 +37,8 @@ bool isDigits (std::string_view text)
 /** A place of the row with these digits. */
 bool isPlace (std::string_view place, std::string_view row)
 {
-    const auto letters = static_cast<std::size_t> (
-        std::find_if_not (place.begin(), place.end(), isCapital) - place.begin());
+    const auto letters =
+        static_cast<std::size_t> (std::find_if_not (place.begin(), place.end(), isCapital) - place.begin());
     return letters > 0 && letters <= 3 && place.substr (letters) == row;
 }
 
@@ -75,7 +75,8 @@ private:
 
     bool take (std::string_view text)
     {
-        if (static_cast<std::size_t> (end - at) < text.size() || std::memcmp (at, text.data(), text.size()) != 0)
+        if (static_cast<std::size_t> (end - at) < text.size()
+            || std::memcmp (at, text.data(), text.size()) != 0)
             return false;
 
         at += text.size();
@@ -107,8 +108,8 @@ private:
             return false;
         if (! cell.style.empty() && ! isDigits (cell.style))
             return false;
-        if (cell.isWhole)
-            return ! cell.style.empty();
+        if (cell.isWhole) // Orcus tells of an empty cell only if it has a style
+            return cell.style.find_first_not_of ('0') != std::string_view::npos;
 
         const bool isText = cell.kind == "s"sv || cell.kind == "b"sv;
         const bool isNumber = cell.kind.empty() || cell.kind == "n"sv;
@@ -140,6 +141,7 @@ private:
     bool takeNumber()
     {
         constexpr std::ptrdiff_t most = 40;
+        constexpr std::ptrdiff_t mostDigitsOfPower = 2; // Orcus can't tell which numbers are too large
         const auto* start = at;
         take ("-"sv);
 
@@ -150,7 +152,10 @@ private:
         {
             if (! take ("-"sv))
                 take ("+"sv);
-            if (! takeDigits())
+
+            const auto* digits = at;
+
+            if (! takeDigits() || at - digits > mostDigitsOfPower)
                 return false;
         }
 
@@ -216,14 +221,14 @@ private:
 };
 
 /** What stands around the rows. */
-class Frame final : public WorkbookXML
+class Frame final : public PartXML
 {
 public:
     int sheets = 0;
     int tables = 0;
 
 private:
-    void elementStarts (std::string_view name, const WorkbookAttributes&) override
+    void elementStarts (std::string_view name, const PartAttributes&) override
     {
         sheets += depth() == 1 && name == "worksheet" ? 1 : 0;
         tables += depth() == 2 && name == "sheetData" ? 1 : 0;
@@ -255,7 +260,7 @@ std::string_view plainRows (std::string_view xml)
     const auto front = start + startOfRows.size();
     const auto rows = xml.substr (front, end - front);
     return Walk (rows).isPlain() && isSound (xml.substr (0, front), xml.substr (end)) ? rows
-                                                                                     : std::string_view();
+                                                                                      : std::string_view();
 }
 
 } // namespace ZEP::Core

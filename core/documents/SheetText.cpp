@@ -16,6 +16,7 @@
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 namespace ZEP::Core
@@ -33,38 +34,15 @@ constexpr int depthOfRow = 3;
 constexpr int depthOfCell = 4;
 constexpr int depthOfContent = 5;
 
-/** Whether Orcus reads a text as the number that it is. */
+/** Whether a text is a number that there can be in a cell. */
 bool isNumber (std::string_view text)
 {
     constexpr std::size_t mostLength = 40;
-    const auto digits = [&text]
-    {
-        const auto count = std::min (text.find_first_not_of ("0123456789"), text.size());
-        text.remove_prefix (count);
-        return count > 0;
-    };
-    const auto skip = [&text] (std::string_view signs)
-    {
-        const bool isThere = ! text.empty() && signs.find (text.front()) != std::string_view::npos;
-        text.remove_prefix (isThere ? 1 : 0);
-        return isThere;
-    };
-
-    if (text.size() > mostLength)
-        return false;
-
-    skip ("-");
-
-    if (! digits() || (skip (".") && ! digits()))
-        return false;
-
-    if (skip ("eE"))
-    {
-        skip ("+-");
-        return digits() && text.empty();
-    }
-
-    return text.empty();
+    double value = 0.0;
+    const auto [end, error] = std::from_chars (text.data(), text.data() + text.size(), value);
+    return text.size() <= mostLength && error == std::errc() && end == text.data() + text.size()
+           && text.find_first_not_of ("0123456789+-.eE") == std::string_view::npos
+           && text.find_first_of ("0123456789") <= 1 && text.back() != '.';
 }
 
 std::string lettersOfColumn (int column)
@@ -78,7 +56,7 @@ std::string lettersOfColumn (int column)
 }
 
 /** Writes the rows of a sheet anew. */
-class Transcript final : public WorkbookXML
+class Transcript final : public PartXML
 {
 public:
     Transcript (WorkbookStrings& stringsOfWorkbook, const WorkbookColours& colours, const TakeRows& takeRows)
@@ -99,7 +77,7 @@ public:
     bool isSheet = false;
 
 private:
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override
     {
         if (depth() == 1)
             isSheet = name == "worksheet";
@@ -151,7 +129,7 @@ private:
             handOutRest();
     }
 
-    void startCell (const WorkbookAttributes& attributes)
+    void startCell (const PartAttributes& attributes)
     {
         const auto given = columnOfPlace (attributes["r"]);
         column = given >= 0 ? given : column + 1;
@@ -196,7 +174,8 @@ private:
 
     void writeText (CellText newText)
     {
-        writeCell ("s", std::to_string (newText.text.isEmpty() ? numberOfEmptyText() : strings.add (std::move (newText))));
+        writeCell ("s", std::to_string (newText.text.isEmpty() ? numberOfEmptyText()
+                                                               : strings.add (std::move (newText))));
     }
 
     void writeCell (std::string_view type, const std::string& number)
@@ -274,7 +253,8 @@ int columnOfPlace (std::string_view place)
     return column - 1;
 }
 
-void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours, const TakeRows& take)
+void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours,
+                  const TakeRows& take)
 {
     if (const auto rows = plainRows (xml); rows.data() != nullptr)
         return handOutAsTheyAre (rows, take);

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "ZEP_Core/Export.h"
+#include "core/documents/PartXML.h"
 #include "core/documents/WorkbookStrings.h"
-#include "core/documents/WorkbookXML.h"
 
 #include <functional>
 #include <string>
@@ -21,7 +21,7 @@ using TakeRows = std::function<void (std::string_view rows)>;
     texts within the sheet are added to the strings of the workbook, results take the place of formulas, errors become texts,
     cells and rows without a place get the next one, and comments and the like are gone. Orcus itself would leave such cells out.
 
-    Throws WorkbookFailure for a sheet that isn't well-formed.
+    Throws UnreadableWorkbook for a sheet that isn't well-formed.
     @param xml      the sheet's part
     @param strings  of the workbook
     @param colours  of the workbook */

@@ -7,7 +7,7 @@
 //                   "EncryptedPackage" of a protected workbook, "Workbook" or "Book" of one of the old kind
 #include "core/documents/WorkbookArchive.h"
 
-#include "core/documents/WorkbookFailure.h"
+#include "core/documents/UnreadableWorkbook.h"
 
 #include <zip.h>
 
@@ -43,7 +43,7 @@ std::string inUTF16 (std::string_view name)
     return bytes;
 }
 
-[[noreturn]] void fail (const char* words) { throw WorkbookFailure (words); }
+[[noreturn]] void fail (const char* words) { throw UnreadableWorkbook (words); }
 
 [[noreturn]] void refuseCompoundFile (std::ifstream& stream)
 {

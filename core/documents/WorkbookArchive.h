@@ -20,7 +20,7 @@ namespace ZEP::Core
     many times their packed size that is. What a part says of its size is held against what comes out of it. Nothing is ever
     written to a path.
 
-    Every failure is a WorkbookFailure. One archive belongs to one thread. */
+    Every failure is a UnreadableWorkbook. One archive belongs to one thread. */
 class ZEP_CORE_API WorkbookArchive final
 {
 public:
@@ -29,7 +29,7 @@ public:
         std::uint64_t parts = 10000;
         std::uint64_t bytesOfPart = std::uint64_t { 512 } << 20;
         std::uint64_t bytes = std::uint64_t { 1 } << 30; ///< of all parts
-        std::uint64_t ratio = 200;                       ///< inflated to packed, of an archive that isn't small
+        std::uint64_t ratio = 200; ///< inflated to packed, of an archive that isn't small
         std::uint64_t smallBytes = std::uint64_t { 32 } << 20;
     };
 

@@ -5,9 +5,9 @@
 //   xl/_rels/workbook.xml.rels        Relationship Id, Type, Target: sheets, styles, shared strings, theme
 #include "core/documents/WorkbookParts.h"
 
+#include "core/documents/PartXML.h"
+#include "core/documents/UnreadableWorkbook.h"
 #include "core/documents/WorkbookArchive.h"
-#include "core/documents/WorkbookFailure.h"
-#include "core/documents/WorkbookXML.h"
 
 #include <algorithm>
 #include <optional>
@@ -33,7 +33,7 @@ struct Relation
 
 using Relations = std::vector<Relation>;
 
-class RelationsXML final : public WorkbookXML
+class RelationsXML final : public PartXML
 {
 public:
     explicit RelationsXML (std::string partThatRelates) : from (std::move (partThatRelates)) {}
@@ -41,7 +41,7 @@ public:
     Relations relations;
 
 private:
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override
     {
         if (name != "Relationship" || attributes["TargetMode"] == "External")
             return;
@@ -58,7 +58,7 @@ private:
 };
 
 /** What stands in the workbook's own part. */
-class WorkbookItself final : public WorkbookXML
+class WorkbookItself final : public PartXML
 {
 public:
     struct Entry
@@ -73,7 +73,7 @@ public:
     bool isWorkbook = false;
 
 private:
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override
     {
         if (depth() == 1)
             isWorkbook = name == "workbook";
@@ -87,7 +87,7 @@ private:
 
     void elementEnds (std::string_view) override {}
 
-    void addSheet (const WorkbookAttributes& attributes)
+    void addSheet (const PartAttributes& attributes)
     {
         const auto state = attributes["state"];
         Entry entry;
@@ -105,7 +105,8 @@ void walkThrough (Walk& walk, const WorkbookArchive& archive, const std::string&
     walk.finish();
 }
 
-Relations relationsOf (const WorkbookArchive& archive, const std::string& part, const std::string& relationsPart)
+Relations relationsOf (const WorkbookArchive& archive, const std::string& part,
+                       const std::string& relationsPart)
 {
     if (! archive.has (relationsPart))
         return {};
@@ -138,17 +139,18 @@ std::string existing (const WorkbookArchive& archive, const std::string& part)
 {
     constexpr std::string_view spreadsheet = "application/vnd.oasis.opendocument.spreadsheet";
 
-    if (archive.has (partThatNamesTheKind) && archive.bytesOf (partThatNamesTheKind).starts_with (spreadsheet))
-        throw WorkbookFailure (WorkbookWords::isOpenDocument);
+    if (archive.has (partThatNamesTheKind)
+        && archive.bytesOf (partThatNamesTheKind).starts_with (spreadsheet))
+        throw UnreadableWorkbook (WorkbookWords::isOpenDocument);
 
-    throw WorkbookFailure (archive.has (partOfBinaryWorkbook) ? WorkbookWords::isBinaryWorkbook
-                                                              : WorkbookWords::isNoWorkbook);
+    throw UnreadableWorkbook (archive.has (partOfBinaryWorkbook) ? WorkbookWords::isBinaryWorkbook
+                                                                 : WorkbookWords::isNoWorkbook);
 }
 
 std::string findWorkbook (const WorkbookArchive& archive)
 {
-    auto part = existing (
-        archive, partOfKind (relationsOf (archive, {}, relationsOfArchive), "officeDocument"));
+    auto part =
+        existing (archive, partOfKind (relationsOf (archive, {}, relationsOfArchive), "officeDocument"));
 
     if (part.empty())
         part = existing (archive, usualWorkbook);
@@ -175,7 +177,8 @@ std::size_t sheetInFront (const std::vector<SheetEntry>& sheets, std::size_t wan
 std::string pathOfTarget (const std::string& from, const std::string& target)
 {
     std::vector<std::string> folders;
-    const auto path = target.starts_with ('/') ? target : from.substr (0, from.find_last_of ('/') + 1) + target;
+    const auto path =
+        target.starts_with ('/') ? target : from.substr (0, from.find_last_of ('/') + 1) + target;
 
     for (std::size_t start = 0; start <= path.size();)
     {
@@ -205,9 +208,9 @@ WorkbookParts readWorkbookParts (const WorkbookArchive& archive)
     walkThrough (walk, archive, workbook);
 
     if (! walk.isWorkbook)
-        throw WorkbookFailure (WorkbookWords::isNoWorkbook);
+        throw UnreadableWorkbook (WorkbookWords::isNoWorkbook);
     if (walk.entries.empty())
-        throw WorkbookFailure (WorkbookWords::hasNoSheet);
+        throw UnreadableWorkbook (WorkbookWords::hasNoSheet);
 
     WorkbookParts parts;
 
@@ -223,8 +226,7 @@ WorkbookParts readWorkbookParts (const WorkbookArchive& archive)
         parts.sheets.push_back (std::move (sheet));
     }
 
-    parts.sheetInFront =
-        sheetInFront (parts.sheets, static_cast<std::size_t> (walk.activeTab.value_or (0)));
+    parts.sheetInFront = sheetInFront (parts.sheets, static_cast<std::size_t> (walk.activeTab.value_or (0)));
     parts.countsFrom1904 = walk.countsFrom1904;
     parts.styles = existing (archive, partOfKind (relations, "styles"));
     parts.sharedStrings = existing (archive, partOfKind (relations, "sharedStrings"));

@@ -24,14 +24,14 @@ struct SheetEntry
 struct WorkbookParts
 {
     std::vector<SheetEntry> sheets; ///< in their order
-    std::size_t sheetInFront = 0;      ///< what a person sees on opening; an index into `sheets`
-    bool countsFrom1904 = false;       ///< days, rather than from 1900
-    std::string styles;                ///< paths in the archive; empty where there is no such part
-    std::string sharedStrings;         //
-    std::string theme;                 //
+    std::size_t sheetInFront = 0;   ///< what a person sees on opening; an index into `sheets`
+    bool countsFrom1904 = false;    ///< days, rather than from 1900
+    std::string styles;             ///< paths in the archive; empty where there is no such part
+    std::string sharedStrings;      //
+    std::string theme;              //
 };
 
-/** Follows the relations of the archive's parts to each other. A workbook without a sheet is a WorkbookFailure, as is an archive
+/** Follows the relations of the archive's parts to each other. A workbook without a sheet is a UnreadableWorkbook, as is an archive
     that is none. */
 [[nodiscard]] ZEP_CORE_API WorkbookParts readWorkbookParts (const WorkbookArchive& archive);
 

@@ -4,8 +4,8 @@
 #include "core/documents/OrcusSheet.h"
 #include "core/documents/SheetTable.h"
 #include "core/documents/SheetText.h"
+#include "core/documents/UnreadableWorkbook.h"
 #include "core/documents/WorkbookArchive.h"
-#include "core/documents/WorkbookFailure.h"
 #include "core/documents/WorkbookParts.h"
 #include "core/documents/WorkbookStrings.h"
 #include "core/documents/WorkbookStyles.h"
@@ -18,7 +18,7 @@ namespace ZEP::Core
 namespace
 {
 
-void walkThrough (WorkbookXML& walk, const WorkbookArchive& archive, const std::string& part)
+void walkThrough (PartXML& walk, const WorkbookArchive& archive, const std::string& part)
 {
     if (part.empty())
         return;
@@ -27,10 +27,11 @@ void walkThrough (WorkbookXML& walk, const WorkbookArchive& archive, const std::
     walk.finish();
 }
 
-SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts& parts, const SheetEntry& sheet)
+SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts& parts,
+                            const SheetEntry& sheet)
 {
     if (! sheet.isTable)
-        throw WorkbookFailure (WorkbookWords::isChart);
+        throw UnreadableWorkbook (WorkbookWords::isChart);
 
     WorkbookColours colours;
 
@@ -50,18 +51,20 @@ SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts&
     auto rows = table.take();
 
     if (table.isTooLarge())
-        throw WorkbookFailure (WorkbookWords::isTooWide);
+        throw UnreadableWorkbook (WorkbookWords::isTooWide);
 
     return rows;
 }
 
 const SheetEntry& sheetNamed (const WorkbookParts& parts, const juce::String& name)
 {
-    const auto sheet = std::find_if (parts.sheets.begin(), parts.sheets.end(), [&name] (const auto& candidate)
-                                     { return StringUtil::fromUTF8 (candidate.name).equalsIgnoreCase (name); });
+    const auto sheet = std::find_if (parts.sheets.begin(), parts.sheets.end(),
+                                     [&name] (const auto& candidate) {
+                                         return StringUtil::fromUTF8 (candidate.name).equalsIgnoreCase (name);
+                                     });
 
     if (sheet == parts.sheets.end())
-        throw WorkbookFailure (("The workbook has no sheet \"" + name + "\".").toStdString());
+        throw UnreadableWorkbook (("The workbook has no sheet \"" + name + "\".").toStdString());
 
     return *sheet;
 }
@@ -75,7 +78,7 @@ juce::String wordsOf (Work work)
         work();
         return {};
     }
-    catch (const WorkbookFailure& failure)
+    catch (const UnreadableWorkbook& failure)
     {
         return StringUtil::fromUTF8 (failure.what());
     }
@@ -106,7 +109,8 @@ juce::String readSheetOfWorkbook (const juce::String& path, const juce::String& 
         });
 }
 
-juce::String readSheetsOfWorkbook (const juce::String& path, std::vector<juce::String>& names, int& sheetInFront)
+juce::String readSheetsOfWorkbook (const juce::String& path, std::vector<juce::String>& names,
+                                   int& sheetInFront)
 {
     return wordsOf (
         [&]

@@ -90,7 +90,8 @@ std::size_t appendEscape (std::string& result, std::string_view text)
 
 int numberOfCharacters (std::string_view bytes)
 {
-    return static_cast<int> (std::count_if (bytes.begin(), bytes.end(), [] (char byte)
+    return static_cast<int> (std::count_if (bytes.begin(), bytes.end(),
+                                            [] (char byte)
                                             { return (static_cast<unsigned char> (byte) & 0xC0) != 0x80; }));
 }
 
@@ -156,7 +157,7 @@ RichTextString CellText::inCell (const CellLook& cell, const WorkbookFonts& font
 }
 
 //==============================================================================
-void CellTextBuilder::elementStarts (std::string_view name, const WorkbookAttributes& attributes)
+void CellTextBuilder::elementStarts (std::string_view name, const PartAttributes& attributes)
 {
     if (name == "rPh")
         ++phonetic;
@@ -229,7 +230,7 @@ std::size_t WorkbookStrings::add (CellText text)
     return texts.size() - 1;
 }
 
-void WorkbookStrings::elementStarts (std::string_view name, const WorkbookAttributes& attributes)
+void WorkbookStrings::elementStarts (std::string_view name, const PartAttributes& attributes)
 {
     if (depth() > 2)
         builder.elementStarts (name, attributes);

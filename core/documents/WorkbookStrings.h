@@ -3,7 +3,7 @@
 
 #include "ZEP_Core/Export.h"
 #include "core/documents/CellLook.h"
-#include "core/documents/WorkbookXML.h"
+#include "core/documents/PartXML.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,7 +18,7 @@ struct CellText
 {
     struct Run
     {
-        int length;                       ///< in characters
+        int length;                   ///< in characters
         std::optional<CellLook> look; ///< none for the cell's own
     };
 
@@ -36,7 +36,7 @@ class ZEP_CORE_API CellTextBuilder final
 public:
     explicit CellTextBuilder (const WorkbookColours& coloursOfWorkbook) : colours (coloursOfWorkbook) {}
 
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes);
+    void elementStarts (std::string_view name, const PartAttributes& attributes);
     void elementEnds (std::string_view name);
     void textComes (std::string_view text);
 
@@ -61,7 +61,7 @@ private:
 
     They are read here and not with the library that reads the cells, since that one takes the phonetic helps for the text,
     gives a text that is empty the one before it, and knows half of the attributes. */
-class ZEP_CORE_API WorkbookStrings final : public WorkbookXML
+class ZEP_CORE_API WorkbookStrings final : public PartXML
 {
 public:
     explicit WorkbookStrings (const WorkbookColours& colours) : builder (colours) {}
@@ -75,7 +75,7 @@ public:
     std::size_t add (CellText text);
 
 private:
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override;
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override;
     void elementEnds (std::string_view name) override;
     void textComes (std::string_view text) override;
 

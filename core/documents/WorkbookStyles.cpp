@@ -19,8 +19,9 @@ CellLook WorkbookStyles::plainLook() const { return fonts.empty() ? CellLook() :
 
 const CellLook& WorkbookStyles::lookOf (std::size_t style) const
 {
-    return style < cellFormats.size() && cellFormats[style].font < fonts.size() ? fonts[cellFormats[style].font]
-                                                                                : nothing;
+    return style < cellFormats.size() && cellFormats[style].font < fonts.size()
+               ? fonts[cellFormats[style].font]
+               : nothing;
 }
 
 const NumberFormat& WorkbookStyles::formatOf (std::size_t style) const
@@ -28,7 +29,7 @@ const NumberFormat& WorkbookStyles::formatOf (std::size_t style) const
     return style < cellFormats.size() ? *cellFormats[style].numbers : general;
 }
 
-void WorkbookStyles::elementStarts (std::string_view name, const WorkbookAttributes& attributes)
+void WorkbookStyles::elementStarts (std::string_view name, const PartAttributes& attributes)
 {
     if (depth() == depthOfSection)
         section = name;
@@ -44,7 +45,7 @@ void WorkbookStyles::elementStarts (std::string_view name, const WorkbookAttribu
 
 void WorkbookStyles::elementEnds (std::string_view) {}
 
-void WorkbookStyles::addCellFormat (const WorkbookAttributes& attributes)
+void WorkbookStyles::addCellFormat (const PartAttributes& attributes)
 {
     cellFormats.push_back ({ static_cast<std::size_t> (attributes.number ("fontId", 0)),
                              &formatWithNumber (attributes.number ("numFmtId", 0)) });
@@ -56,7 +57,8 @@ const NumberFormat& WorkbookStyles::formatWithNumber (int number)
         return known->second;
 
     const auto own = codes.find (number);
-    return formats.emplace (number, NumberFormat (own != codes.end() ? own->second : NumberFormat::usualCode (number)))
+    return formats
+        .emplace (number, NumberFormat (own != codes.end() ? own->second : NumberFormat::usualCode (number)))
         .first->second;
 }
 

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "ZEP_Core/Export.h"
-#include "core/documents/NumberFormat.h"
 #include "core/documents/CellLook.h"
-#include "core/documents/WorkbookXML.h"
+#include "core/documents/NumberFormat.h"
+#include "core/documents/PartXML.h"
 
 #include <map>
 #include <string>
@@ -19,7 +19,7 @@ namespace ZEP::Core
     the theme, and takes what is switched off for switched on.
 
     Read with take() and finish(); a number without a format means plain text and a number as it is. */
-class ZEP_CORE_API WorkbookStyles final : public WorkbookXML
+class ZEP_CORE_API WorkbookStyles final : public PartXML
 {
 public:
     explicit WorkbookStyles (const WorkbookColours& coloursOfWorkbook) : colours (coloursOfWorkbook) {}
@@ -40,16 +40,16 @@ private:
         const NumberFormat* numbers;
     };
 
-    void elementStarts (std::string_view name, const WorkbookAttributes& attributes) override;
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override;
     void elementEnds (std::string_view name) override;
-    void addCellFormat (const WorkbookAttributes& attributes);
+    void addCellFormat (const PartAttributes& attributes);
     [[nodiscard]] const NumberFormat& formatWithNumber (int number);
 
     const WorkbookColours& colours;
     std::string section; ///< the open child of the root
     std::vector<CellLook> fonts;
-    std::map<int, std::string> codes;       ///< of number formats of the workbook's own
-    std::map<int, NumberFormat> formats;    ///< in use; addresses last
+    std::map<int, std::string> codes;    ///< of number formats of the workbook's own
+    std::map<int, NumberFormat> formats; ///< in use; addresses last
     std::vector<CellFormat> cellFormats;
     CellLook nothing;
     NumberFormat general;

@@ -154,6 +154,7 @@ INSTANTIATE_TEST_SUITE_P (SubRip, DamagedFiles, testing::ValuesIn (filesIn ("srt
 INSTANTIATE_TEST_SUITE_P (EBU, DamagedFiles, testing::ValuesIn (filesIn ("stl")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (TextSTL, DamagedFiles, testing::ValuesIn (filesIn ("textstl")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (DBase, DamagedFiles, testing::ValuesIn (filesIn ("dbf")), nameOfCase);
+INSTANTIATE_TEST_SUITE_P (Excel, DamagedFiles, testing::ValuesIn (filesIn ("xlsx")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (TTAL, DamagedFiles, testing::ValuesIn (filesIn ("ttal")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (ADRStudio, DamagedFiles, testing::ValuesIn (filesIn ("adrstudio")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (ProTools, DamagedFiles, testing::ValuesIn (filesIn ("protools")), nameOfCase);

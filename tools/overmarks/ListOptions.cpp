@@ -181,6 +181,8 @@ void ListOptions::addImportOptions (CLI::App& command)
                 "Tracks of a Pro Tools text: all, cue or names joined by commas (cue); \\, is a comma of a name")
             ->allow_extra_args (false));
     importOptions.push_back (
+        command.add_option ("--sheet", sheetName, "Sheet of a workbook (the one in front)"));
+    importOptions.push_back (
         command.add_flag ("--line-breaks", lineBreaks, "Turn \"**\" of the imported text into line breaks"));
 }
 

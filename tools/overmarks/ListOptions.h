@@ -48,6 +48,9 @@ public:
     /** The tracks of a Pro Tools text that are read: empty for all, else their names; nothing for the cue tracks. */
     std::optional<std::vector<juce::String>> tracks() const;
 
+    /** The sheet of a workbook that is read; empty for the one in front. */
+    const std::string& sheet() const { return sheetName; }
+
     /** The given ones of the options that only the import of a foreign cue list follows. */
     std::vector<std::string> givenImportOptions() const;
 
@@ -82,6 +85,7 @@ private:
     std::string inputFormatOption;
     std::string inputFormat;
     std::vector<std::string> trackNames;
+    std::string sheetName;
     bool lineBreaks = false;
     std::vector<const CLI::Option*> importOptions; ///< owned by their command
 };

@@ -32,6 +32,7 @@ constexpr auto standardInput = "-";
 constexpr int proToolsText = 0;
 constexpr int dBaseTable = 1;
 constexpr int delimitedText = 2;
+constexpr int workbook = 6;
 constexpr int ttal = 7;
 
 /** A list from standard input as a file that importers can read; gone again at the end of the scope. */
@@ -123,7 +124,10 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     if (read.tracks.has_value())
         read.tracks->list = shownPath;
 
-    if (const auto encoding = options.encoding(); encoding != TextEncodingUnknown)
+    read.sheets = readWantedSheet (*read.importer, options.sheet(), read.error);
+
+    if (const auto encoding = options.encoding();
+        encoding != TextEncodingUnknown && read.importer->type() != workbook)
     {
         read.error.clear();
         read.importer->rows.clear(); // an importer may add to them
@@ -198,7 +202,9 @@ void sayHowItWasRead (const ReadFile& read, const Session& session)
 {
     const auto& importer = *read.importer;
 
-    if (const auto name = encodingName (importer.encoding); ! name.empty())
+    if (read.sheets.has_value())
+        session.say (read.shownPath + ": " + read.sheets->words());
+    else if (const auto name = encodingName (importer.encoding); ! name.empty())
         session.say (read.shownPath + ": read as " + name);
 
     sayWhichTracks (read, session);
@@ -236,8 +242,10 @@ public:
         const auto result =
             EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
 
-        // Not every importer has words for a file that it can make nothing of. Delimited text may have its titles alone.
-        const bool mayBeEmpty = read.importer->type() == delimitedText && ! read.importer->rows.empty();
+        // Not every importer has words for a file that it can make nothing of. A table may have its titles alone.
+        const bool mayHaveTitlesAlone =
+            read.importer->type() == delimitedText || read.importer->type() == workbook;
+        const bool mayBeEmpty = mayHaveTitlesAlone && ! read.importer->rows.empty();
 
         if (! hasDataRows (*read.importer) && ! mayBeEmpty)
             problems.push_back ({ read.shownPath, 0, {}, "no cues were found in it" });
@@ -349,7 +357,11 @@ ReadFile readCueList (const std::string& path, const ListOptions& options, const
     if (options.hasTracks() && read.importer->type() != proToolsText)
         sayWhatIsUnused ({ "--tracks" }, read.shownPath, session);
 
-    if (options.encoding() != TextEncodingUnknown && read.importer->type() == ttal)
+    if (! options.sheet().empty() && read.importer->type() != workbook)
+        sayWhatIsUnused ({ "--sheet" }, read.shownPath, session);
+
+    if (options.encoding() != TextEncodingUnknown
+        && (read.importer->type() == ttal || read.importer->type() == workbook))
         sayWhatIsUnused ({ "--encoding" }, read.shownPath, session);
 
     return read;

@@ -3,6 +3,7 @@
 
 #include "ListOptions.h"
 #include "Session.h"
+#include "SheetChoice.h"
 #include "TrackChoice.h"
 
 #include "import/frame/EventFileImporter.h"
@@ -26,6 +27,7 @@ struct ReadFile
     juce::String shownPath; ///< "-" for standard input
     std::optional<TrackReport>
         tracks {}; ///< of a Pro Tools session; nothing if its tracks were not asked for
+    std::optional<SheetReport> sheets {}; ///< of a workbook
 };
 
 /** Lets the importer of the file read it, in the encoding and with the columns that the options name.

@@ -58,15 +58,37 @@ json rowsAsJSON (const ReadFile& read, bool rich)
                                     { "actor", character->actor.toStdString() } });
         }
 
-    return { { "file", read.shownPath.toStdString() },
-             { "type", importer.type() },
-             { "userMappingEnabled", importer.userMappingEnabled() },
-             { "error", read.error.toStdString() },
-             { "encoding", static_cast<int> (importer.encoding) },
-             { "languageCode", importer.languageCode().toStdString() },
-             { "columnMap", std::move (columnMap) },
-             { "rows", std::move (rows) },
-             { "characters", std::move (characters) } };
+    json document { { "file", read.shownPath.toStdString() },
+                    { "type", importer.type() },
+                    { "userMappingEnabled", importer.userMappingEnabled() },
+                    { "error", read.error.toStdString() },
+                    { "encoding", static_cast<int> (importer.encoding) },
+                    { "languageCode", importer.languageCode().toStdString() },
+                    { "columnMap", std::move (columnMap) },
+                    { "rows", std::move (rows) },
+                    { "characters", std::move (characters) } };
+
+    if (read.sheets.has_value())
+    {
+        auto& sheets = document["sheets"] = json::array();
+
+        for (const auto& name : read.sheets->names)
+            sheets.push_back (name.toStdString());
+
+        document["sheet"] = read.sheets->sheetRead.toStdString();
+    }
+
+    return document;
+}
+
+/** What there is to know of the reading besides the rows. */
+juce::String howItWasRead (const ReadFile& read)
+{
+    if (read.sheets.has_value())
+        return read.sheets->words();
+
+    const auto encoding = encodingName (read.importer->encoding);
+    return "read as " + (encoding.empty() ? juce::String ("unknown encoding") : juce::String (encoding));
 }
 
 std::string rowsAsText (const EventFileImporter& importer)
@@ -115,9 +137,8 @@ void showRows (const RowsOptions& options, Session& session)
     }
     else
     {
-        const auto encoding = encodingName (read.importer->encoding);
-        session.say (read.shownPath + ": " + counted (read.importer->rows.size(), "row") + ", read as "
-                     + (encoding.empty() ? juce::String ("unknown encoding") : juce::String (encoding)));
+        session.say (read.shownPath + ": " + counted (read.importer->rows.size(), "row") + ", "
+                     + howItWasRead (read));
         sayWhichTracks (read, session);
         session.data (rowsAsText (*read.importer));
     }

@@ -13,10 +13,10 @@ namespace ZEP::Core
 {
 
 /** The attributes of an element, by their names without a prefix. Views last as long as the call that got them. */
-class ZEP_CORE_API WorkbookAttributes final
+class ZEP_CORE_API PartAttributes final
 {
 public:
-    explicit WorkbookAttributes (const char** namesAndValues) : list (namesAndValues) {}
+    explicit PartAttributes (const char** namesAndValues) : list (namesAndValues) {}
 
     /** Empty where there is none. */
     [[nodiscard]] std::string_view operator[] (std::string_view name) const;
@@ -36,18 +36,18 @@ private:
 /** A walk through the XML of a workbook's part, from beginning to end, for a class that knows what stands in it.
 
     Elements are told by their names without a prefix, since programs choose prefixes as they like. A part that isn't
-    well-formed, has a document type, or nests its elements deeper than any workbook does, is a WorkbookFailure. One walk goes
+    well-formed, has a document type, or nests its elements deeper than any workbook does, is a UnreadableWorkbook. One walk goes
     over one part. */
-class ZEP_CORE_API WorkbookXML
+class ZEP_CORE_API PartXML
 {
 public:
     static constexpr int deepestNesting = 64;
 
-    WorkbookXML();
-    virtual ~WorkbookXML();
+    PartXML();
+    virtual ~PartXML();
 
-    WorkbookXML (const WorkbookXML&) = delete;
-    WorkbookXML& operator= (const WorkbookXML&) = delete;
+    PartXML (const PartXML&) = delete;
+    PartXML& operator= (const PartXML&) = delete;
 
     /** Takes the next bytes of the part. */
     void take (std::string_view bytes);
@@ -56,7 +56,7 @@ public:
     void finish();
 
 protected:
-    virtual void elementStarts (std::string_view name, const WorkbookAttributes& attributes) = 0;
+    virtual void elementStarts (std::string_view name, const PartAttributes& attributes) = 0;
     virtual void elementEnds (std::string_view name) = 0;
 
     /** A piece of text; comments, entities and the like cut a text in pieces. */

@@ -7,7 +7,7 @@ namespace ZEP::Core
 {
 
 /** Thrown within the reading of workbooks: a whole sentence for the person who chose the file. */
-class WorkbookFailure final : public std::runtime_error
+class UnreadableWorkbook final : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "core/documents/WorkbookXML.h"
+#include "core/documents/PartXML.h"
 
-#include "core/documents/WorkbookFailure.h"
+#include "core/documents/UnreadableWorkbook.h"
 
 #include <expat.h>
 
@@ -19,7 +19,7 @@ std::string_view withoutPrefix (std::string_view name) { return name.substr (nam
 
 } // namespace
 
-std::string_view WorkbookAttributes::operator[] (std::string_view name) const
+std::string_view PartAttributes::operator[] (std::string_view name) const
 {
     for (auto place = list; place[0] != nullptr; place += 2)
         if (withoutPrefix (place[0]) == name)
@@ -28,13 +28,13 @@ std::string_view WorkbookAttributes::operator[] (std::string_view name) const
     return {};
 }
 
-int WorkbookAttributes::number (std::string_view name, int otherwise) const
+int PartAttributes::number (std::string_view name, int otherwise) const
 {
     const auto number = wholeNumber (operator[] (name));
     return number < 0 ? otherwise : number;
 }
 
-bool WorkbookAttributes::isOn (std::string_view name, bool otherwise) const
+bool PartAttributes::isOn (std::string_view name, bool otherwise) const
 {
     const auto value = operator[] (name);
     return value.empty() ? otherwise : value == "1" || value == "true" || value == "on";
@@ -59,12 +59,12 @@ int wholeNumber (std::string_view text)
 }
 
 /** Exceptions wait while the parser, which knows nothing of them, is on its way out. */
-struct WorkbookXML::Callbacks
+struct PartXML::Callbacks
 {
     template <typename Work>
     static void guarded (void* walk, Work work) noexcept
     {
-        auto& self = *static_cast<WorkbookXML*> (walk);
+        auto& self = *static_cast<PartXML*> (walk);
 
         if (self.failure != nullptr)
             return;
@@ -80,24 +80,24 @@ struct WorkbookXML::Callbacks
         }
     }
 
-    [[noreturn]] static void refuse() { throw WorkbookFailure (WorkbookWords::isDamaged); }
+    [[noreturn]] static void refuse() { throw UnreadableWorkbook (WorkbookWords::isDamaged); }
 
     static void XMLCALL start (void* walk, const XML_Char* name, const XML_Char** attributes)
     {
         guarded (walk,
-                 [=] (WorkbookXML& self)
+                 [=] (PartXML& self)
                  {
                      if (++self.nesting > deepestNesting)
                          refuse();
 
-                     self.elementStarts (withoutPrefix (name), WorkbookAttributes (attributes));
+                     self.elementStarts (withoutPrefix (name), PartAttributes (attributes));
                  });
     }
 
     static void XMLCALL end (void* walk, const XML_Char* name)
     {
         guarded (walk,
-                 [=] (WorkbookXML& self)
+                 [=] (PartXML& self)
                  {
                      self.elementEnds (withoutPrefix (name));
                      --self.nesting;
@@ -106,17 +106,19 @@ struct WorkbookXML::Callbacks
 
     static void XMLCALL text (void* walk, const XML_Char* characters, int length)
     {
-        guarded (walk, [=] (WorkbookXML& self)
-                 { self.textComes ({ characters, static_cast<std::size_t> (length) }); });
+        guarded (walk,
+                 [=] (PartXML& self) {
+                     self.textComes ({ characters, static_cast<std::size_t> (length) });
+                 });
     }
 
     static void XMLCALL documentType (void* walk, const XML_Char*, const XML_Char*, const XML_Char*, int)
     {
-        guarded (walk, [] (WorkbookXML&) { refuse(); });
+        guarded (walk, [] (PartXML&) { refuse(); });
     }
 };
 
-WorkbookXML::WorkbookXML() : parser (XML_ParserCreate (nullptr))
+PartXML::PartXML() : parser (XML_ParserCreate (nullptr))
 {
     if (parser == nullptr)
         throw std::bad_alloc();
@@ -127,11 +129,11 @@ WorkbookXML::WorkbookXML() : parser (XML_ParserCreate (nullptr))
     XML_SetStartDoctypeDeclHandler (parser.get(), Callbacks::documentType);
 }
 
-WorkbookXML::~WorkbookXML() = default;
+PartXML::~PartXML() = default;
 
-void WorkbookXML::Free::operator() (XML_ParserStruct* parserToFree) const { XML_ParserFree (parserToFree); }
+void PartXML::Free::operator() (XML_ParserStruct* parserToFree) const { XML_ParserFree (parserToFree); }
 
-void WorkbookXML::take (std::string_view bytes)
+void PartXML::take (std::string_view bytes)
 {
     constexpr std::size_t mostAtOnce = std::size_t { 1 } << 24;
 
@@ -141,12 +143,12 @@ void WorkbookXML::take (std::string_view bytes)
     take (bytes, false);
 }
 
-void WorkbookXML::finish() { take ({}, true); }
+void PartXML::finish() { take ({}, true); }
 
-void WorkbookXML::take (std::string_view bytes, bool isLast)
+void PartXML::take (std::string_view bytes, bool isLast)
 {
-    const auto status =
-        XML_Parse (parser.get(), bytes.data(), static_cast<int> (bytes.size()), isLast ? XML_TRUE : XML_FALSE);
+    const auto status = XML_Parse (parser.get(), bytes.data(), static_cast<int> (bytes.size()),
+                                   isLast ? XML_TRUE : XML_FALSE);
 
     if (failure != nullptr)
         std::rethrow_exception (std::exchange (failure, nullptr));
@@ -158,6 +160,6 @@ void WorkbookXML::take (std::string_view bytes, bool isLast)
     Callbacks::refuse();
 }
 
-void WorkbookXML::textComes (std::string_view) {}
+void PartXML::textComes (std::string_view) {}
 
 } // namespace ZEP::Core

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// The sections of number formats that are no dates or times: digits in the places that the format has for them.
+#include "core/documents/NumberFormat.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+namespace ZEP::Core
+{
+namespace
+{
+
+/** A number whose digits go to the places that a format has for them, from the last place of the whole to the first. */
+class DigitPlacer final
+{
+public:
+    DigitPlacer (double value, std::size_t placesBeforePoint, int decimals, bool hasThousands)
+        : places (placesBeforePoint),
+          showsThousands (hasThousands)
+    {
+        const auto text = roundedNumber (value, decimals);
+        const auto point = std::min (text.find ('.'), text.size());
+        whole = text.substr (0, point);
+        fraction = text.substr (std::min (point + 1, text.size()));
+
+        if (whole == "0")
+            whole.clear();
+    }
+
+    /** What stands in the next place before the point; in the first all digits for which there is no place. */
+    std::string nextWhole (char sign)
+    {
+        const auto fromRight = places - 1 - placesTaken;
+        const auto most = placesTaken++ == 0 ? std::max (whole.size(), fromRight + 1) : fromRight + 1;
+        std::string text;
+
+        for (auto place = most; place-- > fromRight;)
+        {
+            if (place < whole.size())
+                text += whole[whole.size() - 1 - place];
+            else if (sign != '#')
+                text += sign == '?' ? ' ' : '0';
+            else
+                continue;
+
+            if (showsThousands && place > 0 && place % 3 == 0)
+                text += ',';
+        }
+
+        return text;
+    }
+
+    /** What no place was made for. */
+    std::string unplaced() const { return places == 0 ? whole : std::string(); }
+
+    std::string nextDecimal (char sign)
+    {
+        const auto place = decimalsTaken++;
+
+        if (sign != '0' && fraction.find_first_not_of ('0', place) == std::string::npos)
+            return sign == '?' ? " " : "";
+
+        return fraction.substr (place, 1);
+    }
+
+private:
+    std::string whole;
+    std::string fraction;
+    std::size_t places;
+    std::size_t placesTaken = 0;
+    std::size_t decimalsTaken = 0;
+    bool showsThousands;
+};
+
+std::string powerOfTen (int power, int places)
+{
+    const auto digits = std::to_string (power);
+    const auto missing = std::max (places - static_cast<int> (digits.size()), 0);
+    return std::string (static_cast<std::size_t> (missing), '0') + digits;
+}
+
+std::string trimmed (const std::string& text)
+{
+    const auto first = text.find_first_not_of (' ');
+    return first == std::string::npos ? std::string()
+                                      : text.substr (first, text.find_last_not_of (' ') - first + 1);
+}
+
+} // namespace
+
+/** Where the digits of a section stand. */
+struct NumberFormat::Layout
+{
+    explicit Layout (const Section& section)
+    {
+        for (const auto& [kind, text] : section.tokens)
+        {
+            if (kind == Kind::digit && ! hasPower && ! hasPoint)
+            {
+                hasThousands = hasThousands || commas > 0;
+                commas = 0;
+            }
+
+            isGeneral = isGeneral || kind == Kind::general;
+            isFraction = isFraction || (kind == Kind::literal && text == "/" && whole > 0);
+            hasPower = hasPower || kind == Kind::exponent;
+            hasPoint = hasPoint || kind == Kind::point;
+            percents += kind == Kind::percent ? 1 : 0;
+            commas += kind == Kind::comma && whole > 0 ? 1 : 0;
+
+            if (kind == Kind::digit)
+                ++(hasPower ? power : hasPoint ? decimals : whole);
+        }
+    }
+
+    int whole = 0;
+    int decimals = 0;
+    int power = 0;
+    int percents = 0;
+    int commas = 0; ///< behind the last digit: each divides by a thousand
+    bool hasPoint = false;
+    bool hasPower = false;
+    bool hasThousands = false;
+    bool isGeneral = false;
+    bool isFraction = false;
+};
+
+std::string NumberFormat::asNumber (const Section& section, double value)
+{
+    const Layout layout (section);
+
+    if (layout.isFraction) // "1 3/4" is no number for a cue list
+        return generalNumber (value);
+
+    value *= std::pow (100.0, layout.percents) / std::pow (1000.0, layout.commas);
+    int power = 0;
+
+    if (layout.hasPower && value > 0.0)
+    {
+        const int step = std::max (layout.whole, 1);
+        power = static_cast<int> (std::floor (std::log10 (value)));
+        power -= ((power % step) + step) % step;
+        value /= std::pow (10.0, power);
+
+        if (step == 1 && roundedNumber (value, layout.decimals).starts_with ("10"))
+        {
+            value /= 10.0;
+            ++power;
+        }
+    }
+
+    DigitPlacer placer (value, static_cast<std::size_t> (layout.whole), layout.decimals, layout.hasThousands);
+    std::string text;
+    bool isBehindPoint = false;
+    bool isBehindPower = false;
+
+    for (const auto& [kind, sign] : section.tokens)
+    {
+        if (kind == Kind::point && ! std::exchange (isBehindPoint, true))
+            text += placer.unplaced();
+
+        if (kind == Kind::literal || kind == Kind::point || kind == Kind::percent)
+            text += sign;
+        else if (kind == Kind::general)
+            text += generalNumber (value);
+        else if (kind == Kind::digit && ! isBehindPower)
+            text += isBehindPoint ? placer.nextDecimal (sign[0]) : placer.nextWhole (sign[0]);
+        else if (kind == Kind::exponent)
+        {
+            isBehindPower = true;
+            text += std::string ("E")
+                    + (power < 0        ? "-"
+                       : sign[1] == '+' ? "+"
+                                        : "")
+                    + powerOfTen (std::abs (power), layout.power);
+        }
+    }
+
+    return trimmed (text);
+}
+
+} // namespace ZEP::Core
