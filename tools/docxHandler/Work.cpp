@@ -6,8 +6,10 @@
 #include "ProgressFile.h"
 #include "SheetDocument.h"
 #include "SheetJSON.h"
+#include "WordImport.h"
 
 #include <algorithm>
+#include <new>
 
 namespace DocxHandler
 {
@@ -18,6 +20,7 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr int finished = 100;
+constexpr std::uintmax_t largestDocument = std::uintmax_t { 256 } << 20U;
 
 /* The share of each file in the work, by its size. */
 std::vector<double> sharesOf (const std::vector<fs::path>& files)
@@ -52,6 +55,18 @@ void exportDocument (const fs::path& json, const fs::path& output, const Surroun
                                      [&progress] (double share)
                                      { progress (shareOfReading + share * (1.0 - shareOfReading)); }));
     progress (1.0);
+}
+
+std::vector<ImportedCue> cuesNamingFile (const fs::path& file, std::string_view bytes)
+{
+    try
+    {
+        return cuesOfWordDocument (bytes);
+    }
+    catch (const Failure& failure)
+    {
+        throw Failure (file.filename().string() + " " + failure.what());
+    }
 }
 
 } // namespace
@@ -89,8 +104,30 @@ std::vector<std::string> exportDocuments (const Arguments& arguments)
 
 std::vector<std::string> importDocument (const Arguments& arguments)
 {
-    ProgressFile (arguments.progressFile).addError ("Documents can't be read yet");
-    return { "Documents can't be read yet" };
+    constexpr int readLevel = 90;
+    ProgressFile progressFile (arguments.progressFile);
+    std::string problem;
+
+    try
+    {
+        const auto bytes = readFile (arguments.input, largestDocument);
+        const auto cues = cuesNamingFile (arguments.input, bytes);
+        progressFile.setLevel (readLevel);
+        placeFile (arguments.json.front(), cueListJSON (cues));
+        progressFile.setLevel (finished);
+        return {};
+    }
+    catch (const Failure& failure)
+    {
+        problem = failure.what();
+    }
+    catch (const std::bad_alloc&)
+    {
+        problem = "Not enough memory to read " + arguments.input.string();
+    }
+
+    progressFile.addError (problem);
+    return { problem };
 }
 
 } // namespace DocxHandler

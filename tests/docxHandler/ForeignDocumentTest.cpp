@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: GPL-3.0-only
+//
+// Documents that other programs and people have made.
+#include "ImportSupport.h"
+
+#include <gmock/gmock.h>
+
+namespace DocxHandler::Testing
+{
+
+namespace
+{
+
+using ::testing::ElementsAre;
+using ::testing::SizeIs;
+
+std::vector<ImportedCue> cuesAround (const std::string& body)
+{
+    return cuesOfWordDocument (documentAround (body));
+}
+
+ImportedCue cue (const std::string& in, const std::string& out, const std::string& character,
+                 const std::string& number, const std::string& text)
+{
+    return { in, out, character, number, {}, {}, { text, {} }, {}, {} };
+}
+
+std::string lines (const std::vector<std::string>& texts)
+{
+    std::string body;
+
+    for (const auto& text : texts)
+        body += paragraphXML (text);
+
+    return body;
+}
+
+} // namespace
+
+TEST (ForeignDocument, aTableWithTitlesGivesACueForEachRow)
+{
+    EXPECT_THAT (cuesAround (tableXML ({ { "Cue", "TC In", "TC Out", "Character", "Dialogue" },
+                                         { "1", "01:00:00:00", "01:00:02:00", "ANNA", "Hello." },
+                                         { "2", "01:00:03:00", "01:00:04:10", "PAUL", "Well?" } })),
+                 ElementsAre (cue ("01:00:00:00", "01:00:02:00", "ANNA", "1", "Hello."),
+                              cue ("01:00:03:00", "01:00:04:10", "PAUL", "2", "Well?")));
+}
+
+TEST (ForeignDocument, titlesCountWhateverTheirCaseAndSigns)
+{
+    EXPECT_THAT (
+        cuesAround (tableXML (
+            { { "#", "START", "end ", "Name:", "Text", "Comments", "Eng. Notes", "Reason", "Region" },
+              { "7", "01:00:00:00", "01:00:02:00", "ANNA", "Hello.", "Soft", "Lav", "Noise", "Top" } })),
+        ElementsAre (ImportedCue { "01:00:00:00",
+                                   "01:00:02:00",
+                                   "ANNA",
+                                   "7",
+                                   "Noise",
+                                   "Top",
+                                   { "Hello.", {} },
+                                   { "Soft", {} },
+                                   { "Lav", {} } }));
+}
+
+TEST (ForeignDocument, rowsAboveTheTitlesAndTitlesOnEachPageAreNoCues)
+{
+    EXPECT_THAT (cuesAround (tableXML ({ { "The Long Way Home" },
+                                         { "In", "Out", "Character", "Line" },
+                                         { "01:00:00:00", "01:00:02:00", "ANNA", "Hello." },
+                                         { "In", "Out", "Character", "Line" },
+                                         { "REEL 2" },
+                                         { "", "", "", "" },
+                                         { "02:00:00:00", "02:00:02:00", "ANNA", "Bye." } })),
+                 ElementsAre (cue ("01:00:00:00", "01:00:02:00", "ANNA", "", "Hello."),
+                              cue ("02:00:00:00", "02:00:02:00", "ANNA", "", "Bye.")));
+}
+
+TEST (ForeignDocument, bothTimecodesMayStandInOneCell)
+{
+    EXPECT_THAT (cuesAround (tableXML ({ { "TC In / Out", "Character", "Text" },
+                                         { "01:00:00:00 - 01:00:02:00", "ANNA", "Hello." } })),
+                 ElementsAre (cue ("01:00:00:00", "01:00:02:00", "ANNA", "", "Hello.")));
+}
+
+TEST (ForeignDocument, aListWithInPointsAloneIsOneToo)
+{
+    EXPECT_THAT (cuesAround (tableXML ({ { "TC", "Text" }, { "01:00:00:00", "Hello." } })),
+                 ElementsAre (cue ("01:00:00:00", "", "", "", "Hello.")));
+}
+
+TEST (ForeignDocument, mergedCellsCountForTheirColumns)
+{
+    const auto title = "<w:tr>" + cellXML ("Character") + cellXML ("Start")
+                       + cellXML ("Text", "<w:gridSpan w:val=\"2\"/>") + cellXML ("Notes") + "</w:tr>";
+    const auto first = "<w:tr>" + cellXML ("ANNA", "<w:vMerge w:val=\"restart\"/>") + cellXML ("01:00:00:00")
+                       + cellXML ("Hello.", "<w:gridSpan w:val=\"2\"/>") + cellXML ("Soft") + "</w:tr>";
+    const auto second = "<w:tr>" + cellXML ("", "<w:vMerge/>") + cellXML ("01:00:05:00")
+                        + cellXML ("Bye.", "<w:gridSpan w:val=\"2\"/>") + cellXML ("") + "</w:tr>";
+    const auto cues = cuesAround ("<w:tbl>" + title + first + second + "</w:tbl>");
+    ASSERT_THAT (cues, SizeIs (2));
+    EXPECT_EQ (cues[0].notes.text, "Soft");
+    EXPECT_EQ (cues[1].character, "ANNA");
+    EXPECT_EQ (cues[1].text.text, "Bye.");
+}
+
+TEST (ForeignDocument, aTableWithoutTitlesIsReadByItsTimecodes)
+{
+    EXPECT_THAT (
+        cuesAround (tableXML ({ { "A1", "01:00:00:00", "01:00:02:00", "ANNA", "Where have you been?" },
+                                { "A2", "01:00:03:00", "01:00:04:10", "PAUL", "Well?" },
+                                { "A3", "", "", "", "cut" } })),
+        ElementsAre (cue ("01:00:00:00", "01:00:02:00", "ANNA", "A1", "Where have you been?"),
+                     cue ("01:00:03:00", "01:00:04:10", "PAUL", "A2", "Well?")));
+}
+
+TEST (ForeignDocument, aTableInATableIsFound)
+{
+    EXPECT_THAT (cuesAround ("<w:tbl><w:tr><w:tc>"
+                             + tableXML ({ { "In", "Text" }, { "01:00:00:00", "Hello." } })
+                             + "<w:p/></w:tc></w:tr></w:tbl>"),
+                 ElementsAre (cue ("01:00:00:00", "", "", "", "Hello.")));
+}
+
+TEST (ForeignDocument, timecodePairsInTextBeginCues)
+{
+    EXPECT_THAT (
+        cuesAround (lines ({ "The Long Way Home", "01:00:00:00 - 01:00:02:00", "ANNA", "R1-001", "Where have",
+                             "you been?", "", "01:00:03:00", "01:00:04:10", "PAUL", "Well?" })),
+        ElementsAre (cue ("01:00:00:00", "01:00:02:00", "ANNA", "R1-001", "Where have\nyou been?"),
+                     cue ("01:00:03:00", "01:00:04:10", "PAUL", "", "Well?")));
+}
+
+TEST (ForeignDocument, headingsInTextOpenNotesAndReason)
+{
+    const auto cues = cuesAround (
+        lines ({ "01:00:00:00\xe2\x80\xa8"
+                 "01:00:02:00",
+                 "ANNA", "1", "Hello.", "Notes", "Soft", "Eng. Notes", "Lav", "Reason", "Noise" }));
+    EXPECT_THAT (cues, ElementsAre (ImportedCue { "01:00:00:00",
+                                                  "01:00:02:00",
+                                                  "ANNA",
+                                                  "1",
+                                                  "Noise",
+                                                  {},
+                                                  { "Hello.", {} },
+                                                  { "Soft", {} },
+                                                  { "Lav", {} } }));
+}
+
+TEST (ForeignDocument, subtitlesInTextKeepTheirNumbers)
+{
+    EXPECT_THAT (cuesAround (lines ({ "1", "00:00:01,000 --&gt; 00:00:02,500", "I was never there.", "", "2",
+                                      "00:00:03,000 --&gt; 00:00:04,000", "Neither was I." })),
+                 ElementsAre (cue ("00:00:01,000", "00:00:02,500", "", "", "I was never there."),
+                              cue ("00:00:03,000", "00:00:04,000", "", "2", "Neither was I.")));
+}
+
+TEST (ForeignDocument, theLookOfTextIsKept)
+{
+    const auto cues = cuesAround (
+        paragraphXML ("01:00:00:00 01:00:02:00")
+        + "<w:p><w:r><w:t>ANNA</w:t><w:br/><w:t xml:space=\"preserve\">Where </w:t></w:r><w:r><w:rPr><w:i/></w:rPr><w:t>were</w:t></w:r></w:p>");
+    Look italic;
+    italic.italic = true;
+    ASSERT_THAT (cues, SizeIs (1));
+    EXPECT_EQ (cues[0].text, (RichText { "Where were", { { 6, 10, italic } } }));
+}
+
+TEST (ForeignDocument, aTimecodeAloneOrTwoInASentenceAreNoCue)
+{
+    EXPECT_EQ (refusalOf (documentAround (
+                   lines ({ "See 01:00:00:00.", "Between 01:00:00:00 and then at 01:00:05:00 again" }))),
+               "holds no cues");
+}
+
+TEST (ForeignDocument, anEmptyDocumentHoldsNoCues)
+{
+    EXPECT_EQ (refusalOf (documentAround ("")), "holds no cues");
+    EXPECT_EQ (
+        refusalOf (documentAround ("<w:tbl/><w:tbl><w:tr/></w:tbl><w:tbl><w:tr><w:tc/></w:tr></w:tbl>")),
+        "holds no cues");
+}
+
+TEST (ForeignDocument, anotherPrefixOrNoneIsFine)
+{
+    auto parts = partsOf (documentAround (tableXML ({ { "In", "Text" }, { "01:00:00:00", "Hello." } })));
+    auto& body = parts.at ("word/document.xml");
+
+    for (const std::string to : { "x:", "" })
+    {
+        auto renamed = parts;
+        auto& xml = renamed.at ("word/document.xml");
+
+        for (auto place = xml.find ("w:"); place != std::string::npos;
+             place = xml.find ("w:", place + to.size()))
+            xml.replace (place, 2, to);
+
+        EXPECT_THAT (cuesOfWordDocument (packed (renamed)), SizeIs (1)) << xml;
+    }
+
+    EXPECT_FALSE (body.empty());
+}
+
+TEST (ForeignDocument, theBodyMayHaveAnotherName)
+{
+    auto parts = partsOf (documentAround (tableXML ({ { "In", "Text" }, { "01:00:00:00", "Hello." } })));
+    auto body = parts.extract ("word/document.xml");
+    body.key() = "word/document2.xml";
+    parts.insert (std::move (body));
+    auto& relations = parts.at ("_rels/.rels");
+    relations.replace (relations.find ("word/document.xml"), 17, "/word/../word/document2.xml");
+    EXPECT_THAT (cuesOfWordDocument (packed (parts)), SizeIs (1));
+}
+
+} // namespace DocxHandler::Testing

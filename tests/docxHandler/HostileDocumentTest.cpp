@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "ImportSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace DocxHandler::Testing
+{
+
+namespace
+{
+
+std::string repeated (const std::string& text, std::size_t count)
+{
+    std::string result;
+
+    for (std::size_t i = 0; i < count; ++i)
+        result += text;
+
+    return result;
+}
+
+} // namespace
+
+TEST (HostileDocument, whatIsNoPackageIsRefusedInClearWords)
+{
+    EXPECT_EQ (refusalOf (""), "is empty");
+    EXPECT_EQ (refusalOf ("Dear director"), "is no Word document");
+    EXPECT_EQ (refusalOf (std::string ("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1", 8) + std::string (4096, '\0')),
+               "is encrypted or a document of the old .doc kind");
+    EXPECT_EQ (refusalOf ("PK\x03\x04 and nothing more"), "is damaged or cut short");
+    EXPECT_EQ (refusalOf (packed ({ { "xl/workbook.xml", "<workbook/>" } })), "is no Word document");
+    EXPECT_EQ (refusalOf (packed ({ { "word/document.xml", "<workbook/>" } })), "is no Word document");
+}
+
+TEST (HostileDocument, aCutOneIsRefusedWhereverItIsCut)
+{
+    const auto whole = documentOf (sheetJSON ({ fullCueJSON() }));
+
+    for (std::size_t length = 4; length < whole.size(); length += 997)
+        EXPECT_EQ (refusalOf (whole.substr (0, length)), "is damaged or cut short") << length;
+}
+
+TEST (HostileDocument, anyByteMayBeWrong)
+{
+    const auto whole = documentOf (sheetJSON ({ fullCueJSON() }));
+
+    for (std::size_t place = 0; place < whole.size(); place += 61)
+    {
+        auto damaged = whole;
+        damaged[place] = static_cast<char> (~damaged[place]);
+        EXPECT_LT (refusalOf (damaged).size(), 100U); // reads or refuses, and ends
+    }
+}
+
+TEST (HostileDocument, malformedXMLIsDamage)
+{
+    EXPECT_EQ (refusalOf (documentAround ("<w:p><w:r>")), "is damaged: its XML is malformed");
+}
+
+TEST (HostileDocument, aDocumentTypeIsRefusedBeforeItsEntitiesCount)
+{
+    std::string laughs = "<!DOCTYPE w:document [<!ENTITY a0 \"ha\">";
+
+    for (int i = 1; i < 30; ++i)
+        laughs += "<!ENTITY a" + std::to_string (i) + " \""
+                  + repeated ("&a" + std::to_string (i - 1) + ";", 10) + "\">";
+
+    auto parts = partsOf (documentAround (paragraphXML ("&a29;")));
+    auto& body = parts.at ("word/document.xml");
+    body.insert (body.find ("<w:document"), laughs + "]>");
+    EXPECT_EQ (refusalOf (packed (parts)), "declares a document type, which no Word document does");
+}
+
+TEST (HostileDocument, deepNestingIsRefused)
+{
+    for (const std::string element : { "w:tbl", "w:ins", "w:sdt", "w:unknown" })
+    {
+        const auto nested = repeated ("<" + element + ">", 100000) + repeated ("</" + element + ">", 100000);
+        EXPECT_EQ (refusalOf (documentAround (nested)), "is nested too deeply");
+    }
+}
+
+TEST (HostileDocument, aZipBombIsRefusedBeforeItGrows)
+{
+    auto bomb = documentAround (std::string (std::size_t { 257 } << 20U, ' '));
+    EXPECT_LT (bomb.size(), std::size_t { 1 } << 20U);
+    EXPECT_EQ (refusalOf (bomb), "is too large when unpacked");
+
+    // Now it claims sixteen bytes: in the central directory, 24 bytes behind the entry's signature.
+    for (auto entry = bomb.find ("PK\x01\x02"); entry != std::string::npos;
+         entry = bomb.find ("PK\x01\x02", entry + 4))
+        bomb.replace (entry + 24, 4, std::string ("\x10\x00\x00\x00", 4));
+
+    EXPECT_EQ (refusalOf (bomb), "is too large when unpacked");
+}
+
+TEST (HostileDocument, markupWithoutEndIsRefusedBeforeItIsParsed)
+{
+    EXPECT_EQ (refusalOf (documentAround (repeated ("<w:p/>", 12'500'000))), "is too large when unpacked");
+}
+
+TEST (HostileDocument, aPartWithAPasswordIsEncrypted)
+{
+    auto document = documentAround (paragraphXML ("x"));
+
+    // The lowest bit of an entry's flags, in the central directory and in front of the entry.
+    for (auto entry = document.find ("PK\x01\x02"); entry != std::string::npos;
+         entry = document.find ("PK\x01\x02", entry + 4))
+        document[entry + 8] = static_cast<char> (document[entry + 8] | 1);
+
+    for (auto entry = document.find ("PK\x03\x04"); entry != std::string::npos;
+         entry = document.find ("PK\x03\x04", entry + 4))
+        document[entry + 6] = static_cast<char> (document[entry + 6] | 1);
+
+    EXPECT_EQ (refusalOf (document), "is encrypted");
+}
+
+TEST (HostileDocument, macrosAndOtherPartsAreNeverLookedAt)
+{
+    auto parts = partsOf (documentOf (sheetJSON ({ fullCueJSON() })));
+    parts["word/vbaProject.bin"] = std::string (1000, '\xff');
+    parts["../../etc/passwd"] = "x";
+    parts["word/footer1.xml"] = "<broken";
+    parts["word/comments.xml"] = "<broken";
+    EXPECT_EQ (refusalOf (packed (parts)), "");
+}
+
+TEST (HostileDocument, textThatIsNoUTF8BecomesReplacementCharacters)
+{
+    const auto cues = cuesOfWordDocument (documentAround (tableXML ({ { "In", "Text" },
+                                                                      { "01:00:00:00", "a\xff\xc0\x80"
+                                                                                       "b" } })));
+    ASSERT_EQ (cues.size(), 1U);
+    EXPECT_EQ (cues[0].text.text, "a\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd"
+                                  "b");
+}
+
+TEST (HostileDocument, relationsThatLeadOutsideLeadNowhere)
+{
+    auto parts = partsOf (documentAround (tableXML ({ { "In", "Text" }, { "01:00:00:00", "Hello." } })));
+    auto& relations = parts.at ("_rels/.rels");
+    relations.replace (relations.find ("word/document.xml"), 17, "../../../../etc/passwd");
+    EXPECT_EQ (refusalOf (packed (parts)), ""); // the usual place is looked at instead
+}
+
+} // namespace DocxHandler::Testing
