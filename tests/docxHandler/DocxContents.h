@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "support/ZipArchive.h"
+
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
-#include <zip.h>
 
 #include <map>
 #include <memory>
@@ -17,50 +18,17 @@ namespace DocxHandler::Testing
 inline std::map<std::string, std::string> partsOf (const std::string& document)
 {
     std::map<std::string, std::string> parts;
-    zip_error_t error;
-    zip_error_init (&error);
-    auto* source = zip_source_buffer_create (document.data(), document.size(), 0, &error);
-    auto* archive = zip_open_from_source (source, ZIP_RDONLY | ZIP_CHECKCONS, &error);
-    EXPECT_NE (archive, nullptr) << zip_error_strerror (&error);
 
-    if (archive == nullptr)
-        return parts;
+    for (auto& [name, bytes] : ZEP::Overmarks::Testing::unzipped (document))
+        EXPECT_TRUE (parts.emplace (name, std::move (bytes)).second) << name << " is there twice";
 
-    for (zip_int64_t i = 0; i < zip_get_num_entries (archive, 0); ++i)
-    {
-        const auto index = static_cast<zip_uint64_t> (i);
-        zip_stat_t state;
-        zip_stat_index (archive, index, 0, &state);
-        std::string bytes (state.size, '\0');
-        auto* file = zip_fopen_index (archive, index, 0);
-        EXPECT_EQ (zip_fread (file, bytes.data(), bytes.size()), static_cast<zip_int64_t> (bytes.size()));
-        zip_fclose (file);
-        EXPECT_TRUE (parts.emplace (state.name, bytes).second) << state.name << " is there twice";
-    }
-
-    zip_discard (archive);
     return parts;
 }
 
 /** A package of parts, as it is. */
 inline std::string packed (const std::map<std::string, std::string>& parts)
 {
-    auto* source = zip_source_buffer_create (nullptr, 0, 0, nullptr);
-    zip_source_keep (source);
-    auto* archive = zip_open_from_source (source, ZIP_TRUNCATE, nullptr);
-
-    for (const auto& [name, bytes] : parts)
-        zip_file_add (archive, name.c_str(), zip_source_buffer (archive, bytes.data(), bytes.size(), 0), 0);
-
-    EXPECT_EQ (zip_close (archive), 0);
-    zip_stat_t state;
-    zip_source_stat (source, &state);
-    zip_source_open (source);
-    std::string bytes (state.size, '\0');
-    zip_source_read (source, bytes.data(), bytes.size());
-    zip_source_close (source);
-    zip_source_free (source);
-    return bytes;
+    return ZEP::Overmarks::Testing::zipped ({ parts.begin(), parts.end() });
 }
 
 inline std::unique_ptr<pugi::xml_document> parsedXML (const std::string& xml)

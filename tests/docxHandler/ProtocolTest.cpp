@@ -216,7 +216,7 @@ TEST_F (Protocol, cancelStopsItInTheMidstOfADocument)
     waitUntilBusy();
     const auto before = Clock::now();
     folder.write ("c.txt", std::string ("cancel\n\0", 8));
-    const auto outcome = waitForDocxHandler (folder, child);
+    const auto outcome = waitForProgram (folder, child);
     const auto taken = Clock::now() - before;
 
     EXPECT_EQ (outcome.status, 3);
@@ -234,7 +234,7 @@ TEST_F (Protocol, documentsThatAreFinishedStayWhenItIsCancelled)
         folder, { "export", "json=first.txt,a.txt", "output=first.docx,a.docx", communication });
     waitUntilBusy();
     folder.write ("c.txt", "cancel\n");
-    EXPECT_EQ (waitForDocxHandler (folder, child).status, 3);
+    EXPECT_EQ (waitForProgram (folder, child).status, 3);
     EXPECT_THAT (folder.names(), ElementsAre ("a.txt", "c.txt", "first.docx", "first.txt", "p.txt"));
     EXPECT_EQ (cuesOfWordDocument (folder.bytes ("first.docx")).size(), 2U);
 }
@@ -270,7 +270,7 @@ TEST_F (Protocol, aSignalLeavesNothingHalfWritten)
             startDocxHandler (folder, { "export", "json=a.txt", "output=a.docx", communication });
         waitUntilBusy();
         ::kill (child, signal);
-        EXPECT_EQ (waitForDocxHandler (folder, child).status, 128 + signal);
+        EXPECT_EQ (waitForProgram (folder, child).status, 128 + signal);
         EXPECT_THAT (folder.names(), ElementsAre ("a.txt", "p.txt")) << signal;
         std::filesystem::remove (folder.path / "p.txt");
     }
@@ -283,7 +283,7 @@ TEST_F (Protocol, killedItLeavesTheOldDocument)
     const auto child = startDocxHandler (folder, { "export", "json=a.txt", "output=a.docx", communication });
     waitUntilBusy();
     ::kill (child, SIGKILL);
-    EXPECT_EQ (waitForDocxHandler (folder, child).status, 128 + SIGKILL);
+    EXPECT_EQ (waitForProgram (folder, child).status, 128 + SIGKILL);
     EXPECT_EQ (folder.bytes ("a.docx"), "old");
 }
 

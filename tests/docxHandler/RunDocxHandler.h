@@ -23,11 +23,10 @@ struct Outcome
     std::string errors;
 };
 
-/** Starts the program, as it was built, in a folder. No shell is involved. @param prepare  is called in its process */
-inline pid_t startDocxHandler (const TemporaryFolder& folder, std::vector<std::string> words,
-                               const std::function<void()>& prepare = {})
+/** Starts a program in a folder. No shell is involved. @param prepare  is called in its process */
+inline pid_t startProgram (const TemporaryFolder& folder, std::vector<std::string> words,
+                           const std::function<void()>& prepare = {})
 {
-    words.insert (words.begin(), DOCX_HANDLER);
     std::vector<char*> arguments;
 
     for (auto& word : words)
@@ -48,7 +47,7 @@ inline pid_t startDocxHandler (const TemporaryFolder& folder, std::vector<std::s
             prepare();
 
         if (::chdir (folder.path.c_str()) == 0)
-            ::execv (arguments.front(), arguments.data());
+            ::execvp (arguments.front(), arguments.data());
 
         ::_exit (127);
     }
@@ -57,7 +56,7 @@ inline pid_t startDocxHandler (const TemporaryFolder& folder, std::vector<std::s
 }
 
 /** Waits for its end. What it has said lies in the folder no longer. */
-inline Outcome waitForDocxHandler (const TemporaryFolder& folder, pid_t child)
+inline Outcome waitForProgram (const TemporaryFolder& folder, pid_t child)
 {
     int status = 0;
     ::waitpid (child, &status, 0);
@@ -68,10 +67,23 @@ inline Outcome waitForDocxHandler (const TemporaryFolder& folder, pid_t child)
     return outcome;
 }
 
+inline Outcome runProgram (const TemporaryFolder& folder, const std::vector<std::string>& words)
+{
+    return waitForProgram (folder, startProgram (folder, words));
+}
+
+/** The tool, as it was built. */
+inline pid_t startDocxHandler (const TemporaryFolder& folder, std::vector<std::string> words,
+                               const std::function<void()>& prepare = {})
+{
+    words.insert (words.begin(), DOCX_HANDLER);
+    return startProgram (folder, words, prepare);
+}
+
 inline Outcome runDocxHandler (const TemporaryFolder& folder, const std::vector<std::string>& words,
                                const std::function<void()>& prepare = {})
 {
-    return waitForDocxHandler (folder, startDocxHandler (folder, words, prepare));
+    return waitForProgram (folder, startDocxHandler (folder, words, prepare));
 }
 
 } // namespace DocxHandler::Testing

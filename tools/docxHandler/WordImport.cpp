@@ -133,21 +133,30 @@ std::vector<ImportedCue> cuesOfText (const WordContent& content)
 
 } // namespace
 
-std::vector<ImportedCue> cuesOfWordDocument (std::string_view bytes)
+std::vector<ImportedCue> cuesOfContent (const WordContent& content)
 {
-    const PackageReader package (bytes);
-    const auto content = readContent (package);
+    using Reader = std::function<std::vector<ImportedCue> (const WordContent&)>;
+    const Reader titledTables = [] (const WordContent& all) { return cuesOfTables (all, readTitledTable); };
+    const Reader timecodeTables = [] (const WordContent& all)
+    { return cuesOfTables (all, readTimecodeTable); };
 
-    for (const auto& read :
-         { std::function (cuesOfBlocks),
-           std::function ([] (const WordContent& all) { return cuesOfTables (all, readTitledTable); }),
-           std::function (cuesOfBlocksByShape),
-           std::function ([] (const WordContent& all) { return cuesOfTables (all, readTimecodeTable); }),
-           std::function (cuesOfText) })
+    for (const auto& read : { Reader (cuesOfBlocks), titledTables, Reader (cuesOfBlocksByShape),
+                              timecodeTables, Reader (cuesOfText) })
         if (auto cues = read (content); ! cues.empty())
             return cues;
 
-    throw Failure ("holds no cues");
+    return {};
+}
+
+std::vector<ImportedCue> cuesOfWordDocument (std::string_view bytes)
+{
+    const PackageReader package (bytes);
+    auto cues = cuesOfContent (readContent (package));
+
+    if (cues.empty())
+        throw Failure ("holds no cues");
+
+    return cues;
 }
 
 } // namespace DocxHandler
