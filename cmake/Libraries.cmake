@@ -37,6 +37,6 @@ overmarks_shared_library(ZEP_Core EXPORT_NAME Core MACRO ZEP_CORE COMPONENTS cor
         ${CMAKE_DL_LIBS} rt)
 overmarks_shared_library(ZEP_MIDIIO EXPORT_NAME MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)
 overmarks_shared_library(ZEP_Overmarks EXPORT_NAME Overmarks MACRO OVERMARKS
-    COMPONENTS preferences event list midi import export
+    COMPONENTS preferences event list midi word_protocol import export
     LINKS ZEP_MIDIIO ZEP_Core ZEP_FileFormat Poco::Foundation
     PRIVATE_LINKS Poco::Encodings nlohmann_json::nlohmann_json EXPAT::EXPAT)

@@ -4,6 +4,7 @@
 #include "export/EventCSVExporter.h"
 #include "export/EventExcelExporter.h"
 #include "export/EventTTALExporter.h"
+#include "export/word/EventWordExporter.h"
 
 #include <algorithm>
 #include <iterator>
@@ -35,7 +36,7 @@ struct Entry
 /** What the factory makes. */
 constexpr Entry entries[] = {
     { EventExportTypePDF, "PDF document", ".pdf", notYet },
-    { EventExportTypeWord, "Word document", ".docx", notYet },
+    { EventExportTypeWord, "Word document", ".docx", make<EventWordExporter> },
     { EventExportTypeCSV, "Delimited text", ".csv", make<EventCSVExporter> },
     { EventExportTypeTTAL, "TTAL cue list", ".ttal", make<EventTTALExporter> },
     { EventExportTypeExcel, "Excel workbook", ".xlsx", make<EventExcelExporter> },

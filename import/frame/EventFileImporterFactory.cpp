@@ -4,6 +4,7 @@
 #include "import/ADRStudioEventFileImporter.h"
 #include "import/CSVEventFileImporter.h"
 #include "import/DBFEventFileImporter.h"
+#include "import/DublaneDocxEventFileImporter.h"
 #include "import/ExcelEventFileImporter.h"
 #include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
@@ -74,7 +75,7 @@ const std::vector<Entry>& entries()
         { 1, { ".dbf" }, "dBase table", true, make<DBFEventFileImporter> },
         { 6, { ".xlsx" }, "Excel workbook", true, make<ExcelEventFileImporter> },
         { 7, { ".ttal" }, "TTAL cue list", false, makeWithTime<TTALEventFileImporter> },
-        { 8, { ".docx" }, "Word cue sheet", false, notYet },
+        { 8, { ".docx" }, "Word cue sheet", false, make<DublaneDocxEventFileImporter> },
     };
     return table;
 }

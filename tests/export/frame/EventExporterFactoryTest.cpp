@@ -3,6 +3,7 @@
 
 #include "export/EventCSVExporter.h"
 #include "export/EventExcelExporter.h"
+#include "export/word/EventWordExporter.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -51,6 +52,15 @@ TEST (EventExporterFactory, makesTheWorkbookExporter)
     EXPECT_EQ (exporter->type(), EventExportTypeExcel);
     EXPECT_EQ (exporter->settings, settings);
     EXPECT_EQ (exporter->delegate, nullptr);
+}
+
+TEST (EventExporterFactory, makesTheWordExporter)
+{
+    const auto settings = settingsOfKind (2);
+    const auto exporter = EventExporterFactory::eventExporter (settings);
+    ASSERT_NE (dynamic_cast<EventWordExporter*> (exporter.get()), nullptr);
+    EXPECT_EQ (exporter->type(), EventExportTypeWord);
+    EXPECT_EQ (exporter->settings, settings);
 }
 
 TEST (EventExporterFactory, makesAnExporterOfItsOwnForEachExport)

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+
+#include <juce_core/juce_core.h>
+
+#include <optional>
+#include <vector>
+
+/** How the library talks to docxHandler, the program in the resource folder that writes and reads Word documents.
+
+    It is started with one command line for the system's shell and waited for. Each part stands in double quotes:
+
+        TOOL export json=A.txt,B.txt output=A.docx,B.docx com=P2C,C2P
+        TOOL import input=A.docx json=J.txt com=P2C,C2P
+
+    No path in the lists of json, output and com may hold a comma, and nothing here looks for one in the names of folders: that
+    is for the application to see to. The other files lie in the temporary folder:
+
+        file                            written by   content
+        P2CcomWordExporter.txt          the tool     first line "completionLevel=" and a percentage; when it reads a document,
+                                                     any line "Error message = " and a text
+        C2PcomWordExporter.txt          the library  "cancel", a line feed and a zero byte: the tool is to stop
+        WordDocumentJSON_SUFFIX.txt     the library  a document in JSON, on one line
+        WordDocumentJSONImport.txt      the tool     the cues of a document in JSON, on one line
+
+    The names are always the same, so two runs that share a temporary folder disturb each other. Any thread. */
+namespace ZEP::Overmarks::DocxHandlerProtocol
+{
+
+/** The full path of the tool, whether it is there or not. */
+[[nodiscard]] OVERMARKS_API juce::String toolPath();
+
+/** Where the tool tells how far it is and what went wrong. */
+[[nodiscard]] OVERMARKS_API juce::String progressFilePath();
+
+/** Where the tool is told to stop. */
+[[nodiscard]] OVERMARKS_API juce::String cancelFilePath();
+
+/** The file of one document.
+    @param suffix  "timecode", "singlefile", or a character's identifier. Since that comes from a stranger's list, "/", "," and
+                   "%" in it are written as "%2F", "%2C" and "%25", and one that is too long for a file's name ends in a
+                   checksum. Different identifiers never share a file. */
+[[nodiscard]] OVERMARKS_API juce::String exportJSONFilePath (const juce::String& suffix);
+
+/** Where the tool puts the cues that it has read. */
+[[nodiscard]] OVERMARKS_API juce::String importJSONFilePath();
+
+/** The command line that writes documents, as many as JSON files and in their order. Without any, two empty parts stand in the
+    place of both lists.
+    @param comFiles  the files for progress and for cancelling */
+[[nodiscard]] OVERMARKS_API juce::String exportCommandLine (const juce::StringArray& jsonFiles,
+                                                            const juce::StringArray& outputFiles,
+                                                            const juce::StringArray& comFiles);
+
+/** The command line that reads a document. */
+[[nodiscard]] OVERMARKS_API juce::String importCommandLine (const juce::String& inputFile,
+                                                            const juce::String& jsonFile,
+                                                            const juce::StringArray& comFiles);
+
+/** The longest command line that the system's shell can be given, in bytes. */
+inline constexpr int longestCommandLine = 128 * 1024 - 1;
+
+/** Starts the tool and waits until it has ended, however it ends. */
+OVERMARKS_API void run (const juce::String& commandLine);
+
+/** Tells a running tool to stop.
+    @returns whether the file has taken the message */
+OVERMARKS_API bool writeCancel (const juce::String& cancelFile);
+
+/** The percentage that a line of the progress file tells; nothing for a line that isn't whole or is another. */
+[[nodiscard]] OVERMARKS_API std::optional<int> levelOfLine (const juce::String& line);
+
+/** The first line of a small text file; nothing if the file can't be opened. The text is empty if the file is. */
+[[nodiscard]] OVERMARKS_API std::optional<juce::String> firstLineOf (const juce::File& file);
+
+/** What the first line of a progress file that tells of an error says; nothing if none does. */
+[[nodiscard]] OVERMARKS_API std::optional<juce::String> errorIn (const juce::File& progressFile);
+
+} // namespace ZEP::Overmarks::DocxHandlerProtocol
