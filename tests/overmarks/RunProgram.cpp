@@ -38,6 +38,23 @@ void limitFiles (long bytes)
         _exit (125);
 }
 
+void sendSignals (pid_t child, const ProgramSurroundings& surroundings)
+{
+    constexpr useconds_t aMoment = 10000, aThirdOfASecond = 333333;
+    constexpr int tenSeconds = 1000;
+
+    for (int i = 0; i < tenSeconds && ! surroundings.signals.empty()
+                    && access (surroundings.signalsWhen.c_str(), F_OK) != 0;
+         ++i)
+        usleep (aMoment);
+
+    for (const auto signal : surroundings.signals)
+    {
+        kill (child, signal);
+        usleep (aThirdOfASecond);
+    }
+}
+
 /** A terminal whose writing end becomes one of the child's streams. */
 class Terminal final
 {
@@ -136,6 +153,9 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         setenv ("TERM", surroundings.terminalType.c_str(), 1);
         unsetenv ("NO_COLOR");
 
+        if (! surroundings.temporaryFolder.empty())
+            setenv ("TMPDIR", surroundings.temporaryFolder.c_str(), 1);
+
         if (surroundings.largestFile > 0)
             limitFiles (surroundings.largestFile);
 
@@ -151,6 +171,7 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
         kill (child, SIGKILL);
     }
 
+    sendSignals (child, surroundings);
     const auto shownOutput = outputTerminal.contents();
     const auto shownErrors = errorTerminal.contents();
     int status = 0;

@@ -4,6 +4,7 @@
 #include "PlacedFiles.h"
 #include "Progress.h"
 #include "StagingFolder.h"
+#include "WordExport.h"
 
 #include "export/EventASCExporter.h"
 #include "export/EventArendisTXTExporter.h"
@@ -62,7 +63,8 @@ std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const
             OutputFileNames (settings.outputDirectory, settings.fileName, extension).single().getFileName()
         };
 
-    const ByCharacterWalk walk (settings, extension);
+    const ByCharacterWalk walk (settings, extension,
+                                settings.exportType == EventExportTypeWord ? "," : juce::String());
 
     if (walk.isCombined())
         return { walk.singleFile().getFileName() };
@@ -180,7 +182,11 @@ DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& p
     work.settings->outputDirectory = folder.getFullPathName();
     work.settings->fileName = order.baseName;
 
-    if (! order.format->needsEvents || ! work.settings->events.empty())
+    // The library makes no Word document of all characters if there are none.
+    const bool needsEvents = order.format->needsEvents
+                             || (order.format->type == EventExportTypeWord && isByCharacter (*order.format));
+
+    if (! needsEvents || ! work.settings->events.empty())
         work.names = namesOf (*work.settings, order.format->extension, isByCharacter (*order.format));
 
     for (const auto& name : work.names)
@@ -225,6 +231,12 @@ void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& st
         return;
     }
 
+    if (work.settings->exportType == EventExportTypeWord)
+    {
+        writeWordDocuments (work, progress, stage, filesBefore);
+        return;
+    }
+
     FileCounter counter (progress, filesBefore);
     const auto exporter = EventExporterFactory::eventExporter (work.settings);
     exporter->delegate = &counter;
@@ -249,6 +261,18 @@ void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& st
 
     if (error.isNotEmpty())
         throw CommandFailure (error);
+}
+
+void DocumentBatch::writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
+                                        int filesBefore) const
+{
+    std::vector<WordFile> files;
+
+    for (std::size_t i = 0; i < work.names.size(); ++i)
+        files.push_back ({ inside (stage, work.names[i]), work.targets[i] });
+
+    WordExport (*work.settings, isByCharacter (*work.format), std::move (files))
+        .write ([&progress, filesBefore] (int done) { progress.reached (filesBefore + done); });
 }
 
 std::vector<juce::File> DocumentBatch::write (const Project& project, Session& session) const

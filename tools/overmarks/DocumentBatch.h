@@ -55,6 +55,8 @@ private:
                                            Session& session) const;
     void refuse (const std::vector<Work>& works) const;
     bool isByCharacter (const DocumentFormat& format) const;
+    void writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
+                             int filesBefore) const;
     void finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const;
 
     const DocumentOptions& options;

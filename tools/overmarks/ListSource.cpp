@@ -4,8 +4,10 @@
 #include "OutputFile.h"
 #include "Progress.h"
 #include "ProjectForm.h"
+#include "ToolRun.h"
 
 #include "core/text/StringUtil.h"
+#include "export/word/DocxHandlerProtocol.h"
 #include "import/CSVEventFileImporter.h"
 #include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
@@ -14,6 +16,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -34,6 +37,7 @@ constexpr int dBaseTable = 1;
 constexpr int delimitedText = 2;
 constexpr int workbook = 6;
 constexpr int ttal = 7;
+constexpr int wordCueSheet = 8;
 
 /** A list from standard input as a file that importers can read; gone again at the end of the scope. */
 class SpooledInput final
@@ -103,13 +107,42 @@ void sayWhatAFileDoesNotNeed (const std::string& path, const ListOptions& option
         sayWhatIsUnused ({ options.nameOfInputFormatOption() }, juce::String (path), session);
 }
 
+/** False for archives, whose text can be of one encoding only. */
+bool hasTextOfAnyEncoding (EventFileImporter& importer)
+{
+    return importer.type() != workbook && importer.type() != wordCueSheet;
+}
+
+/** Reads a Word document with the help of docxHandler. Throws CommandFailure where the importer has no more to say than that it
+    could not be read. */
+void readWithTool (ReadFile& read, const std::function<void()>& load)
+{
+    ToolRun tool;
+    tool.whileItWorks ([] { DocxHandlerProtocol::writeCancel (DocxHandlerProtocol::cancelFilePath()); },
+                       load);
+    tool.throwIfStopped (read.shownPath + " was not read");
+
+    if (read.error == "Error reading " + read.importer->filePath)
+        throw CommandFailure (read.shownPath + ": " + read.error
+                              + ": docxHandler broke off, or the temporary folder "
+                              + tool.getFolder().getParentDirectory().getFullPathName() + " is full");
+}
+
 ReadFile readFile (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
 {
     ReadFile read;
     read.shownPath = shownPath;
     const TrackChoice tracks (options.tracks());
-    read.importer = EventFileImporterFactory::fileImporterWithFilepath (
-        file.getFullPathName(), read.error, options.reasons(), options.timeInfo (nullptr));
+    const auto load = [&]
+    {
+        read.importer = EventFileImporterFactory::fileImporterWithFilepath (
+            file.getFullPathName(), read.error, options.reasons(), options.timeInfo (nullptr));
+    };
+
+    if (file.hasFileExtension ("docx"))
+        readWithTool (read, load);
+    else
+        load();
 
     if (read.importer == nullptr)
         throw CommandFailure (
@@ -127,7 +160,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     read.sheets = readWantedSheet (*read.importer, options.sheet(), read.error);
 
     if (const auto encoding = options.encoding();
-        encoding != TextEncodingUnknown && read.importer->type() != workbook)
+        encoding != TextEncodingUnknown && hasTextOfAnyEncoding (*read.importer))
     {
         read.error.clear();
         read.importer->rows.clear(); // an importer may add to them
@@ -204,7 +237,8 @@ void sayHowItWasRead (const ReadFile& read, const Session& session)
 
     if (read.sheets.has_value())
         session.say (read.shownPath + ": " + read.sheets->words());
-    else if (const auto name = encodingName (importer.encoding); ! name.empty())
+    else if (const auto name = encodingName (importer.encoding);
+             ! name.empty() && read.importer->type() != wordCueSheet)
         session.say (read.shownPath + ": read as " + name);
 
     sayWhichTracks (read, session);
@@ -361,7 +395,7 @@ ReadFile readCueList (const std::string& path, const ListOptions& options, const
         sayWhatIsUnused ({ "--sheet" }, read.shownPath, session);
 
     if (options.encoding() != TextEncodingUnknown
-        && (read.importer->type() == ttal || read.importer->type() == workbook))
+        && (read.importer->type() == ttal || ! hasTextOfAnyEncoding (*read.importer)))
         sayWhatIsUnused ({ "--encoding" }, read.shownPath, session);
 
     return read;

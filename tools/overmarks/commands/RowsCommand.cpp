@@ -87,6 +87,11 @@ juce::String howItWasRead (const ReadFile& read)
     if (read.sheets.has_value())
         return read.sheets->words();
 
+    constexpr int wordCueSheet = 8;
+
+    if (read.importer->type() == wordCueSheet) // whatever text it holds, docxHandler has read it
+        return "read by docxHandler";
+
     const auto encoding = encodingName (read.importer->encoding);
     return "read as " + (encoding.empty() ? juce::String ("unknown encoding") : juce::String (encoding));
 }

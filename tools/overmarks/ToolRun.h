@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <functional>
+#include <memory>
+
+namespace overmarks
+{
+
+/** What a run of docxHandler needs around it.
+
+    The library and the tool talk through files of fixed names in the temporary folder. While this object lives, that is a folder
+    of this run's own that nobody else may enter, so that two runs never disturb each other and nothing is read that somebody
+    has put there. It is gone at the end, also after a failure or when somebody stops the program.
+
+    SIGINT, SIGTERM and SIGHUP don't end the program meanwhile. The first one cancels the tool; a tool that doesn't heed that
+    for three seconds is killed, as it is at the next signal. Made on the main thread, one at a time, before other threads begin. */
+class ToolRun final
+{
+public:
+    /** Throws CommandFailure if there is no tool, or no place for temporary files. */
+    ToolRun();
+
+    ToolRun (const ToolRun&) = delete;
+    ToolRun& operator= (const ToolRun&) = delete;
+    ~ToolRun();
+
+    const juce::File& getFolder() const noexcept;
+
+    /** Does the work, which starts the tool and waits for it. What the tool prints goes to standard error.
+        @param cancel  tells the tool to stop; called from another thread */
+    void whileItWorks (const std::function<void()>& cancel, const std::function<void()>& work);
+
+    /** Throws CommandFailure if somebody has stopped the program. @param undone  what has not been done then */
+    void throwIfStopped (const juce::String& undone) const;
+
+private:
+    class TemporaryPlace;
+    class Signals;
+
+    std::unique_ptr<TemporaryPlace> place;
+    std::unique_ptr<Signals> signals;
+};
+
+} // namespace overmarks
