@@ -72,7 +72,10 @@ TEST (SheetDocument, everyCellEndsWithAParagraphAndEveryTableIsFollowedByOne)
 TEST (SheetDocument, everyRowFillsTheGridOfItsTable)
 {
     for (const auto& json : sheetsOfAllKinds())
-        for (const auto& table : all (*bodyOf (json), "w:tbl"))
+    {
+        const auto body = bodyOf (json);
+
+        for (const auto& table : all (*body, "w:tbl"))
         {
             const auto columns =
                 std::distance (table.child ("w:tblGrid").begin(), table.child ("w:tblGrid").end());
@@ -87,6 +90,7 @@ TEST (SheetDocument, everyRowFillsTheGridOfItsTable)
                 EXPECT_EQ (filled, columns);
             }
         }
+    }
 }
 
 TEST (SheetDocument, everyPartHasAContentTypeAndEveryRelationATarget)
@@ -106,12 +110,16 @@ TEST (SheetDocument, everyPartHasAContentTypeAndEveryRelationATarget)
         EXPECT_TRUE (parts.contains (std::string (override.attribute ("PartName").value()).substr (1)));
 
     for (const auto& [name, bytes] : parts)
-        if (name.ends_with (".rels"))
-            for (const auto& relation : all (*parsedXML (bytes), "Relationship"))
-            {
-                const std::string folder = name.starts_with ("word/") ? "word/" : "";
-                EXPECT_TRUE (parts.contains (folder + relation.attribute ("Target").value())) << name;
-            }
+    {
+        if (! name.ends_with (".rels"))
+            continue;
+
+        const std::string folder = name.starts_with ("word/") ? "word/" : "";
+        const auto relations = parsedXML (bytes);
+
+        for (const auto& relation : all (*relations, "Relationship"))
+            EXPECT_TRUE (parts.contains (folder + relation.attribute ("Target").value())) << name;
+    }
 }
 
 TEST (SheetDocument, everyIdentifierIsUniqueAndEveryReferenceHasItsRelation)
@@ -137,9 +145,13 @@ TEST (SheetDocument, everyStyleThatIsUsedIsDefined)
     const auto styles = parsedXML (parts.at ("word/styles.xml"));
 
     for (const auto* part : { "word/document.xml", "word/footer1.xml" })
-        for (const auto& used : all (*parsedXML (parts.at (part)), "w:pStyle"))
+    {
+        const auto tree = parsedXML (parts.at (part));
+
+        for (const auto& used : all (*tree, "w:pStyle"))
             EXPECT_TRUE (styles->select_node (
                 ("//w:style[@w:styleId='" + std::string (used.attribute ("w:val").value()) + "']").c_str()));
+    }
 }
 
 TEST (SheetDocument, eachPictureIsInThePackageOnce)
