@@ -1,106 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "export/word/EventWordExporter.h"
-
 #include "core/cast/ADRCueReasonsManager.h"
-#include "export/ExportSupport.h"
+#include "export/word/WordExportSupport.h"
 #include "support/CollectedLog.h"
 #include "support/CueLists.h"
-#include "support/StandInTool.h"
 
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 
-#include <chrono>
-#include <mutex>
-#include <thread>
-
-using namespace ExportSupport;
-using namespace ZEP::Overmarks::Testing;
-using nlohmann::ordered_json;
+using namespace WordExportSupport;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-namespace
-{
-
-using Names = std::vector<std::string>;
-using Reports = std::vector<std::pair<int, int>>;
-
-/** Is told from two threads. */
-class Listener final : public EventExporter::Delegate
-{
-public:
-    void progressChanged (EventExporter*, int current, int total) override
-    {
-        const std::lock_guard lock (mutex);
-        reports.emplace_back (current, total);
-    }
-
-    Reports all() const
-    {
-        const std::lock_guard lock (mutex);
-        return reports;
-    }
-
-private:
-    mutable std::mutex mutex;
-    Reports reports;
-};
-
-class WordExportTest : public ExportTest
-{
-protected:
-    WordExportTest()
-    {
-        settings->exportType = EventExportTypeWord;
-        settings->options[EventExportAppVersionKey] = "1.2.3";
-        settings->projectSettings = { "/p/film", "Film", "Studio", "Supervisor", "Company" };
-        settings->timelineSettings = { "Reel two", "R2", "v3", "de", {} };
-        exporter.delegate = &listener;
-    }
-
-    void combine() { settings->options[EventExportCombineIntoSingleFileKey] = true; }
-
-    ordered_json kept (const std::string& suffix) const
-    {
-        return ordered_json::parse (tool.note ("WordDocumentJSON_" + suffix + ".txt"));
-    }
-
-    /** The JSON of a cue, alone in a document by timecode. */
-    ordered_json cueOf (const std::shared_ptr<Event>& event)
-    {
-        settings->events = { event };
-        EXPECT_EQ (exporter.exportEventsByTimecode(), "");
-        return kept ("timecode")["cueContentList"].at (0);
-    }
-
-    static Names keysOf (const ordered_json& object)
-    {
-        Names keys;
-        for (const auto& [key, value] : object.items())
-            keys.push_back (key);
-        return keys;
-    }
-
-    std::string output (const std::string& name) const
-    {
-        return folder.file (name).getFullPathName().toStdString();
-    }
-
-    std::string toolPath() const { return (tool.resources / "docxHandler").string(); }
-
-    std::string com() const
-    {
-        return "com=" + tool.inTemporary ("P2CcomWordExporter.txt") + ","
-               + tool.inTemporary ("C2PcomWordExporter.txt");
-    }
-
-    const StandInTool tool { keepJSONAndWrite };
-    Listener listener;
-    EventWordExporter exporter { settings };
-};
-
-} // namespace
+using ZEP::Overmarks::Testing::CollectedLog;
+using ZEP::Overmarks::Testing::setField;
 
 // ---- the object ----------------------------------------------------------------------------------------------------------
 
@@ -518,53 +428,4 @@ TEST_F (WordExportTest, aCancelledExportByCharacterEndsBeforeTheNextCharacter)
     EXPECT_EQ (exporter.wordDocument, nullptr);
     EXPECT_THAT (listener.all(), IsEmpty());
     EXPECT_THAT (tool.temporaryFiles(), IsEmpty());
-}
-
-// ---- while the tool runs -------------------------------------------------------------------------------------------------
-
-TEST_F (WordExportTest, theDelegateHearsHowFarTheToolIs)
-{
-    tool.install ("echo completionLevel=50 > \"$progress\"; sleep 0.5");
-    for (const auto* id : { "a", "b", "c" })
-        settings->eventsByCharacter[id] = events ({ { "T1" } });
-    EXPECT_EQ (exporter.exportEventsByCharacter(), "");
-    const auto reports = listener.all();
-    ASSERT_GE (reports.size(), 3u);
-    EXPECT_EQ (reports.front(), std::pair (1, 3));
-    EXPECT_THAT (reports, testing::Contains (std::pair (3, 3)));
-}
-
-TEST_F (WordExportTest, byTimecodeAndCombinedThereIsNoProgressOnTheWay)
-{
-    tool.install ("echo completionLevel=50 > \"$progress\"; sleep 0.5");
-    settings->eventsByCharacter["a"] = events ({ { "T1" } });
-    exporter.exportEventsByTimecode();
-    combine();
-    exporter.exportEventsByCharacter();
-    EXPECT_EQ (listener.all(), (Reports { { 1, 1 }, { 1, 1 } }));
-}
-
-TEST_F (WordExportTest, cancellingFromAnotherThreadReachesTheTool)
-{
-    tool.install (R"(
-touch "$here/started"
-for i in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20
-do
-    sleep 0.1
-    if grep -q cancel "$cancel" 2> /dev/null; then echo cancelled > "$here/end"; exit 1; fi
-done
-echo late > "$here/end")");
-    settings->eventsByCharacter["a"] = events ({ { "T1" } });
-    std::thread canceller (
-        [this]
-        {
-            for (int i = 0; i < 200 && ! std::filesystem::exists (tool.resources / "started"); ++i)
-                std::this_thread::sleep_for (std::chrono::milliseconds (10));
-            exporter.cancel();
-        });
-    EXPECT_EQ (exporter.exportEventsByCharacter(), "");
-    canceller.join();
-    EXPECT_EQ (tool.note ("end"), "cancelled\n");
-    EXPECT_TRUE (exporter.cancelled);
-    EXPECT_EQ (listener.all(), (Reports { { 1, 1 } }));
 }
