@@ -159,24 +159,35 @@ RichTextString CellText::inCell (const CellLook& cell, const WorkbookFonts& font
 //==============================================================================
 void CellTextBuilder::elementStarts (std::string_view name, const PartAttributes& attributes)
 {
-    if (name == "rPh")
-        ++phonetic;
-    else if (name == "t")
-        isInText = phonetic == 0;
-    else if (name == "r")
-        look.reset();
-    else if (name == "rPr")
-        look.emplace(), isInLook = true;
-    else if (isInLook)
+    if (isInLook)
+    {
         applyToLook (*look, name, attributes, colours);
+    }
+    else if (name == "rPr")
+    {
+        look.emplace();
+        isInLook = true;
+    }
+    else if (name == "rPh")
+    {
+        ++phonetic;
+    }
+    else if (name == "t")
+    {
+        isInText = phonetic == 0;
+    }
+    else if (name == "r")
+    {
+        look.reset();
+    }
 }
 
 void CellTextBuilder::elementEnds (std::string_view name)
 {
-    if (name == "rPh")
+    if (isInLook)
+        isInLook = name != "rPr";
+    else if (name == "rPh")
         --phonetic;
-    else if (name == "rPr")
-        isInLook = false;
     else if (name == "r")
         look.reset();
     else if (name == "t" && std::exchange (isInText, false))

@@ -409,6 +409,17 @@ TEST_F (WorkbookReading, coloursComeFromTheThemeWithItsTints)
                (Runs { "0-1 ff336699", "1-2 ff8cb2d9", "2-3 ff19334c", "7-8 ff00ff00", "9-10 ffffffff" }));
 }
 
+TEST_F (WorkbookReading, runsWithinLooksAndLooksWithinRunsAreNoneAtAll)
+{
+    Book book;
+    book.strings = { "<r><rPr><r/><b/><rPr><i/></rPr><t>no</t></rPr><t>a</t></r><t>b</t>",
+                     "<rPr><t/><r><rPh/></r></rPr><rPh><rPr/></rPh><t>c</t>" };
+    book.sheetData = R"(<row r="1"><c r="A1" t="s"><v>0</v></c><c r="B1" t="s"><v>1</v></c></row>)";
+    read (book);
+    EXPECT_TRUE (texts()[0][0].ends_with ("ab"));
+    EXPECT_EQ (texts()[0][1], "c");
+}
+
 TEST_F (WorkbookReading, aThemeThatCantBeReadIsDoneWithout)
 {
     Book book;
