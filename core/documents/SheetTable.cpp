@@ -95,8 +95,13 @@ void SheetTable::put (int row, int column, RichTextString content)
         return;
 
     const auto place = static_cast<std::size_t> (column);
+    auto& cells = rows[static_cast<std::size_t> (row)];
     width = std::max (width, place + 1);
-    rows[static_cast<std::size_t> (row)][place] = std::move (content);
+
+    if (place == cells.size())
+        cells.push_back (std::move (content));
+    else
+        cells[place] = std::move (content);
 }
 
 /** Notes that there is a cell, which may be empty. */
@@ -110,11 +115,12 @@ void SheetTable::reach (int row, int column)
     lengths[place] = std::max (lengths[place], column + 1);
 }
 
+/** Makes the row as long as it has to be for a cell, which may come as its last one. */
 bool SheetTable::makeRoom (int row, int column)
 {
     const auto newRows = std::max (static_cast<std::size_t> (row) + 1, rows.size()) - rows.size();
-    const auto columns = newRows > 0 ? 0 : rows[static_cast<std::size_t> (row)].size();
-    const auto newCells = std::max (static_cast<std::size_t> (column) + 1, columns) - columns;
+    const auto before = newRows > 0 ? 0 : rows[static_cast<std::size_t> (row)].size();
+    const auto newCells = std::max (static_cast<std::size_t> (column) + 1, before) - before;
 
     if (newRows + newCells > cellsLeft)
     {
@@ -123,8 +129,17 @@ bool SheetTable::makeRoom (int row, int column)
     }
 
     cellsLeft -= newRows + newCells;
-    rows.resize (rows.size() + newRows);
-    rows[static_cast<std::size_t> (row)].resize (columns + newCells);
+
+    if (newRows > 0)
+    {
+        constexpr std::size_t mostAhead = 64;
+        rows.resize (rows.size() + newRows);
+        rows.back().reserve (std::min (width, mostAhead)); // most rows are as long as the others
+    }
+
+    if (newCells > 1)
+        rows[static_cast<std::size_t> (row)].resize (before + newCells - 1);
+
     return true;
 }
 

@@ -26,7 +26,7 @@ namespace
 
 using namespace std::string_view_literals;
 
-constexpr std::size_t bytesOfStretch = std::size_t { 2 } << 20;
+constexpr std::size_t bytesOfStretch = std::size_t { 1 } << 18;
 constexpr auto endOfRow = "</row>"sv;
 
 constexpr int depthOfTable = 2;

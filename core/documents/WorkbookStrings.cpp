@@ -8,7 +8,7 @@
 //          / rPh / t   how to read a Japanese text: no part of it
 #include "core/documents/WorkbookStrings.h"
 
-#include "core/text/StringUtil.h"
+#include "core/text/TextDecoding.h"
 
 #include <algorithm>
 #include <charconv>
@@ -206,7 +206,7 @@ void CellTextBuilder::addPiece()
         piece = withoutWorkbookEscapes (piece);
 
     hasLook = hasLook || look.has_value();
-    runs.push_back ({ numberOfCharacters (piece), look });
+    runs.push_back ({ static_cast<int> (piece.size()), look });
     all += piece;
     piece.clear();
 }
@@ -214,10 +214,21 @@ void CellTextBuilder::addPiece()
 CellText CellTextBuilder::take()
 {
     CellText result;
-    result.text = StringUtil::fromUTF8 (all);
+    result.text = textFromStrictUTF8 (all); // the parser lets nothing else through
 
     if (hasLook)
+    {
+        std::size_t start = 0;
+
+        for (auto& run : runs)
+        {
+            const auto bytes = static_cast<std::size_t> (run.length);
+            run.length = numberOfCharacters (std::string_view (all).substr (start, bytes));
+            start += bytes;
+        }
+
         result.runs = runs;
+    }
 
     all.clear();
     runs.clear();

@@ -49,8 +49,8 @@ private:
     const WorkbookColours& colours;
     std::string piece; ///< of the open "t"
     std::string all;
-    std::vector<CellText::Run> runs;
-    std::optional<CellLook> look; ///< of the open run
+    std::vector<CellText::Run> runs; ///< their lengths still in bytes
+    std::optional<CellLook> look;    ///< of the open run
     bool isInText = false;
     bool isInLook = false;
     bool hasLook = false;
