@@ -51,8 +51,6 @@ std::shared_ptr<EventFileImporter> makeWithReasons (ImportRequest& request)
                                        std::move (request.customReasons));
 }
 
-constexpr Maker notYet = nullptr;
-
 /** A line of the table of formats. */
 struct Entry
 {
@@ -100,12 +98,6 @@ std::shared_ptr<EventFileImporter> EventFileImporterFactory::fileImporterWithFil
     if (entry == table.end())
         return {};
 
-    if (entry->maker == notYet)
-    {
-        errorMessage += "Overmarks can't read " + extension.toLowerCase() + " files yet";
-        return {};
-    }
-
     ImportRequest request { filePath, errorMessage, std::move (customReasons), std::move (timeInfo) };
     return entry->maker (request);
 }
@@ -116,8 +108,7 @@ const std::vector<ImportFormat>& EventFileImporterFactory::formats()
     {
         std::vector<ImportFormat> all;
         for (const auto& entry : entries())
-            all.push_back (
-                { entry.type, entry.extensions, entry.name, entry.maker != notYet, entry.userMapping });
+            all.push_back ({ entry.type, entry.extensions, entry.name, entry.userMapping });
         return all;
     }();
     return list;

@@ -18,7 +18,6 @@ struct ImportFormat
     int type;                     ///< EventFileImporter::type()
     juce::StringArray extensions; ///< with their dots, in small letters
     juce::String name;            ///< for a person
-    bool available;               ///< whether this library has the importer
     bool userMapping;             ///< EventFileImporter::userMappingEnabled()
 };
 
@@ -35,8 +34,8 @@ public:
         @param errorMessage   what the importer has to say is added here
         @param customReasons  names of the user's cue reasons, for Pro Tools text
         @param timeInfo       project time, for TTAL
-        @returns an empty pointer for an extension that belongs to no importer, with the message untouched, and for one whose
-                 importer this library doesn't have, with a message; otherwise an importer, also when it has failed */
+        @returns an empty pointer for an extension that belongs to no importer, with the message untouched; otherwise an importer,
+                 also when it has failed */
     static std::shared_ptr<EventFileImporter> fileImporterWithFilepath (
         const juce::String& filePath, juce::String& errorMessage, std::vector<juce::String> customReasons,
         std::shared_ptr<Core::TimeInfo> timeInfo);

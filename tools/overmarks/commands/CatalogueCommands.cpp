@@ -79,12 +79,11 @@ void showFormats (Session& session)
 
     // What an imported list carries is up to its columns.
     for (const auto& format : EventFileImporterFactory::formats())
-        if (format.available)
-            formats.push_back ({ { "name", format.name.toStdString() },
-                                 { "extensions", format.extensions.joinIntoString (" ").toStdString() },
-                                 { "reads", true },
-                                 { "writes", false },
-                                 { "columnMapping", format.userMapping } });
+        formats.push_back ({ { "name", format.name.toStdString() },
+                             { "extensions", format.extensions.joinIntoString (" ").toStdString() },
+                             { "reads", true },
+                             { "writes", false },
+                             { "columnMapping", format.userMapping } });
 
     for (const auto& format : documentFormats())
         formats.push_back ({ { "name", format.description },
