@@ -4,9 +4,13 @@
 #include <expat.h>
 #include <zip.h>
 
+#include <algorithm>
 #include <memory>
 #include <new>
+#include <string>
 #include <string_view>
+#include <type_traits>
+#include <vector>
 
 namespace ZEP::Core
 {
@@ -15,7 +19,7 @@ namespace
 {
 
 constexpr auto firstSheet = "xl/worksheets/sheet1.xml";
-constexpr int bytesAtOnce = 1 << 16;
+constexpr std::size_t bytesAtOnce = 1 << 16;
 
 template <auto function>
 struct Calls
@@ -31,39 +35,81 @@ using Archive = std::unique_ptr<zip_t, Calls<zip_discard>>;
 using Part = std::unique_ptr<zip_file_t, Calls<zip_fclose>>;
 using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, Calls<XML_ParserFree>>;
 
-/** Counts what a sheet holds while it is parsed. */
-class Counter final
+/** Calls `take (pieces)` for the bytes of a part as they come. @returns whether all could be read */
+template <typename Take>
+bool readAll (zip_file_t& part, Take&& take)
+{
+    std::vector<char> piece (bytesAtOnce);
+
+    for (;;)
+    {
+        const auto length = zip_fread (&part, piece.data(), piece.size());
+
+        if (length <= 0)
+            return length == 0;
+
+        take (std::string_view (piece.data(), static_cast<std::size_t> (length)));
+    }
+}
+
+/** A sheet without its rows: they are only counted, since they are long. */
+class SheetWithoutRows final
 {
 public:
-    explicit Counter (XML_Parser parser)
+    explicit SheetWithoutRows (std::size_t bytesOfRows) : rows (bytesOfRows) {}
+
+    void take (std::string_view piece)
     {
-        XML_SetUserData (parser, this);
-        XML_SetElementHandler (parser, begin, end);
-        XML_SetCharacterDataHandler (parser, characters);
+        if (! areRowsBegun)
+            return takeHead (piece);
+
+        const auto skipped = std::min (rows, piece.size());
+        rows -= skipped;
+        rest += piece.substr (skipped);
     }
 
-    WorksheetContent content;
+    /** What stands around the rows, if they are as long as they should be. */
+    [[nodiscard]] std::string_view whole() const
+    {
+        const bool areRowsWhole =
+            areRowsBegun && rows == 0 && std::string_view (rest).substr (headLength).starts_with (endOfRows);
+        return areRowsWhole ? std::string_view (rest) : std::string_view();
+    }
 
 private:
-    static Counter& counter (void* self) { return *static_cast<Counter*> (self); }
+    static constexpr std::string_view beginOfRows = "<sheetData>";
+    static constexpr std::string_view endOfRows = "</sheetData>";
 
-    static void begin (void* self, const XML_Char* name, const XML_Char**)
+    void takeHead (std::string_view piece)
     {
-        const std::string_view element (name);
-        counter (self).content.cells += element == "c" ? 1U : 0U;
-        counter (self).isInText = element == "t";
+        rest += piece;
+        const auto begin = rest.find (beginOfRows);
+
+        if (begin == std::string::npos)
+            return;
+
+        headLength = begin + beginOfRows.size();
+        areRowsBegun = true;
+        const auto behind = rest.substr (headLength);
+        rest.resize (headLength);
+        take (behind);
     }
 
-    static void end (void* self, const XML_Char*) { counter (self).isInText = false; }
-
-    static void characters (void* self, const XML_Char*, int length)
-    {
-        if (counter (self).isInText)
-            counter (self).content.bytesOfText += static_cast<std::size_t> (length);
-    }
-
-    bool isInText = false;
+    std::size_t rows; ///< bytes that are still to come
+    std::size_t headLength = 0;
+    bool areRowsBegun = false;
+    std::string rest;
 };
+
+bool isWellFormed (std::string_view xml)
+{
+    const Parser parser (XML_ParserCreate (nullptr));
+
+    if (parser == nullptr)
+        throw std::bad_alloc();
+
+    return XML_Parse (parser.get(), xml.data(), static_cast<int> (xml.size()), 1) == XML_STATUS_OK;
+}
 
 Archive archiveIn (std::string_view bytes)
 {
@@ -80,45 +126,24 @@ Archive archiveIn (std::string_view bytes)
     return archive;
 }
 
-/** Whether a part could be read to its end and is XML. */
-bool parses (XML_Parser parser, zip_file_t& part)
+bool isWhole (zip_file_t& part)
 {
-    for (;;)
-    {
-        auto* const piece = XML_GetBuffer (parser, bytesAtOnce);
-
-        if (piece == nullptr)
-            throw std::bad_alloc();
-
-        const auto length = zip_fread (&part, piece, bytesAtOnce);
-
-        if (length < 0
-            || XML_ParseBuffer (parser, static_cast<int> (length), length == 0 ? 1 : 0) != XML_STATUS_OK)
-            return false;
-
-        if (length == 0)
-            return true;
-    }
+    std::string xml;
+    return readAll (part, [&xml] (auto piece) { xml += piece; }) && isWellFormed (xml);
 }
 
-bool isWhole (zip_t& archive, zip_uint64_t index, const WorksheetContent& content)
+bool isWholeSheet (zip_file_t& part, std::size_t bytesOfRows)
 {
-    const Part part (zip_fopen_index (&archive, index, 0));
-    const Parser parser (XML_ParserCreate (nullptr));
+    if (bytesOfRows == 0)
+        return isWhole (part);
 
-    if (parser == nullptr)
-        throw std::bad_alloc();
-
-    if (std::string_view (zip_get_name (&archive, index, 0)) != firstSheet)
-        return part != nullptr && parses (parser.get(), *part);
-
-    const Counter counter (parser.get());
-    return part != nullptr && parses (parser.get(), *part) && counter.content == content;
+    SheetWithoutRows sheet (bytesOfRows);
+    return readAll (part, [&sheet] (auto piece) { sheet.take (piece); }) && isWellFormed (sheet.whole());
 }
 
 } // namespace
 
-bool isWholeWorkbook (std::string_view bytes, const WorksheetContent& content)
+bool isWholeWorkbook (std::string_view bytes, std::size_t bytesOfRows)
 {
     const auto archive = archiveIn (bytes);
 
@@ -128,8 +153,13 @@ bool isWholeWorkbook (std::string_view bytes, const WorksheetContent& content)
     const auto parts = static_cast<zip_uint64_t> (zip_get_num_entries (archive.get(), 0));
 
     for (zip_uint64_t i = 0; i < parts; ++i)
-        if (! isWhole (*archive, i, content))
+    {
+        const Part part (zip_fopen_index (archive.get(), i, 0));
+        const bool isSheet = std::string_view (zip_get_name (archive.get(), i, 0)) == firstSheet;
+
+        if (part == nullptr || ! (isSheet ? isWholeSheet (*part, bytesOfRows) : isWhole (*part)))
             return false;
+    }
 
     return true;
 }

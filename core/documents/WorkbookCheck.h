@@ -7,17 +7,9 @@
 namespace ZEP::Core
 {
 
-/** What a worksheet holds, counted. */
-struct WorksheetContent
-{
-    std::size_t cells = 0;
-    std::size_t bytesOfText = 0; ///< UTF-8, with the escapes of a workbook
-
-    [[nodiscard]] bool operator== (const WorksheetContent&) const = default;
-};
-
-/** Whether a new workbook is whole: every part is well-formed, and its first sheet holds this content. A disk that is full while
-    a part waits in a temporary file cuts it short, and the library that writes workbooks doesn't notice. */
-[[nodiscard]] bool isWholeWorkbook (std::string_view bytes, const WorksheetContent& content);
+/** Whether a new workbook is whole: every part can be read to its end and is well-formed, and the rows of its first sheet take as many
+    bytes of XML as were written. A disk that is full while a part waits in a temporary file cuts it short, and the library that
+    writes workbooks doesn't notice. */
+[[nodiscard]] bool isWholeWorkbook (std::string_view bytes, std::size_t bytesOfRows);
 
 } // namespace ZEP::Core

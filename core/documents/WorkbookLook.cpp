@@ -118,7 +118,7 @@ WorkbookLook WorkbookLook::of (const RichTextString::Attribute& attribute)
              typefaceOf (font) };
 }
 
-std::vector<WorkbookRun> workbookRunsOf (const RichTextString& text)
+std::vector<WorkbookRun> workbookRunsOf (const RichTextString& text, bool allBold)
 {
     std::vector<WorkbookRun> runs;
     auto place = text.getText().getCharPointer();
@@ -135,36 +135,34 @@ std::vector<WorkbookRun> workbookRunsOf (const RichTextString& text)
         const auto& attribute = text.getAttribute (i);
         const auto* const start = place.getAddress();
         place += attribute.range.getLength();
-        add (start, place.getAddress(), WorkbookLook::of (attribute));
+        auto look = WorkbookLook::of (attribute);
+        look.bold = look.bold || allBold;
+        add (start, place.getAddress(), look);
     }
 
     return runs;
 }
 
-WorkbookXML workbookXMLOf (const std::vector<WorkbookRun>& runs)
+std::string workbookXMLOf (const std::vector<WorkbookRun>& runs)
 {
-    WorkbookXML result;
+    std::string xml;
     const auto* const endOfText = runs.empty() ? nullptr : runs.back().text.data() + runs.back().text.size();
 
-    for (std::size_t i = 0; i < runs.size(); ++i)
+    for (const auto& [text, look] : runs)
     {
-        const auto& [text, look] = runs[i];
         const auto* const end = text.data() + text.size(); // where the next run begins
-        const auto escaped =
-            WorkbookText::escaped (text, { end, static_cast<std::size_t> (endOfText - end) });
-        result.bytesOfText += escaped.size();
-        result.xml += "<r>";
-        result.xml += look == WorkbookLook() ? std::string() : "<rPr>" + propertiesOf (look) + "</rPr>";
-        result.xml += element (escaped) + "</r>";
+        xml += "<r>";
+
+        if (look != WorkbookLook())
+            xml += "<rPr>" + propertiesOf (look) + "</rPr>";
+
+        xml += element (WorkbookText::escaped (text, { end, static_cast<std::size_t> (endOfText - end) }));
+        xml += "</r>";
     }
 
-    return result;
+    return xml;
 }
 
-WorkbookXML workbookXMLOf (std::string_view text)
-{
-    const auto escaped = WorkbookText::escaped (text);
-    return { element (escaped), escaped.size() };
-}
+std::string workbookXMLOf (std::string_view text) { return element (WorkbookText::escaped (text)); }
 
 } // namespace ZEP::Core

@@ -38,19 +38,14 @@ struct WorkbookRun
     WorkbookLook look;
 };
 
-/** The pieces of a text from left to right, none empty, neighbours of one look as one. Valid as long as the text is. */
-[[nodiscard]] std::vector<WorkbookRun> workbookRunsOf (const RichTextString& text);
+/** The pieces of a text from left to right, none empty, neighbours of one look as one. Valid as long as the text is.
+    @param allBold  for the cells of a heading */
+[[nodiscard]] std::vector<WorkbookRun> workbookRunsOf (const RichTextString& text, bool allBold);
 
-/** The content of the element `is` of a cell. */
-struct WorkbookXML
-{
-    std::string xml;
-    std::size_t bytesOfText = 0; ///< of what a reader of the XML finds in it
-};
+/** The content of the element `is` of a cell with these runs. */
+[[nodiscard]] std::string workbookXMLOf (const std::vector<WorkbookRun>& runs);
 
-[[nodiscard]] WorkbookXML workbookXMLOf (const std::vector<WorkbookRun>& runs);
-
-/** The same for a text that looks like the cell. */
-[[nodiscard]] WorkbookXML workbookXMLOf (std::string_view text);
+/** The same for a text that looks like its cell. */
+[[nodiscard]] std::string workbookXMLOf (std::string_view text);
 
 } // namespace ZEP::Core

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -83,25 +84,24 @@ void setLook (lxw_format* format, const WorkbookLook& look)
         format_set_font_name (format, look.typeface.c_str());
 }
 
-/** The height of a row that shows the whole cell, in points. */
-double heightOf (const RichTextString& cell, std::size_t width)
+/** The largest letters of a text, as a multiple of the usual ones. */
+double scaleOf (const std::vector<WorkbookRun>& runs)
 {
-    const auto& text = cell.getText();
+    double scale = 1.0;
 
-    if (text.isEmpty())
-        return 0.0;
+    for (const auto& run : runs)
+        scale = std::max (scale, run.look.hundredthPoints / usualHundredthPoints);
 
-    double scale = 1.0; // of the largest letters
-
-    if (! cell.isPlain())
-        for (const auto& run : cell.formattedRuns())
-            scale = std::max (scale, WorkbookLook::of (run).hundredthPoints / usualHundredthPoints);
-
-    const auto room = static_cast<std::size_t> (static_cast<double> (width) / scale);
-    return static_cast<double> (WorkbookText::lines (text.toRawUTF8(), room)) * LXW_DEF_ROW_HEIGHT * scale;
+    return scale;
 }
 
 } // namespace
+
+WorkbookFailure WorkbookFailure::temporaryFilesCut (const std::string& folder)
+{
+    return WorkbookFailure ("the temporary files in " + folder
+                            + " didn't take everything; is that disk full?");
+}
 
 WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& temporaryFolder,
                               const std::vector<std::size_t>& columnWidths)
@@ -156,23 +156,17 @@ lxw_format* WorkbookSheet::formatFor (const WorkbookLook& look)
     return formats[look] = format;
 }
 
-void WorkbookSheet::writePlain (lxw_col_t column, const char* text, lxw_format* format)
+void WorkbookSheet::writePlain (lxw_col_t column, std::string_view text, lxw_format* format)
 {
-    const bool isEscaped = WorkbookText::needsEscapes (text);
-    const auto escaped = isEscaped ? WorkbookText::escaped (text) : std::string();
-    const auto* const written = isEscaped ? escaped.c_str() : text;
-    const auto bytes = std::strlen (written);
-
-    if (bytes > longestForLibrary)
-        return writeXML (column, workbookXMLOf (text), format);
-
-    check (worksheet_write_string (sheet, rows, column, written, format));
-    content.bytesOfText += bytes;
+    if (WorkbookText::needsEscapes (text) || text.size() > longestForLibrary)
+        writeXML (column, workbookXMLOf (text), format);
+    else
+        check (worksheet_write_string (sheet, rows, column, text.data(), format));
 }
 
 /** For a rich text the library makes a temporary file, and one of many runs is too long for it though it would fit into the
     cell. So the cell is begun as a plain one and gets its finished XML here. */
-void WorkbookSheet::writeXML (lxw_col_t column, const WorkbookXML& xml, lxw_format* format)
+void WorkbookSheet::writeXML (lxw_col_t column, const std::string& xml, lxw_format* format)
 {
     check (worksheet_write_string (sheet, rows, column, "-", format));
     auto* const cell = sheet->array != nullptr ? sheet->array[column] : nullptr;
@@ -180,55 +174,41 @@ void WorkbookSheet::writeXML (lxw_col_t column, const WorkbookXML& xml, lxw_form
     if (cell == nullptr || cell->type != INLINE_STRING_CELL)
         throw WorkbookFailure ("this version of libxlsxwriter can't be used");
 
-    auto* const copy = orOutOfMemory (::strdup (xml.xml.c_str()));
+    auto* const copy = orOutOfMemory (::strdup (xml.c_str()));
     std::free (cell->u.string);
     cell->u.string = copy;
     cell->type = INLINE_RICH_STRING_CELL;
-    content.bytesOfText += xml.bytesOfText;
 }
 
-void WorkbookSheet::addCell (lxw_col_t column, const RichTextString& cell)
+/** @returns the height that shows the whole cell, in points */
+double WorkbookSheet::addCell (lxw_col_t column, const RichTextString& cell)
 {
-    const auto* const text = cell.getText().toRawUTF8();
-    auto* const usual = isHeading() ? heading : body;
-    ++content.cells;
-
-    if (cell.isPlain())
-        return writePlain (column, text, usual);
-
-    auto runs = workbookRunsOf (cell);
-
-    if (isHeading())
-        for (auto& run : runs)
-            run.look.bold = true;
-
+    const std::string_view text (cell.getText().toRawUTF8());
+    const auto runs = cell.isPlain() ? std::vector<WorkbookRun>() : workbookRunsOf (cell, isHeading());
+    const auto scale = scaleOf (runs);
+    const auto room = static_cast<std::size_t> (static_cast<double> (widths[column]) / scale);
     auto* const whole = runs.size() == 1 ? formatFor (runs.front().look) : nullptr;
+    auto* const usual = isHeading() ? heading : body;
 
-    if (whole != nullptr)
-        writePlain (column, text, whole);
+    if (runs.empty() || whole != nullptr)
+        writePlain (column, text, whole != nullptr ? whole : usual);
     else
         writeXML (column, workbookXMLOf (runs), usual);
-}
 
-/** Some programs cut what is wrapped unless the row is said to be higher. */
-void WorkbookSheet::makeRoomFor (const std::vector<RichTextString>& cells)
-{
-    double height = LXW_DEF_ROW_HEIGHT;
-
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        height = std::max (height, heightOf (cells[i], widths[i]));
-
-    if (height > LXW_DEF_ROW_HEIGHT)
-        check (worksheet_set_row (sheet, rows, std::min (height, highestRow), nullptr));
+    return static_cast<double> (WorkbookText::lines (text, room)) * LXW_DEF_ROW_HEIGHT * scale;
 }
 
 void WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
 {
-    makeRoomFor (cells);
+    double height = LXW_DEF_ROW_HEIGHT;
 
     for (std::size_t i = 0; i < cells.size(); ++i)
         if (cells[i].getText().isNotEmpty())
-            addCell (static_cast<lxw_col_t> (i), cells[i]);
+            height = std::max (height, addCell (static_cast<lxw_col_t> (i), cells[i]));
+
+    // Some programs cut what is wrapped unless the row is said to be higher.
+    if (height > LXW_DEF_ROW_HEIGHT)
+        check (worksheet_set_row (sheet, rows, std::min (height, highestRow), nullptr));
 
     if (isHeading()) // its looks are bold
         formats.clear();
@@ -278,9 +258,21 @@ void WorkbookSheet::arrangeTable()
     check (worksheet_repeat_rows (sheet, 0, 0));
 }
 
-WorksheetContent WorkbookSheet::finish()
+/** The library writes rows to a temporary file, which it joins with the other parts in the end. */
+std::size_t WorkbookSheet::bytesOfRows()
+{
+    lxw_worksheet_write_single_row (sheet); // the last one still waits
+
+    if (std::fflush (sheet->optimize_tmpfile) != 0 || std::ferror (sheet->optimize_tmpfile) != 0)
+        throw WorkbookFailure::temporaryFilesCut (folder);
+
+    return static_cast<std::size_t> (std::ftell (sheet->optimize_tmpfile));
+}
+
+std::size_t WorkbookSheet::finish()
 {
     arrangeTable();
+    const auto bytes = bytesOfRows();
     errno = 0;
     const auto error = workbook_close (book.release());
 
@@ -290,7 +282,7 @@ WorksheetContent WorkbookSheet::finish()
         throw WorkbookFailure (std::strerror (errno));
 
     check (error);
-    return content;
+    return bytes;
 }
 
 } // namespace ZEP::Core

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "core/documents/WorkbookCheck.h"
 #include "core/documents/WorkbookLook.h"
 #include "core/text/RichTextString.h"
 
 #include <xlsxwriter.h>
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ZEP::Core
@@ -21,6 +22,9 @@ class WorkbookFailure final : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
+
+    /** A disk was full while rows or parts waited in their temporary files. */
+    [[nodiscard]] static WorkbookFailure temporaryFilesCut (const std::string& folder);
 };
 
 /** The one sheet of a new workbook while it is filled, row by row from the top.
@@ -44,8 +48,8 @@ public:
     void addRow (const std::vector<RichTextString>& cells);
 
     /** Writes the workbook. Nothing is added after it. Throws WorkbookFailure.
-        @returns what the sheet holds if all went well; only isWholeWorkbook() knows whether it did */
-    [[nodiscard]] WorksheetContent finish();
+        @returns the bytes of XML that the rows take if all went well; only isWholeWorkbook() knows whether it did */
+    [[nodiscard]] std::size_t finish();
 
 private:
     struct Free
@@ -54,14 +58,14 @@ private:
     };
 
     [[nodiscard]] bool isHeading() const noexcept { return rows == 0; }
-    void makeRoomFor (const std::vector<RichTextString>& cells);
-    void addCell (lxw_col_t column, const RichTextString& cell);
-    void writePlain (lxw_col_t column, const char* text, lxw_format* format);
-    void writeXML (lxw_col_t column, const WorkbookXML& xml, lxw_format* format);
+    double addCell (lxw_col_t column, const RichTextString& cell);
+    void writePlain (lxw_col_t column, std::string_view text, lxw_format* format);
+    void writeXML (lxw_col_t column, const std::string& xml, lxw_format* format);
     lxw_format* formatFor (const WorkbookLook& look);
     lxw_format* newFormat (bool bold);
     void arrangeColumns();
     void arrangeTable();
+    std::size_t bytesOfRows();
 
     std::string folder; ///< of temporary files
     std::unique_ptr<lxw_workbook, Free> book;
@@ -71,7 +75,6 @@ private:
     std::map<WorkbookLook, lxw_format*> formats; ///< of cells that have one look as a whole
     std::vector<std::size_t> widths;
     lxw_row_t rows = 0;
-    WorksheetContent content;
 };
 
 } // namespace ZEP::Core

@@ -215,6 +215,9 @@ std::size_t WorkbookText::width (std::string_view text) noexcept
 
 std::size_t WorkbookText::lines (std::string_view text, std::size_t room) noexcept
 {
+    if (text.size() <= room) // in bytes, which are never fewer than digits
+        return 1 + static_cast<std::size_t> (std::count (text.begin(), text.end(), '\n'));
+
     std::size_t lines = 1;
     std::size_t line = 0;
 

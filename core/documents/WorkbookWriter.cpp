@@ -85,12 +85,11 @@ std::string_view pack (PackedWorkbook& packed, const Rows& rows)
     for (const auto& row : rows)
         sheet.addRow (row);
 
-    const auto content = sheet.finish();
+    const auto bytesOfRows = sheet.finish();
     const auto bytes = packed.bytes();
 
-    if (! isWholeWorkbook (bytes, content))
-        throw WorkbookFailure ("the temporary files in " + folder
-                               + " didn't take everything; is that disk full?");
+    if (! isWholeWorkbook (bytes, bytesOfRows))
+        throw WorkbookFailure::temporaryFilesCut (folder);
 
     return bytes;
 }
@@ -107,7 +106,8 @@ juce::String writeWorkbook (const juce::String& path, const Rows& rows)
     {
         refuseWhatDoesNotFit (rows);
         PackedWorkbook packed;
-        return WholeFile::write (file, pack (packed, rows)).getErrorMessage();
+        return WholeFile::write (file, pack (packed, rows), WholeFile::Until::theSystemHasIt)
+            .getErrorMessage();
     }
     catch (const WorkbookFailure& failure)
     {

@@ -22,6 +22,7 @@ namespace
 {
 
 namespace fs = std::filesystem;
+using Until = WholeFile::Until;
 
 [[noreturn]] void fail (int error) { throw std::system_error (error, std::generic_category()); }
 [[noreturn]] void fail() { fail (errno); }
@@ -139,21 +140,23 @@ public:
             ::unlink (path.c_str());
     }
 
-    void write (std::span<const std::string_view> pieces)
+    void write (std::span<const std::string_view> pieces, Until until)
     {
         if (replacesAFile)
             takeOwnerAndPermissions();
 
         writeAll (descriptor->number(), pieces);
-        require (::fsync (descriptor->number()) == 0);
+        require (until == Until::theSystemHasIt || ::fsync (descriptor->number()) == 0);
         descriptor->close();
     }
 
-    void moveIntoPlace()
+    void moveIntoPlace (Until until)
     {
         require (::rename (path.c_str(), target.c_str()) == 0);
         isMoved = true;
-        makeMoveLast();
+
+        if (until == Until::theDiskHasIt)
+            makeMoveLast();
     }
 
 private:
@@ -233,7 +236,8 @@ bool WholeFile::isDeviceOrPipe (const juce::File& file)
            && ! S_ISDIR (status.st_mode);
 }
 
-juce::Result WholeFile::write (const juce::File& target, std::span<const std::string_view> pieces)
+juce::Result WholeFile::write (const juce::File& target, std::span<const std::string_view> pieces,
+                               Until until)
 {
     try
     {
@@ -244,8 +248,8 @@ juce::Result WholeFile::write (const juce::File& target, std::span<const std::st
         }
 
         FileBeside beside (withoutLinks (pathOf (target)));
-        beside.write (pieces);
-        beside.moveIntoPlace();
+        beside.write (pieces, until);
+        beside.moveIntoPlace (until);
         return juce::Result::ok();
     }
     catch (const std::system_error& error)
@@ -255,9 +259,9 @@ juce::Result WholeFile::write (const juce::File& target, std::span<const std::st
     }
 }
 
-juce::Result WholeFile::write (const juce::File& target, std::string_view bytes)
+juce::Result WholeFile::write (const juce::File& target, std::string_view bytes, Until until)
 {
-    return write (target, std::span (&bytes, 1));
+    return write (target, std::span (&bytes, 1), until);
 }
 
 } // namespace ZEP::Core

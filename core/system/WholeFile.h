@@ -28,10 +28,19 @@ class ZEP_CORE_API WholeFile final
 public:
     WholeFile() = delete;
 
+    /** How far writing goes. */
+    enum class Until
+    {
+        theDiskHasIt, ///< nothing that happens afterwards loses the file
+        theSystemHasIt ///< a power cut within seconds may; for what can be made anew, since waiting for the disk takes its time
+    };
+
     /** Writes the pieces one behind the other. @returns on failure "Can't write PATH: " and what the system says */
     [[nodiscard]] static juce::Result write (const juce::File& target,
-                                             std::span<const std::string_view> pieces);
-    [[nodiscard]] static juce::Result write (const juce::File& target, std::string_view bytes);
+                                             std::span<const std::string_view> pieces,
+                                             Until until = Until::theDiskHasIt);
+    [[nodiscard]] static juce::Result write (const juce::File& target, std::string_view bytes,
+                                             Until until = Until::theDiskHasIt);
 
     /** Whether something stands there that is written into and never replaced. */
     [[nodiscard]] static bool isDeviceOrPipe (const juce::File& file);
