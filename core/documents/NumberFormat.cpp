@@ -26,7 +26,7 @@ namespace ZEP::Core
 namespace
 {
 
-constexpr std::size_t mostTokens = 1000;
+constexpr std::size_t mostCharacters = 255; // of a code, in any spreadsheet
 
 char lower (char letter) { return static_cast<char> (std::tolower (static_cast<unsigned char> (letter))); }
 
@@ -35,6 +35,13 @@ bool startsWithWord (std::string_view text, std::string_view word)
     return text.size() >= word.size()
            && std::equal (word.begin(), word.end(), text.begin(),
                           [] (char a, char b) { return lower (a) == lower (b); });
+}
+
+std::size_t numberOfCharacters (std::string_view text)
+{
+    return static_cast<std::size_t> (
+        std::count_if (text.begin(), text.end(),
+                       [] (char byte) { return (static_cast<unsigned char> (byte) & 0xC0) != 0x80; }));
 }
 
 /** Bytes of the character in UTF-8 at the front of a text that isn't empty. */
@@ -60,7 +67,7 @@ public:
     {
         sections.emplace_back();
 
-        for (std::size_t count = 0; ! rest.empty() && count < mostTokens; ++count)
+        while (! rest.empty())
             takeNext();
 
         return std::move (sections);
@@ -212,7 +219,13 @@ private:
     std::vector<Section> sections;
 };
 
-NumberFormat::NumberFormat (std::string_view code) : sections (Reader (code).read()) {}
+NumberFormat::NumberFormat (std::string_view code)
+{
+    constexpr std::size_t mostBytesOfCharacter = 4;
+
+    if (code.size() <= mostCharacters * mostBytesOfCharacter && numberOfCharacters (code) <= mostCharacters)
+        sections = Reader (code).read();
+}
 
 std::string NumberFormat::usualCode (int number)
 {

@@ -32,7 +32,8 @@ public:
     /** The format "General": a number as it is, of 15 digits at most. */
     NumberFormat() = default;
 
-    /** @param code  as workbooks have it; sections, colours, conditions and currencies included */
+    /** @param code  as workbooks have it; sections, colours, conditions and currencies included. One that is longer than any
+                     spreadsheet takes means "General" */
     explicit NumberFormat (std::string_view code);
 
     /** The code of a number below 164, which stands for the same format in every workbook; "General" for those without one. */

@@ -62,7 +62,7 @@ public:
         if (sign != '0' && fraction.find_first_not_of ('0', place) == std::string::npos)
             return sign == '?' ? " " : "";
 
-        return fraction.substr (place, 1);
+        return place < fraction.size() ? fraction.substr (place, 1) : "0";
     }
 
 private:

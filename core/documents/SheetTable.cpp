@@ -28,6 +28,9 @@ std::uint64_t SheetTable::mostCells (std::uint64_t bytes)
     return std::min (bytes / bytesPerCell + spareCells, mostCellsOfAll);
 }
 
+// A run takes some thirty bytes of memory, and no fewer in a workbook that has it once.
+std::uint64_t SheetTable::mostRuns (std::uint64_t bytes) { return mostCells (bytes); }
+
 void SheetTable::setText (int row, int column, std::size_t string)
 {
     begin ({ row, column, Kind::text, string, 0.0, 0 });
@@ -67,19 +70,34 @@ void SheetTable::begin (const Cell& cell)
 
 void SheetTable::finishCell()
 {
-    if (pending.has_value())
+    if (pending.has_value() && ! hasTooMany)
         put (pending->row, pending->column, contentOf (*pending));
 
     pending.reset();
 }
 
-RichTextString SheetTable::contentOf (const Cell& cell) const
+RichTextString SheetTable::textOf (const Cell& cell)
 {
     const auto& look = workbook.styles.lookOf (cell.style);
+    const auto& text = workbook.strings[cell.string];
 
+    if (! text.isLarge)
+        return text.inCell (look, workbook.fonts);
+
+    const auto [place, isNew] = largeTexts.try_emplace ({ cell.string, &look });
+
+    if (isNew)
+        place->second = text.inCell (look, workbook.fonts);
+
+    return place->second;
+}
+
+RichTextString SheetTable::contentOf (const Cell& cell)
+{
     if (cell.kind == Kind::text)
-        return workbook.strings[cell.string].inCell (look, workbook.fonts);
+        return textOf (cell);
 
+    const auto& look = workbook.styles.lookOf (cell.style);
     const auto shown = cell.kind == Kind::number
                            ? workbook.styles.formatOf (cell.style).shown (cell.value, workbook.countsFrom1904)
                            : std::string (cell.value != 0.0 ? "TRUE" : "FALSE");
@@ -91,7 +109,7 @@ void SheetTable::put (int row, int column, RichTextString content)
 {
     reach (row, column);
 
-    if (content.getText().isEmpty() || ! makeRoom (row, column))
+    if (content.getText().isEmpty() || ! takeRuns (content) || ! makeRoom (row, column))
         return;
 
     const auto place = static_cast<std::size_t> (column);
@@ -102,6 +120,21 @@ void SheetTable::put (int row, int column, RichTextString content)
         cells.push_back (std::move (content));
     else
         cells[place] = std::move (content);
+}
+
+/** Whether the runs of a text still have room. */
+bool SheetTable::takeRuns (const RichTextString& content)
+{
+    const auto runs = static_cast<std::uint64_t> (std::max (content.getNumAttributes() - 1, 0));
+
+    if (runs > runsLeft)
+    {
+        hasTooMany = true;
+        return false;
+    }
+
+    runsLeft -= runs;
+    return true;
 }
 
 /** Notes that there is a cell, which may be empty. */
@@ -121,6 +154,9 @@ bool SheetTable::makeRoom (int row, int column)
     const auto newRows = std::max (static_cast<std::size_t> (row) + 1, rows.size()) - rows.size();
     const auto before = newRows > 0 ? 0 : rows[static_cast<std::size_t> (row)].size();
     const auto newCells = std::max (static_cast<std::size_t> (column) + 1, before) - before;
+    ++cellsWithText;
+    cellsInGaps +=
+        newRows + newCells > 2 ? newRows + newCells - 2 : 0; // a row and a cell are what any text takes
 
     if (newRows + newCells > cellsLeft)
     {

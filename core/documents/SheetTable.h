@@ -6,7 +6,9 @@
 #include "core/documents/WorkbookStyles.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace ZEP::Core
@@ -19,7 +21,8 @@ namespace ZEP::Core
     look for the titles, reaches over all columns, so that one without a title can be named by its number. Rows without a text
     are left out at the end.
 
-    A few bytes can ask for a table of seventeen thousand million cells, so there is an end to them: isTooLarge(). */
+    A few bytes can ask for a table of seventeen thousand million cells, or put a text of a thousand looks into a million of them,
+    so there is an end to both: isTooLarge(). */
 class ZEP_CORE_API SheetTable final
 {
 public:
@@ -41,9 +44,15 @@ public:
         @param bytes  of the sheet's part */
     [[nodiscard]] static std::uint64_t mostCells (std::uint64_t bytes);
 
-    SheetTable (const Workbook& workbookOfSheet, std::uint64_t mostCells)
+    /** How many runs beyond the first of each cell there may be.
+        @param bytes  of the sheet's part and that of the shared texts */
+    [[nodiscard]] static std::uint64_t mostRuns (std::uint64_t bytes);
+
+    SheetTable (const Workbook& workbookOfSheet, std::uint64_t mostCells,
+                std::uint64_t mostRunsOfTexts = mostRuns (0))
         : workbook (workbookOfSheet),
-          cellsLeft (mostCells)
+          cellsLeft (mostCells),
+          runsLeft (mostRunsOfTexts)
     {
     }
 
@@ -57,8 +66,11 @@ public:
     /** Sets the style of the cell that came last, or else makes an empty cell. */
     void setStyle (int row, int column, std::size_t style);
 
-    /** Whether cells were left out since there were too many. */
+    /** Whether cells were left out since there were too many, or too many runs in them. */
     [[nodiscard]] bool isTooLarge() const noexcept { return hasTooMany; }
+
+    /** Whether most of the cells are gaps between those that have a text. */
+    [[nodiscard]] bool isMostlyGaps() const noexcept { return cellsInGaps > cellsWithText; }
 
     /** The table; the last thing to be asked. */
     [[nodiscard]] Rows take();
@@ -83,15 +95,23 @@ private:
 
     void begin (const Cell& cell);
     void finishCell();
-    [[nodiscard]] RichTextString contentOf (const Cell& cell) const;
+    [[nodiscard]] RichTextString contentOf (const Cell& cell);
+    [[nodiscard]] RichTextString textOf (const Cell& cell);
+    [[nodiscard]] bool takeRuns (const RichTextString& content);
     void put (int row, int column, RichTextString content);
     void reach (int row, int column);
     [[nodiscard]] bool makeRoom (int row, int column);
 
     const Workbook workbook;
     std::uint64_t cellsLeft;
+    std::uint64_t runsLeft;
+    std::uint64_t cellsWithText = 0;
+    std::uint64_t cellsInGaps = 0;
     bool hasTooMany = false;
     std::optional<Cell> pending; ///< its style comes last
+    /** Large texts by their number and the look of their cell: they are made once, and copies share what they can. */
+    std::map<std::pair<std::size_t, const CellLook*>, RichTextString> largeTexts;
+
     Rows rows;
     std::vector<int> lengths; ///< of the rows, with the empty cells at their ends
     std::size_t width = 0;    ///< up to the last column with a text

@@ -12,19 +12,31 @@
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <new>
 
 namespace ZEP::Core
 {
 namespace
 {
 
-void walkThrough (PartXML& walk, const WorkbookArchive& archive, const std::string& part)
+/** Returns how many bytes the part has. */
+std::uint64_t walkThrough (PartXML& walk, const WorkbookArchive& archive, const std::string& part)
 {
-    if (part.empty())
-        return;
+    std::uint64_t bytes = 0;
 
-    archive.read (part, [&walk] (std::string_view piece) { walk.take (piece); });
+    if (part.empty())
+        return bytes;
+
+    archive.read (part,
+                  [&] (std::string_view piece)
+                  {
+                      bytes += piece.size();
+                      walk.take (piece);
+                  });
     walk.finish();
+    return bytes;
 }
 
 SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts& parts,
@@ -41,17 +53,18 @@ SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts&
     WorkbookStyles styles (colours);
     walkThrough (styles, archive, parts.styles);
     WorkbookStrings strings (colours);
-    walkThrough (strings, archive, parts.sharedStrings);
+    const auto bytesOfStrings = walkThrough (strings, archive, parts.sharedStrings);
 
     const auto xml = archive.bytesOf (sheet.part);
     SheetTable table ({ strings, styles, WorkbookFonts (styles.plainLook()), parts.countsFrom1904 },
-                      SheetTable::mostCells (xml.size()));
+                      SheetTable::mostCells (xml.size()), SheetTable::mostRuns (xml.size() + bytesOfStrings));
     const OrcusSheet orcus (table);
     handOutRows (xml, strings, colours, [&orcus] (std::string_view rows) { orcus.read (rows); });
     auto rows = table.take();
 
     if (table.isTooLarge())
-        throw UnreadableWorkbook (WorkbookWords::isTooWide);
+        throw UnreadableWorkbook (table.isMostlyGaps() ? WorkbookWords::isTooWide
+                                                       : WorkbookWords::isTooLarge);
 
     return rows;
 }
@@ -69,9 +82,9 @@ const SheetEntry& sheetNamed (const WorkbookParts& parts, const juce::String& na
     return *sheet;
 }
 
-/** The words of what goes wrong in some work. */
-template <typename Work>
-juce::String wordsOf (Work work)
+} // namespace
+
+juce::String wordsOfFailure (const std::function<void()>& work)
 {
     try
     {
@@ -82,13 +95,19 @@ juce::String wordsOf (Work work)
     {
         return StringUtil::fromUTF8 (failure.what());
     }
+    catch (const std::bad_alloc&)
+    {
+        throw;
+    }
+    catch (const std::exception&) // of a library, whose words nobody understands
+    {
+        return WorkbookWords::isDamaged;
+    }
 }
-
-} // namespace
 
 juce::String readWorkbook (const juce::String& path, std::vector<std::vector<RichTextString>>& rows)
 {
-    return wordsOf (
+    return wordsOfFailure (
         [&]
         {
             const WorkbookArchive archive (path);
@@ -100,7 +119,7 @@ juce::String readWorkbook (const juce::String& path, std::vector<std::vector<Ric
 juce::String readSheetOfWorkbook (const juce::String& path, const juce::String& sheet,
                                   std::vector<std::vector<RichTextString>>& rows)
 {
-    return wordsOf (
+    return wordsOfFailure (
         [&]
         {
             const WorkbookArchive archive (path);
@@ -112,7 +131,7 @@ juce::String readSheetOfWorkbook (const juce::String& path, const juce::String& 
 juce::String readSheetsOfWorkbook (const juce::String& path, std::vector<juce::String>& names,
                                    int& sheetInFront)
 {
-    return wordsOf (
+    return wordsOfFailure (
         [&]
         {
             const auto parts = readWorkbookParts (WorkbookArchive (path));

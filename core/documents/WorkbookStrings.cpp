@@ -153,6 +153,7 @@ RichTextString CellText::inCell (const CellLook& cell, const WorkbookFonts& font
 
     RichTextString rich (text);
     rich.applyAttributes (attributes);
+    rich.setText (text); // the same, but shared by all cells
     return rich;
 }
 
@@ -213,7 +214,10 @@ void CellTextBuilder::addPiece()
 
 CellText CellTextBuilder::take()
 {
+    constexpr std::size_t largeBytes = 1024;
+    constexpr std::size_t largeRuns = 8;
     CellText result;
+    result.isLarge = all.size() > largeBytes || runs.size() > largeRuns;
     result.text = textFromStrictUTF8 (all); // the parser lets nothing else through
 
     if (hasLook)

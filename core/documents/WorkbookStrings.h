@@ -24,6 +24,7 @@ struct CellText
 
     juce::String text;
     std::vector<Run> runs; ///< none for a text without attributes; else they cover it all
+    bool isLarge = false;  ///< worth being made once for all cells that share it
 
     [[nodiscard]] RichTextString inCell (const CellLook& cell, const WorkbookFonts& fonts) const;
 };

@@ -167,6 +167,26 @@ TEST (NumberFormat, theUsualOnesAreKnownByTheirNumbers)
         EXPECT_EQ (NumberFormat::usualCode (number), "General") << number;
 }
 
+TEST (NumberFormat, ofMoreDecimalsThanANumberHasIsFilledUpWithZeros)
+{
+    EXPECT_EQ (NumberFormat ("0." + std::string (40, '0')).shown (1.5, false), "1.5" + std::string (39, '0'));
+    EXPECT_EQ (NumberFormat ("0." + std::string (40, '#')).shown (1.5, false), "1.5");
+}
+
+TEST (NumberFormat, longerThanAnySpreadsheetTakesShowsTheNumberAsItIs)
+{
+    EXPECT_EQ (NumberFormat ("\"" + std::string (252, 'x') + "\"0").shown (2, false),
+               std::string (252, 'x') + "2");
+    EXPECT_EQ (NumberFormat ("\"" + std::string (253, 'x') + "\"0").shown (2, false), "2");
+
+    std::string umlauts;
+
+    for (int i = 0; i < 252; ++i)
+        umlauts += "ü";
+
+    EXPECT_EQ (NumberFormat ("\"" + umlauts + "\"0").shown (2, false), umlauts + "2");
+}
+
 TEST (NumberFormat, anyCodeAtAllShowsSomethingSound)
 {
     const std::vector<std::string> codes { "\"",

@@ -4,9 +4,12 @@
 #include "core/documents/OrcusSheet.h"
 #include "core/documents/SheetTable.h"
 #include "core/documents/WorkbookArchive.h"
+#include "core/documents/WorkbookReader.h"
 #include "core/documents/WorkbookReaderSupport.h"
 
+#include <new>
 #include <random>
+#include <stdexcept>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -359,6 +362,52 @@ TEST_F (UnreadableWorkbooks, takeNoMoreMemoryThanTheyAreWorth)
     rusage usage {};
     ASSERT_EQ (::getrusage (RUSAGE_SELF, &usage), 0);
     EXPECT_LT (usage.ru_maxrss, 2000000); // kilobytes, of all tests so far
+}
+
+TEST_F (UnreadableWorkbooks, areThoseInWhichManyCellsShareATextOfManyLooks)
+{
+    constexpr int cells = 20000;
+    Book book;
+    book.strings = { repeated ("<r><rPr><b/></rPr><t>x</t></r><r><t>y</t></r>", 500) };
+
+    for (int row = 1; row <= cells; ++row)
+        book.sheetData += "<row r=\"" + std::to_string (row) + "\"><c r=\"A" + std::to_string (row)
+                          + "\" t=\"s\"><v>0</v></c></row>";
+
+    EXPECT_EQ (failureOf (book.zipped()), isTooLarge);
+
+    book.strings = { repeated ("<r><rPr><b/></rPr><t>x</t></r><r><t>y</t></r>", 50) };
+    EXPECT_EQ (failureOf (book.zipped()), "");
+    EXPECT_EQ (rows.size(), static_cast<std::size_t> (cells));
+}
+
+TEST_F (UnreadableWorkbooks, areSheetsOfTooManyCellsWhoseWordsSayWhetherTheyAreGaps)
+{
+    const WorkbookColours colours;
+    const WorkbookStyles styles (colours);
+    const WorkbookStrings strings (colours);
+    const SheetTable::Workbook workbook { strings, styles, WorkbookFonts ({}), false };
+
+    SheetTable full (workbook, 1000);
+    SheetTable sparse (workbook, 1000);
+
+    for (int i = 0; i < 600; ++i)
+        full.setNumber (i, 0, 1.0);
+
+    sparse.setNumber (0, 0, 1.0);
+    sparse.setNumber (0, 2000, 1.0);
+    EXPECT_TRUE ((static_cast<void> (full.take()), full.isTooLarge()));
+    EXPECT_FALSE (full.isMostlyGaps());
+    EXPECT_TRUE ((static_cast<void> (sparse.take()), sparse.isTooLarge()));
+    EXPECT_TRUE (sparse.isMostlyGaps());
+}
+
+TEST_F (UnreadableWorkbooks, whateverALibraryThrowsHasWordsUnlessTheMemoryIsTooSmall)
+{
+    EXPECT_EQ (wordsOfFailure ([] {}), "");
+    EXPECT_EQ (wordsOfFailure ([] { throw UnreadableWorkbook ("why"); }), "why");
+    EXPECT_EQ (wordsOfFailure ([] { throw std::out_of_range ("substr"); }), isDamaged);
+    EXPECT_THROW (static_cast<void> (wordsOfFailure ([] { throw std::bad_alloc(); })), std::bad_alloc);
 }
 
 //==============================================================================

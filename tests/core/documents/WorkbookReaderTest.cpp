@@ -357,6 +357,38 @@ TEST_F (WorkbookReading, runsOfSharedAndInlineTextsKeepTheirLook)
     EXPECT_EQ (runsOf (0, 1), runs);
 }
 
+TEST_F (WorkbookReading, largeTextsAreSharedByTheirCellsAndStillTakeEachCellsFont)
+{
+    std::string rich;
+    std::string text;
+
+    for (int i = 0; i < 10; ++i)
+    {
+        rich += "<r><t>a</t></r><r><rPr><i/></rPr><t>b</t></r>";
+        text += "ab";
+    }
+
+    Book book;
+    book.styles =
+        R"(<fonts><font/><font><b/></font></fonts><cellXfs><xf fontId="0"/><xf fontId="1"/></cellXfs>)";
+    book.strings = { rich, "<t>" + std::string (3000, 'x') + "</t>" };
+    book.sheetData =
+        R"(<row r="1"><c r="A1" t="s"><v>0</v></c><c r="B1" s="1" t="s"><v>0</v></c><c r="C1" t="s"><v>0</v></c>)"
+        R"(<c r="D1" t="s"><v>1</v></c><c r="E1" s="1" t="s"><v>1</v></c><c r="F1" s="1" t="s"><v>1</v></c></row>)";
+    const std::string large (3000, 'x');
+    EXPECT_EQ (read (book), (Texts { { text, text, text, large, large, large } }));
+    EXPECT_EQ (runsOf (0, 0).size(), 10u);
+    EXPECT_EQ (runsOf (0, 1).front(), "0-1 bold");
+    EXPECT_EQ (runsOf (0, 1).size(), 20u);
+    EXPECT_EQ (rows[0][2], rows[0][0]);
+    EXPECT_EQ (runsOf (0, 3), Runs());
+    EXPECT_EQ (runsOf (0, 5), Runs { "0-3000 bold" });
+
+    for (const std::size_t first : { std::size_t { 0 }, std::size_t { 3 } })
+        for (std::size_t i = first; i < first + 3; ++i)
+            EXPECT_EQ (rows[0][i].getText().toRawUTF8(), rows[0][first].getText().toRawUTF8()) << i;
+}
+
 TEST_F (WorkbookReading, aCellsOwnFontIsTheLookOfItsText)
 {
     Book book;
