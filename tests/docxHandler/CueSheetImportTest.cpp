@@ -52,13 +52,34 @@ TEST (CueSheetImport, aCombinedDocumentGivesItsCuesInItsOrder)
 
 TEST (CueSheetImport, emptyFieldsStayEmpty)
 {
+    auto empty = cueJSON ({ { "charName", "" },
+                            { "cueNumber", "" },
+                            { "startTC", "" },
+                            { "endTC", "" },
+                            { "cueText", richJSON ("") } });
+
+    for (const auto& [key, value] : std::initializer_list<std::pair<const char*, ImportedCue>> {
+             { "charName", { {}, {}, "ANNA", {}, {}, {}, {}, {}, {} } },
+             { "cueNumber", { {}, {}, {}, "ANNA", {}, {}, {}, {}, {} } },
+             { "cueText", { {}, {}, {}, {}, {}, {}, { "ANNA", {} }, {}, {} } } })
+    {
+        auto cue = empty;
+        cue[key] = "ANNA";
+        EXPECT_THAT (cuesOfWordDocument (documentOf (sheetJSON ({ cue, fullCueJSON() }))),
+                     ElementsAre (value, fullCue()));
+    }
+}
+
+TEST (CueSheetImport, aCueWithNothingInItIsNone)
+{
     const auto empty = cueJSON ({ { "charName", "" },
                                   { "cueNumber", "" },
                                   { "startTC", "" },
                                   { "endTC", "" },
                                   { "cueText", richJSON ("") } });
     EXPECT_THAT (cuesOfWordDocument (documentOf (sheetJSON ({ empty, fullCueJSON() }))),
-                 ElementsAre (ImportedCue(), fullCue()));
+                 ElementsAre (fullCue()));
+    EXPECT_EQ (refusalOf (documentOf (sheetJSON ({ empty }))), "holds no cues");
 }
 
 TEST (CueSheetImport, wordsOfLabelsAreTextWhereTheTextStands)

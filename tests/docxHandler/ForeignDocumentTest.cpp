@@ -152,8 +152,47 @@ TEST (ForeignDocument, subtitlesInTextKeepTheirNumbers)
 {
     EXPECT_THAT (cuesAround (lines ({ "1", "00:00:01,000 --&gt; 00:00:02,500", "I was never there.", "", "2",
                                       "00:00:03,000 --&gt; 00:00:04,000", "Neither was I." })),
-                 ElementsAre (cue ("00:00:01,000", "00:00:02,500", "", "", "I was never there."),
+                 ElementsAre (cue ("00:00:01,000", "00:00:02,500", "", "1", "I was never there."),
                               cue ("00:00:03,000", "00:00:04,000", "", "2", "Neither was I.")));
+}
+
+TEST (ForeignDocument, theFirstLineOfASubtitleIsNoName)
+{
+    EXPECT_THAT (cuesAround (lines ({ "1", "00:00:01,000 --&gt; 00:00:02,000", "Hello there", "my friend", "",
+                                      "2", "00:00:03,000 --&gt; 00:00:04,000", "NO SMOKING", "in here" })),
+                 ElementsAre (cue ("00:00:01,000", "00:00:02,000", "", "1", "Hello there\nmy friend"),
+                              cue ("00:00:03,000", "00:00:04,000", "", "2", "NO SMOKING\nin here")));
+}
+
+TEST (ForeignDocument, aNameInTextStandsInCapitalsOrAboveANumber)
+{
+    EXPECT_THAT (
+        cuesAround (lines ({ "01:00:00:00 01:00:02:00", "\xc3\x84NNE", "Hello.", "01:00:03:00 01:00:04:00",
+                             "Anne", "R1-7", "Hello.", "01:00:05:00 01:00:06:00", "Come", "here" })),
+        ElementsAre (cue ("01:00:00:00", "01:00:02:00", "\xc3\x84NNE", "", "Hello."),
+                     cue ("01:00:03:00", "01:00:04:00", "Anne", "R1-7", "Hello."),
+                     cue ("01:00:05:00", "01:00:06:00", "", "", "Come\nhere")));
+}
+
+TEST (ForeignDocument, textBesideTheTimecodesGoesOnBelow)
+{
+    EXPECT_THAT (cuesAround (lines ({ "01:00:00:00-01:00:02:00 Hello", "FADE IN" })),
+                 ElementsAre (cue ("01:00:00:00", "01:00:02:00", "", "", "Hello\nFADE IN")));
+    EXPECT_THAT (cuesAround (lines ({ "01:00:00:00-01:00:02:00 ANNA", "Hello" })),
+                 ElementsAre (cue ("01:00:00:00", "01:00:02:00", "ANNA", "", "Hello")));
+}
+
+TEST (ForeignDocument, onlyANumberMayStandBeforeTheTimecodes)
+{
+    EXPECT_EQ (refusalOf (documentAround (lines ({ "Meeting from 10:00:00:00 to 11:00:00:00 in room 5",
+                                                   "Reel 2, 10:00:00:00 - 11:00:00:00" }))),
+               "holds no cues");
+    EXPECT_THAT (
+        cuesAround (lines ({ "R1-001 01:00:00:00 - 01:00:02:00", "Hello.", "Cue 12 01:00:03:00 - 01:00:04:00",
+                             "Bye.", "TC: 01:00:05:00 to 01:00:06:00", "Ah." })),
+        ElementsAre (cue ("01:00:00:00", "01:00:02:00", "", "R1-001", "Hello."),
+                     cue ("01:00:03:00", "01:00:04:00", "", "Cue 12", "Bye."),
+                     cue ("01:00:05:00", "01:00:06:00", "", "", "Ah.")));
 }
 
 TEST (ForeignDocument, theLookOfTextIsKept)

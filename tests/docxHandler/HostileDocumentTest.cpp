@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "ImportSupport.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace DocxHandler::Testing
@@ -78,6 +79,45 @@ TEST (HostileDocument, deepNestingIsRefused)
         const auto nested = repeated ("<" + element + ">", 100000) + repeated ("</" + element + ">", 100000);
         EXPECT_EQ (refusalOf (documentAround (nested)), "is nested too deeply");
     }
+}
+
+TEST (HostileDocument, manyParagraphsDeepInTablesAreRefusedBeforeTheyMultiply)
+{
+    constexpr std::size_t depth = 60;
+    const auto nested = [] (const std::string& inner)
+    {
+        return documentAround (repeated ("<w:tbl><w:tr><w:tc>", depth) + inner
+                               + repeated ("</w:tc></w:tr></w:tbl>", depth));
+    };
+
+    EXPECT_EQ (refusalOf (nested (repeated ("<w:p/>", 300'000))), "is nested too deeply");
+    EXPECT_EQ (refusalOf (nested (paragraphXML (std::string (15'000'000, 'a')))), "is nested too deeply");
+    EXPECT_EQ (refusalOf (nested (repeated ("<w:p/>", 100))), "holds no cues");
+}
+
+TEST (HostileDocument, aMergedCellBesideManyRowsIsRefusedBeforeItMultiplies)
+{
+    const auto titles = rowXML ({ "In", "Text" });
+    const auto first = "<w:tr>" + cellXML ("01:00:00:00")
+                       + cellXML (std::string (1'000'000, 'a'), "<w:vMerge w:val=\"restart\"/>") + "</w:tr>";
+    const auto further = "<w:tr>" + cellXML ("01:00:00:00") + cellXML ("", "<w:vMerge/>") + "</w:tr>";
+    EXPECT_EQ (
+        refusalOf (documentAround ("<w:tbl>" + titles + first + repeated (further, 5000) + "</w:tbl>")),
+        "is too large when unpacked");
+}
+
+TEST (HostileDocument, aRowOfManyCellsTakesNoLongTime)
+{
+    const auto start = std::chrono::steady_clock::now();
+
+    for (const auto* text : { "a", "01:00:00:00" })
+    {
+        const auto refusal = refusalOf (
+            documentAround ("<w:tbl><w:tr>" + repeated (cellXML (text), 20'000) + "</w:tr></w:tbl>"));
+        EXPECT_TRUE (refusal.empty() || refusal == "holds no cues") << refusal;
+    }
+
+    EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (10));
 }
 
 TEST (HostileDocument, aZipBombIsRefusedBeforeItGrows)

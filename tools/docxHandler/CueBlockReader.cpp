@@ -23,13 +23,6 @@ bool isDetail (Field field)
 
 bool isStyled (const Paragraph& paragraph) { return ! paragraph.isNested && paragraph.field != Field::none; }
 
-bool hasDetailStyle (const Cell& cell)
-{
-    return std::any_of (cell.paragraphs.begin(), cell.paragraphs.end(),
-                        [] (const Paragraph& paragraph)
-                        { return ! paragraph.isNested && isDetail (paragraph.field); });
-}
-
 /* The lines of a plain field; line breaks count as ends of paragraphs. */
 std::vector<std::string> linesOf (const Paragraph& paragraph)
 {
@@ -65,15 +58,55 @@ bool hasDetailShape (const Cell& cell)
     return timecodes == 2 && lines <= mostLines;
 }
 
-bool isDetailsCell (const Cell& cell)
+/* The kinds of details that a cell has styles for, whether there is anything in them or not. */
+std::set<Field> detailsIn (const Cell& cell)
+{
+    std::set<Field> fields;
+
+    for (const auto& paragraph : cell.paragraphs)
+        if (! paragraph.isNested && isDetail (paragraph.field))
+            fields.insert (paragraph.field);
+
+    return fields;
+}
+
+/* How much a cell looks like the one with the details; 0 if it doesn't. */
+std::size_t likenessToDetails (const Cell& cell)
 {
     if (cell.continuesAbove)
-        return false;
+        return 0;
 
-    return hasDetailStyle (cell)
-           || (std::none_of (cell.paragraphs.begin(), cell.paragraphs.end(), isStyled)
-               && hasDetailShape (cell));
+    if (const auto fields = detailsIn (cell); ! fields.empty())
+        return fields.size();
+
+    const auto isPlain = std::none_of (cell.paragraphs.begin(), cell.paragraphs.end(), isStyled);
+    return isPlain && hasDetailShape (cell) ? 2 : 0;
 }
+
+/* The cell with the details. A line of them may have been pasted anywhere: where several cells look like it, it is the one that
+   does so most, and a single detail counts in the last column alone. Beside a cell that goes on from above there is none. */
+const Cell* detailsCellOf (const Row& row)
+{
+    if (std::any_of (row.cells.begin(), row.cells.end(),
+                     [] (const Cell& cell) { return cell.continuesAbove; }))
+        return nullptr;
+
+    const Cell* best = nullptr;
+    std::size_t most = 0;
+
+    for (const auto& cell : row.cells)
+        if (const auto likeness = likenessToDetails (cell);
+            likeness > 0 && likeness >= most && (likeness > 1 || &cell == &row.cells.back()))
+        {
+            best = &cell;
+            most = likeness;
+        }
+
+    return best;
+}
+
+/* A row that a word processor has added takes over one style of each cell beside it, without the words. */
+bool isAddedRow (const Cell& details) { return details.isBlank() && detailsIn (details).size() < 2; }
 
 Field firstStyle (const Cell& cell)
 {
@@ -101,8 +134,8 @@ void addText (RichText& field, const RichText& text)
 
 void addWords (std::string& field, std::string_view words)
 {
-    if (const auto core = trimmed (words); ! core.empty())
-        field += (field.empty() ? "" : " ") + std::string (core);
+    if (const auto core = onOneLine (trimmed (words)); ! core.empty())
+        field += (field.empty() ? "" : " ") + core;
 }
 
 void addTo (ImportedCue& cue, Field field, const RichText& text)
@@ -143,6 +176,9 @@ public:
             if (! paragraph.isBlank() && isDetail (paragraph.field))
                 taken.insert (paragraph.field);
 
+        if (lacksNumber (cell))
+            taken.insert (Field::number);
+
         for (const auto& paragraph : cell.paragraphs)
         {
             if (isDetail (paragraph.field))
@@ -154,6 +190,16 @@ public:
     }
 
 private:
+    /* Without styles the number's empty line tells that the other one is the name. */
+    static bool lacksNumber (const Cell& cell)
+    {
+        if (! detailsIn (cell).empty() || cell.paragraphs.size() < 2)
+            return false;
+
+        const auto& second = cell.paragraphs[1];
+        return cell.paragraphs[0].isBlank() && ! second.isBlank() && ! isTimecode (second.text.text);
+    }
+
     void add (Field field, const RichText& text)
     {
         addTo (cue, field, text);
@@ -183,34 +229,60 @@ class BlockTableReader final
 public:
     void read (const Row& row)
     {
-        const auto details = std::find_if (row.cells.begin(), row.cells.end(), isDetailsCell);
-        const auto hasDetails = details != row.cells.end();
-        const auto begins = hasDetails || beginsWithoutDetails (row);
+        const auto* details = detailsCellOf (row);
+        const auto isAdded = details != nullptr && isAddedRow (*details);
+        const auto begins = ! isAdded && (details != nullptr || beginsWithoutDetails (row));
 
         if (begins)
-            cues.emplace_back();
+            begin();
+
+        if (isAdded)
+            return addRemarks (row);
 
         if (cues.empty())
             return;
 
-        if (hasDetails)
+        if (details != nullptr)
             DetailsReader (cues.back()).read (*details);
 
         auto announced = Field::none;
 
         for (const auto& cell : row.cells)
-            if (! cell.continuesAbove && ! cell.isBlank() && ! (hasDetails && &cell == &*details))
+        {
+            if (cell.continuesAbove || &cell == details)
+                continue;
+
+            if (cell.isBlank())
+                announced = Field::none; // the value of the label before it was deleted
+            else
                 readCell (row, cell, begins, announced);
+        }
     }
 
     std::vector<ImportedCue> cues;
 
 private:
+    void begin()
+    {
+        cues.emplace_back();
+        addText (cues.back().notes, remarks);
+        remarks = {};
+    }
+
+    /* A row that somebody has added says something about the cue: the one above it, or else the one below. */
+    void addRemarks (const Row& row)
+    {
+        for (const auto& cell : row.cells)
+            if (! cell.isBlank())
+                addText (cues.empty() ? remarks : cues.back().notes, joinedText (cell.paragraphs));
+    }
+
     /* Somebody may have deleted the details' cell; the text still begins a cue. */
     [[nodiscard]] bool beginsWithoutDetails (const Row& row) const
     {
-        if (row.cells.empty() || row.cells.front().continuesAbove
-            || firstStyle (row.cells.front()) != Field::text)
+        if (row.cells.empty() || firstStyle (row.cells.front()) != Field::text
+            || std::any_of (row.cells.begin(), row.cells.end(),
+                            [] (const Cell& cell) { return cell.continuesAbove; }))
             return false;
 
         return cues.empty() || ! cues.back().text.text.empty();
@@ -221,7 +293,7 @@ private:
     {
         const auto style = firstStyle (cell);
         return (style == Field::none || style == Field::label) && &cell != &row.cells.back()
-               && ! isDetailsCell (*(&cell + 1));
+               && &cell + 1 != detailsCellOf (row);
     }
 
     void readCell (const Row& row, const Cell& cell, bool isFirstRow, Field& announced)
@@ -229,7 +301,7 @@ private:
         const auto style = firstStyle (cell);
         const auto text = joinedText (cell.paragraphs);
 
-        if (isTakeBox (row, cell))
+        if (! isFirstRow && isTakeBox (row, cell))
             return;
 
         if (announced != Field::none)
@@ -244,12 +316,14 @@ private:
         if (isFirstRow)
             return addTo (cues.back(), Field::text, text);
 
-        // A row that somebody has added to the block says something about the cue.
-        if (style == Field::none)
+        // A row that somebody has added to the block says something about the cue, also in the text's style.
+        if (style == Field::none || (style == Field::text && ! cues.back().text.text.empty()))
             return addTo (cues.back(), Field::notes, text);
 
         addTo (cues.back(), style, text);
     }
+
+    RichText remarks; ///< that stand above the first cue
 };
 
 } // namespace
@@ -261,7 +335,7 @@ bool holdsCueBlocks (const Table& table)
                         {
                             return std::any_of (row.cells.begin(), row.cells.end(),
                                                 [] (const Cell& cell) {
-                                                    return hasDetailStyle (cell)
+                                                    return ! detailsIn (cell).empty()
                                                            || firstStyle (cell) == Field::text;
                                                 });
                         });
@@ -273,8 +347,7 @@ bool looksLikeCueBlocks (const Table& table)
 
     return ! table.rows.empty() && table.rows.front().cells.size() >= fewestCells
            && std::any_of (table.rows.begin(), table.rows.end(),
-                           [] (const Row& row)
-                           { return std::any_of (row.cells.begin(), row.cells.end(), isDetailsCell); });
+                           [] (const Row& row) { return detailsCellOf (row) != nullptr; });
 }
 
 std::vector<ImportedCue> readCueBlocks (const Table& table)
@@ -284,6 +357,8 @@ std::vector<ImportedCue> readCueBlocks (const Table& table)
     for (const auto& row : table.rows)
         reader.read (row);
 
+    // What is left of a cue whose words were all deleted.
+    std::erase (reader.cues, ImportedCue());
     return std::move (reader.cues);
 }
 

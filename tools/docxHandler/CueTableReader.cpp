@@ -2,12 +2,12 @@
 #include "CueTableReader.h"
 
 #include "CharacterText.h"
+#include "CueTitles.h"
+#include "Failure.h"
 #include "TimecodeText.h"
 
 #include <algorithm>
 #include <map>
-#include <optional>
-#include <set>
 #include <utility>
 
 namespace DocxHandler
@@ -15,117 +15,6 @@ namespace DocxHandler
 
 namespace
 {
-
-/* What a column holds, by its title. */
-enum class Role
-{
-    inPoint,
-    outPoint,
-    bothPoints,
-    character,
-    text,
-    number,
-    notes,
-    engineeringNotes,
-    reason,
-    region
-};
-
-using Roles = std::map<int, Role>; // by the column where the title's cell begins
-
-std::optional<Role> roleOfTitle (std::string_view title)
-{
-    static const std::map<std::string, Role, std::less<>> titles {
-        { "start", Role::inPoint },
-        { "starttc", Role::inPoint },
-        { "starttimecode", Role::inPoint },
-        { "starttime", Role::inPoint },
-        { "tcstart", Role::inPoint },
-        { "tcin", Role::inPoint },
-        { "timecodein", Role::inPoint },
-        { "timein", Role::inPoint },
-        { "in", Role::inPoint },
-        { "intc", Role::inPoint },
-        { "inpoint", Role::inPoint },
-        { "from", Role::inPoint },
-        { "tc", Role::inPoint },
-        { "timecode", Role::inPoint },
-        { "end", Role::outPoint },
-        { "endtc", Role::outPoint },
-        { "endtimecode", Role::outPoint },
-        { "endtime", Role::outPoint },
-        { "tcend", Role::outPoint },
-        { "tcout", Role::outPoint },
-        { "timecodeout", Role::outPoint },
-        { "timeout", Role::outPoint },
-        { "out", Role::outPoint },
-        { "outtc", Role::outPoint },
-        { "outpoint", Role::outPoint },
-        { "to", Role::outPoint },
-        { "stop", Role::outPoint },
-        { "inout", Role::bothPoints },
-        { "tcinout", Role::bothPoints },
-        { "startend", Role::bothPoints },
-        { "timecodes", Role::bothPoints },
-        { "character", Role::character },
-        { "charactername", Role::character },
-        { "char", Role::character },
-        { "role", Role::character },
-        { "name", Role::character },
-        { "speaker", Role::character },
-        { "text", Role::text },
-        { "cuetext", Role::text },
-        { "dialogue", Role::text },
-        { "dialog", Role::text },
-        { "line", Role::text },
-        { "lines", Role::text },
-        { "script", Role::text },
-        { "subtitle", Role::text },
-        { "number", Role::number },
-        { "cue", Role::number },
-        { "cuenumber", Role::number },
-        { "cueno", Role::number },
-        { "cuenr", Role::number },
-        { "cueid", Role::number },
-        { "no", Role::number },
-        { "nr", Role::number },
-        { "id", Role::number },
-        { "loop", Role::number },
-        { "notes", Role::notes },
-        { "note", Role::notes },
-        { "comment", Role::notes },
-        { "comments", Role::notes },
-        { "remarks", Role::notes },
-        { "engnotes", Role::engineeringNotes },
-        { "engineeringnotes", Role::engineeringNotes },
-        { "engineernotes", Role::engineeringNotes },
-        { "reason", Role::reason },
-        { "region", Role::region },
-        { "fnregion", Role::region },
-        { "forcednarrativeregion", Role::region },
-    };
-
-    if (title == "#")
-        return Role::number;
-
-    const auto found = titles.find (skeleton (title));
-    return found == titles.end() ? std::nullopt : std::optional (found->second);
-}
-
-Roles rolesOfTitles (const Row& row)
-{
-    Roles roles;
-    std::set<Role> seen;
-
-    for (const auto& cell : row.cells)
-        if (const auto role = roleOfTitle (trimmed (joinedText (cell.paragraphs).text));
-            role && seen.insert (*role).second)
-            roles.emplace (cell.column, *role);
-
-    const auto tellsCues =
-        seen.contains (Role::text) || seen.contains (Role::inPoint) || seen.contains (Role::bothPoints);
-    return seen.size() >= 2 && tellsCues ? roles : Roles();
-}
 
 /* The text of one timecode: what is found in the cell, else whatever stands there. */
 std::string timecodeIn (std::string_view text, std::size_t number)
@@ -135,39 +24,53 @@ std::string timecodeIn (std::string_view text, std::size_t number)
     if (number < found.size())
         return std::string (text.substr (found[number].start, found[number].end - found[number].start));
 
-    return number == 0 ? std::string (trimmed (text)) : std::string();
+    if (number > 0)
+        return {};
+
+    const auto seconds = timecodeOfSeconds (text);
+    return seconds.empty() ? onOneLine (trimmed (text)) : seconds;
+}
+
+/* What a field holds already stays: a title may stand over several cells. */
+void addWords (std::string& field, const std::string& words)
+{
+    if (field.empty())
+        field = words;
+}
+
+void addText (RichText& field, const RichText& text)
+{
+    RichTextBuilder builder;
+    builder.append (field);
+
+    if (! field.text.empty() && ! text.text.empty())
+        builder.append ("\n", {});
+
+    builder.append (text);
+    field = builder.take();
 }
 
 void put (ImportedCue& cue, Role role, const RichText& text)
 {
-    const auto words = std::string (trimmed (text.text));
+    const auto words = onOneLine (trimmed (text.text));
 
     switch (role)
     {
         case Role::inPoint:
         case Role::bothPoints:
-            cue.inPoint = timecodeIn (text.text, 0);
-
-            if (cue.outPoint.empty())
-                cue.outPoint = timecodeIn (text.text, 1);
-
+            addWords (cue.inPoint, timecodeIn (text.text, 0));
+            addWords (cue.outPoint, timecodeIn (text.text, 1));
             return;
-        case Role::outPoint: cue.outPoint = timecodeIn (text.text, 0); return;
-        case Role::character: cue.character = words; return;
-        case Role::text: cue.text = text; return;
-        case Role::number: cue.number = words; return;
-        case Role::notes: cue.notes = text; return;
-        case Role::engineeringNotes: cue.engineeringNotes = text; return;
-        case Role::reason: cue.reason = words; return;
-        case Role::region: cue.region = words; return;
+        case Role::outPoint: return addWords (cue.outPoint, timecodeIn (text.text, 0));
+        case Role::character: return addWords (cue.character, words);
+        case Role::text: return addText (cue.text, text);
+        case Role::number: return addWords (cue.number, words);
+        case Role::notes: return addText (cue.notes, text);
+        case Role::engineeringNotes: return addText (cue.engineeringNotes, text);
+        case Role::reason: return addWords (cue.reason, words);
+        case Role::region: return addWords (cue.region, words);
+        case Role::duration: return;
     }
-}
-
-/* A cell counts for the title that begins at its column or to the left of it. */
-std::optional<Role> roleAt (const Roles& roles, int column)
-{
-    const auto next = roles.upper_bound (column);
-    return next == roles.begin() ? std::nullopt : std::optional (std::prev (next)->second);
 }
 
 bool isCue (const ImportedCue& cue)
@@ -177,6 +80,17 @@ bool isCue (const ImportedCue& cue)
            || (hasText && ! (cue.number.empty() && cue.character.empty()));
 }
 
+/* The words of a row, for telling the same titles again. */
+std::vector<std::string> wordsOf (const Row& row)
+{
+    std::vector<std::string> words;
+
+    for (const auto& cell : row.cells)
+        words.emplace_back (trimmed (joinedText (cell.paragraphs).text));
+
+    return words;
+}
+
 class TitledTableReader final
 {
 public:
@@ -184,11 +98,12 @@ public:
     {
         for (const auto& row : table.rows)
         {
-            auto titles = rolesOfTitles (row); // again on each page, in some programs
-
-            if (! titles.empty())
-                roles = std::move (titles);
-            else if (! roles.empty())
+            if (titles.empty())
+            {
+                titles = titlesOf (row);
+                words = titles.empty() ? words : wordsOf (row);
+            }
+            else if (wordsOf (row) != words) // again on each page, in some programs
                 readRow (row);
         }
     }
@@ -202,19 +117,66 @@ private:
 
         for (const auto& cell : row.cells)
         {
-            if (! cell.continuesAbove)
+            if (cell.continuesAbove)
+                countRepetition (above[cell.column]);
+            else
                 above[cell.column] = joinedText (cell.paragraphs);
 
-            if (const auto role = roleAt (roles, cell.column))
-                put (cue, *role, above[cell.column]);
+            if (const auto* title = titleAt (titles, cell.column); title != nullptr && title->role)
+                put (cue, *title->role, above[cell.column]);
         }
+
+        addUntitledTimes (cue, row);
 
         if (row.cells.size() > 1 && isCue (cue))
             cues.push_back (std::move (cue));
     }
 
-    Roles roles;
+    /* Times under titles in a language that isn't known here. An out point alone is looked for beside the in point. */
+    void addUntitledTimes (ImportedCue& cue, const Row& row)
+    {
+        if (holdsRole (titles, Role::bothPoints)
+            || (holdsRole (titles, Role::inPoint) && holdsRole (titles, Role::outPoint)))
+            return;
+
+        const auto isInTitled = holdsRole (titles, Role::inPoint);
+        auto follows = false;
+
+        for (const auto& cell : row.cells)
+        {
+            const auto* title = titleAt (titles, cell.column);
+            const auto isUntitled = title == nullptr || ! title->role;
+
+            if (isUntitled && (follows || ! isInTitled))
+                for (const auto& timecode : timecodesAlone (above[cell.column].text))
+                    addTime (cue, timecode);
+
+            follows = ! isUntitled && title->role == Role::inPoint;
+        }
+    }
+
+    static void addTime (ImportedCue& cue, const std::string& timecode)
+    {
+        if (cue.inPoint.empty())
+            cue.inPoint = timecode;
+        else if (timecode > cue.inPoint)
+            addWords (cue.outPoint, timecode);
+    }
+
+    /* A merged cell may stand beside a million rows. */
+    void countRepetition (const RichText& text)
+    {
+        constexpr std::size_t mostRepeated = std::size_t { 64 } << 20U;
+        repeated += text.text.size() + text.runs.size() * sizeof (Run);
+
+        if (repeated > mostRepeated)
+            throw Failure ("is too large when unpacked");
+    }
+
+    Titles titles;
+    std::vector<std::string> words;
     std::map<int, RichText> above; ///< by column; what merged cells go on showing
+    std::size_t repeated = 0;      ///< bytes
 };
 
 /* How much a column holds that is no timecode. */
@@ -225,28 +187,37 @@ struct ColumnContent
     std::size_t cellsWithDigits = 0;
 };
 
-std::size_t countTimecodes (const Row& row)
+using Roles = std::map<int, Role>; // by column
+
+/* The times of a row, from left to right. A timecode within a sentence is none of them. */
+std::vector<std::string> timesOf (const Row& row)
 {
-    std::size_t count = 0;
+    std::vector<std::string> times;
 
     for (const auto& cell : row.cells)
-        count += cell.continuesAbove ? 0 : findTimecodes (joinedText (cell.paragraphs).text).size();
+        if (! cell.continuesAbove)
+            for (auto& timecode : timecodesAlone (joinedText (cell.paragraphs).text))
+                times.push_back (std::move (timecode));
 
-    return count;
+    return times;
 }
 
-bool holdsCue (const Row& row) { return countTimecodes (row) >= 2; }
+bool holdsCue (const Row& row) { return timesOf (row).size() >= 2; }
 
 std::map<int, ColumnContent> contentOfColumns (const Table& table)
 {
     std::map<int, ColumnContent> columns;
 
     for (const auto& row : table.rows)
+    {
+        if (! holdsCue (row))
+            continue;
+
         for (const auto& cell : row.cells)
         {
             const auto text = joinedText (cell.paragraphs).text;
 
-            if (! holdsCue (row) || cell.isBlank() || ! findTimecodes (text).empty())
+            if (cell.isBlank() || ! timecodesAlone (text).empty())
                 continue;
 
             auto& column = columns[cell.column];
@@ -254,6 +225,7 @@ std::map<int, ColumnContent> contentOfColumns (const Table& table)
             ++column.cells;
             column.cellsWithDigits += text.find_first_of ("0123456789") != std::string::npos ? 1 : 0;
         }
+    }
 
     return columns;
 }
@@ -289,10 +261,9 @@ Roles guessedRoles (const Table& table)
     return roles;
 }
 
-ImportedCue cueOfRow (const Row& row, const Roles& roles)
+ImportedCue cueOfRow (const Row& row, const Roles& roles, const std::vector<std::string>& times)
 {
     ImportedCue cue;
-    std::vector<std::string> timecodes;
 
     for (const auto& cell : row.cells)
     {
@@ -300,17 +271,14 @@ ImportedCue cueOfRow (const Row& row, const Roles& roles)
             continue;
 
         const auto text = joinedText (cell.paragraphs);
-        const auto found = findTimecodes (text.text);
 
-        for (const auto& timecode : found)
-            timecodes.push_back (text.text.substr (timecode.start, timecode.end - timecode.start));
-
-        if (const auto role = roles.find (cell.column); found.empty() && role != roles.end())
+        if (const auto role = roles.find (cell.column);
+            role != roles.end() && timecodesAlone (text.text).empty())
             put (cue, role->second, text);
     }
 
-    cue.inPoint = timecodes[0];
-    cue.outPoint = timecodes[1];
+    cue.inPoint = times[0];
+    cue.outPoint = times[1];
     return cue;
 }
 
@@ -329,8 +297,8 @@ std::vector<ImportedCue> readTimecodeTable (const Table& table)
     std::vector<ImportedCue> cues;
 
     for (const auto& row : table.rows)
-        if (holdsCue (row))
-            cues.push_back (cueOfRow (row, roles));
+        if (const auto times = timesOf (row); times.size() >= 2)
+            cues.push_back (cueOfRow (row, roles, times));
 
     return cues;
 }

@@ -64,11 +64,34 @@ struct CueStart
     std::string before; ///< the number, in some lists
     RichText behind;
     std::size_t lines = 1;
+    bool isSubtitle = false; ///< with an arrow between the timecodes: no names there
 };
 
 std::string cut (const std::string& text, const FoundTimecode& found)
 {
     return text.substr (found.start, found.end - found.start);
+}
+
+bool looksLikeNumber (std::string_view text)
+{
+    constexpr std::size_t longestNumber = 20;
+    const auto number = trimmed (text);
+    return countCharacters (number) <= longestNumber && hasDigit (number)
+           && number.find (' ') == std::string_view::npos;
+}
+
+/* What may stand before the timecodes that begin a cue: nothing, a number, or a word for them. A sentence may not. */
+std::optional<std::string> numberBefore (std::string_view text)
+{
+    const auto before = trimmed (text);
+    const auto words = skeleton (before);
+
+    if (words.empty() || words == "tc" || words == "in" || words == "tcin" || words == "timecode")
+        return std::string();
+
+    const auto isCue = words.starts_with ("cue") && before.size() > 3;
+    return looksLikeNumber (isCue ? before.substr (3) : before) ? std::optional (std::string (before))
+                                                                : std::nullopt;
 }
 
 std::optional<CueStart> pairInLine (const RichText& line)
@@ -78,16 +101,24 @@ std::optional<CueStart> pairInLine (const RichText& line)
     if (found.size() < 2)
         return {};
 
-    const auto between =
-        skeleton (std::string_view (line.text).substr (found[0].end, found[1].start - found[0].end));
+    const std::string_view text (line.text);
+    const auto between = text.substr (found[0].end, found[1].start - found[0].end);
+    const auto word = skeleton (between);
+    const auto number = numberBefore (text.substr (0, found[0].start));
 
-    if (! between.empty() && between != "to")
+    if (! number || ! (word.empty() || word == "to"))
         return {};
 
-    const auto behind = countCharacters (std::string_view (line.text).substr (0, found[1].end));
-    return CueStart { cut (line.text, found[0]), cut (line.text, found[1]),
-                      std::string (trimmed (std::string_view (line.text).substr (0, found[0].start))),
-                      part (line, behind, lengthOf (line)), 1 };
+    const auto textStart = std::min (text.find_first_not_of (" \t", found[1].end), text.size());
+    const auto behind = countCharacters (text.substr (0, textStart));
+    const auto hasArrow = between.find ("->") != std::string_view::npos
+                          || between.find ("\xe2\x86\x92") != std::string_view::npos;
+    return CueStart { cut (line.text, found[0]),
+                      cut (line.text, found[1]),
+                      *number,
+                      part (line, behind, lengthOf (line)),
+                      1,
+                      hasArrow };
 }
 
 std::optional<CueStart> cueStartAt (const std::vector<RichText>& lines, std::size_t place)
@@ -100,7 +131,8 @@ std::optional<CueStart> cueStartAt (const std::vector<RichText>& lines, std::siz
                           std::string (trimmed (lines[place + 1].text)),
                           {},
                           {},
-                          2 };
+                          2,
+                          false };
 
     return pairInLine (lines[place]);
 }
@@ -113,11 +145,28 @@ bool looksLikeName (const RichText& line)
            && std::string_view (".?!,;").find (name.back()) == std::string_view::npos;
 }
 
-bool looksLikeNumber (const RichText& line)
+bool isSmallLetter (char32_t c)
 {
-    constexpr std::size_t longestNumber = 20;
-    return lengthOf (line) <= longestNumber && hasDigit (line.text)
-           && trimmed (line.text).find (' ') == std::string_view::npos;
+    return (c >= 'a' && c <= 'z') || (c >= 0xdf && c <= 0xff && c != 0xf7) // of Latin letters,
+           || (c >= 0x3b1 && c <= 0x3c9) || (c >= 0x430 && c <= 0x45f);    // of Greek and Cyrillic ones
+}
+
+/* In lists names stand in capitals. */
+bool isInCapitals (std::string_view text)
+{
+    auto hasLetter = false;
+
+    for (std::size_t place = 0; place < text.size();)
+    {
+        const auto c = nextCharacter (text, place);
+
+        if (isSmallLetter (c))
+            return false;
+
+        hasLetter = hasLetter || (c >= 'A' && c <= 'Z') || c >= 0xc0;
+    }
+
+    return hasLetter;
 }
 
 RichText joined (std::vector<RichText>::const_iterator first, std::vector<RichText>::const_iterator last)
@@ -135,8 +184,8 @@ RichText joined (std::vector<RichText>::const_iterator first, std::vector<RichTe
     return text.take();
 }
 
-/* Spoken text, with name and number before it where they are there. */
-void readBody (ImportedCue& cue, const std::vector<RichText>& lines)
+/* Spoken text, with name and number before it where they are there: the name in capitals, or any with a number below it. */
+void readBody (ImportedCue& cue, const std::vector<RichText>& lines, bool mayNameCharacter)
 {
     const auto filled =
         std::count_if (lines.begin(), lines.end(), [] (const RichText& line) { return ! isBlank (line); });
@@ -146,17 +195,19 @@ void readBody (ImportedCue& cue, const std::vector<RichText>& lines)
                              [] (const RichText& candidate) { return ! isBlank (candidate); });
     };
     auto line = skipBlank (lines.begin());
+    const auto hasNumberBelow = [&] { return filled >= 3 && looksLikeNumber (skipBlank (line + 1)->text); };
 
-    if (filled >= 2 && looksLikeName (*line))
+    if (mayNameCharacter && filled >= 2 && looksLikeName (*line)
+        && (isInCapitals (line->text) || hasNumberBelow()))
     {
         cue.character = trimmed (line->text);
         line = skipBlank (line + 1);
-    }
 
-    if (filled >= 3 && cue.number.empty() && looksLikeNumber (*line))
-    {
-        cue.number = trimmed (line->text);
-        line = skipBlank (line + 1);
+        if (filled >= 3 && cue.number.empty() && looksLikeNumber (line->text))
+        {
+            cue.number = trimmed (line->text);
+            line = skipBlank (line + 1);
+        }
     }
 
     auto end = lines.end();
@@ -167,7 +218,7 @@ void readBody (ImportedCue& cue, const std::vector<RichText>& lines)
     cue.text = joined (line, end);
 }
 
-void readSection (ImportedCue& cue, Field heading, const std::vector<RichText>& lines)
+void readSection (ImportedCue& cue, Field heading, const std::vector<RichText>& lines, bool mayNameCharacter)
 {
     auto end = lines.end();
 
@@ -177,7 +228,7 @@ void readSection (ImportedCue& cue, Field heading, const std::vector<RichText>& 
     auto text = joined (lines.begin(), end);
 
     if (heading == Field::none)
-        readBody (cue, lines);
+        readBody (cue, lines, mayNameCharacter);
     else if (heading == Field::notes)
         cue.notes = std::move (text);
     else if (heading == Field::engineeringNotes)
@@ -186,7 +237,7 @@ void readSection (ImportedCue& cue, Field heading, const std::vector<RichText>& 
         (heading == Field::reason ? cue.reason : cue.region) = onOneLine (trimmed (text.text));
 }
 
-void readContent (ImportedCue& cue, const std::vector<RichText>& lines)
+void readContent (ImportedCue& cue, const std::vector<RichText>& lines, bool mayNameCharacter)
 {
     auto heading = Field::none;
     std::vector<RichText> section;
@@ -201,11 +252,11 @@ void readContent (ImportedCue& cue, const std::vector<RichText>& lines)
             continue;
         }
 
-        readSection (cue, std::exchange (heading, next), section);
+        readSection (cue, std::exchange (heading, next), section, mayNameCharacter);
         section.clear();
     }
 
-    readSection (cue, heading, section);
+    readSection (cue, heading, section, mayNameCharacter);
 }
 
 class RunningTextReader final
@@ -219,8 +270,10 @@ public:
 
             if (! start)
             {
-                if (isOpen)
-                    content.push_back (lines[i]);
+                if (! isOpen)
+                    content.clear(); // only what stands right above the first cue may be its number
+
+                content.push_back (lines[i]);
 
                 ++i;
                 continue;
@@ -250,14 +303,21 @@ private:
     {
         ImportedCue cue;
         std::size_t lines;
+        bool mayNameCharacter;
     };
+
+    /* Words beside the timecodes are a name in capitals, or the text has begun. */
+    static bool mayName (const CueStart& start)
+    {
+        return ! start.isSubtitle && (isBlank (start.behind) || isInCapitals (start.behind.text));
+    }
 
     /* In subtitles the number stands on a line of its own above the timecodes. */
     std::string takeNumberFromEnd (const CueStart& start)
     {
         const auto number = content.empty() ? std::string() : std::string (trimmed (content.back().text));
 
-        if (! start.before.empty() || ! isDigitsAlone (number) || content.size() < 2)
+        if (! start.before.empty() || ! isDigitsAlone (number) || (isOpen && content.size() < 2))
             return start.before;
 
         content.pop_back();
@@ -270,7 +330,7 @@ private:
         cue.inPoint = std::move (start.inPoint);
         cue.outPoint = std::move (start.outPoint);
         cue.number = std::move (number);
-        cues.push_back ({ std::move (cue), start.lines });
+        cues.push_back ({ std::move (cue), start.lines, mayName (start) });
         content.clear();
         isOpen = true;
 
@@ -281,7 +341,7 @@ private:
     void finish()
     {
         if (isOpen)
-            readContent (cues.back().cue, content);
+            readContent (cues.back().cue, content, cues.back().mayNameCharacter);
     }
 
     std::vector<OpenCue> cues;

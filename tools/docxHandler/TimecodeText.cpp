@@ -3,6 +3,9 @@
 
 #include "CharacterText.h"
 
+#include <algorithm>
+#include <set>
+
 namespace DocxHandler
 {
 
@@ -52,7 +55,51 @@ std::size_t endOfTimecode (std::string_view text, std::size_t place)
     return isOneOf (text, place, ":;.,") && (frames == 2 || frames == 3) ? place + 1 + frames : 0;
 }
 
+/* Whether the words between timecodes only join or name them. */
+bool joinsTimecodes (std::string_view between)
+{
+    static const std::set<std::string, std::less<>> joiners { "to",       "in",     "out", "tc",
+                                                              "timecode", "start",  "end", "von",
+                                                              "bis",      "beginn", "ende" };
+
+    for (std::size_t start = 0; start <= between.size();)
+    {
+        const auto end = std::min (between.find_first_of (" \t\n:-", start), between.size());
+        const auto word = between.substr (start, end - start);
+
+        if (const auto letters = skeleton (word); ! letters.empty() && ! joiners.contains (letters))
+            return false;
+
+        start = end + 1;
+    }
+
+    return true;
+}
+
 } // namespace
+
+std::vector<std::string> timecodesAlone (std::string_view text)
+{
+    std::vector<std::string> timecodes;
+    std::size_t place = 0;
+
+    for (const auto& found : findTimecodes (text))
+    {
+        if (! joinsTimecodes (text.substr (place, found.start - place)))
+            return {};
+
+        timecodes.emplace_back (text.substr (found.start, found.end - found.start));
+        place = found.end;
+    }
+
+    return joinsTimecodes (text.substr (place)) ? timecodes : std::vector<std::string>();
+}
+
+std::string timecodeOfSeconds (std::string_view text)
+{
+    auto timecode = std::string (trimmed (text)) + ":00";
+    return isTimecode (timecode) && findTimecodes (trimmed (text)).empty() ? timecode : std::string();
+}
 
 std::vector<FoundTimecode> findTimecodes (std::string_view text)
 {

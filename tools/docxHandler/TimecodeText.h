@@ -18,6 +18,12 @@ struct FoundTimecode
 /** The timecodes of a text from left to right: hh:mm:ss:ff, or with ";", "." or "," before the frames or milliseconds. */
 [[nodiscard]] std::vector<FoundTimecode> findTimecodes (std::string_view text);
 
+/** The timecodes of a text that holds nothing else, but for dashes, arrows and words such as "to"; none if it says more. */
+[[nodiscard]] std::vector<std::string> timecodesAlone (std::string_view text);
+
+/** The time of a list that counts no frames, "1:02:03", with none: "1:02:03:00"; empty for any other text. */
+[[nodiscard]] std::string timecodeOfSeconds (std::string_view text);
+
 /** Whether a text is a timecode and nothing else, or the dashes that stand for none. */
 [[nodiscard]] bool isTimecode (std::string_view text);
 

@@ -6,6 +6,7 @@
 #include "WordStyles.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace DocxHandler
 {
@@ -19,6 +20,40 @@ bool isWrapper (std::string_view name)
     return name == "ins" || name == "moveTo" || name == "smartTag" || name == "customXml"
            || name == "sdtContent" || name == "hyperlink" || name == "fldSimple" || name == "dir"
            || name == "bdo" || name == "rubyBase";
+}
+
+bool isTimeOfBlock (const Paragraph& paragraph)
+{
+    return ! paragraph.isNested && (paragraph.field == Field::inPoint || paragraph.field == Field::outPoint);
+}
+
+/* Whether there is a cell with both of a cue's times. */
+bool holdsCueBlock (const Table& table)
+{
+    for (const auto& row : table.rows)
+        for (const auto& cell : row.cells)
+            if (std::count_if (cell.paragraphs.begin(), cell.paragraphs.end(), isTimeOfBlock) >= 2)
+                return true;
+
+    return false;
+}
+
+/* Whether a content control shows what it shows while it is empty. */
+bool showsPlaceholder (const pugi::xml_node& control)
+{
+    return isOn (childNamed (childNamed (control, "sdtPr"), "showingPlcHdr"));
+}
+
+bool holdsRowOrCell (const pugi::xml_node& control)
+{
+    const auto content = childNamed (control, "sdtContent");
+    return childNamed (content, "tr") || childNamed (content, "tc");
+}
+
+/* A cell in a control of its own stays, empty: others stand behind it. */
+bool isPlaceholderCell (const pugi::xml_node& cell)
+{
+    return localName (cell.parent()) == "sdtContent" && showsPlaceholder (cell.parent().parent());
 }
 
 /* Walks a document whose depth is bounded already. */
@@ -59,6 +94,8 @@ private:
                                                         : childNamed (child, "Fallback"),
                            visit);
             else if (! isOfWord (child))
+                continue;
+            else if (name == "sdt" && showsPlaceholder (child) && ! holdsRowOrCell (child))
                 continue;
             else if (name == "sdt")
                 unwrapped (childNamed (child, "sdtContent"), visit);
@@ -114,16 +151,17 @@ private:
 
     [[nodiscard]] Row readRow (const pugi::xml_node& element)
     {
+        constexpr std::size_t mostCells = 256; // Word itself stops at 63
         Row row;
         int column = numberIn (childNamed (element, "trPr"), "gridBefore", 0);
         unwrapped (element,
                    [this, &row, &column] (const pugi::xml_node& cell)
                    {
-                       if (localName (cell) != "tc")
+                       if (localName (cell) != "tc" || row.cells.size() == mostCells)
                            return;
 
                        row.cells.push_back (readCell (cell, column));
-                       column += std::max (1, numberIn (childNamed (cell, "tcPr"), "gridSpan", 1));
+                       column += row.cells.back().span;
                    });
         return row;
     }
@@ -142,7 +180,12 @@ private:
 
         Cell cell;
         cell.column = column;
+        cell.span = std::max (1, numberIn (childNamed (element, "tcPr"), "gridSpan", 1));
         cell.continuesAbove = merge && (value == nullptr || std::string_view (value) != "restart");
+
+        if (isPlaceholderCell (element))
+            return cell;
+
         forEachBlock (element,
                       [this, &cell] (const pugi::xml_node& block)
                       {
@@ -158,14 +201,31 @@ private:
     {
         const auto place = content.blocks.size();
         addTable (element);
+        auto& table = std::get<Table> (content.blocks[place]);
 
-        for (const auto& row : std::get<Table> (content.blocks[place]).rows)
+        if (holdsCueBlock (table))
+            return;
+
+        table.isPartOfCell = true;
+
+        for (const auto& row : table.rows)
             for (const auto& nested : row.cells)
                 for (auto paragraph : nested.paragraphs)
                 {
+                    countCopy (paragraph);
                     paragraph.isNested = true;
                     cell.paragraphs.push_back (std::move (paragraph));
                 }
+    }
+
+    /* Tables in tables in tables: each holds the text of all within it. */
+    void countCopy (const Paragraph& paragraph)
+    {
+        constexpr std::size_t mostCopied = std::size_t { 128 } << 20U;
+        copied += sizeof (Paragraph) + paragraph.text.text.size() + paragraph.text.runs.size() * sizeof (Run);
+
+        if (copied > mostCopied)
+            throw Failure ("is nested too deeply");
     }
 
     [[nodiscard]] Paragraph readParagraph (const pugi::xml_node& element) const
@@ -212,7 +272,13 @@ private:
         if (name == "t")
             return textOf (element);
 
-        if (name == "br" || name == "cr")
+        if (name == "sym")
+            return symbolOf (element);
+
+        if (name == "br")
+            return attributeOf (element, "type") == "page" ? "" : "\n";
+
+        if (name == "cr")
             return "\n";
 
         if (name == "tab" || name == "ptab")
@@ -222,6 +288,37 @@ private:
             return "\xe2\x80\x91";
 
         return name == "softHyphen" ? "\xc2\xad" : "";
+    }
+
+    [[nodiscard]] static std::string_view attributeOf (const pugi::xml_node& element, std::string_view wanted)
+    {
+        for (const auto& attribute : element.attributes())
+        {
+            const std::string_view name = attribute.name();
+
+            if (name.substr (name.find (':') + 1) == wanted)
+                return attribute.value();
+        }
+
+        return {};
+    }
+
+    /* A character of a font. What fonts of symbols keep in places of their own can't be told. */
+    [[nodiscard]] static std::string symbolOf (const pugi::xml_node& element)
+    {
+        constexpr std::uint32_t firstPrivate = 0xe000;
+        constexpr std::uint32_t lastPrivate = 0xf8ff;
+        const auto digits = attributeOf (element, "char");
+        std::uint32_t value = 0;
+        const auto [stop, error] = std::from_chars (digits.data(), digits.data() + digits.size(), value, 16);
+        const auto isPrivate = value >= firstPrivate && value <= lastPrivate;
+        std::string text;
+
+        if (error == std::errc() && stop == digits.data() + digits.size() && ! isPrivate
+            && isAllowedInXML (value))
+            appendCharacter (text, value);
+
+        return text;
     }
 
     [[nodiscard]] static std::string textOf (const pugi::xml_node& element)
@@ -236,6 +333,7 @@ private:
     const WordStyles& styles;
     std::string_view prefix;
     WordContent content;
+    std::size_t copied = 0; ///< bytes
 };
 
 /* "w:" for a root called "w:document", nothing for one without prefix. */

@@ -41,6 +41,7 @@ struct Paragraph
 struct Cell
 {
     int column = 0;
+    int span = 1;                ///< the columns that it covers
     bool continuesAbove = false; ///< merged with the cell above it, which has the content
     std::vector<Paragraph> paragraphs;
 
@@ -55,9 +56,11 @@ struct Row
 struct Table
 {
     std::vector<Row> rows;
+    bool isPartOfCell = false; ///< its text is in the cell that holds it, too
 };
 
-/** What a document holds, in its order. A table within a cell follows the table that holds it, and its text is in that cell too. */
+/** What a document holds, in its order. A table within a cell follows the table that holds it, and its text is in that cell too,
+    but for whole blocks of a cue sheet: those are cues of their own. */
 struct WordContent
 {
     std::vector<std::variant<Paragraph, Table>> blocks;

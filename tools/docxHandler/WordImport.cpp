@@ -99,7 +99,9 @@ std::vector<ImportedCue> cuesOfBlocks (const WordContent& content)
     return cuesOfTables (content,
                          [] (const Table& table)
                          {
-                             return holdsCueBlocks (table) || looksLikeCueBlocks (table)
+                             // A table within a text is read as that text.
+                             return ! table.isPartOfCell
+                                            && (holdsCueBlocks (table) || looksLikeCueBlocks (table))
                                         ? readCueBlocks (table)
                                         : std::vector<ImportedCue>();
                          });
