@@ -74,6 +74,21 @@ TEST (Arguments, pathsWithOtherExtensionsAreSeparatedAtEachComma)
     EXPECT_THAT (splitPaths ("a", { ".docx" }), ElementsAre ("a"));
 }
 
+TEST (Arguments, aFolderWhoseNameLooksLikeAFileSeparatesNothing)
+{
+    const auto relative =
+        parseArguments ({ "export", "json=1.txt,2.txt", "output=m.docx,n/1.docx,m.docx,n/2.docx",
+                          "com=x.txt,y/p.txt,x.txt,y/c.txt" });
+    EXPECT_THAT (relative.output, ElementsAre ("m.docx,n/1.docx", "m.docx,n/2.docx"));
+    EXPECT_EQ (relative.progressFile, "x.txt,y/p.txt");
+    EXPECT_EQ (relative.cancelFile, "x.txt,y/c.txt");
+
+    const auto absolute = parseArguments (
+        { "export", "json=/x.txt,y/1.txt,/x.txt,y/2.txt", "output=/m.docx,n/1, 2.docx,/o.docx" });
+    EXPECT_THAT (absolute.json, ElementsAre ("/x.txt,y/1.txt", "/x.txt,y/2.txt"));
+    EXPECT_THAT (absolute.output, ElementsAre ("/m.docx,n/1, 2.docx", "/o.docx"));
+}
+
 TEST (Arguments, oneJSONFileHasOneOutputWhateverItsName)
 {
     EXPECT_THAT (parseArguments ({ "export", "json=a.txt", "output=a,b" }).output, ElementsAre ("a,b"));

@@ -139,7 +139,7 @@ TEST (Office, noBlockIsTornAndEveryPageHasItsFooter)
         EXPECT_THAT (*page, HasSubstr ("Line " + std::to_string (i % 9) + " of " + numberOf (i)));
     }
 
-    EXPECT_EQ (pagesOf (folder, "combined.pdf").size(), 2U);
+    EXPECT_EQ (pagesOf (folder, "combined.pdf").size(), 3U);
 }
 
 } // namespace DocxHandler::Testing

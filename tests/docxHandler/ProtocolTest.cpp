@@ -9,6 +9,7 @@
 #include <csignal>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <thread>
 
 namespace DocxHandler::Testing
@@ -63,6 +64,13 @@ void limitFiles()
     const rlimit limit { most, most };
     std::signal (SIGXFSZ, SIG_IGN);
     ::setrlimit (RLIMIT_FSIZE, &limit);
+}
+
+void limitMemory()
+{
+    constexpr rlim_t most = rlim_t { 256 } << 20U;
+    const rlimit limit { most, most };
+    ::setrlimit (RLIMIT_AS, &limit);
 }
 
 } // namespace
@@ -196,6 +204,70 @@ TEST_F (Protocol, aProgressFileThatCannotBeWrittenStopsNothing)
     folder.write ("a.txt", sheet.dump());
     EXPECT_EQ (run ({ "export", "json=a.txt", "output=a.docx", "com=gone/p.txt,gone/c.txt" }).status, 0);
     EXPECT_EQ (cuesOfWordDocument (folder.bytes ("a.docx")).size(), 2U);
+}
+
+TEST_F (Protocol, aProgressFileThatKeepsWhatItHeldIsAnError)
+{
+    folder.write ("a.docx", documentOf (sheet));
+    folder.write ("a.txt", sheet.dump());
+    std::filesystem::create_directory (folder.path / "p.txt");
+    const auto imported = run ({ "import", "input=a.docx", "json=a.json", communication });
+    EXPECT_EQ (imported.status, 1);
+    EXPECT_EQ (imported.errors, "docxHandler: Is a folder: p.txt\n");
+    EXPECT_EQ (JSON::parse (folder.bytes ("a.json")).at ("cueList").size(), 2U);
+
+    const auto exported = run ({ "export", "json=a.txt", "output=b.docx", communication });
+    EXPECT_EQ (exported.status, 1);
+    EXPECT_EQ (exported.errors, "docxHandler: Is a folder: p.txt\n");
+    EXPECT_EQ (cuesOfWordDocument (folder.bytes ("b.docx")).size(), 2U);
+}
+
+TEST_F (Protocol, aPipeOrDeviceIsNeverReplaced)
+{
+    folder.write ("a.docx", documentOf (sheet));
+    folder.write ("a.txt", sheet.dump());
+    const auto pipe = folder.path / "pipe.txt";
+    ASSERT_EQ (::mkfifo (pipe.c_str(), 0600), 0);
+    std::filesystem::create_symlink ("pipe.txt", folder.path / "link.txt");
+
+    for (const std::string name : { "pipe.txt", "link.txt" })
+    {
+        EXPECT_EQ (run ({ "export", "json=a.txt", "output=" + name }).errors,
+                   "docxHandler: Not a file: " + name + "\n");
+        EXPECT_EQ (run ({ "import", "input=a.docx", "json=" + name }).errors,
+                   "docxHandler: Not a file: " + name + "\n");
+        EXPECT_EQ (run ({ "import", "input=a.docx", "json=a.json", "com=" + name + ",c.txt" }).errors,
+                   "docxHandler: Not a file: " + name + "\n");
+        EXPECT_TRUE (std::filesystem::is_fifo (pipe));
+    }
+}
+
+TEST_F (Protocol, aPipeInThePlaceOfTheCancelFileStopsNothing)
+{
+    constexpr unsigned int mostSeconds = 20;
+    folder.write ("a.txt", sheet.dump());
+    folder.write ("a.docx", documentOf (sheet));
+    ASSERT_EQ (::mkfifo ((folder.path / "c.txt").c_str(), 0600), 0);
+
+    for (const auto& words :
+         { std::vector<std::string> { "export", "json=a.txt", "output=b.docx", communication },
+           std::vector<std::string> { "import", "input=a.docx", "json=a.json", communication } })
+        EXPECT_EQ (run (words, [] { ::alarm (mostSeconds); }).status, 0);
+}
+
+TEST_F (Protocol, aSheetThatTheMemoryIsTooSmallForLeavesTheOthers)
+{
+    folder.write ("a.txt", "");
+    std::filesystem::resize_file (folder.path / "a.txt",
+                                  std::uintmax_t { 400 } << 20U); // of nothing, on the disk
+    folder.write ("b.txt", sheet.dump());
+    const auto outcome =
+        run ({ "export", "json=a.txt,b.txt", "output=a.docx,b.docx", communication }, limitMemory);
+    EXPECT_EQ (outcome.status, 1);
+    EXPECT_EQ (outcome.errors, "docxHandler: Not enough memory to write a.docx\n");
+    EXPECT_EQ (folder.bytes ("p.txt"),
+               "completionLevel=99\nError message = Not enough memory to write a.docx\n");
+    EXPECT_EQ (cuesOfWordDocument (folder.bytes ("b.docx")).size(), 2U);
 }
 
 TEST_F (Protocol, aLinkKeepsLeadingToTheDocument)

@@ -324,6 +324,26 @@ TEST (SheetDocument, aBlockKeepsTogetherAndTheGapBelowItDoesNotHoldTheNext)
     EXPECT_FALSE (styles->select_node ("//w:style[@w:styleId='CueSpacing']/w:pPr/w:keepNext"));
 }
 
+TEST (SheetDocument, anyNumberOfTakeRowsCountsAsTheMostThatArePrinted)
+{
+    const auto heights = [] (int rows)
+    {
+        std::vector<std::string> result;
+        const auto body =
+            bodyOf (sheetJSON ({ cueJSON ({ { "cueTakes", takesJSON (0, -1, -1, 1'000'000'000, rows) } }) }));
+
+        for (const auto& height : all (*body, "w:trHeight"))
+            result.emplace_back (height.attribute ("w:val").value());
+
+        return result;
+    };
+
+    const auto expected = heights (4);
+
+    for (const auto rows : { 5, 1'000'000, 100'000'000, 1'000'000'000 })
+        EXPECT_EQ (heights (rows), expected) << rows;
+}
+
 TEST (SheetDocument, aCueThatIsTallerThanAPageMayFlow)
 {
     const auto body =
@@ -334,14 +354,14 @@ TEST (SheetDocument, aCueThatIsTallerThanAPageMayFlow)
                table.select_nodes (".//w:pPr").size());
 }
 
-TEST (SheetDocument, eachBlockOfACombinedDocumentButTheFirstBeginsAPage)
+TEST (SheetDocument, eachBlockOfACombinedDocumentBeginsAPage)
 {
     const auto body = bodyOf (combinedJSON ({ { cueJSON() },
                                               {},
                                               { cueJSON ({ { "charName", "PAUL" } }) },
                                               { cueJSON ({ { "charName", "" } }) } }));
     EXPECT_THAT (textsOfStyle (*body, "CueBlockHeading"), ElementsAre ("ANNA", "PAUL", "No character"));
-    EXPECT_EQ (all (*body, "w:pageBreakBefore").size(), 2U);
+    EXPECT_EQ (all (*body, "w:pageBreakBefore").size(), 3U);
     EXPECT_EQ (all (*body, "w:tbl").size(), 4U); // one is the front matter
 }
 

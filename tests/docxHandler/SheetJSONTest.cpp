@@ -36,6 +36,47 @@ RichText textOf (const JSON& rich)
 
 } // namespace
 
+TEST (SheetJSON, halfACharacterIsReplacedAndLosesNothingElse)
+{
+    const auto text = [] (const std::string& escaped)
+    {
+        return sheetFromJSON (R"({"cueContentList":[{"cueText":")" + escaped + "\"}]}")
+            .blocks.at (0)
+            .at (0)
+            .text.text.text;
+    };
+
+    const std::string replacement = "\xef\xbf\xbd";
+    EXPECT_EQ (text (R"(B \ud83d C)"), "B " + replacement + " C");
+    EXPECT_EQ (text (R"(\uDE00)"), replacement);
+    EXPECT_EQ (text (R"(\ud83d\ud83d\ude00)"), replacement + "\xf0\x9f\x98\x80");
+    EXPECT_EQ (text (R"(\\ud83d \" \n\u0041)"), "\\ud83d \" \nA");
+    EXPECT_EQ (refusalOf (R"({"a":"\ud8)"), "The cue sheet is no JSON");
+    EXPECT_EQ (refusalOf (R"({"a":"\)"), "The cue sheet is no JSON");
+}
+
+TEST (SheetJSON, aNumberThatIsTooLargeCountsAsNone)
+{
+    const auto cue = [] (const std::string& number)
+    {
+        return sheetFromJSON (R"({"cueContentList":[{"cueTextFontSize":)" + number
+                              + R"(,"cueText":{"text":"ab","runs":[{"start":0,"end":1,"bold":true,"height":)"
+                              + number + "}]}}]}")
+            .blocks.at (0)
+            .at (0)
+            .text;
+    };
+
+    for (const auto& number : std::vector<std::string> { "1e400", "-1E+400", "1" + std::string (400, '0') })
+    {
+        EXPECT_EQ (cue (number).text.text, "ab") << number;
+        EXPECT_EQ (cue (number).text.runs.at (0).look.height, Look::usualHeight) << number;
+        EXPECT_EQ (cue (number).size, 0) << number;
+    }
+
+    EXPECT_EQ (cue ("2.0e1").text.runs.at (0).look.height, 20.0);
+}
+
 TEST (SheetJSON, readsEveryField)
 {
     const auto sheet = sheetFromJSON (sheetJSON ({ fullCueJSON() }).dump());

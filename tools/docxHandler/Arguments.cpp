@@ -68,12 +68,111 @@ private:
     std::map<std::string, std::string> values;
 };
 
+/* Whether a piece goes on with a path whose folder looks like the end of one. */
+bool goesOn (const std::string& path, const std::string& piece, const std::vector<std::string>& extensions)
+{
+    return ! endsInOne (path, extensions) || piece.find ('/') != std::string::npos;
+}
+
+/* Each path of a list begins at the root, as those do that programs hand over. */
+Paths splitAtRoots (const std::string& list, const std::vector<std::string>& extensions)
+{
+    Paths paths;
+    std::string path;
+
+    for (const auto& piece : splitAtCommas (list))
+    {
+        if (piece.starts_with ('/') && endsInOne (path, extensions))
+            paths.emplace_back (std::exchange (path, {}));
+        else if (! goesOn (path, piece, extensions))
+            return {};
+
+        path += (path.empty() ? "" : ",") + piece;
+    }
+
+    paths.emplace_back (path);
+    return paths;
+}
+
+/* As many paths as wanted with as many commas in each, as files of one folder have them. Empty if that can't be. */
+Paths splitEvenly (const std::string& list, const std::vector<std::string>& extensions, std::size_t wanted)
+{
+    const auto pieces = splitAtCommas (list);
+
+    if (wanted == 0 || pieces.size() % wanted != 0)
+        return {};
+
+    Paths paths;
+
+    for (std::size_t first = 0; first < pieces.size(); first += pieces.size() / wanted)
+    {
+        auto path = pieces[first];
+
+        for (std::size_t i = 1; i < pieces.size() / wanted; ++i)
+        {
+            if (! goesOn (path, pieces[first + i], extensions))
+                return {};
+
+            path += "," + pieces[first + i];
+        }
+
+        if (! endsInOne (path, extensions))
+            return {};
+
+        paths.emplace_back (path);
+    }
+
+    return paths;
+}
+
+/* The paths that a list may mean, the likeliest first. A folder's name may look like the end of a path. */
+std::vector<Paths> waysToSplit (const std::string& list, const std::vector<std::string>& extensions,
+                                std::size_t wanted)
+{
+    std::vector<Paths> ways { splitPaths (list, extensions) };
+
+    if (! list.empty())
+    {
+        ways.push_back (splitAtRoots (list, extensions));
+        ways.push_back (splitEvenly (list, extensions, wanted));
+    }
+
+    return ways;
+}
+
+/* Sheets and their documents: there are as many of these as of those. */
+void readPairs (Arguments& arguments, const std::string& json, const std::string& output)
+{
+    const std::vector<std::string> jsonExtensions { ".txt", ".json" };
+    const std::vector<std::string> outputExtensions { ".docx" };
+    arguments.json = splitPaths (json, jsonExtensions);
+    arguments.output = splitPaths (output, outputExtensions);
+
+    if (arguments.json.size() == 1 && arguments.output.size() > 1)
+        arguments.output = { output };
+
+    if (arguments.json.size() == arguments.output.size())
+        return;
+
+    for (const auto& sheets : waysToSplit (json, jsonExtensions, arguments.output.size()))
+        for (const auto& documents : waysToSplit (output, outputExtensions, sheets.size()))
+            if (! sheets.empty() && sheets.size() == documents.size())
+            {
+                arguments.json = sheets;
+                arguments.output = documents;
+                return;
+            }
+}
+
 void readCommunicationFiles (Arguments& arguments, const NamedParts& parts)
 {
     if (parts.value ("com").empty())
         return;
 
-    const auto files = splitPaths (parts.value ("com"), { ".txt" });
+    const auto splits = waysToSplit (parts.value ("com"), { ".txt" }, 2);
+    const auto pair =
+        std::find_if (splits.begin(), splits.end(), [] (const Paths& paths) { return paths.size() == 2; });
+    const auto files = pair == splits.end() ? Paths() : *pair;
 
     if (files.size() != 2)
         throw UsageError ("com= needs two files: the one that tells the progress and the one that cancels");
@@ -91,12 +190,7 @@ Arguments exportArguments (const std::vector<std::string>& words)
 
     Arguments arguments;
     arguments.mode = Mode::exportDocuments;
-    arguments.json = splitPaths (parts.value ("json"), { ".txt", ".json" });
-    arguments.output = splitPaths (parts.value ("output"), { ".docx" });
-
-    if (arguments.json.size() == 1 && arguments.output.size() > 1)
-        arguments.output = { parts.value ("output") };
-
+    readPairs (arguments, parts.value ("json"), parts.value ("output"));
     readCommunicationFiles (arguments, parts);
 
     if (arguments.json.size() != arguments.output.size())

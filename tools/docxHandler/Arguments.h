@@ -39,7 +39,8 @@ public:
 [[nodiscard]] Arguments parseArguments (const std::vector<std::string>& words);
 
 /** The paths of a list that are separated by commas. The callers have no means to escape a comma, so a comma separates only
-    where the path before it ends in one of the extensions, if all paths of the list do. */
+    where the path before it ends in one of the extensions, if all paths of the list do. Where lists that belong together then differ in length, the command line is read in
+    the way in which they don't. */
 [[nodiscard]] std::vector<std::filesystem::path> splitPaths (const std::string& list,
                                                              const std::vector<std::string>& extensions);
 

@@ -53,6 +53,13 @@ double estimatedHeight (std::string_view text, int halfPointsOfStyle, int width)
     return lines * size * relativeHeight;
 }
 
+/* The rows of boxes that are printed. */
+int rowsOf (const Takes& takes)
+{
+    constexpr int mostRows = 4;
+    return std::clamp (takes.rows, 0, mostRows);
+}
+
 } // namespace
 
 CueBlock::CueBlock (XMLText& destination, const Sheet& wholeSheet, const Paper& paper, Icons& icons)
@@ -98,7 +105,7 @@ int CueBlock::heightBelowText (const SheetCue& cue) const
     const auto hasShortFields = ! isBlank (cue.reason) || ! isBlank (cue.region);
     const auto rows =
         (isBlank (cue.notes) ? 0 : 1) + (isBlank (cue.engineeringNotes) ? 0 : 1) + (hasShortFields ? 1 : 0);
-    return rows * rowHeight + (cue.takes ? cue.takes->rows * takeHeight : 0);
+    return rows * rowHeight + (cue.takes ? rowsOf (*cue.takes) * takeHeight : 0);
 }
 
 /* So that the details beside text and notes fit and don't stretch the last row. */
@@ -372,8 +379,7 @@ void CueBlock::writeValueCell (Field field, const Text& text, int columnCount)
 
 void CueBlock::writeTakeRows (const Takes& takes)
 {
-    constexpr int mostRows = 4;
-    const auto rows = std::clamp (takes.rows, 0, mostRows);
+    const auto rows = rowsOf (takes);
     const auto boxes = rows == 0 ? 0 : std::clamp ((takes.boxes + rows - 1) / rows, 0, columns);
 
     for (int row = 0; row < rows && boxes > 0; ++row)

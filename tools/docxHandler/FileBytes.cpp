@@ -137,6 +137,10 @@ void placeFile (const fs::path& file, std::string_view bytes)
     if (fs::is_directory (target, error))
         throw Failure ("Is a folder: " + file.string());
 
+    // Devices and pipes of the system would be lost for everybody.
+    if (fs::exists (target, error) && ! fs::is_regular_file (target, error))
+        throw Failure ("Not a file: " + file.string());
+
     UnfinishedFile beside (folder);
 
     if (! beside.isOpen() || ! beside.write (bytes) || ! beside.moveTo (target))

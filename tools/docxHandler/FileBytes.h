@@ -13,7 +13,7 @@ namespace DocxHandler
 [[nodiscard]] std::string readFile (const std::filesystem::path& file, std::uintmax_t largest);
 
 /** Puts `bytes` in the place of a file: written beside it and moved there when whole, so that nobody ever sees half of it,
-    and a file that was there stays as it is until then. Throws a Failure. */
+    and a file that was there stays as it is until then. Throws a Failure, also where something else than a file stands. */
 void placeFile (const std::filesystem::path& file, std::string_view bytes);
 
 /** Deletes what placeFile() is writing in another thread and lets it move nothing any more: the program is about to end. */

@@ -25,7 +25,7 @@ void ProgressFile::addError (const std::string& message)
     write();
 }
 
-void ProgressFile::write() const
+void ProgressFile::write()
 {
     if (file.empty())
         return;
@@ -38,10 +38,12 @@ void ProgressFile::write() const
     try
     {
         placeFile (file, text);
+        trouble.clear();
     }
-    catch (const Failure&) // the documents matter, not the bar
+    catch (const Failure& failure) // the documents matter, not the bar; but what it shows must not be wrong
     {
-        return;
+        std::error_code error;
+        trouble = std::filesystem::exists (file, error) ? failure.what() : "";
     }
 }
 

@@ -22,12 +22,16 @@ public:
 
     void addError (const std::string& message);
 
+    /** Why the file still holds what an earlier run has left in it; empty if all is well, or if there is no file. */
+    [[nodiscard]] const std::string& problem() const noexcept { return trouble; }
+
 private:
-    void write() const;
+    void write();
 
     std::filesystem::path file;
     int level = 0;
     std::vector<std::string> errors;
+    std::string trouble;
 };
 
 } // namespace DocxHandler

@@ -44,17 +44,15 @@ void writeSection (XMLText& xml, const Paper& paper, bool hasFooter)
     xml.close();
 }
 
-/* The character whose cues follow; each but the first begins a page. */
-void writeBlockHeading (XMLText& xml, const SheetCue& first, bool onNewPage)
+/* The character whose cues follow, on a page of their own. */
+void writeBlockHeading (XMLText& xml, const SheetCue& first)
 {
     const auto name = trimmed (first.character.text);
 
     xml.open ("w:p");
     xml.open ("w:pPr");
     xml.leaf ("w:pStyle", { { "w:val", styleIdentifier (Field::blockHeading) } });
-
-    if (onNewPage)
-        xml.leaf ("w:pageBreakBefore");
+    xml.leaf ("w:pageBreakBefore");
 
     if (readsRightToLeft (name))
         xml.leaf ("w:bidi");
@@ -98,12 +96,12 @@ std::string documentPart (const Sheet& sheet, const Paper& paper, Icons& icons,
 
     CueBlock cueBlock (xml, sheet, paper, icons);
 
-    for (std::size_t i = 0; i < sheet.blocks.size(); ++i)
+    for (const auto& block : sheet.blocks)
     {
         if (sheet.combined)
-            writeBlockHeading (xml, sheet.blocks[i].front(), i > 0);
+            writeBlockHeading (xml, block.front());
 
-        for (const auto& cue : sheet.blocks[i])
+        for (const auto& cue : block)
         {
             cueBlock.write (cue);
             progress (static_cast<double> (++cuesDone) / static_cast<double> (cueCount));

@@ -8,6 +8,7 @@
 #include "CharacterText.h"
 #include "Failure.h"
 #include "FileBytes.h"
+#include "MendedJSON.h"
 
 #include <algorithm>
 #include <charconv>
@@ -192,7 +193,7 @@ JSON parsed (std::string_view text)
 
     try
     {
-        return JSON::parse (text, isShallow);
+        return JSON::parse (mendedJSON (text), isShallow);
     }
     catch (const JSON::exception&)
     {

@@ -3,11 +3,13 @@
 
 #include "FileBytes.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <ctime>
-#include <fstream>
+#include <fcntl.h>
 #include <pthread.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace DocxHandler
@@ -32,13 +34,23 @@ sigset_t watchedSignals()
     return signals;
 }
 
+/* What a file begins with. Anything else that may stand in its place, such as a pipe, would never end. */
 std::string contents (const std::filesystem::path& file)
 {
     constexpr std::size_t most = 4096;
-    std::ifstream stream (file, std::ios::binary);
+    const auto descriptor = ::open (file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+
+    if (descriptor < 0)
+        return {};
+
+    struct stat status
+    {
+    };
     std::string text (most, '\0');
-    stream.read (text.data(), static_cast<std::streamsize> (text.size()));
-    text.resize (static_cast<std::size_t> (stream.gcount()));
+    const auto isFile = ::fstat (descriptor, &status) == 0 && S_ISREG (status.st_mode);
+    const auto length = isFile ? ::read (descriptor, text.data(), text.size()) : 0;
+    ::close (descriptor);
+    text.resize (static_cast<std::size_t> (std::max<ssize_t> (length, 0)));
     return text;
 }
 

@@ -92,12 +92,20 @@ std::vector<std::string> exportDocuments (const Arguments& arguments)
             errors.emplace_back (failure.what());
             progressFile.addError (failure.what());
         }
+        catch (const std::bad_alloc&)
+        {
+            errors.push_back ("Not enough memory to write " + arguments.output[i].string());
+            progressFile.addError (errors.back());
+        }
 
         done += shares[i];
     }
 
     if (errors.empty())
         progressFile.setLevel (finished);
+
+    if (! progressFile.problem().empty())
+        errors.push_back (progressFile.problem());
 
     return errors;
 }
@@ -115,7 +123,8 @@ std::vector<std::string> importDocument (const Arguments& arguments)
         progressFile.setLevel (readLevel);
         placeFile (arguments.json.front(), cueListJSON (cues));
         progressFile.setLevel (finished);
-        return {};
+        return progressFile.problem().empty() ? std::vector<std::string>()
+                                              : std::vector { progressFile.problem() };
     }
     catch (const Failure& failure)
     {
