@@ -11,7 +11,8 @@
 //   AM/PM A/P        half days
 //   [$€-407]         a currency; [Red] and the like: nothing here
 //   [>=100]          which numbers a section is for
-//   ;                ends a section: of numbers from 0, below 0, 0, and of texts
+//   ;                ends a section: of numbers from 0, below 0, 0, and of texts; a last one with @ is that of texts
+//   # ?/?  # ?/8     a fraction
 #include "core/documents/NumberFormat.h"
 
 #include <algorithm>
@@ -193,8 +194,13 @@ private:
             addAndSkip (Kind::comma, 1);
         else if (sign == '%')
             addAndSkip (Kind::percent, 1);
+        else if (sign == '/')
+            addAndSkip (Kind::slash, 1);
         else if (sign == '@')
+        {
             addAndSkip (Kind::general, 1);
+            sections.back().isOfText = true;
+        }
         else if (isPower)
             addAndSkip (Kind::exponent, 2);
         else if (const auto part = std::string_view ("ymdhsfegba").find (sign);
@@ -301,42 +307,69 @@ std::string NumberFormat::shown (double value, bool countsFrom1904) const
     if (section == nullptr || ! std::isfinite (value))
         return generalNumber (value);
     if (isOfTime (*section))
-        return asTime (*section, value, countsFrom1904);
+        return asTime (*section, value, showsMinus, countsFrom1904);
 
-    const auto text = asNumber (*section, std::abs (value));
+    const auto fraction = asFraction (*section, std::abs (value));
+    const auto text = fraction.empty() ? asNumber (*section, std::abs (value)) : fraction;
     const bool isZero = text.find_first_of ("123456789") == std::string::npos;
     return showsMinus && ! isZero ? "-" + text : text;
 }
 
+std::size_t NumberFormat::sectionsOfNumbers() const
+{
+    constexpr std::size_t most = 3;
+    const bool lastIsOfText = sections.size() > 1 && sections.size() <= most && sections.back().isOfText;
+    return lastIsOfText ? sections.size() - 1 : std::min (sections.size(), most);
+}
+
+/** Which numbers a section is for; 0 as the comparison for all that are left over. */
+std::pair<char, double> NumberFormat::conditionOf (std::size_t place) const
+{
+    const auto count = sectionsOfNumbers();
+
+    if (sections[place].comparison != 0)
+        return { sections[place].comparison, sections[place].bound };
+    if (place + 1 == count)
+        return { 0, 0.0 };
+
+    return { place == 1 ? '<' : count == 2 ? 'g' : '>', 0.0 };
+}
+
 const NumberFormat::Section* NumberFormat::sectionFor (double value, bool& showsMinus) const
 {
-    constexpr std::size_t sectionsOfNumbers = 3;
-    const auto count = std::min (sections.size(), sectionsOfNumbers);
-    showsMinus = value < 0.0;
-
-    if (std::none_of (sections.begin(), sections.end(), [] (const Section& s) { return s.comparison != 0; }))
+    const auto fits = [value] (char comparison, double bound)
     {
-        const std::size_t place = value < 0.0 && count > 1 ? 1 : value == 0.0 && count > 2 ? 2 : 0;
-        showsMinus = showsMinus && place == 0;
-        return place < count ? &sections[place] : nullptr;
-    }
-
-    const auto fits = [value] (const Section& section)
-    {
-        switch (section.comparison)
+        switch (comparison)
         {
-            case '<': return value < section.bound;
-            case '>': return value > section.bound;
-            case '=': return value == section.bound;
-            case 'l': return value <= section.bound;
-            case 'g': return value >= section.bound;
-            case 'n': return value != section.bound;
+            case '<': return value < bound;
+            case '>': return value > bound;
+            case '=': return value == bound;
+            case 'l': return value <= bound;
+            case 'g': return value >= bound;
+            case 'n': return value != bound;
             default: return true;
         }
     };
-    const auto end = sections.begin() + static_cast<std::ptrdiff_t> (count);
-    const auto section = std::find_if (sections.begin(), end, fits);
-    return section == end ? nullptr : &*section;
+
+    showsMinus = value < 0.0;
+    bool isAbove = false; // whether the numbers above zero have a section
+
+    for (std::size_t place = 0; place < sectionsOfNumbers(); ++place)
+    {
+        const auto [comparison, bound] = conditionOf (place);
+
+        if (fits (comparison, bound))
+        {
+            const bool isBelow =
+                bound <= 0.0 && (comparison == '<' || comparison == 'l' || comparison == '=');
+            showsMinus = showsMinus && ! isBelow && ! isAbove;
+            return &sections[place];
+        }
+
+        isAbove = isAbove || (bound == 0.0 && (comparison == '>' || comparison == 'g'));
+    }
+
+    return nullptr;
 }
 
 bool NumberFormat::isOfTime (const Section& section)

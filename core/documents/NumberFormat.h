@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ZEP::Core
@@ -22,6 +23,8 @@ namespace ZEP::Core
         day and time             2024-03-31 hh:mm:ss
         time with [h], [m], [s]  hh:mm:ss, with as many hours as there are
         seconds with a fraction  hh:mm:ss.mmm, which readers of cue lists place on the nearest frame
+        time below zero          -12:00:00 with [h], [m], [s], in a section of its own and where days count from 1904; else the time
+                                 of day that it is
         seconds with frames      hh:mm:ss:ff where the format writes them as a literal text; its "ff", of which no program knows how
                                  many there are in a second, becomes a fraction
 
@@ -52,6 +55,7 @@ private:
         comma, ///< between thousands
         percent,
         exponent, ///< "E+" or "E-"
+        slash,    ///< of a fraction, or between the parts of a date
         general,
         number, ///< a part of a date or a time: y, m, d, h, s or f, A for half days
         elapsed ///< h, m or s that isn't folded into a day
@@ -68,16 +72,25 @@ private:
         std::vector<Token> tokens;
         char comparison = 0; ///< '<', '>', '=', 'l' for <=, 'g' for >=, 'n' for <>; 0 for none
         double bound = 0.0;
+        bool isOfText = false; ///< holds "@"
     };
 
     class Reader;
     struct Layout;
     struct TimeLayout;
+    struct Fraction;
 
+    /** @param showsMinus  whether a number below zero has its minus; else the section says in its own way that it is below zero */
     [[nodiscard]] const Section* sectionFor (double value, bool& showsMinus) const;
+    [[nodiscard]] std::size_t sectionsOfNumbers() const;
+    [[nodiscard]] std::pair<char, double> conditionOf (std::size_t place) const;
     [[nodiscard]] static bool isOfTime (const Section& section);
     [[nodiscard]] static std::string asNumber (const Section& section, double value);
-    [[nodiscard]] static std::string asTime (const Section& section, double value, bool countsFrom1904);
+    [[nodiscard]] static std::string asFraction (const Section& section, double value);
+    [[nodiscard]] static std::string asTime (const Section& section, double value, bool showsMinus,
+                                             bool countsFrom1904);
+    [[nodiscard]] static std::string asTimeBelowZero (const Section& section, double value, bool showsMinus,
+                                                      bool countsFrom1904);
 
     std::vector<Section> sections;
 };

@@ -104,7 +104,6 @@ struct NumberFormat::Layout
             }
 
             isGeneral = isGeneral || kind == Kind::general;
-            isFraction = isFraction || (kind == Kind::literal && text == "/" && whole > 0);
             hasPower = hasPower || kind == Kind::exponent;
             hasPoint = hasPoint || kind == Kind::point;
             percents += kind == Kind::percent ? 1 : 0;
@@ -124,16 +123,11 @@ struct NumberFormat::Layout
     bool hasPower = false;
     bool hasThousands = false;
     bool isGeneral = false;
-    bool isFraction = false;
 };
 
 std::string NumberFormat::asNumber (const Section& section, double value)
 {
     const Layout layout (section);
-
-    if (layout.isFraction) // "1 3/4" is no number for a cue list
-        return generalNumber (value);
-
     value *= std::pow (100.0, layout.percents) / std::pow (1000.0, layout.commas);
     int power = 0;
 
@@ -161,7 +155,7 @@ std::string NumberFormat::asNumber (const Section& section, double value)
         if (kind == Kind::point && ! std::exchange (isBehindPoint, true))
             text += placer.unplaced();
 
-        if (kind == Kind::literal || kind == Kind::point || kind == Kind::percent)
+        if (kind == Kind::literal || kind == Kind::slash || kind == Kind::point || kind == Kind::percent)
             text += sign;
         else if (kind == Kind::general)
             text += generalNumber (value);

@@ -41,6 +41,9 @@ struct NumberFormat::TimeLayout
             if (tokens[i].kind != Kind::number && tokens[i].kind != Kind::elapsed)
                 continue;
 
+            for (std::size_t j = 0; before == 0 && j < i; ++j)
+                writesMinus = writesMinus || tokens[j].text == "-" || tokens[j].text == "(";
+
             const auto part = tokens[i].text[0];
             const bool isMinute = part == 'm' && (before == 'h' || partBehind (i) == 's');
             isElapsed = isElapsed || tokens[i].kind == Kind::elapsed;
@@ -58,7 +61,8 @@ struct NumberFormat::TimeLayout
     bool hasTime = false;
     bool isElapsed = false;
     bool hasFraction = false;
-    std::string frames; ///< ":00", as the format writes it
+    bool writesMinus = false; ///< or a bracket, before all else
+    std::string frames;       ///< ":00", as the format writes it
 
 private:
     char partBehind (std::size_t place) const
@@ -89,9 +93,26 @@ private:
     const std::vector<Token>& tokens;
 };
 
-std::string NumberFormat::asTime (const Section& section, double value, bool countsFrom1904)
+std::string NumberFormat::asTimeBelowZero (const Section& section, double value, bool showsMinus,
+                                           bool countsFrom1904)
 {
-    if (value < 0.0 || value >= lastDay)
+    const TimeLayout layout (section);
+
+    if (layout.hasDate || -value >= lastDay)
+        return generalNumber (value);
+    if (showsMinus && ! layout.isElapsed && ! countsFrom1904)
+        return asTime (section, value - std::floor (value), false, countsFrom1904);
+
+    const auto text = asTime (section, -value, false, countsFrom1904);
+    const bool isZero = text.find_first_of ("123456789") == std::string::npos;
+    return (showsMinus || layout.writesMinus) && ! isZero ? "-" + text : text;
+}
+
+std::string NumberFormat::asTime (const Section& section, double value, bool showsMinus, bool countsFrom1904)
+{
+    if (value < 0.0)
+        return asTimeBelowZero (section, value, showsMinus, countsFrom1904);
+    if (value >= lastDay)
         return generalNumber (value);
 
     const TimeLayout layout (section);

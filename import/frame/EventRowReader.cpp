@@ -15,7 +15,8 @@ namespace
 {
 
 // Stored numbers of the formats (EventFileImporter::type()) whose table begins with the titles of the file.
-constexpr std::array typesWithTitleRow { 1 /* dBase */, 2 /* delimited text */, 6 /* spreadsheet */ };
+constexpr int typeOfWorkbooks = 6;
+constexpr std::array typesWithTitleRow { 1 /* dBase */, 2 /* delimited text */, typeOfWorkbooks };
 
 // The heading of the library's own table.
 constexpr std::array<std::string_view, 18> ownTitles {
@@ -40,7 +41,9 @@ EventRowReader::EventRowReader (std::shared_ptr<Core::TimeInfo> projectTime,
 
 EventRowResult EventRowReader::read (EventFileImporter& importer) const
 {
-    EventTableReader table (timeInfo, *cast, importer.characterMap.get(), options);
+    auto chosen = options;
+    chosen.timesOfWholeSeconds = chosen.timesOfWholeSeconds || importer.type() == typeOfWorkbooks;
+    EventTableReader table (timeInfo, *cast, importer.characterMap.get(), chosen);
     return table.read (importer.rows, importer.columnMap, firstDataRow (importer));
 }
 

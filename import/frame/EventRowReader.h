@@ -38,6 +38,9 @@ struct EventRowReaderOptions
 {
     /** "**" in a cue's text is a line break, as subtitle and taker lists write it. */
     bool starsToLineBreaks = false;
+
+    /** "01:02:03" is a time, the first frame of its second, as the time cells of spreadsheets have it. */
+    bool timesOfWholeSeconds = false;
 };
 
 /** Makes events of the table that an importer has read: the last step of an import.
@@ -78,7 +81,8 @@ public:
                     std::shared_ptr<Core::ADRCharacterMap> projectCast, Options chosen = {});
 
     /** Reads all rows of an importer that has succeeded. Characters of the file keep their identifiers where
-        they are new to the cast. The importer is not changed. */
+        they are new to the cast. The times of workbooks may be of whole seconds, whatever the options say. The
+        importer is not changed. */
     [[nodiscard]] EventRowResult read (EventFileImporter& importer) const;
 
     /** Reads a table from a row on.

@@ -99,7 +99,7 @@ EventTableReader::EventTableReader (std::shared_ptr<Core::TimeInfo> projectTime,
                                     EventRowReaderOptions chosen)
     : timeInfo (std::move (projectTime)),
       options (chosen),
-      times (timeInfo),
+      times (timeInfo, options.timesOfWholeSeconds),
       cast (projectCast, fileCast),
       streamersInBars (Core::UserDefaults::getIntForKey (StreamerReferenceUnitPrefKey) == 0)
 {

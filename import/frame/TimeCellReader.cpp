@@ -71,6 +71,16 @@ std::optional<double> subtitleTime (std::string_view cell)
     return ((number (0, 2) * 60 + minutes) * 60 + seconds) * 1000.0 + number (9, 3);
 }
 
+/** Whether a cell is "hh:mm:ss". */
+bool isOfWholeSeconds (std::string_view cell)
+{
+    constexpr std::string_view form = "00:00:00";
+    return cell.size() == form.size()
+           && std::equal (cell.begin(), cell.end(), form.begin(),
+                          [] (char byte, char place)
+                          { return place == '0' ? byte >= '0' && byte <= '9' : byte == place; });
+}
+
 /** Timecode counts in a second; 25 where a project doesn't say, as the arithmetic has it. */
 int wholeFramesPerSecond (const Core::_TCDef& def)
 {
@@ -95,8 +105,9 @@ juce::String rateInWords (const Core::_TCDef& def)
 
 } // namespace
 
-TimeCellReader::TimeCellReader (std::shared_ptr<Core::TimeInfo> projectTime)
-    : timeInfo (std::move (projectTime))
+TimeCellReader::TimeCellReader (std::shared_ptr<Core::TimeInfo> projectTime, bool takesWholeSeconds)
+    : timeInfo (std::move (projectTime)),
+      wholeSeconds (takesWholeSeconds)
 {
 }
 
@@ -129,7 +140,9 @@ juce::String TimeCellReader::timecode (int frameIndex) const
 
 TimeCell TimeCellReader::readTimecode (const juce::String& text) const
 {
-    const auto time = TCToolbox::tcTimeFromString (trimmedText (text));
+    const auto label = trimmedText (text);
+    const auto time = TCToolbox::tcTimeFromString (
+        wholeSeconds && isOfWholeSeconds (trimmedCell (text)) ? label + ":00" : label);
 
     if (time.invalid)
         return { {}, quotedCell (text) + " is not a timecode such as 01:02:03:04" };

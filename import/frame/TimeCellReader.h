@@ -22,6 +22,7 @@ struct TimeCell
 
         01:02:03:04  01:02:03;04     a label of the picture's timecode: that frame
         01:02:03,456 01:02:03.456    a subtitle's time: real time, the nearest frame of it
+        01:02:03                     the first frame of the second, where times of whole seconds are taken
         --:--:--:--  (empty)         no time
 
     Real time and timecode are not the same: at 23.976 a timecode hour lasts 3.6 seconds longer than an hour.
@@ -33,8 +34,9 @@ struct TimeCell
 class TimeCellReader final
 {
 public:
-    /** @param projectTime  may be null; every time is a problem then */
-    explicit TimeCellReader (std::shared_ptr<Core::TimeInfo> projectTime);
+    /** @param projectTime         may be null; every time is a problem then
+        @param takesWholeSeconds  whether a time without frames is one */
+    explicit TimeCellReader (std::shared_ptr<Core::TimeInfo> projectTime, bool takesWholeSeconds = false);
 
     [[nodiscard]] TimeCell read (const juce::String& text) const;
 
@@ -47,6 +49,7 @@ private:
     [[nodiscard]] juce::String whyNoFrame (int frames) const;
 
     std::shared_ptr<Core::TimeInfo> timeInfo;
+    bool wholeSeconds;
 };
 
 } // namespace ZEP::Overmarks

@@ -207,6 +207,25 @@ TEST_F (ExcelImport, rowsBecomeCues)
     EXPECT_EQ (result.events[2]->getEndTCString(), "01:00:09:15");
 }
 
+TEST_F (ExcelImport, timeCellsOfWholeSecondsBecomeTimesAndThoseOfDelimitedTextDoNot)
+{
+    Testing::WorkbookParts book;
+    book.styles = R"(<fonts><font/></fonts><cellXfs><xf/><xf numFmtId="21"/></cellXfs>)";
+    book.sheetData = R"(<row><c t="inlineStr"><is><t>Start TC</t></is></c></row>)"
+                     R"(<row><c s="1"><v>0.0416898148148148</v></c></row>)";
+    importPath (folder.file ("list.xlsx", book.zipped()));
+    const auto timeInfo = Testing::timeInfoAt ("25", "01:00:00:00");
+    auto result = EventRowReader (timeInfo, nullptr).read (*importer);
+    EXPECT_TRUE (result.problems.empty());
+    ASSERT_EQ (result.events.size(), 1u);
+    EXPECT_EQ (result.events[0]->getStartTCString(), "01:00:02:00");
+
+    CSVEventFileImporter csv (folder.file ("list.csv", "Start TC,Text\n01:00:02,Hello\n"), message);
+    result = EventRowReader (timeInfo, nullptr).read (csv);
+    ASSERT_EQ (result.problems.size(), 1u);
+    EXPECT_EQ (result.problems[0].message, "\"01:00:02\" is not a timecode such as 01:02:03:04");
+}
+
 TEST_F (ExcelImport, aTitleRowAloneIsNoFailure)
 {
     EXPECT_EQ (importFile ("title_row_only.xlsx"), TextTable { harbourTitles });

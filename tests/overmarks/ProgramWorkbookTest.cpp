@@ -141,6 +141,22 @@ TEST_F (ProgramTest, cuesOfAWorkbookBecomeAProjectAndOtherLists)
     EXPECT_THAT (read ("out.csv"), HasSubstr ("\"01:00:04:05\",\"01:00:05:24\",\"Who says so?\",\"ANNA\""));
 }
 
+TEST_F (ProgramTest, aListThatIsKeptInTimeCellsKeepsItsTimes)
+{
+    ZEP::Overmarks::Testing::WorkbookParts book;
+    book.styles = R"(<fonts><font/></fonts><cellXfs><xf/><xf numFmtId="21"/></cellXfs>)";
+    book.sheetData =
+        R"(<row><c t="inlineStr"><is><t>CUE START</t></is></c><c t="inlineStr"><is><t>CUE END</t></is></c>)"
+        R"(<c t="inlineStr"><is><t>LINE</t></is></c></row>)"
+        R"(<row><c s="1"><v>0.0416898148148148</v></c><c s="1"><v>0.0417245370370370</v></c>)"
+        R"(<c t="inlineStr"><is><t>Hello</t></is></c></row>)";
+    write ("list.xlsx", book.zipped());
+    const auto result = run ({ "convert", "list.xlsx", "out.csv", "--origin", "01:00:00:00" });
+    EXPECT_EQ (result.status, 0);
+    EXPECT_THAT (result.errors, Not (HasSubstr ("is not a timecode")));
+    EXPECT_THAT (read ("out.csv"), HasSubstr ("\"01:00:02:00\",\"01:00:05:00\",\"Hello\""));
+}
+
 TEST_F (ProgramTest, columnsOfAWorkbookAreMapped)
 {
     write ("list.xlsx", workbookOf ({ { "When", "", "What" }, { "01:00:01:00", "ANNA", "Hello" } }));

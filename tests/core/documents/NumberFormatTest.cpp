@@ -78,7 +78,71 @@ INSTANTIATE_TEST_SUITE_P (
                      Shown { "_(0_)", 2, "2" }, Shown { "* 0", 2, "2" }, Shown { "0;(0)", -3, "(3)" },
                      Shown { "0;;\"none\"", 0, "none" }, Shown { ";;;", 5, "" }, Shown { "0;", -5, "" },
                      Shown { "[>=100]\"many\";0", 150, "many" }, Shown { "[>=100]\"many\";0", 50, "50" },
-                     Shown { "[<1]\"few\";[=1]\"one\"", 7, "7" }, Shown { "# ?/?", 1.75, "1.75" }));
+                     Shown { "[<1]\"few\";[=1]\"one\"", 7, "7" }, Shown { "0\"/\"00", 101, "1/01" },
+                     Shown { "0\\/00", 101, "1/01" }));
+
+INSTANTIATE_TEST_SUITE_P (Fractions, NumberFormats,
+                          testing::Values (Shown { "# ?/?", 0.5, "1/2" }, Shown { "# ?/?", 1.75, "1 3/4" },
+                                           Shown { "# ?/?", -0.5, "-1/2" }, Shown { "# ?/?", 0, "0" },
+                                           Shown { "# ?/?", 2, "2" }, Shown { "# ?/?", 0.999, "1" },
+                                           Shown { "# ?/?", -0.001, "0" },
+                                           Shown { "# ?"
+                                                   "?/??",
+                                                   3.14159, "3 14/99" },
+                                           Shown { "# ?/?", 3.14159, "3 1/7" }, Shown { "?/?", 1.75, "7/4" },
+                                           Shown { "?/?", 2, "2/1" }, Shown { "0 ?/?", 0.5, "0 1/2" },
+                                           Shown { "# ?/8", 0.5, "4/8" }, Shown { "# ?/8", 1.99, "2" },
+                                           Shown { "# ?"
+                                                   "?/100",
+                                                   1.75, "1 75/100" },
+                                           Shown { "# 00/00", 1.5, "1 01/02" },
+                                           Shown { "# ?/?\" cm\"", 1.5, "1 1/2 cm" },
+                                           Shown { "# ?/?", 1e12 + 0.5, "1000000000000.5" },
+                                           Shown { "# ?"
+                                                   "?"
+                                                   "?/???",
+                                                   2.718281828, "2 385/536" }));
+
+INSTANTIATE_TEST_SUITE_P (SectionsOfTexts, NumberFormats,
+                          testing::Values (Shown { "0;@", -5, "-5" }, Shown { "0;@", 5, "5" },
+                                           Shown { "0.00\" x\";@", -1, "-1.00 x" },
+                                           Shown { "0:00;@", -12, "-0:12" },
+                                           Shown { "[h]:mm:ss;@", -0.5, "-12:00:00" },
+                                           Shown { "[h]:mm:ss;-[h]:mm:ss;@", 0, "00:00:00" },
+                                           Shown { "[h]:mm:ss;-[h]:mm:ss;@", -0.5, "-12:00:00" },
+                                           Shown { "00;-00;@", 0, "00" }, Shown { "00;-00;@", -7, "-07" },
+                                           Shown { "0;(0);\"-\";@", 0, "-" }, Shown { "0;-0;;@", 0, "" },
+                                           Shown { "@;@", -5, "-5" }));
+
+INSTANTIATE_TEST_SUITE_P (
+    Conditions, NumberFormats,
+    testing::Values (Shown { "[<0]-0.0;0.0", -5, "-5.0" }, Shown { "[<0]-0.0;0.0", 5, "5.0" },
+                     Shown { "[<0](0);0", -5, "(5)" },
+                     Shown { "[>=1000]#,##0,\"K\";[<=-1000]-#,##0,\"K\";0", -5000, "-5K" },
+                     Shown { "[>=1000]#,##0,\"K\";[<=-1000]-#,##0,\"K\";0", -5, "-5" },
+                     Shown { "[>=1000]0.0,\"K\";[<=-1000]0.0,\"K\";0", -5000, "5.0K" },
+                     Shown { "[>100]\"A\";\"B\";\"C\"", 50, "C" },
+                     Shown { "[>100]\"A\";\"B\";\"C\"", 101, "A" },
+                     Shown { "[>100]\"A\";\"B\";\"C\"", -1, "B" }, Shown { "0;[<-5]\"B\"", -3, "-3" },
+                     Shown { "0;[<-5]\"B\"", -6, "B" }, Shown { "[>=100]\"many\";0", -5, "-5" },
+                     Shown { "[>0]0;0", -5, "5" }, Shown { "[>=0]0;(0)", -5, "(5)" },
+                     Shown { "[<100]0.0;0", -5, "-5.0" }));
+
+INSTANTIATE_TEST_SUITE_P (
+    TimesBelowZero, NumberFormats,
+    testing::Values (Shown { "[h]:mm:ss", -0.5, "-12:00:00" }, Shown { "[h]:mm:ss", -5, "-120:00:00" },
+                     Shown { "[h]:mm:ss", -1e-9, "00:00:00" }, Shown { "hh:mm:ss", -0.5, "12:00:00" },
+                     Shown { "hh:mm:ss", -1e-9, "00:00:00" },
+                     Shown { "h:mm:ss;-h:mm:ss", -0.25, "-06:00:00" },
+                     Shown { "[h]:mm:ss;([h]:mm:ss)", -0.5, "-12:00:00" },
+                     Shown { "hh:mm:ss;hh:mm:ss", -0.25, "06:00:00" }, Shown { "dd.mm.yyyy", -0.5, "-0.5" },
+                     Shown { "[h]:mm", -1e300, "-1E+300" }));
+
+TEST (NumberFormat, aTimeBelowZeroHasItsMinusWhereDaysCountFrom1904)
+{
+    EXPECT_EQ (NumberFormat ("hh:mm:ss").shown (-0.25, true), "-06:00:00");
+    EXPECT_EQ (NumberFormat ("hh:mm:ss.000").shown (-oneSecond / 2, true), "-00:00:00.500");
+}
 
 // A timecode that somebody has typed as a number of eight digits.
 INSTANTIATE_TEST_SUITE_P (TimecodesOfDigits, NumberFormats,
@@ -87,28 +151,32 @@ INSTANTIATE_TEST_SUITE_P (TimecodesOfDigits, NumberFormats,
                                            Shown { "00\":\"00\":\"00\":\"00", 0, "00:00:00:00" },
                                            Shown { "##\":\"##\":\"##\":\"##", 1020304, "1:02:03:04" }));
 
-INSTANTIATE_TEST_SUITE_P (
-    Times, NumberFormats,
-    testing::Values (
-        Shown { "h:mm:ss", clock (1, 2, 3), "01:02:03" }, Shown { "hh:mm:ss", 0, "00:00:00" },
-        Shown { "h:mm", clock (14, 40, 30), "14:40:30" },
-        Shown { "h:mm:ss AM/PM", clock (13, 0, 5), "13:00:05" },
-        Shown { "mm:ss", clock (0, 3, 4), "00:03:04" }, Shown { "hh:mm:ss", 1.5, "12:00:00" },
-        Shown { "[h]:mm:ss", 1.5, "36:00:00" }, Shown { "[hh]:mm:ss", 100 * oneHour, "100:00:00" },
-        Shown { "[mm]:ss", clock (2, 0, 1), "02:00:01" }, Shown { "[s]", clock (0, 2, 1), "00:02:01" },
-        Shown { "hh:mm:ss", clock (1, 0, 0) - 1e-9, "01:00:00" },
-        Shown { "hh:mm:ss", 1.0 - 1e-9, "00:00:00" },
-        Shown { "hh:mm:ss.000", clock (1, 2, 3.456), "01:02:03.456" },
-        Shown { "hh:mm:ss.00", clock (1, 2, 3.4), "01:02:03.400" },
-        Shown { "mm:ss.0", clock (0, 0, 7.5), "00:00:07.500" },
-        Shown { "hh:mm:ss.000", clock (0, 0, 59.9996), "00:01:00.000" },
-        Shown { "hh:mm:ss\":00\"", clock (1, 2, 3), "01:02:03:00" },
-        Shown { "hh:mm:ss\":\"00", clock (1, 2, 3), "01:02:03:00" },
-        Shown { "hh:mm:ss;@", clock (1, 2, 3), "01:02:03" },
-        Shown { "hh:mm:ss\\:12", clock (1, 2, 3), "01:02:03:12" },
-        Shown { "hh:mm:ss:ff", clock (1, 2, 3.5), "01:02:03.500" },
-        Shown { "[$-409]h:mm:ss AM/PM;@", clock (0, 0, 1), "00:00:01" }, Shown { "h:mm:ss", -0.5, "-0.5" },
-        Shown { "h \"Uhr\" mm", clock (9, 30, 0), "09:30:00" }, Shown { "hh:mm:ss", 1e300, "1E+300" }));
+INSTANTIATE_TEST_SUITE_P (Times, NumberFormats,
+                          testing::Values (Shown { "h:mm:ss", clock (1, 2, 3), "01:02:03" },
+                                           Shown { "hh:mm:ss", 0, "00:00:00" },
+                                           Shown { "h:mm", clock (14, 40, 30), "14:40:30" },
+                                           Shown { "h:mm:ss AM/PM", clock (13, 0, 5), "13:00:05" },
+                                           Shown { "mm:ss", clock (0, 3, 4), "00:03:04" },
+                                           Shown { "hh:mm:ss", 1.5, "12:00:00" },
+                                           Shown { "[h]:mm:ss", 1.5, "36:00:00" },
+                                           Shown { "[hh]:mm:ss", 100 * oneHour, "100:00:00" },
+                                           Shown { "[mm]:ss", clock (2, 0, 1), "02:00:01" },
+                                           Shown { "[s]", clock (0, 2, 1), "00:02:01" },
+                                           Shown { "hh:mm:ss", clock (1, 0, 0) - 1e-9, "01:00:00" },
+                                           Shown { "hh:mm:ss", 1.0 - 1e-9, "00:00:00" },
+                                           Shown { "hh:mm:ss.000", clock (1, 2, 3.456), "01:02:03.456" },
+                                           Shown { "hh:mm:ss.00", clock (1, 2, 3.4), "01:02:03.400" },
+                                           Shown { "mm:ss.0", clock (0, 0, 7.5), "00:00:07.500" },
+                                           Shown { "hh:mm:ss.000", clock (0, 0, 59.9996), "00:01:00.000" },
+                                           Shown { "hh:mm:ss\":00\"", clock (1, 2, 3), "01:02:03:00" },
+                                           Shown { "hh:mm:ss\":\"00", clock (1, 2, 3), "01:02:03:00" },
+                                           Shown { "hh:mm:ss;@", clock (1, 2, 3), "01:02:03" },
+                                           Shown { "hh:mm:ss\\:12", clock (1, 2, 3), "01:02:03:12" },
+                                           Shown { "hh:mm:ss:ff", clock (1, 2, 3.5), "01:02:03.500" },
+                                           Shown { "[$-409]h:mm:ss AM/PM;@", clock (0, 0, 1), "00:00:01" },
+                                           Shown { "h:mm:ss", -0.25, "18:00:00" },
+                                           Shown { "h \"Uhr\" mm", clock (9, 30, 0), "09:30:00" },
+                                           Shown { "hh:mm:ss", 1e300, "1E+300" }));
 
 INSTANTIATE_TEST_SUITE_P (
     Dates, NumberFormats,

@@ -157,6 +157,21 @@ TEST (TimeCellReader, textThatIsNoTimecodeIsRefused)
         expectProblem ("25", cell, "\"" + cell + "\" is not a timecode such as 01:02:03:04");
 }
 
+TEST (TimeCellReader, aTimeOfWholeSecondsIsTheFirstFrameOfItsSecondWhereItIsTaken)
+{
+    const TimeCellReader reader (timeInfoAt ("25", "01:00:00:00"), true);
+    EXPECT_EQ (reader.read (" 01:00:02 ").frameIndex, 50);
+    EXPECT_EQ (reader.read ("01:00:02:03").frameIndex, 53);
+    EXPECT_EQ (reader.read ("01:00:02.500").frameIndex, 63);
+
+    for (const juce::String cell : { "1:00:02", "-01:00:02", "01:60:00", "01:00:60", "01:00:0x", "01.00.02",
+                                     "2024-03-31 18:00:00", "01:00" })
+        EXPECT_EQ (reader.read (cell).problem, "\"" + cell + "\" is not a timecode such as 01:02:03:04");
+
+    EXPECT_EQ (TimeCellReader (timeInfoAt ("29.97df", "01:00:00:00"), true).read ("01:01:00").problem,
+               "\"01:01:00\" is a timecode that drop-frame counting leaves out");
+}
+
 TEST (TimeCellReader, theFrameBeforeThePictureCannotBeHeld)
 {
     expectProblem ("25", "00:59:59:24",
