@@ -89,7 +89,7 @@ void DublaneDocxEventFileImporter::parse (juce::String& errorMessage, Core::Text
     }
 
     assignColumns (DocxCueList::numberOfColumns);
-    const auto outcome = DocxCueList::addRows (
+    outcome = DocxCueList::addRows (
         Core::StringUtil::fromUTF8 (std::string_view (*bytes).substr (0, bytes->find ('\n'))), rows);
 
     if (outcome == DocxCueList::Outcome::noCueList)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ZEP_Overmarks/Export.h"
+#include "import/DocxCueList.h"
 #include "import/frame/EventFileImporter.h"
 
 #include <juce_core/juce_core.h>
@@ -37,7 +38,7 @@ public:
     ~DublaneDocxEventFileImporter() override;
 
     /** Adds the cues of the document; the encoding makes no difference. A list of cues that can't be understood has no message, but
-        the log tells. */
+        the log tells, and `outcome`. */
     void parse (juce::String& errorMessage, Core::TextEncoding textEncoding) override;
     [[nodiscard]] bool userMappingEnabled() const override;
     [[nodiscard]] int type() override;
@@ -63,6 +64,9 @@ public:
     void parseOptionalTokensFromCueString (const RichTextString& cue, RichTextString& text,
                                            RichTextString& notes, RichTextString& engineeringNotes,
                                            juce::String& reason);
+
+    DocxCueList::Outcome outcome =
+        DocxCueList::Outcome::whole; ///< of the last list of cues that parse() has looked into
 
 private:
     void assignColumns (int number);

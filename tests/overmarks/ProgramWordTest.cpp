@@ -1,123 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // Word documents through the program, with shell scripts in the place of docxHandler: what is told when they fail, and what is
 // left behind.
-#include "overmarks/ProgramFixture.h"
-#include "support/ZipArchive.h"
+#include "overmarks/ProgramWordFixture.h"
 
 #include <gmock/gmock.h>
-
-#include <chrono>
-#include <csignal>
-#include <sys/stat.h>
 
 using nlohmann::ordered_json;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-namespace
-{
-
-using Names = std::vector<std::string>;
-
-constexpr auto writesDocuments = R"(
-IFS=,
-for file in $output; do cp "$here/good.docx" "$file"; done)";
-
-constexpr auto readsOneCue = R"(
-echo '{"cueList": [{"startTC": "01:00:02:00", "endTC": "01:00:04:00", "charName": "ANNA", "cueNumber": "A1", )"
-                             R"("text": {"text": "Hello?"}}]}' > "$json")";
-
-/** Never ends by itself, unless it is told to. */
-constexpr auto waitsForCancel = R"(
-touch "$here/started"
-while ! grep -q cancel "$cancel" 2> /dev/null; do sleep 0.05; done
-echo cancelled > "$here/end")";
-
-constexpr auto waitsForEver = R"(
-touch "$here/started"
-sleep 600)";
-
-class ProgramWordTest : public ProgramTest
-{
-protected:
-    ProgramWordTest()
-    {
-        file ("resources").createDirectory();
-        file ("temporary").createDirectory();
-        file ("out").createDirectory();
-        write ("resources/good.docx", ZEP::Overmarks::Testing::zipped ({ { "word/document.xml", "<x/>" } }));
-        write ("x.csv", threeCues);
-    }
-
-    void install (const std::string& work) const
-    {
-        write ("resources/docxHandler", R"(#!/bin/sh
-here=${0%/*}
-echo run >> "$here/runs"
-for part in "$@"
-do
-    case $part in
-        json=*) json=${part#json=} ;;
-        output=*) output=${part#output=} ;;
-        input=*) input=${part#input=}; echo "$part" > "$here/input" ;;
-        com=*) com=${part#com=}; progress=${com%%,*}; cancel=${com#*,} ;;
-    esac
-done
-echo "$output" >> "$here/output"
-cp "${progress%/*}"/WordDocumentJSON_* "$here/" 2> /dev/null
-)" + work + "\n");
-        ::chmod (path ("resources/docxHandler").c_str(), 0755);
-    }
-
-    ProgramResult start (std::vector<std::string> arguments, ProgramSurroundings surroundings = {}) const
-    {
-        arguments.insert (arguments.end(), { "--resources", "resources" });
-        if (surroundings.temporaryFolder.empty())
-            surroundings.temporaryFolder = path ("temporary");
-        auto result = run (arguments, {}, surroundings);
-        EXPECT_THAT (found ("temporary"), IsEmpty()) << "nothing is left behind";
-        return result;
-    }
-
-    /** An export of x.csv that fails. @returns its message */
-    std::string failureOf (const std::string& work, std::vector<std::string> options = {},
-                           const ProgramSurroundings& surroundings = {}) const
-    {
-        install (work);
-        std::vector<std::string> arguments { "export", "x.csv", "-o", "out", "--format", "docx", "--json" };
-        arguments.insert (arguments.end(), options.begin(), options.end());
-        const auto result = start (arguments, surroundings);
-        EXPECT_EQ (result.status, 1) << result.output << result.errors;
-        EXPECT_THAT (found ("out"), IsEmpty());
-        const auto document = ordered_json::parse (result.output, nullptr, false);
-        return document.is_object() ? document.value ("error", "") : result.output;
-    }
-
-    Names found (const juce::String& folderName) const
-    {
-        Names names;
-        for (const auto& entry : file (folderName)
-                                     .findChildFiles (juce::File::findFilesAndDirectories, true, "*",
-                                                      juce::File::FollowSymlinks::no))
-            names.push_back (entry.getFileName().toStdString());
-        std::sort (names.begin(), names.end());
-        return names;
-    }
-
-    ProgramSurroundings stoppedBy (std::vector<int> signals) const
-    {
-        ProgramSurroundings surroundings;
-        surroundings.signals = std::move (signals);
-        surroundings.signalsWhen = path ("resources/started");
-        return surroundings;
-    }
-
-    std::string good() const { return read ("resources/good.docx"); }
-};
-
-} // namespace
 
 // ---- writing -------------------------------------------------------------------------------------------------------------
 
@@ -337,45 +229,6 @@ TEST_F (ProgramWordTest, aTemporaryFolderThatIsMissingIsTold)
                                            + ": No such file or directory\n"));
 }
 
-// ---- stopping ------------------------------------------------------------------------------------------------------------
-
-class EachStop : public ProgramWordTest, public testing::WithParamInterface<int>
-{
-};
-
-TEST_P (EachStop, cancelsTheToolAndLeavesNothing)
-{
-    EXPECT_EQ (failureOf (waitsForCancel, {}, stoppedBy ({ GetParam() })),
-               "Stopped; no Word document was written");
-    EXPECT_EQ (read ("resources/end"), "cancelled\n");
-}
-
-TEST_P (EachStop, cancelsReadingToo)
-{
-    install (waitsForCancel);
-    write ("y.docx", "x");
-    const auto result = start ({ "rows", "y.docx" }, stoppedBy ({ GetParam() }));
-    EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("overmarks: Stopped; y.docx was not read\n"));
-    EXPECT_EQ (read ("resources/end"), "cancelled\n");
-}
-
-INSTANTIATE_TEST_SUITE_P (ProgramWordTest, EachStop, testing::Values (SIGINT, SIGTERM, SIGHUP));
-
-TEST_F (ProgramWordTest, aToolThatDoesNotHeedIsKilled)
-{
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ (failureOf (waitsForEver, { "--by-character" }, stoppedBy ({ SIGINT })),
-               "Stopped; no Word document was written");
-    EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (60));
-}
-
-TEST_F (ProgramWordTest, theSecondSignalKillsAToolAtOnce)
-{
-    EXPECT_EQ (failureOf (waitsForEver, {}, stoppedBy ({ SIGINT, SIGINT })),
-               "Stopped; no Word document was written");
-}
-
 // ---- reading -------------------------------------------------------------------------------------------------------------
 
 TEST_F (ProgramWordTest, rowsShowsACueSheet)
@@ -480,14 +333,39 @@ TEST_F (ProgramWordTest, readingWithoutAToolIsTold)
                    + "; --resources names its folder");
 }
 
-TEST_F (ProgramWordTest, aListThatCanNotBeUnderstoodIsAProblem)
+TEST_F (ProgramWordTest, aBrokenListOfCuesIsAFailureAndNothingIsReplaced)
 {
-    install ("printf '{\"cueList\": [' > \"$json\"");
     write ("y.docx", "x");
-    const auto result = start ({ "list", "y.docx" });
+    for (const auto* work : { "printf '{\"cueList\": [' > \"$json\"", "echo 'not json' > \"$json\"",
+                              ": > \"$json\"", "echo '{}' > \"$json\"" })
+    {
+        install (work);
+        write ("out/keep.csv", "precious");
+        for (const auto& arguments : { Names { "rows", "y.docx" }, Names { "list", "y.docx" },
+                                       Names { "convert", "y.docx", "out/keep.csv", "--force" },
+                                       Names { "import", "y.docx", "-o", "out/keep.overmarks", "--force" } })
+        {
+            auto withJSON = arguments;
+            withJSON.emplace_back ("--json");
+            const auto result = start (withJSON);
+            EXPECT_EQ (result.status, 1) << work << result.output;
+            EXPECT_EQ (ordered_json::parse (result.output, nullptr, false),
+                       (ordered_json {
+                           { "error", "y.docx: What docxHandler has found in it is no list of cues" } }));
+        }
+        EXPECT_EQ (read ("out/keep.csv"), "precious");
+        EXPECT_THAT (found ("out"), ElementsAre ("keep.csv"));
+    }
+}
+
+TEST_F (ProgramWordTest, aListOfMoreCuesThanAnyHasIsAFailure)
+{
+    install (R"((printf '{"cueList": [0'; yes ',0' | head -n 3000000 | tr -d '\n'; echo ']}') > "$json")");
+    write ("y.docx", "x");
+    const auto result = start ({ "convert", "y.docx", "out/y.csv", "--json" });
     EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("y.docx: what docxHandler has found in it is no list of cues"));
-    EXPECT_THAT (result.errors, HasSubstr ("y.docx: no cues were found in it\n"));
+    EXPECT_EQ (result.output, "{\n \"error\": \"y.docx: It asks for more cues than any list has\"\n}\n");
+    EXPECT_THAT (found ("out"), IsEmpty());
 }
 
 TEST_F (ProgramWordTest, nobodysListInTheTemporaryFolderIsRead)

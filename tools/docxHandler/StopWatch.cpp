@@ -22,6 +22,15 @@ constexpr std::array stopSignals { SIGTERM, SIGINT, SIGHUP };
 constexpr int workIsDone = SIGUSR1;
 constexpr long interval = 50'000'000; // nanoseconds
 
+/* Whoever has started the program may want it to outlive the terminal. */
+bool isIgnored (int signal)
+{
+    struct sigaction now
+    {
+    };
+    return ::sigaction (signal, nullptr, &now) == 0 && now.sa_handler == SIG_IGN;
+}
+
 sigset_t watchedSignals()
 {
     sigset_t signals;
@@ -29,7 +38,8 @@ sigset_t watchedSignals()
     ::sigaddset (&signals, workIsDone);
 
     for (const auto signal : stopSignals)
-        ::sigaddset (&signals, signal);
+        if (! isIgnored (signal))
+            ::sigaddset (&signals, signal);
 
     return signals;
 }

@@ -310,6 +310,8 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     }
 
     progress.hide();
+    const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
+    stage.getSignals().throwIfStopped ("nothing was written");
     return moveIntoPlace (works, stage.getFolder(), session);
 }
 

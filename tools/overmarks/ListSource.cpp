@@ -2,6 +2,7 @@
 #include "ListSource.h"
 
 #include "OutputFile.h"
+#include "PrivateFolder.h"
 #include "Progress.h"
 #include "ProjectForm.h"
 #include "ToolRun.h"
@@ -9,10 +10,13 @@
 #include "core/text/StringUtil.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "import/CSVEventFileImporter.h"
+#include "import/DublaneDocxEventFileImporter.h"
 #include "import/PTSessionInfoFileImporter.h"
 #include "import/SRTEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
+
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -39,13 +43,16 @@ constexpr int workbook = 6;
 constexpr int ttal = 7;
 constexpr int wordCueSheet = 8;
 
-/** A list from standard input as a file that importers can read; gone again at the end of the scope. */
+/** A list from standard input as a file that importers can read and nobody else; gone again at the end of the scope. */
 class SpooledInput final
 {
 public:
-    explicit SpooledInput (const juce::String& extension) : file (extension)
+    explicit SpooledInput (const juce::String& extension)
+        : folder (usualTemporaryFolder(), "overmarks."),
+          file (folder.get().getChildFile ("standard input" + extension))
     {
-        juce::FileOutputStream stream (file.getFile());
+        juce::FileOutputStream stream (file);
+        chmod (file.getFullPathName().toRawUTF8(), S_IRUSR | S_IWUSR);
         char buffer[65536];
 
         for (;;)
@@ -61,13 +68,16 @@ public:
         stream.flush();
 
         if (stream.getStatus().failed())
-            throw CommandFailure ("Can't keep standard input in " + file.getFile().getFullPathName());
+            throw CommandFailure ("Can't keep standard input in "
+                                  + folder.get().getParentDirectory().getFullPathName() + ": "
+                                  + stream.getStatus().getErrorMessage());
     }
 
-    juce::File getFile() const { return file.getFile(); }
+    juce::File getFile() const { return file; }
 
 private:
-    juce::TemporaryFile file;
+    PrivateFolder folder;
+    juce::File file;
 };
 
 juce::File existingFile (const std::string& path)
@@ -113,6 +123,24 @@ bool hasTextOfAnyEncoding (EventFileImporter& importer)
     return importer.type() != workbook && importer.type() != wordCueSheet;
 }
 
+/** A broken list of cues has no message of its own, and would pass for an empty one. */
+void refuseBrokenCues (const ReadFile& read)
+{
+    const auto* sheet = dynamic_cast<const DublaneDocxEventFileImporter*> (read.importer.get());
+
+    if (sheet == nullptr || read.error.isNotEmpty())
+        return;
+
+    switch (sheet->outcome)
+    {
+        case DocxCueList::Outcome::whole: return;
+        case DocxCueList::Outcome::noCueList:
+            throw CommandFailure (read.shownPath + ": What docxHandler has found in it is no list of cues");
+        case DocxCueList::Outcome::cutOff:
+            throw CommandFailure (read.shownPath + ": It asks for more cues than any list has");
+    }
+}
+
 /** Reads a Word document with the help of docxHandler. Throws CommandFailure where the importer has no more to say than that it
     could not be read. */
 void readWithTool (ReadFile& read, const std::function<void()>& load)
@@ -126,6 +154,8 @@ void readWithTool (ReadFile& read, const std::function<void()>& load)
         throw CommandFailure (read.shownPath + ": " + read.error
                               + ": docxHandler broke off, or the temporary folder "
                               + tool.getFolder().getParentDirectory().getFullPathName() + " is full");
+
+    refuseBrokenCues (read);
 }
 
 ReadFile readFile (const juce::File& file, const juce::String& shownPath, const ListOptions& options)

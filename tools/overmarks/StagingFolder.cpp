@@ -4,14 +4,11 @@
 #include "OutputFile.h"
 #include "Session.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <string>
 
 namespace overmarks
 {
@@ -20,6 +17,13 @@ namespace
 {
 
 juce::String reason() { return juce::String::fromUTF8 (std::strerror (errno)); }
+
+juce::File parentFor (const juce::File& target)
+{
+    refuseFolderOf (target);
+    return isDeviceOrPipe (target) ? juce::File::getSpecialLocation (juce::File::tempDirectory)
+                                   : target.getLinkedTarget().getParentDirectory();
+}
 
 } // namespace
 
@@ -38,20 +42,7 @@ void refuseFolderOf (const juce::File& target)
         throw CommandFailure ("Can't write into " + folder.getFullPathName() + ": " + reason());
 }
 
-StagingFolder::StagingFolder (const juce::File& target)
-{
-    refuseFolderOf (target);
-    const auto parent = isDeviceOrPipe (target) ? juce::File::getSpecialLocation (juce::File::tempDirectory)
-                                                : target.getLinkedTarget().getParentDirectory();
-    auto pattern = parent.getChildFile (".overmarks.XXXXXX").getFullPathName().toStdString();
-
-    if (mkdtemp (pattern.data()) == nullptr)
-        throw CommandFailure ("Can't write into " + parent.getFullPathName() + ": " + reason());
-
-    folder = juce::File (juce::String (pattern));
-}
-
-StagingFolder::~StagingFolder() { folder.deleteRecursively(); }
+StagingFolder::StagingFolder (const juce::File& target) : folder (parentFor (target), ".overmarks.") {}
 
 void StagingFolder::moveIntoPlace (const juce::File& finished, const juce::File& target)
 {

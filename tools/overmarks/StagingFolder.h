@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "PrivateFolder.h"
+
 #include <juce_core/juce_core.h>
 
 namespace overmarks
 {
 
 /** A folder of this run's own, inside the folder where its files will stand in the end: what fails half way, on a full disk
-    for example, has touched nothing of the user's. Gone again, with all that is still in it, at the end of the scope. */
+    for example, has touched nothing of the user's. Gone again, with all that is still in it, at the end of the scope, or when a
+    signal ends the program before. */
 class StagingFolder final
 {
 public:
@@ -17,16 +20,16 @@ public:
 
     StagingFolder (const StagingFolder&) = delete;
     StagingFolder& operator= (const StagingFolder&) = delete;
-    ~StagingFolder();
 
-    const juce::File& getFolder() const noexcept { return folder; }
+    const juce::File& getFolder() const noexcept { return folder.get(); }
+    const StopSignals& getSignals() const noexcept { return folder.getSignals(); }
 
     /** Moves a finished file of this folder to its place, where it replaces what is there; a link stays a link.
         Throws CommandFailure; the old file is whole then. */
     static void moveIntoPlace (const juce::File& finished, const juce::File& target);
 
 private:
-    juce::File folder;
+    PrivateFolder folder;
 };
 
 /** Throws CommandFailure unless files can be written to the folder. */

@@ -15,8 +15,8 @@ namespace overmarks
     of this run's own that nobody else may enter, so that two runs never disturb each other and nothing is read that somebody
     has put there. It is gone at the end, also after a failure or when somebody stops the program.
 
-    SIGINT, SIGTERM and SIGHUP don't end the program meanwhile. The first one cancels the tool; a tool that doesn't heed that
-    for three seconds is killed, as it is at the next signal. Made on the main thread, one at a time, before other threads begin. */
+    SIGINT, SIGTERM and SIGHUP don't end the program meanwhile (StopSignals.h). Made on the main thread, one at a time, before other
+    threads begin. */
 class ToolRun final
 {
 public:
@@ -38,10 +38,7 @@ public:
 
 private:
     class TemporaryPlace;
-    class Signals;
-
     std::unique_ptr<TemporaryPlace> place;
-    std::unique_ptr<Signals> signals;
 };
 
 } // namespace overmarks

@@ -202,6 +202,8 @@ void WordExport::write (const std::function<void (int)>& filesDone) const
 
         runFolder.deleteRecursively();
     }
+
+    tool.throwIfStopped (undone);
 }
 
 bool isWholeArchive (const juce::File& file)
