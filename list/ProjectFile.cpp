@@ -22,6 +22,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -169,14 +170,19 @@ Project readProject (std::string_view bytes)
     }
 }
 
-/** The bytes of a file; of one that is no project not more than the first few. */
-std::string bytesOf (const juce::File& file)
+/** Why a stream gives nothing, in the system's words; empty if it knows of no reason. */
+using Failure = std::function<juce::String()>;
+
+void throwIfFailed (const Failure& failure)
 {
-    juce::FileInputStream stream (file);
+    if (const auto words = failure(); words.isNotEmpty())
+        throw std::runtime_error (words.toStdString());
+}
 
-    if (stream.failedToOpen())
-        throw std::runtime_error (stream.getStatus().getErrorMessage().toStdString());
-
+/** The bytes of a stream; of one that is no project not more than the first few. */
+std::string bytesOf (juce::InputStream& stream, const Failure& failure)
+{
+    throwIfFailed (failure);
     const auto size = static_cast<std::uint64_t> (std::max (stream.getTotalLength(), juce::int64 { 0 }));
     std::string bytes (std::min<std::uint64_t> (size, recordOffset), '\0');
     const auto readTo = [&] (std::size_t start)
@@ -186,9 +192,8 @@ std::string bytesOf (const juce::File& file)
             constexpr std::size_t mostAtOnce = std::size_t { 1 } << 30;
             const auto length = static_cast<int> (std::min (bytes.size() - place, mostAtOnce));
             const auto read = stream.read (bytes.data() + place, length);
+            throwIfFailed (failure);
 
-            if (stream.getStatus().failed())
-                throw std::runtime_error (stream.getStatus().getErrorMessage().toStdString());
             if (read <= 0)
                 throw std::runtime_error ("it became shorter while it was being read");
 
@@ -210,6 +215,27 @@ juce::String inWords (const juce::String& name, const std::invalid_argument& err
 juce::String withoutMemory (const juce::String& name)
 {
     return "The project file " + name + " can't be loaded: there is not enough memory";
+}
+
+juce::String loadFrom (juce::InputStream& stream, const juce::String& name, Project& project,
+                       const Failure& failure)
+{
+    try
+    {
+        return ProjectFile::fromBytes (bytesOf (stream, failure), name, project);
+    }
+    catch (const std::invalid_argument& mistake)
+    {
+        return inWords (name, mistake);
+    }
+    catch (const std::runtime_error& failed)
+    {
+        return "Can't read " + name + ": " + juce::String::fromUTF8 (failed.what());
+    }
+    catch (const std::bad_alloc&)
+    {
+        return withoutMemory (name);
+    }
 }
 
 /** The file around the record of a project. */
@@ -302,22 +328,13 @@ juce::String ProjectFile::load (const juce::File& file, Project& project)
         std::filesystem::exists (status) && ! std::filesystem::is_regular_file (status))
         return "Can't read " + path + ": it is no file";
 
-    try
-    {
-        return fromBytes (bytesOf (file), path, project);
-    }
-    catch (const std::invalid_argument& mistake)
-    {
-        return inWords (path, mistake);
-    }
-    catch (const std::runtime_error& failure)
-    {
-        return "Can't read " + path + ": " + juce::String::fromUTF8 (failure.what());
-    }
-    catch (const std::bad_alloc&)
-    {
-        return withoutMemory (path);
-    }
+    juce::FileInputStream stream (file);
+    return loadFrom (stream, path, project, [&stream] { return stream.getStatus().getErrorMessage(); });
+}
+
+juce::String ProjectFile::load (juce::InputStream& stream, const juce::String& name, Project& project)
+{
+    return loadFrom (stream, name, project, [] { return juce::String(); });
 }
 
 } // namespace ZEP::Overmarks

@@ -50,6 +50,10 @@ public:
         @returns the reason of a failure in words; empty on success */
     [[nodiscard]] static juce::String load (const juce::File& file, Project& project);
 
+    /** The same of a stream that knows its length. @param name  what messages call it */
+    [[nodiscard]] static juce::String load (juce::InputStream& stream, const juce::String& name,
+                                            Project& project);
+
     /** The bytes of the file of a project. @param bytes  replaced on success, untouched on failure. @returns as save() */
     [[nodiscard]] static juce::String toBytes (const Project& project, std::string& bytes);
 

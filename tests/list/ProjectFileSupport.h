@@ -40,6 +40,29 @@ inline std::string fileAround (const std::string& record, std::uint32_t version 
            + littleEndian (record.size(), 8) + record;
 }
 
+inline std::string varint (std::size_t number)
+{
+    std::string bytes;
+    for (; number > 127; number >>= 7)
+        bytes += static_cast<char> (0x80U | (number & 0x7FU));
+    return bytes + static_cast<char> (number);
+}
+
+/** A field with bytes in it: a text or a record. */
+inline std::string field (int number, const std::string& content)
+{
+    return static_cast<char> (number << 3 | 2) + varint (content.size()) + content;
+}
+
+constexpr int listOfProject = 7, eventsOfList = 1;
+
+/** The record of a project with both fades and these bytes in its list. */
+inline std::string recordWithList (const std::string& bytes)
+{
+    const std::string fades ("\x0a\x02\x50\x10\x0a\x02\x50\x20", 8);
+    return field (listOfProject, fades + bytes);
+}
+
 /** The record in a file's bytes. */
 inline tessera1::ProtoProject recordIn (const std::string& bytes)
 {

@@ -122,6 +122,48 @@ TEST_F (ProgramExcelExportTest, equalListsAreEqualFiles)
     EXPECT_EQ (read ("y.xlsx"), read ("z.xlsx"));
 }
 
+TEST_F (ProgramExcelExportTest, aWorkbookIsReadAgainAsItWasWritten)
+{
+    const ordered_json run {
+        { "start", 2 }, { "end", 4 }, { "italic", true }, { "height", 20 }, { "colour", "ff0000ff" }
+    };
+    const ordered_json text { { "text", "=1 + 1\n_x000D_ " }, { "runs", { run } } };
+    const ordered_json event { { "type", 8 },
+                               { "cueNumber", "007" },
+                               { "characterID", "a" },
+                               { "inPointFrameIndex", 50 },
+                               { "endFrameIndex", 75 },
+                               { "text", text },
+                               { "notes", text },
+                               { "engineeringNotes", "'a" },
+                               { "done", true },
+                               { "numRecordedTakes", 3 },
+                               { "reason", 4 },
+                               { "isForcedNarrative", true },
+                               { "forcedNarrativeRegion", 3 } };
+    const ordered_json character {
+        { "id", "a" }, { "name", "ANNA" }, { "prefix", "AN" }, { "actor", "B. Miller" }
+    };
+    write (
+        "x.json",
+        ordered_json { { "overmarks", 1 }, { "characters", { character } }, { "events", { event } } }.dump());
+    ASSERT_EQ (ProgramTest::run ({ "convert", "x.json", "y.xlsx" }).status, 0);
+    ASSERT_EQ (ProgramTest::run ({ "convert", "y.xlsx", "z.xlsx" }).status, 0);
+    EXPECT_EQ (read ("y.xlsx"), read ("z.xlsx"));
+    const auto back = ProgramTest::run ({ "list", "z.xlsx", "--json" }).json()["events"];
+    ASSERT_EQ (back.size(), 1u);
+
+    for (const auto& key : { "cueNumber", "inPointFrameIndex", "endFrameIndex", "done", "numRecordedTakes",
+                             "reason", "isForcedNarrative", "forcedNarrativeRegion" })
+        EXPECT_EQ (back[0][key], event[key]) << key;
+
+    EXPECT_EQ (back[0]["text"]["text"], text["text"]);
+    EXPECT_EQ (back[0]["notes"]["runs"][0]["height"], 20.0);
+    EXPECT_EQ (back[0]["notes"]["runs"][0]["colour"], "ff0000ff");
+    EXPECT_EQ (back[0]["engineeringNotes"]["text"], "'a");
+    EXPECT_EQ (back[0]["actor"], "B. Miller");
+}
+
 // ---- what can't be written ------------------------------------------------------------------------------------------------
 
 TEST_F (ProgramExcelExportTest, aTextThatFitsIntoNoCellIsTold)

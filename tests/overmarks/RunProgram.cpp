@@ -2,7 +2,9 @@
 #include "overmarks/RunProgram.h"
 
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <pty.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -53,6 +55,14 @@ void sendSignals (pid_t child, const ProgramSurroundings& surroundings)
         kill (child, signal);
         usleep (aThirdOfASecond);
     }
+}
+
+/** Files that are forbidden to all are forbidden to the administrator too. */
+void obeyPermissions()
+{
+    for (const unsigned long right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
+        if (geteuid() == 0 && prctl (PR_CAPBSET_DROP, right, 0UL, 0UL, 0UL) != 0)
+            _exit (124);
 }
 
 /** A terminal whose writing end becomes one of the child's streams. */
@@ -158,6 +168,9 @@ ProgramResult runProgram (const juce::File& folder, const std::vector<std::strin
 
         if (surroundings.largestFile > 0)
             limitFiles (surroundings.largestFile);
+
+        if (surroundings.permissionsHold)
+            obeyPermissions();
 
         if (chdir (folder.getFullPathName().toRawUTF8()) == 0)
             execv (program.c_str(), argv.data());

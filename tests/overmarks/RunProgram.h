@@ -26,8 +26,9 @@ struct ProgramSurroundings
     int terminalWidth = 0;              ///< standard output is a terminal with so many columns; 0 for none
     std::string terminalType = "xterm"; ///< what TERM says
     std::string outputTo;               ///< path that standard output goes to
-    std::string answer;       ///< what somebody types: standard input is a terminal unless it is empty
-    int killedAfter = -1;     ///< microseconds until the program is killed; -1: it is not
+    std::string answer;           ///< what somebody types: standard input is a terminal unless it is empty
+    bool permissionsHold = false; ///< also for the system's administrator, who may do everything otherwise
+    int killedAfter = -1;         ///< microseconds until the program is killed; -1: it is not
     std::vector<int> signals; ///< sent to the program a third of a second apart, once `signalsWhen` is there
     std::string signalsWhen;  ///< path of a file
     std::string temporaryFolder; ///< what TMPDIR says; empty: as it is here
