@@ -305,7 +305,7 @@ TEST_F (ProgramWordTest, whatTheToolSaysOfAnUnreadableFileIsTold)
     write ("y.docx", "x");
     const auto result = start ({ "list", "y.docx" });
     EXPECT_EQ (result.status, 1);
-    EXPECT_THAT (result.errors, HasSubstr ("overmarks: y.docx: y.docx is no cue sheet\n"));
+    EXPECT_THAT (result.errors, HasSubstr ("overmarks: y.docx is no cue sheet\n"));
 }
 
 TEST_F (ProgramWordTest, aToolThatGivesNoAnswerIsTold)
@@ -318,9 +318,8 @@ TEST_F (ProgramWordTest, aToolThatGivesNoAnswerIsTold)
         {
             const auto result = start ({ command, "y.docx", "--json" });
             EXPECT_EQ (result.status, 1);
-            EXPECT_EQ (result.json()["error"], "y.docx: Error reading " + path ("y.docx")
-                                                   + ": docxHandler broke off, or the temporary folder "
-                                                   + path ("temporary") + " is full");
+            EXPECT_EQ (result.json()["error"],
+                       "y.docx: Error reading " + path ("y.docx") + ": docxHandler broke off");
         }
     }
 }

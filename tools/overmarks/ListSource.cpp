@@ -123,6 +123,26 @@ bool hasTextOfAnyEncoding (EventFileImporter& importer)
     return importer.type() != workbook && importer.type() != wordCueSheet;
 }
 
+juce::String nameInSentence (const ReadFile& read)
+{
+    return read.shownPath == standardInput ? juce::String ("Standard input") : read.shownPath;
+}
+
+/** Puts the tool's message into words that name the list as the user does, and no file that is gone by then. */
+void clarify (ReadFile& read, ToolRun& tool)
+{
+    const juce::File file (read.importer->filePath);
+    tool.leaveOut (read.error);
+
+    if (const auto name = file.getFileName() + " "; read.error.startsWith (name))
+        read.error = nameInSentence (read) + " " + read.error.substring (name.length());
+
+    if (read.shownPath == standardInput)
+        read.error = read.error.replace (file.getFullPathName(), "standard input");
+
+    read.error = tool.withoutOwnFolder (read.error);
+}
+
 /** A broken list of cues has no message of its own, and would pass for an empty one. */
 void refuseBrokenCues (const ReadFile& read)
 {
@@ -150,11 +170,19 @@ void readWithTool (ReadFile& read, const std::function<void()>& load)
                        load);
     tool.throwIfStopped (read.shownPath + " was not read");
 
-    if (read.error == "Error reading " + read.importer->filePath)
-        throw CommandFailure (read.shownPath + ": " + read.error
-                              + ": docxHandler broke off, or the temporary folder "
-                              + tool.getFolder().getParentDirectory().getFullPathName() + " is full");
+    const bool gaveNoAnswer = read.error == "Error reading " + read.importer->filePath;
+    clarify (read, tool);
 
+    if (gaveNoAnswer)
+        throw CommandFailure (
+            read.shownPath + ": " + read.error + ": "
+            + (tool.hasRoom() ? juce::String ("docxHandler broke off")
+                              : "the temporary folder "
+                                    + tool.getFolder().getParentDirectory().getFullPathName() + " is full"));
+
+    tool.leaveOut (read.importer->filePath + ": what docxHandler has found in it is no list of cues");
+    tool.leaveOut (read.importer->filePath
+                   + ": it asks for more cues than any list has; the rest is left out");
     refuseBrokenCues (read);
 }
 
@@ -399,6 +427,12 @@ juce::String extensionOf (const std::string& path, const ListOptions& options)
 
 } // namespace
 
+juce::String failureInWords (const ReadFile& read)
+{
+    return read.error.startsWith (nameInSentence (read) + " ") ? read.error
+                                                               : read.shownPath + ": " + read.error;
+}
+
 juce::String nameOfList (const std::string& path)
 {
     return path == standardInput ? juce::String ("Untitled")
@@ -452,7 +486,7 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
         progress.reached (stepsOfAFile * static_cast<int> (i) + 1);
 
         if (read.error.isNotEmpty())
-            throw CommandFailure (read.shownPath + ": " + read.error);
+            throw CommandFailure (failureInWords (read));
 
         if (read.tracks.has_value())
             sessions.push_back (*read.tracks);

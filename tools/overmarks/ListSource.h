@@ -30,6 +30,9 @@ struct ReadFile
     std::optional<SheetReport> sheets {}; ///< of a workbook
 };
 
+/** What the importer said of its failure, with the list's name, once. */
+juce::String failureInWords (const ReadFile& read);
+
 /** Lets the importer of the file read it, in the encoding and with the columns that the options name.
     Throws CommandFailure if there is no such file or no importer for it; an importer's own failure is in `error`. */
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session);

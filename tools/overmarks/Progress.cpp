@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "Progress.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -20,12 +21,19 @@ constexpr int cells = 30;
 Progress::Progress (const Session& session, std::string nameOfWork, int steps)
     : name (std::move (nameOfWork)),
       total (std::max (steps, 1)),
-      isShown (! session.isQuiet && isatty (STDERR_FILENO) != 0)
+      isShown (! session.isQuiet && isatty (STDERR_FILENO) != 0),
+      terminal (isShown ? fcntl (STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1) : -1)
 {
     draw();
 }
 
-Progress::~Progress() { hide(); }
+Progress::~Progress()
+{
+    hide();
+
+    if (terminal >= 0)
+        close (terminal);
+}
 
 void Progress::reached (int step)
 {
@@ -36,7 +44,7 @@ void Progress::reached (int step)
 void Progress::hide()
 {
     if (isShown && shownCells >= 0)
-        std::fputs ("\r\033[K", stderr);
+        dprintf (terminal, "\r\033[K");
 
     shownCells = -1;
 }
@@ -52,8 +60,7 @@ void Progress::draw()
     shownCells = filled;
     const auto bar = std::string (static_cast<std::size_t> (filled), '#')
                      + std::string (static_cast<std::size_t> (cells - filled), '.');
-    std::fprintf (stderr, "\r%s [%s] %d%%", name.c_str(), bar.c_str(), filled * 100 / cells);
-    std::fflush (stderr);
+    dprintf (terminal, "\r%s [%s] %d%%", name.c_str(), bar.c_str(), filled * 100 / cells);
 }
 
 } // namespace overmarks

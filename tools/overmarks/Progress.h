@@ -34,6 +34,7 @@ private:
     int current = 0;
     int shownCells = -1;
     bool isShown;
+    int terminal; ///< its own way there: what other programs write to standard error may be kept back meanwhile
 };
 
 } // namespace overmarks

@@ -6,11 +6,16 @@
 
 #include "export/word/DocxHandlerProtocol.h"
 
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <optional>
+#include <sstream>
 #include <string>
 
 namespace overmarks
@@ -36,15 +41,19 @@ void requireTool()
         throw CommandFailure (path + " is no program that can be run");
 }
 
-/** Standard output belongs to the data of this program; meanwhile what comes there goes to standard error. */
+/** Keeps back what comes to standard output, which belongs to the data of this program, and to standard error, where the tool says
+    what it has told its caller already. */
 class OutputAside final
 {
 public:
-    OutputAside()
+    explicit OutputAside (std::string& printedSoFar)
+        : printed (printedSoFar),
+          aside (memfd_create ("printed", MFD_CLOEXEC))
     {
         std::fflush (stdout);
-        kept = dup (STDOUT_FILENO);
-        dup2 (STDERR_FILENO, STDOUT_FILENO);
+        const int place = aside >= 0 ? aside : STDERR_FILENO;
+        dup2 (place, STDOUT_FILENO);
+        dup2 (place, STDERR_FILENO);
     }
 
     OutputAside (const OutputAside&) = delete;
@@ -53,16 +62,37 @@ public:
     ~OutputAside()
     {
         std::fflush (stdout);
+        putBack (output, STDOUT_FILENO);
+        putBack (errors, STDERR_FILENO);
 
-        if (kept >= 0)
-        {
-            dup2 (kept, STDOUT_FILENO);
-            close (kept);
-        }
+        if (aside >= 0)
+            takeOver();
     }
 
 private:
-    int kept = -1;
+    static void putBack (int kept, int descriptor)
+    {
+        if (kept < 0)
+            return;
+
+        dup2 (kept, descriptor);
+        close (kept);
+    }
+
+    void takeOver()
+    {
+        constexpr std::size_t most = 1 << 20; // nobody reads more
+        std::string bytes (most, '\0');
+        const auto length = pread (aside, bytes.data(), bytes.size(), 0);
+        bytes.resize (static_cast<std::size_t> (std::max<ssize_t> (length, 0)));
+        printed += bytes;
+        close (aside);
+    }
+
+    std::string& printed;
+    int aside;
+    int output = fcntl (STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    int errors = fcntl (STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
 };
 
 } // namespace
@@ -103,13 +133,49 @@ ToolRun::ToolRun()
     place = std::make_unique<TemporaryPlace>();
 }
 
-ToolRun::~ToolRun() = default;
+ToolRun::~ToolRun() { relay(); }
+
+void ToolRun::relay() const
+{
+    std::istringstream stream (printed);
+
+    for (std::string line; std::getline (stream, line);)
+        if (std::none_of (toldOtherwise.begin(), toldOtherwise.end(),
+                          [&line] (const auto& told) { return line.ends_with (told.toStdString()); }))
+            std::fprintf (stderr, "%s\n", line.c_str());
+}
+
+void ToolRun::leaveOut (const juce::String& message)
+{
+    if (message.isNotEmpty())
+        toldOtherwise.push_back (message);
+}
+
+bool ToolRun::hasRoom() const
+{
+    constexpr std::size_t some = 65536;
+    const auto file = getFolder().getChildFile ("room");
+    std::ofstream stream (file.getFullPathName().toStdString(), std::ios::binary);
+    stream << std::string (some, ' ');
+    stream.close();
+    const bool written = ! stream.fail();
+    file.deleteFile();
+    return written;
+}
+
+juce::String ToolRun::withoutOwnFolder (const juce::String& message) const
+{
+    const auto start = message.indexOf (getFolder().getFullPathName());
+    return start < 0 ? message
+                     : message.substring (0, start) + "a temporary file in "
+                           + getFolder().getParentDirectory().getFullPathName();
+}
 
 const juce::File& ToolRun::getFolder() const noexcept { return place->folder.get(); }
 
 void ToolRun::whileItWorks (const std::function<void()>& cancel, const std::function<void()>& work)
 {
-    const OutputAside aside;
+    const OutputAside aside (printed);
     place->folder.getSignals().whileToolWorks (cancel, work);
 }
 

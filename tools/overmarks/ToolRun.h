@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace overmarks
 {
@@ -29,16 +31,29 @@ public:
 
     const juce::File& getFolder() const noexcept;
 
-    /** Does the work, which starts the tool and waits for it. What the tool prints goes to standard error.
+    /** Does the work, which starts the tool and waits for it. What the tool prints goes to standard error in the end.
         @param cancel  tells the tool to stop; called from another thread */
     void whileItWorks (const std::function<void()>& cancel, const std::function<void()>& work);
+
+    /** Of what the tool and the library have printed, lines that end with this are left out: the user is told in other ways. */
+    void leaveOut (const juce::String& message);
+
+    /** Whether the folder takes any more. */
+    bool hasRoom() const;
+
+    /** A message of the tool in which nothing is named that is gone before anybody can look. */
+    juce::String withoutOwnFolder (const juce::String& message) const;
 
     /** Throws CommandFailure if somebody has stopped the program. @param undone  what has not been done then */
     void throwIfStopped (const juce::String& undone) const;
 
 private:
     class TemporaryPlace;
+    void relay() const;
+
     std::unique_ptr<TemporaryPlace> place;
+    std::string printed; ///< by the tool and the library, while they were at work
+    std::vector<juce::String> toldOtherwise;
 };
 
 } // namespace overmarks

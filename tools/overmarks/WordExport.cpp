@@ -76,8 +76,9 @@ bool isWholeJSON (const juce::String& path) { return endOf (juce::File (path), 1
 class Listener final : public EventExporter::Delegate
 {
 public:
-    Listener (const std::function<void (int)>& filesDoneSoFar, int filesBefore)
-        : filesDone (filesDoneSoFar),
+    Listener (const ToolRun& toolRun, const std::function<void (int)>& filesDoneSoFar, int filesBefore)
+        : tool (toolRun),
+          filesDone (filesDoneSoFar),
           before (filesBefore)
     {
     }
@@ -92,28 +93,49 @@ public:
 
         error = Protocol::errorIn (juce::File (Protocol::progressFilePath())).value_or (juce::String());
         const auto paths = static_cast<EventWordExporter*> (exporter)->getTmpJSONFilePaths();
-        hadRoom = std::all_of (paths.begin(), paths.end(), isWholeJSON);
+        const bool isWhole = std::all_of (paths.begin(), paths.end(), isWholeJSON);
+        hadRoom = (isWhole && error.isNotEmpty()) || tool.hasRoom();
+    }
+
+    /** What the tool says of a failure. */
+    juce::String wordsOfTool() const
+    {
+        const std::lock_guard lock (mutex);
+        return error;
     }
 
     /** Why a document isn't there. */
     juce::String reason() const
     {
         const std::lock_guard lock (mutex);
-        const auto folder = juce::File::getSpecialLocation (juce::File::tempDirectory).getParentDirectory();
 
         if (! hadRoom)
-            return "the temporary folder " + folder.getFullPathName() + " is full";
+            return "the temporary folder " + tool.getFolder().getParentDirectory().getFullPathName()
+                   + " is full";
 
         return error.isNotEmpty() ? error : "docxHandler broke off";
     }
 
 private:
+    const ToolRun& tool;
     const std::function<void (int)>& filesDone;
     int before;
     mutable std::mutex mutex;
     juce::String error;
     bool hadRoom = true;
 };
+
+/** A message with the place that the user knows instead of the one where a document was made. A message ends with a path. */
+juce::String withTargets (const juce::String& message, const std::vector<juce::File>& made,
+                          const WordFile* files, const juce::File& failed)
+{
+    for (std::size_t i = 0; i < made.size(); ++i)
+        if (const auto path = ": " + made[i].getFullPathName(); message.endsWith (path))
+            return message.dropLastCharacters (path.length())
+                   + (files[i].target == failed ? juce::String() : ": " + files[i].target.getFullPathName());
+
+    return message;
+}
 
 juce::String withoutComma (const juce::File& folder, const juce::File& otherwise)
 {
@@ -176,7 +198,7 @@ void WordExport::write (const std::function<void (int)>& filesDone) const
         tool.throwIfStopped (undone);
         const juce::File runFolder (run.outputDirectory);
         runFolder.createDirectory();
-        Listener listener (filesDone, static_cast<int> (next));
+        Listener listener (tool, filesDone, static_cast<int> (next));
         EventWordExporter exporter (std::make_shared<Settings> (run));
         exporter.delegate = &listener;
         tool.whileItWorks ([&exporter] { exporter.cancel(); },
@@ -188,17 +210,23 @@ void WordExport::write (const std::function<void (int)>& filesDone) const
                            });
         tool.throwIfStopped (undone);
 
-        for (const auto& made : filesOf (run, byCharacter))
+        tool.leaveOut (listener.wordsOfTool());
+        const auto made = filesOf (run, byCharacter);
+
+        for (std::size_t i = 0; i < made.size(); ++i)
         {
-            const auto& file = files.at (next++);
+            const auto& file = files.at (next + i);
 
-            if (! isWholeArchive (made))
+            if (! isWholeArchive (made[i]))
                 throw CommandFailure ("Error writing file to " + file.target.getFullPathName() + ": "
-                                      + listener.reason());
+                                      + tool.withoutOwnFolder (
+                                          withTargets (listener.reason(), made, &files[next], file.target)));
 
-            if (! made.moveFileTo (file.finished))
+            if (! made[i].moveFileTo (file.finished))
                 throw CommandFailure ("Error writing file to " + file.target.getFullPathName());
         }
+
+        next += made.size();
 
         runFolder.deleteRecursively();
     }

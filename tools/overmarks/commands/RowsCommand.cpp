@@ -149,7 +149,7 @@ void showRows (const RowsOptions& options, Session& session)
     }
 
     if (read.error.isNotEmpty())
-        session.report ({ read.shownPath, 0, {}, read.error });
+        session.report ({ {}, 0, {}, failureInWords (read) });
 }
 
 } // namespace
