@@ -224,6 +224,9 @@ private:
 class Frame final : public PartXML
 {
 public:
+    /** Whether a table of the sheet is open. */
+    bool isInTable() const { return depth() == 2 && tables > 0; }
+
     int sheets = 0;
     int tables = 0;
 
@@ -237,11 +240,21 @@ private:
     void elementEnds (std::string_view) override {}
 };
 
-/** Whether there is one table of rows around the place where they were taken out. */
+/** Whether the table of the sheet, and no other, stands around the place where the rows were taken out: what looks like its
+    beginning may be part of a comment, or of an extension. */
 bool isSound (std::string_view front, std::string_view back)
 {
     Frame frame;
     frame.take (front);
+
+    if (frame.tables > 0)
+        return false;
+
+    frame.take (startOfRows);
+
+    if (! frame.isInTable())
+        return false;
+
     frame.take (back);
     frame.finish();
     return frame.sheets == 1 && frame.tables == 1;
@@ -259,7 +272,7 @@ std::string_view plainRows (std::string_view xml)
 
     const auto front = start + startOfRows.size();
     const auto rows = xml.substr (front, end - front);
-    return Walk (rows).isPlain() && isSound (xml.substr (0, front), xml.substr (end)) ? rows
+    return Walk (rows).isPlain() && isSound (xml.substr (0, start), xml.substr (end)) ? rows
                                                                                       : std::string_view();
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 //   element               meaning
-//   sheetData / row       r: its number from 1; the one behind the last without
-//   row / c               r: its place, "B12"; the one behind the last without. s: number of its style. t: what it holds
+//   sheetData / row       r: its number from 1; the one behind the last without; a row that no sheet has is left out
+//   row / c               r: its place, "B12"; the one behind the last without; a column that no sheet has is left out.
+//                         s: number of its style. t: what it holds
 //   c / v                 t missing or "n"   a number
 //                         "s"                number of a shared text
 //                         "b"                0 or 1
@@ -16,6 +17,7 @@
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <utility>
 
@@ -34,15 +36,32 @@ constexpr int depthOfRow = 3;
 constexpr int depthOfCell = 4;
 constexpr int depthOfContent = 5;
 
-/** Whether a text is a number that there can be in a cell. */
-bool isNumber (std::string_view text)
+std::string_view withoutSpaceAround (std::string_view text)
+{
+    constexpr auto space = " \n\r\t"sv;
+    const auto start = std::min (text.find_first_not_of (space), text.size());
+    return text.substr (start, text.find_last_not_of (space) + 1 - start);
+}
+
+/** A number that there can be in a cell, in the way in which Orcus reads it; empty for anything else. */
+std::string numberIn (std::string_view text)
 {
     constexpr std::size_t mostLength = 40;
+
+    if (text.starts_with ('+') && ! text.starts_with ("+-"sv))
+        text.remove_prefix (1);
+
     double value = 0.0;
     const auto [end, error] = std::from_chars (text.data(), text.data() + text.size(), value);
-    return text.size() <= mostLength && error == std::errc() && end == text.data() + text.size()
-           && text.find_first_not_of ("0123456789+-.eE") == std::string_view::npos
-           && text.find_first_of ("0123456789") <= 1 && text.back() != '.';
+
+    if (text.size() > mostLength || error != std::errc() || end != text.data() + text.size()
+        || text.find_first_not_of ("0123456789+-.eE") != std::string_view::npos)
+        return {};
+    if (text.find_first_of ("0123456789") <= 1 && text.back() != '.') // Orcus reads neither "-.5" nor "5."
+        return std::string (text);
+
+    std::array<char, mostLength> digits {};
+    return { digits.data(), std::to_chars (digits.data(), digits.data() + digits.size(), value).ptr };
 }
 
 std::string lettersOfColumn (int column)
@@ -85,7 +104,7 @@ private:
             isInTable = isSheet && name == "sheetData";
         else if (isInTable && depth() == depthOfRow)
             startRow (attributes["r"]);
-        else if (isInTable && depth() == depthOfCell && name == "c")
+        else if (isInRow && depth() == depthOfCell && name == "c")
             startCell (attributes);
         else if (isInCell && depth() == depthOfContent)
             content = name == "v" ? Content::value : name == "is" ? Content::text : Content::none;
@@ -101,7 +120,7 @@ private:
             content = Content::none;
         else if (isInCell && depth() == depthOfCell)
             endCell();
-        else if (isInTable && depth() == depthOfRow)
+        else if (isInRow && depth() == depthOfRow)
             endRow();
     }
 
@@ -115,14 +134,21 @@ private:
 
     void startRow (std::string_view number)
     {
-        const auto given = wholeNumber (number);
-        row = given > 0 && given <= SheetTable::mostRows ? given : row + 1;
+        const auto given = withoutSpaceAround (number);
+        const auto wanted = given.empty() ? row + 1 : wholeNumber (given);
+        isInRow = wanted > 0 && wanted <= SheetTable::mostRows;
+
+        if (! isInRow)
+            return;
+
+        row = wanted;
         column = -1;
         rows.append ("<row r=\"").append (std::to_string (row)).append ("\">");
     }
 
     void endRow()
     {
+        isInRow = false;
         rows += endOfRow;
 
         if (rows.size() >= bytesOfStretch)
@@ -131,8 +157,10 @@ private:
 
     void startCell (const PartAttributes& attributes)
     {
-        const auto given = columnOfPlace (attributes["r"]);
-        column = given >= 0 ? given : column + 1;
+        const auto given = withoutSpaceAround (attributes["r"]);
+        const auto wanted = given.empty() ? column + 1 : columnOfPlace (given);
+        isInSheet = wanted >= 0 && wanted < SheetTable::mostColumns;
+        column = isInSheet ? wanted : column;
         kind = attributes["t"];
         style = attributes.number ("s", 0);
         value.clear();
@@ -144,9 +172,12 @@ private:
         isInCell = false;
         auto inlineText = text.take();
 
-        if (column >= SheetTable::mostColumns || row > SheetTable::mostRows)
+        if (! isInSheet)
             return;
+        if (kind != "str")
+            value = withoutSpaceAround (value);
 
+        const auto number = kind.empty() || kind == "n" ? numberIn (value) : std::string();
         const bool isText = kind == "s";
         const bool isTruth = kind == "b" && ! value.empty();
 
@@ -156,8 +187,8 @@ private:
             writeCell ("s", wholeNumber (value) < 0 ? std::to_string (numberOfEmptyText()) : value);
         else if (isTruth)
             writeCell ("b", value == "1" || value == "true" ? "1" : "0");
-        else if ((kind.empty() || kind == "n") && isNumber (value))
-            writeCell ("n", value);
+        else if (! number.empty())
+            writeCell ("n", number);
         else
             writeText ({ StringUtil::fromUTF8 (withoutWorkbookEscapes (shownValue())), {} });
     }
@@ -211,7 +242,9 @@ private:
     int column = -1;           ///< from 0
     int style = 0;
     bool isInTable = false;
+    bool isInRow = false; ///< one that a sheet has
     bool isInCell = false;
+    bool isInSheet = false; ///< the cell
     Content content = Content::none;
 };
 

@@ -43,12 +43,52 @@ TEST_F (WorkbookReading, cellsAndRowsWithoutAPlaceFollowTheLast)
         (Texts { { "1", "2", "" }, {}, { "", "3", "4" }, { "5" } }));
 }
 
-TEST_F (WorkbookReading, placesThatNoSheetHasAreTakenForNone)
+TEST_F (WorkbookReading, cellsInPlacesThatNoSheetHasAreLeftOut)
 {
-    EXPECT_EQ (readRows (R"(<row r="0"><c r="ZZZZZ99999999"><v>1</v></c><c r="XFE1"><v>2</v></c></row>)"
-                         R"(<row r="99999999"><c r=""><v>3</v></c><c r="17"><v>4</v></c></row>)"
-                         R"(<row r="-5"><c r="A-5"><v>5</v></c></row>)"),
-               (Texts { { "1", "2" }, { "3", "4" }, { "5" } }));
+    const std::string data =
+        R"(<row r="1"><c r="A1"><v>1</v></c><c r="XFE1"><v>2</v></c><c r="ZZZ1"><v>3</v></c></row>)"
+        R"(<row r="1048577"><c r="A1048577"><v>4</v></c></row><row r="2000000"><c r="A2000000"><v>5</v></c></row>)"
+        R"(<row r="2"><c r="B2"><v>6</v></c></row>)";
+    const Texts expected { { "1", "" }, { "", "6" } };
+    EXPECT_EQ (readRows (data), expected);
+    EXPECT_EQ (readRows (data + "<!-- written anew -->"), expected);
+    EXPECT_EQ (
+        readRows (R"(<row r="1"><c r="A1"><v>1</v></c><c r="ZZZZ1"><v>2</v></c><c r="17"><v>3</v></c></row>)"
+                  R"(<row r="0"><c r="A0"><v>4</v></c></row><row r="-5"><c r="A-5"><v>5</v></c></row>)"
+                  R"(<row r="99999999999"><c><v>6</v></c></row><row r="what"><c r="A1"><v>7</v></c></row>)"),
+        (Texts { { "1" } }));
+}
+
+TEST_F (WorkbookReading, whatHasNoPlaceFollowsTheLastThatIsInTheSheet)
+{
+    EXPECT_EQ (readRows (R"(<row r="1"><c r="A1"><v>1</v></c><c r="XFE1"><v>2</v></c><c><v>3</v></c></row>)"
+                         R"(<row r="2000000"><c><v>4</v></c></row><row r=""><c r=""><v>5</v></c></row>)"
+                         R"(<row r=" 4 "><c r=" B4 "><v>6</v></c></row>)"),
+               (Texts { { "1", "3" }, { "5" }, {}, { "", "6" } }));
+}
+
+TEST_F (WorkbookReading, aTableInACommentOrAnExtensionIsNone)
+{
+    const std::string other = R"(<sheetData><row r="1"><c r="A1"><v>7</v></c></row></sheetData>)";
+    const std::string own = R"(<sheetData ><row r="1"><c r="A1"><v>1</v></c></row></sheetData >)";
+    const auto readSheet = [this] (const std::string& content)
+    {
+        Book book;
+        book.others = { { "xl/worksheets/sheet1.xml", Book::xml ("worksheet", content) } };
+        return read (book);
+    };
+
+    for (const auto& hidden : { "<!--" + other + "-->", "<extLst><ext>" + other + "</ext></extLst>",
+                                "<?note " + other + "?>", "<![CDATA[" + other + "]]>" })
+    {
+        EXPECT_EQ (readSheet (hidden + own), (Texts { { "1" } })) << hidden;
+        EXPECT_EQ (readSheet (own + hidden), (Texts { { "1" } })) << hidden;
+        EXPECT_EQ (readSheet (hidden + "<sheetData/>"), Texts()) << hidden;
+        EXPECT_EQ (readSheet ("<sheetData/>" + hidden), Texts()) << hidden;
+        EXPECT_EQ (readSheet ("<sheetData >" + hidden + "</sheetData >"), Texts()) << hidden;
+    }
+
+    EXPECT_EQ (readSheet ("<!-- one -->" + other + "<!-- two -->"), (Texts { { "7" } }));
 }
 
 TEST_F (WorkbookReading, aRowEndsWithItsLastCellAndTheFirstReachesOverAllColumns)
@@ -119,6 +159,30 @@ TEST_F (WorkbookReading, whatIsNoNumberStandsAsItIsWritten)
             R"(<row r="1"><c r="A1"><v>abc</v></c><c r="B1"><v>NaN</v></c><c r="C1"><v>-1.5E+3</v></c>)"
             R"(<c r="D1"><v>1e999</v></c><c r="E1" t="what"><v>5</v></c><c r="F1"><v>.5</v></c></row>)"),
         (Texts { { "abc", "NaN", "-1500", "1e999", "5", "0.5" } }));
+    EXPECT_EQ (
+        readRows (R"(<row r="1"><c r="A1"><v>+-5</v></c><c r="B1"><v>++5</v></c><c r="C1"><v>.</v></c>)"
+                  R"(<c r="D1"><v>+</v></c><c r="E1"><v>5 6</v></c></row>)"),
+        (Texts { { "+-5", "++5", ".", "+", "5 6" } }));
+}
+
+TEST_F (WorkbookReading, numbersMayBeWrittenInAnyWayThatIsOne)
+{
+    EXPECT_EQ (
+        readRows (
+            R"(<row r="1"><c r="A1"><v>+5</v></c><c r="B1"><v>-.5</v></c><c r="C1"><v>5.</v></c><c r="D1"><v>-5.</v></c>)"
+            R"(<c r="E1"><v>5.e2</v></c><c r="F1"><v>+.25</v></c><c r="G1"><v>-0123456789012.5</v></c></row>)"),
+        (Texts { { "5", "-0.5", "5", "-5", "500", "0.25", "-123456789012.5" } }));
+}
+
+TEST_F (WorkbookReading, whiteSpaceAroundAValueIsNoPartOfIt)
+{
+    Book book;
+    book.strings = { "<t>zero</t>", "<t>one</t>" };
+    book.sheetData =
+        R"(<row r="1"><c r="A1" t="s"><v> 1 </v></c><c r="B1"><v> 7 </v></c><c r="C1" t="b"><v>)"
+        "\n\t1</v></c>"
+        R"(<c r="D1" t="e"><v> #N/A</v></c><c r="E1"><v> </v></c><c r="F1" t="str"><v> text </v></c></row>)";
+    EXPECT_EQ (read (book), (Texts { { "one", "7", "TRUE", "#N/A", "", " text " } }));
 }
 
 TEST_F (WorkbookReading, numbersKeepFifteenDigitsOfWhichTenBehindThePoint)
