@@ -31,6 +31,7 @@ inline constexpr auto isBinaryWorkbook =
 inline constexpr auto isOpenDocument =
     "The file is an OpenDocument spreadsheet (.ods). Open it in a spreadsheet program and save it as .xlsx.";
 inline constexpr auto isChart = "The sheet is a chart and has no cells.";
+inline constexpr auto isChartInFront = "The sheet in front is a chart and has no cells.";
 inline constexpr auto hasNoSheet = "The workbook has no sheet.";
 
 } // namespace WorkbookWords

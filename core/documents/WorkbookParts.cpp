@@ -10,6 +10,7 @@
 #include "core/documents/WorkbookArchive.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -129,9 +130,37 @@ std::string partOfKind (const Relations& relations, std::string_view kind)
     return relation == relations.end() ? std::string() : relation->part;
 }
 
+/** A path in which "%20" and the like have become the bytes that they stand for. */
+std::string withoutPercents (std::string_view path)
+{
+    std::string plain;
+
+    for (; ! path.empty(); path.remove_prefix (1))
+    {
+        unsigned char byte = 0;
+        const auto* digits = path.data() + 1;
+
+        if (path.front() == '%' && path.size() > 2
+            && std::from_chars (digits, digits + 2, byte, 16).ptr == digits + 2)
+            path.remove_prefix (2);
+        else
+            byte = static_cast<unsigned char> (path.front());
+
+        plain += static_cast<char> (byte);
+    }
+
+    return plain;
+}
+
+/** The path under which the archive has a part; empty if it has none. A target is an address, in which blanks and the like are
+    written as "%20", and archives have their parts both under that and under the plain name. */
 std::string existing (const WorkbookArchive& archive, const std::string& part)
 {
-    return ! part.empty() && archive.has (part) ? part : std::string();
+    if (! part.empty() && archive.has (part))
+        return part;
+
+    auto plain = withoutPercents (part);
+    return ! plain.empty() && archive.has (plain) ? plain : std::string();
 }
 
 /** Says what an archive without a workbook is, as far as that helps. */
@@ -160,14 +189,19 @@ std::string findWorkbook (const WorkbookArchive& archive)
     return part;
 }
 
-/** A workbook can't show a hidden sheet in front: the next one that isn't hidden takes its place. */
+/** A workbook can't show a hidden sheet in front: the next one that isn't hidden takes its place, one of cells before a chart. */
 std::size_t sheetInFront (const std::vector<SheetEntry>& sheets, std::size_t wanted)
 {
     const auto first = wanted < sheets.size() ? wanted : 0;
 
-    for (std::size_t i = 0; i < sheets.size(); ++i)
-        if (const auto place = (first + i) % sheets.size(); ! sheets[place].isHidden)
-            return place;
+    if (! sheets[first].isHidden)
+        return first;
+
+    for (const bool takesCharts : { false, true })
+        for (std::size_t i = 0; i < sheets.size(); ++i)
+            if (const auto place = (first + i) % sheets.size();
+                ! sheets[place].isHidden && (takesCharts || sheets[place].isTable))
+                return place;
 
     return first;
 }

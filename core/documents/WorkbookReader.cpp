@@ -112,7 +112,12 @@ juce::String readWorkbook (const juce::String& path, std::vector<std::vector<Ric
         {
             const WorkbookArchive archive (path);
             const auto parts = readWorkbookParts (archive);
-            rows = readSheet (archive, parts, parts.sheets[parts.sheetInFront]);
+            const auto& sheet = parts.sheets[parts.sheetInFront];
+
+            if (! sheet.isTable)
+                throw UnreadableWorkbook (WorkbookWords::isChartInFront);
+
+            rows = readSheet (archive, parts, sheet);
         });
 }
 

@@ -34,6 +34,7 @@ constexpr auto isBinaryWorkbook =
 constexpr auto isOpenDocument =
     "The file is an OpenDocument spreadsheet (.ods). Open it in a spreadsheet program and save it as .xlsx.";
 constexpr auto isChart = "The sheet is a chart and has no cells.";
+constexpr auto isChartInFront = "The sheet in front is a chart and has no cells.";
 constexpr auto hasNoSheet = "The workbook has no sheet.";
 
 constexpr auto oneCell = R"(<row r="1"><c r="A1"><v>1</v></c></row>)";
@@ -253,7 +254,11 @@ TEST_F (UnreadableWorkbooks, areCharts)
     book.sheetData = oneCell;
     book.others = { { "xl/_rels/workbook.xml.rels",
                       Book::relations (Book::relation ("rId1", "chartsheet", "worksheets/sheet1.xml")) } };
-    EXPECT_EQ (failureOf (book.zipped()), isChart);
+    EXPECT_EQ (failureOf (book.zipped()), isChartInFront);
+
+    juce::String error;
+    ExcelFileHandler().readSheetContent (path(), "Cues", rows, error);
+    EXPECT_EQ (error, isChart);
 }
 
 //==============================================================================
