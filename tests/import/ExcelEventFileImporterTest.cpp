@@ -5,13 +5,11 @@
 #include "import/ImportSupport.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
-#include "support/ChildProcess.h"
 #include "support/MakeEvents.h"
 #include "support/OvermarksTest.h"
 #include "support/WorkbookParts.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace ZEP::Overmarks;
 using namespace ZEP::Core;
@@ -270,35 +268,6 @@ TEST_F (ExcelImport, aFailureReplacesTheMessage)
         EXPECT_EQ (importer->encoding, TextEncodingUTF8) << name;
     }
 }
-
-#if ! defined(__SANITIZE_ADDRESS__) && ! defined(__SANITIZE_THREAD__) // which need all the room there is
-TEST_F (ExcelImport, whenTheMemoryIsTooSmallTheMessageSaysNoMore)
-{
-    constexpr std::size_t large = std::size_t { 48 } << 20;
-    Testing::WorkbookParts book;
-    book.sheetData = "<row><c><v>1</v></c></row>" + std::string (large, ' ');
-    const auto path = folder.file ("list.xlsx", Testing::zipped (book.parts(), ZIP_CM_STORE));
-
-    const auto said = Testing::inChildProcess (
-        [&]
-        {
-            constexpr std::size_t pagesToSpare = 6144; // 24 megabytes
-            std::size_t pages = 0;
-            std::ifstream ("/proc/self/statm") >> pages;
-            const rlim_t most = (pages + pagesToSpare) * static_cast<std::size_t> (::sysconf (_SC_PAGESIZE));
-            const rlimit limit { most, most };
-
-            if (::setrlimit (RLIMIT_AS, &limit) != 0)
-                return std::string ("no limit");
-
-            juce::String words = "from before";
-            const ExcelEventFileImporter failed (path, words);
-            return words.toStdString() + " " + std::to_string (failed.rows.size());
-        });
-
-    EXPECT_EQ (said, "Error parsing the Excel file. 0");
-}
-#endif
 
 TEST_F (ExcelImport, aFailureLeavesTheTableAndTheColumnsAsTheyWere)
 {
