@@ -66,13 +66,6 @@ void limitFiles()
     ::setrlimit (RLIMIT_FSIZE, &limit);
 }
 
-void limitMemory()
-{
-    constexpr rlim_t most = rlim_t { 256 } << 20U;
-    const rlimit limit { most, most };
-    ::setrlimit (RLIMIT_AS, &limit);
-}
-
 } // namespace
 
 TEST_F (Protocol, exportMakesEachDocument)
@@ -253,21 +246,6 @@ TEST_F (Protocol, aPipeInThePlaceOfTheCancelFileStopsNothing)
          { std::vector<std::string> { "export", "json=a.txt", "output=b.docx", communication },
            std::vector<std::string> { "import", "input=a.docx", "json=a.json", communication } })
         EXPECT_EQ (run (words, [] { ::alarm (mostSeconds); }).status, 0);
-}
-
-TEST_F (Protocol, aSheetThatTheMemoryIsTooSmallForLeavesTheOthers)
-{
-    folder.write ("a.txt", "");
-    std::filesystem::resize_file (folder.path / "a.txt",
-                                  std::uintmax_t { 400 } << 20U); // of nothing, on the disk
-    folder.write ("b.txt", sheet.dump());
-    const auto outcome =
-        run ({ "export", "json=a.txt,b.txt", "output=a.docx,b.docx", communication }, limitMemory);
-    EXPECT_EQ (outcome.status, 1);
-    EXPECT_EQ (outcome.errors, "docxHandler: Not enough memory to write a.docx\n");
-    EXPECT_EQ (folder.bytes ("p.txt"),
-               "completionLevel=99\nError message = Not enough memory to write a.docx\n");
-    EXPECT_EQ (cuesOfWordDocument (folder.bytes ("b.docx")).size(), 2U);
 }
 
 TEST_F (Protocol, aLinkKeepsLeadingToTheDocument)
