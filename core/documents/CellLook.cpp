@@ -5,6 +5,10 @@
 //   sz                    val: size in points
 //   color                 rgb: eight hexadecimal digits, whose first two mean nothing; theme: place in the theme's colours, with
 //                         tint; indexed: number in the old palette, 64 and above for the program's own choice
+//
+//   in the styles         meaning
+//   styleSheet / colors / indexedColors / rgbColor
+//                         rgb: the next colour of the workbook's own palette
 #include "core/documents/CellLook.h"
 
 #include "core/documents/PartXML.h"
@@ -33,7 +37,7 @@ constexpr std::array<std::uint32_t, WorkbookColours::themeColours> usualTheme {
     0xff9bbb59, 0xff8064a2, 0xff4bacc6, 0xfff79646, 0xff0000ff, 0xff800080
 };
 
-constexpr std::array<std::uint32_t, 64> palette {
+constexpr std::array<std::uint32_t, WorkbookColours::paletteColours> usualPalette {
     0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0x000000, 0xffffff,
     0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0x800000, 0x008000, 0x000080, 0x808000,
     0x800080, 0x008080, 0xc0c0c0, 0x808080, 0x9999ff, 0x993366, 0xffffcc, 0xccffff, 0x660066, 0xff8080,
@@ -95,21 +99,60 @@ private:
     decltype (namesOfThemeColours)::const_iterator place = namesOfThemeColours.end();
 };
 
-} // namespace
+class PaletteXML final : public PartXML
+{
+public:
+    explicit PaletteXML (std::array<std::uint32_t, WorkbookColours::paletteColours>& coloursToSet)
+        : colours (coloursToSet)
+    {
+    }
 
-WorkbookColours::WorkbookColours() : theme (usualTheme) {}
+private:
+    void elementStarts (std::string_view name, const PartAttributes& attributes) override
+    {
+        if (depth() == 2)
+            isInColours = name == "colors";
+        else if (depth() == 3)
+            isInPalette = isInColours && name == "indexedColors";
+        else if (depth() == 4 && isInPalette && name == "rgbColor" && place < colours.size())
+            set (colours[place++], colourFromDigits (attributes["rgb"]));
+    }
 
-void WorkbookColours::readTheme (std::string_view xml)
+    void elementEnds (std::string_view) override {}
+
+    static void set (std::uint32_t& target, std::uint32_t colour) { target = colour != 0 ? colour : target; }
+
+    std::array<std::uint32_t, WorkbookColours::paletteColours>& colours;
+    std::size_t place = 0;
+    bool isInColours = false;
+    bool isInPalette = false;
+};
+
+/** A cue list can do without the colours of a part that can't be read. */
+template <typename Walk, typename Colours>
+void readColours (Colours& colours, std::string_view xml)
 {
     try
     {
-        ThemeXML walk (theme);
+        Walk walk (colours);
         walk.take (xml);
         walk.finish();
     }
-    catch (const UnreadableWorkbook&) // a cue list can do without the colours of its theme
+    catch (const UnreadableWorkbook&)
     {
     }
+}
+
+} // namespace
+
+WorkbookColours::WorkbookColours() : theme (usualTheme), palette (usualPalette) {}
+
+void WorkbookColours::readTheme (std::string_view xml) { readColours<ThemeXML> (theme, xml); }
+
+void WorkbookColours::readPalette (std::string_view xml)
+{
+    if (xml.find ("indexedColors") != std::string_view::npos) // hardly any workbook has one
+        readColours<PaletteXML> (palette, xml);
 }
 
 std::uint32_t WorkbookColours::colourOf (const PartAttributes& attributes) const

@@ -37,13 +37,19 @@ public:
     /** Reads the colours of a theme, its part's bytes. What can't be read leaves the usual ones. */
     void readTheme (std::string_view xml);
 
+    /** Reads the palette of a workbook that has one of its own.
+        @param xml  the part of its styles; what can't be read leaves the usual one */
+    void readPalette (std::string_view xml);
+
     /** The opaque colour of a "color" element; 0 where it leaves the choice to the program. */
     [[nodiscard]] std::uint32_t colourOf (const PartAttributes& attributes) const;
 
     static constexpr std::size_t themeColours = 12;
+    static constexpr std::size_t paletteColours = 64;
 
 private:
     std::array<std::uint32_t, themeColours> theme;
+    std::array<std::uint32_t, paletteColours> palette;
 };
 
 /** Takes what an element within a "font" or "rPr" says of the look of characters. */

@@ -372,6 +372,8 @@ const NumberFormat::Section* NumberFormat::sectionFor (double value, bool& shows
     return nullptr;
 }
 
+bool NumberFormat::showsTime() const { return ! sections.empty() && isOfTime (sections.front()); }
+
 bool NumberFormat::isOfTime (const Section& section)
 {
     return std::any_of (section.tokens.begin(), section.tokens.end(),

@@ -42,6 +42,9 @@ public:
     /** The code of a number below 164, which stands for the same format in every workbook; "General" for those without one. */
     [[nodiscard]] static std::string usualCode (int number);
 
+    /** Whether numbers above zero are shown as dates or times. */
+    [[nodiscard]] bool showsTime() const;
+
     /** The number in ASCII, but for the format's own literal texts in UTF-8; nothing where the format hides it.
         @param countsFrom1904  whether day 0 is 1904-01-01, and not 1900-01-00 */
     [[nodiscard]] std::string shown (double value, bool countsFrom1904) const;

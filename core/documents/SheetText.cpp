@@ -8,7 +8,7 @@
 //                         "b"                0 or 1
 //                         "str"              a text, the result of a formula
 //                         "e"                an error, "#N/A"
-//                         "d"                a date as it is written, "2024-03-31T12:00:00"
+//                         "d"                a date that is written, not counted, see WrittenDates.cpp
 //   c / is                "inlineStr"        a text, see WorkbookStrings.cpp
 //   c / f                 the formula itself: nothing here
 #include "core/documents/SheetText.h"
@@ -78,8 +78,10 @@ std::string lettersOfColumn (int column)
 class Transcript final : public PartXML
 {
 public:
-    Transcript (WorkbookStrings& stringsOfWorkbook, const WorkbookColours& colours, const TakeRows& takeRows)
+    Transcript (WorkbookStrings& stringsOfWorkbook, const WorkbookColours& colours,
+                const WrittenDates& datesOfWorkbook, const TakeRows& takeRows)
         : strings (stringsOfWorkbook),
+          dates (datesOfWorkbook),
           handOut (takeRows),
           text (colours)
     {
@@ -195,12 +197,7 @@ private:
 
     std::string shownValue() const
     {
-        auto shown = value;
-
-        if (kind == "d")
-            std::replace (shown.begin(), shown.end(), 'T', ' ');
-
-        return shown;
+        return kind == "d" ? dates.shown (value, static_cast<std::size_t> (style)) : value;
     }
 
     void writeText (CellText newText)
@@ -232,6 +229,7 @@ private:
     };
 
     WorkbookStrings& strings;
+    const WrittenDates& dates;
     const TakeRows& handOut;
     CellTextBuilder text;
     std::string rows;
@@ -287,12 +285,12 @@ int columnOfPlace (std::string_view place)
 }
 
 void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours,
-                  const TakeRows& take)
+                  const WrittenDates& dates, const TakeRows& take)
 {
     if (const auto rows = plainRows (xml); rows.data() != nullptr)
         return handOutAsTheyAre (rows, take);
 
-    Transcript transcript (strings, colours, take);
+    Transcript transcript (strings, colours, dates, take);
     transcript.take (xml);
     transcript.finish();
     transcript.handOutRest();

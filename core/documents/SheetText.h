@@ -4,6 +4,7 @@
 #include "ZEP_Core/Export.h"
 #include "core/documents/PartXML.h"
 #include "core/documents/WorkbookStrings.h"
+#include "core/documents/WrittenDates.h"
 
 #include <functional>
 #include <string>
@@ -24,9 +25,10 @@ using TakeRows = std::function<void (std::string_view rows)>;
     Throws UnreadableWorkbook for a sheet that isn't well-formed.
     @param xml      the sheet's part
     @param strings  of the workbook
-    @param colours  of the workbook */
+    @param colours  of the workbook
+    @param dates    of the workbook */
 ZEP_CORE_API void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours,
-                               const TakeRows& take);
+                               const WrittenDates& dates, const TakeRows& take);
 
 /** The rows of a sheet that has nothing but words which Orcus reads right; without a place in memory for any other.
     @param xml  the sheet's part */

@@ -9,6 +9,7 @@
 #include "core/documents/WorkbookParts.h"
 #include "core/documents/WorkbookStrings.h"
 #include "core/documents/WorkbookStyles.h"
+#include "core/documents/WrittenDates.h"
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
@@ -39,6 +40,19 @@ std::uint64_t walkThrough (PartXML& walk, const WorkbookArchive& archive, const 
     return bytes;
 }
 
+/** The palette stands behind the fonts that have their colours from it, and so is read before them. */
+void readStyles (WorkbookStyles& styles, WorkbookColours& colours, const WorkbookArchive& archive,
+                 const std::string& part)
+{
+    if (part.empty())
+        return;
+
+    const auto xml = archive.bytesOf (part);
+    colours.readPalette (xml);
+    styles.take (xml);
+    styles.finish();
+}
+
 SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts& parts,
                             const SheetEntry& sheet)
 {
@@ -51,7 +65,7 @@ SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts&
         colours.readTheme (archive.bytesOf (parts.theme));
 
     WorkbookStyles styles (colours);
-    walkThrough (styles, archive, parts.styles);
+    readStyles (styles, colours, archive, parts.styles);
     WorkbookStrings strings (colours);
     const auto bytesOfStrings = walkThrough (strings, archive, parts.sharedStrings);
 
@@ -59,7 +73,8 @@ SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts&
     SheetTable table ({ strings, styles, WorkbookFonts (styles.plainLook()), parts.countsFrom1904 },
                       SheetTable::mostCells (xml.size()), SheetTable::mostRuns (xml.size() + bytesOfStrings));
     const OrcusSheet orcus (table);
-    handOutRows (xml, strings, colours, [&orcus] (std::string_view rows) { orcus.read (rows); });
+    handOutRows (xml, strings, colours, WrittenDates (styles, parts.countsFrom1904),
+                 [&orcus] (std::string_view rows) { orcus.read (rows); });
     auto rows = table.take();
 
     if (table.isTooLarge())
