@@ -124,8 +124,9 @@ TEST (OutputFileNames, aNumberThatACharacterHasAlreadyIsPassedOver)
 TEST (OutputFileNames, longNamesOfEqualBeginningsGetFilesOfTheirOwn)
 {
     OutputFileNames names ("/out", "R", ".csv");
-    const auto first = nameOf (names.nextFor (text (std::string (400, 'a') + "1")));
-    const auto second = nameOf (names.nextFor (text (std::string (400, 'a') + "2")));
+    const std::string beginning (400, 'a');
+    const auto first = nameOf (names.nextFor (text (beginning + "1")));
+    const auto second = nameOf (names.nextFor (text (beginning + "2")));
     EXPECT_EQ (first, "R_" + std::string (249, 'a') + ".csv");
     EXPECT_EQ (second, "R_" + std::string (245, 'a') + " (2).csv");
 }
