@@ -11,6 +11,8 @@ const juce::String EventExportAppVersionKey { "EventExportAppVersion" };
 const juce::String EventExportAppIconKey { "EventExportAppIcon" };
 const juce::String EventExportADRCueDefaultReasonsKey { "EventExportADRCueDefaultReasons" };
 const juce::String EventExportADRCueUserReasonsKey { "EventExportADRCueUserReasons" };
+const juce::String EventExportPaperKey { "EventExportPaper" };
+const juce::String EventExportBrowserKey { "EventExportBrowser" };
 
 const juce::String kExportedEventsPDFFileName { "Dublane - Event List.pdf" };
 const juce::String kExportedADROverviewPDFFilename { "Dublane - ADR Overview Sheet.pdf" };

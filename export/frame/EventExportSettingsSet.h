@@ -30,6 +30,11 @@ extern OVERMARKS_API const juce::String
 extern OVERMARKS_API const juce::String
     EventExportADRCueUserReasonsKey; ///< array of strings, for the overview sheet
 
+extern OVERMARKS_API const juce::String
+    EventExportPaperKey; ///< string: "a4" or "letter"; may be missing, and then the paper is that of the place
+extern OVERMARKS_API const juce::String
+    EventExportBrowserKey; ///< string: name or path of the browser that prints; may be missing
+
 /** The usual file name of an event list. */
 extern OVERMARKS_API const juce::String kExportedEventsPDFFileName;
 /** The usual file name of an overview sheet. */

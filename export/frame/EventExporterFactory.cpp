@@ -3,6 +3,7 @@
 
 #include "export/EventCSVExporter.h"
 #include "export/EventExcelExporter.h"
+#include "export/EventPDFExporter.h"
 #include "export/EventTTALExporter.h"
 #include "export/word/EventWordExporter.h"
 
@@ -35,7 +36,7 @@ struct Entry
 
 /** What the factory makes. */
 constexpr Entry entries[] = {
-    { EventExportTypePDF, "PDF document", ".pdf", notYet },
+    { EventExportTypePDF, "PDF document", ".pdf", make<EventPDFExporter> },
     { EventExportTypeWord, "Word document", ".docx", make<EventWordExporter> },
     { EventExportTypeCSV, "Delimited text", ".csv", make<EventCSVExporter> },
     { EventExportTypeTTAL, "TTAL cue list", ".ttal", make<EventTTALExporter> },

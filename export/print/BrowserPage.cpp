@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/print/BrowserPage.h"
+
+#include "export/print/BrowserProgram.h"
+#include "export/print/PageRequestReply.h"
+#include "export/print/PrintError.h"
+
+#include <juce_core/juce_core.h>
+#include <nlohmann/json.hpp>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+
+namespace fs = std::filesystem;
+using json = nlohmann::json;
+
+namespace
+{
+
+constexpr auto pageName = "page.html";
+constexpr int pieceOfDocument = 1 << 20;
+
+/** All in all a document may take so many times as long as the browser may be silent. */
+constexpr int mostPatience = 10;
+
+/** So many bytes of a page are worth another second of patience: a slow machine lays out a few hundred cues in that time. */
+constexpr std::size_t bytesASecond = 30'000;
+
+double inches (int points) { return points / 72.0; }
+
+/** The address of a file: whatever isn't plainly a part of a path is written in hexadecimal digits. */
+std::string addressOf (const fs::path& file)
+{
+    std::string address = "file://";
+
+    for (const unsigned char byte : file.string())
+        if (std::isalnum (byte) != 0 || byte == '/' || byte == '-' || byte == '_' || byte == '.')
+            address += static_cast<char> (byte);
+        else
+            address += "%" + juce::String::toHexString (&byte, 1).toUpperCase().toStdString();
+
+    return address;
+}
+
+void writePage (const fs::path& file, std::string_view html)
+{
+    std::ofstream stream (file, std::ios::binary);
+    stream << html << std::flush;
+
+    if (! stream.good())
+        throw PrintError ("the page can't be written to " + file.string());
+}
+
+std::string decoded (const std::string& base64)
+{
+    juce::MemoryOutputStream bytes;
+
+    if (! juce::Base64::convertFromBase64 (bytes, base64))
+        throw PrintError ("the browser's answer can't be understood");
+
+    return { static_cast<const char*> (bytes.getData()), bytes.getDataSize() };
+}
+
+} // namespace
+
+BrowserPage::BrowserPage (const fs::path& program, Clock::duration patienceWithBrowser)
+    : patience (patienceWithBrowser),
+      end (Clock::now() + patience * mostPatience)
+{
+    open (program);
+}
+
+BrowserPage::~BrowserPage() = default;
+
+void BrowserPage::open (const fs::path& program)
+{
+    // An administrator's browser can't shut its pages in.
+    const bool mayHaveSandbox = ::geteuid() != 0;
+
+    try
+    {
+        start (program, mayHaveSandbox);
+    }
+    catch (const PrintError&)
+    {
+        // Nor can it where the system forbids ordinary users what it needs for that, as in many containers. Nothing has been
+        // loaded yet, and a page gets no scripts and no network in any case.
+        const bool lacksSandbox = process != nullptr && mayHaveSandbox
+                                  && process->lastWords().find ("sandbox") != std::string::npos;
+        process.reset();
+
+        if (! lacksSandbox)
+            throw;
+
+        start (program, false);
+    }
+}
+
+void BrowserPage::start (const fs::path& program, bool withSandbox)
+{
+    process = std::make_unique<BrowserProcess> (
+        program, browserArguments (privateFolder.path() / "profile", withSandbox), privateFolder.path());
+    prepare();
+}
+
+void BrowserPage::prepare()
+{
+    const auto ofPage = "/" + privateFolder.path().filename().string() + "/" + pageName;
+    requests = std::make_unique<PageRequests> (ofPage, PageRequests::Icons());
+
+    const auto target = call ("Target.createTarget", { { "url", "about:blank" } }, {});
+    const auto attached =
+        call ("Target.attachToTarget",
+              { { "targetId", target.value ("targetId", std::string()) }, { "flatten", true } }, {});
+    page = attached.value ("sessionId", std::string());
+
+    // For the whole browser, so that no frame of the page is left out.
+    send ("Fetch.enable", { { "patterns", requests->patterns() } }, {});
+    send ("Browser.setDownloadBehavior", { { "behavior", "deny" } }, {});
+    send ("Inspector.enable", json::object(), page);
+    send ("Page.enable", json::object(), page);
+    call ("Emulation.setScriptExecutionDisabled", { { "value", true } }, page);
+}
+
+void BrowserPage::load (std::string_view html, PageRequests::Icons icons)
+{
+    const auto file = privateFolder.path() / pageName;
+    const auto secondsForSize = std::chrono::seconds (html.size() / bytesASecond);
+    patience += secondsForSize;
+    end = Clock::now() + patience * mostPatience;
+
+    writePage (file, html);
+    requests = std::make_unique<PageRequests> (
+        "/" + privateFolder.path().filename().string() + "/" + pageName, std::move (icons));
+
+    const auto start = Clock::now();
+    const auto answer = call ("Page.navigate", { { "url", addressOf (file) } }, page);
+
+    if (answer.contains ("errorText"))
+        throw PrintError ("the browser can't load the page: " + answer.value ("errorText", std::string()));
+
+    while (! isLoaded)
+        take (receive());
+
+    ownTime += Clock::now() - start;
+}
+
+void BrowserPage::print (const PrintLayout& layout, const std::function<void (std::string_view)>& write)
+{
+    const auto start = Clock::now();
+    const auto answer =
+        call ("Page.printToPDF",
+              { { "transferMode", "ReturnAsStream" },
+                // Tags are of no use on paper, and their time grows with the square of the pages.
+                { "generateTaggedPDF", false },
+                { "printBackground", true },
+                { "landscape", false },
+                { "paperWidth", inches (layout.paperWidth) },
+                { "paperHeight", inches (layout.paperHeight) },
+                { "marginTop", inches (layout.top) },
+                { "marginBottom", inches (layout.bottom) },
+                { "marginLeft", inches (layout.left) },
+                { "marginRight", inches (layout.right) },
+                { "displayHeaderFooter", true },
+                { "headerTemplate", "<span></span>" },
+                { "footerTemplate", layout.footer } },
+              page);
+    ownTime += Clock::now() - start;
+
+    const auto stream = answer.value ("stream", std::string());
+
+    for (bool isLast = false; ! isLast;)
+    {
+        const auto piece = call ("IO.read", { { "handle", stream }, { "size", pieceOfDocument } }, page);
+        const auto data = piece.value ("data", std::string());
+        write (piece.value ("base64Encoded", false) ? decoded (data) : data);
+        isLast = piece.value ("eof", true);
+    }
+}
+
+int BrowserPage::send (const char* method, const json& parameters, const std::string& session)
+{
+    json message { { "id", ++lastID }, { "method", method }, { "params", parameters } };
+
+    if (! session.empty())
+        message["sessionId"] = session;
+
+    process->send (message.dump (-1, ' ', false, json::error_handler_t::replace), deadline());
+    return lastID;
+}
+
+/** Sends a command and waits for its answer, serving the page meanwhile. */
+json BrowserPage::call (const char* method, const json& parameters, const std::string& session)
+{
+    const auto id = send (method, parameters, session);
+
+    for (;;)
+    {
+        auto message = receive();
+
+        if (message.value ("id", 0) != id)
+            take (message);
+        else if (const auto failure = message.find ("error"); failure != message.end())
+            throw PrintError (
+                "the browser refuses to print: "
+                + (failure->is_object() ? failure->value ("message", std::string()) : std::string()));
+        else
+            return message.value ("result", json::object());
+    }
+}
+
+json BrowserPage::receive()
+{
+    auto message = json::parse (process->receive (deadline()), nullptr, false);
+
+    if (! message.is_object())
+        throw PrintError ("the browser's answer can't be understood");
+
+    return message;
+}
+
+void BrowserPage::take (const json& event)
+{
+    const auto method = event.value ("method", std::string());
+
+    if (method == "Fetch.requestPaused")
+    {
+        const auto reply = requests->replyTo (event.value ("params", json::object()));
+        send (reply.method, reply.parameters, {});
+    }
+    else if (method == "Page.loadEventFired")
+    {
+        isLoaded = true;
+    }
+    else if (method == "Inspector.targetCrashed" || method == "Target.detachedFromTarget")
+    {
+        throw PrintError ("the browser has given up the page");
+    }
+}
+
+BrowserPage::Clock::time_point BrowserPage::deadline() const
+{
+    return std::min (Clock::now() + patience, end);
+}
+
+} // namespace ZEP::Overmarks

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZEP::Overmarks
+{
+
+/** An open file of this process, closed with this object and not handed on to any program that is started. */
+class FileDescriptor final
+{
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor (int openNumber) noexcept : number (openNumber) {}
+    FileDescriptor (FileDescriptor&& other) noexcept;
+    FileDescriptor& operator= (FileDescriptor&& other) noexcept;
+    ~FileDescriptor() { close(); }
+
+    [[nodiscard]] int get() const noexcept { return number; }
+    void close() noexcept;
+
+private:
+    int number = -1;
+};
+
+/** A browser that was started to print one document, with the channel to it. It lives no longer than this object: with it go
+    all processes of its group.
+
+    Messages go both ways over its descriptors 3 and 4, each ended by a zero byte. One thread. */
+class OVERMARKS_API BrowserProcess final
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /** @param privateFolder  for its temporary files
+        Throws PrintError if it can't be started. */
+    BrowserProcess (const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                    const std::filesystem::path& privateFolder);
+    ~BrowserProcess();
+
+    BrowserProcess (const BrowserProcess&) = delete;
+    BrowserProcess& operator= (const BrowserProcess&) = delete;
+
+    /** Throws PrintError when the browser has gone or takes nothing until then. */
+    void send (std::string_view message, Clock::time_point until);
+
+    /** The next message. Throws PrintError when the browser has gone, says nothing whole until then or endlessly much. */
+    [[nodiscard]] std::string receive (Clock::time_point until);
+
+    /** The end of what it has written to its standard error. */
+    [[nodiscard]] const std::string& lastWords() const noexcept { return errorText; }
+
+private:
+    void start (const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                const std::filesystem::path& privateFolder, int channelOfChild, int errorsOfChild);
+    void wait (short events, Clock::time_point until);
+    bool readErrors();
+    void readErrorsToTheEnd();
+    [[noreturn]] void fail (const std::string& reason);
+
+    pid_t process = -1;
+    FileDescriptor channel;
+    FileDescriptor errors;
+    std::string received;
+    std::size_t searched = 0; ///< so much of `received` holds no end of a message
+    std::string errorText;
+};
+
+} // namespace ZEP::Overmarks

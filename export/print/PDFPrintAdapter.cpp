@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/print/PDFPrintAdapter.h"
+
+namespace ZEP::Overmarks
+{
+
+PDFPrintAdapter::~PDFPrintAdapter() = default;
+
+juce::String PDFPrintAdapter::failure() const { return {}; }
+
+} // namespace ZEP::Overmarks

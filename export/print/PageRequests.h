@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "ZEP_Overmarks/Export.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <map>
+#include <string>
+
+namespace ZEP::Overmarks
+{
+
+/** Decides about each request of a page in the browser. Cue texts reach the page as they stand and come from strangers, so the
+    page itself is loaded once, the icons come from this process' memory, and everything else is refused. */
+class OVERMARKS_API PageRequests final
+{
+public:
+    using json = nlohmann::json;
+
+    /** The bytes of PNG files under their names. Any address of a file of that name gets them. */
+    using Icons = std::map<std::string, std::string>;
+
+    /** @param endOfAddress  of the page, which no cue text can know */
+    PageRequests (std::string endOfAddress, Icons iconsByName);
+
+    /** What to ask the browser to hold up: everything, and the answer to the page once more. */
+    [[nodiscard]] json patterns() const;
+
+    /** A method of the browser with its parameters. */
+    struct Reply;
+
+    /** @param event  the parameters of Fetch.requestPaused */
+    [[nodiscard]] Reply replyTo (const json& event);
+
+private:
+    [[nodiscard]] bool isPage (const std::string& address) const;
+    [[nodiscard]] const std::string* iconAt (const std::string& address) const;
+
+    std::string pageEnd;
+    Icons icons;
+    bool pageWasLoaded = false;
+};
+
+} // namespace ZEP::Overmarks
