@@ -22,6 +22,7 @@ pkg_check_modules(PUGIXML REQUIRED IMPORTED_TARGET pugixml)
 
 if(OVERMARKS_BUILD_TESTS)
     find_package(GTest REQUIRED)
+    pkg_check_modules(POPPLER REQUIRED IMPORTED_TARGET poppler-cpp)
 endif()
 
 if(OVERMARKS_BUILD_BENCHMARKS)

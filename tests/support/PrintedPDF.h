@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <poppler/cpp/poppler-document.h>
+#include <poppler/cpp/poppler-page.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZEP::Overmarks::Testing
+{
+
+/** A PDF file, read back by another library than the one that has made it. Points from the left and top of the page. */
+class PrintedPDF final
+{
+public:
+    struct Word
+    {
+        std::string text;
+        double left, top, right, bottom;
+    };
+
+    explicit PrintedPDF (const std::string& path) : document (poppler::document::load_from_file (path)) {}
+
+    [[nodiscard]] bool isValid() const { return document != nullptr && ! document->is_locked(); }
+
+    [[nodiscard]] int pages() const { return isValid() ? document->pages() : 0; }
+
+    [[nodiscard]] double width (int page = 0) const { return pageAt (page)->page_rect().width(); }
+    [[nodiscard]] double height (int page = 0) const { return pageAt (page)->page_rect().height(); }
+
+    /** Counted from 0. */
+    [[nodiscard]] std::vector<Word> words (int page) const
+    {
+        const auto opened = pageAt (page);
+        std::vector<Word> found;
+
+        for (const auto& box : opened->text_list())
+        {
+            const auto bytes = box.text().to_utf8();
+            const auto place = box.bbox();
+            found.push_back (
+                { { bytes.begin(), bytes.end() }, place.left(), place.top(), place.right(), place.bottom() });
+        }
+
+        return found;
+    }
+
+    /** The first word of a page that reads so; an empty one if there is none. */
+    [[nodiscard]] Word word (int page, const std::string& text) const
+    {
+        const auto all = words (page);
+        const auto found =
+            std::find_if (all.begin(), all.end(), [&text] (const Word& word) { return word.text == text; });
+        return found != all.end() ? *found : Word {};
+    }
+
+    /** All words of all pages, with a blank behind each. */
+    [[nodiscard]] std::string text() const
+    {
+        std::string all;
+
+        for (int page = 0; page < pages(); ++page)
+            for (const auto& word : words (page))
+                all += word.text + " ";
+
+        return all;
+    }
+
+private:
+    [[nodiscard]] std::unique_ptr<poppler::page> pageAt (int number) const
+    {
+        return std::unique_ptr<poppler::page> (document->create_page (number));
+    }
+
+    std::unique_ptr<poppler::document> document;
+};
+
+} // namespace ZEP::Overmarks::Testing
