@@ -48,10 +48,10 @@ std::string addressOf (const fs::path& file)
     return address;
 }
 
-void writePage (const fs::path& file, std::string_view html)
+void writePage (const fs::path& file, std::string_view html, std::string_view furtherStyle)
 {
     std::ofstream stream (file, std::ios::binary);
-    stream << html << std::flush;
+    stream << html << furtherStyle << std::flush;
 
     if (! stream.good())
         throw PrintError ("the page can't be written to " + file.string());
@@ -128,14 +128,14 @@ void BrowserPage::prepare()
     call ("Emulation.setScriptExecutionDisabled", { { "value", true } }, page);
 }
 
-void BrowserPage::load (std::string_view html, PageRequests::Icons icons)
+void BrowserPage::load (std::string_view html, std::string_view furtherStyle, PageRequests::Icons icons)
 {
     const auto file = privateFolder.path() / pageName;
     const auto secondsForSize = std::chrono::seconds (html.size() / bytesASecond);
     patience += secondsForSize;
     end = Clock::now() + patience * mostPatience;
 
-    writePage (file, html);
+    writePage (file, html, furtherStyle);
     requests = std::make_unique<PageRequests> (
         "/" + privateFolder.path().filename().string() + "/" + pageName, std::move (icons));
 

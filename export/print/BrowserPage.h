@@ -46,8 +46,9 @@ public:
     BrowserPage (const BrowserPage&) = delete;
     BrowserPage& operator= (const BrowserPage&) = delete;
 
-    /** Loads a page of HTML in UTF-8, with the icons that it may show. */
-    void load (std::string_view html, PageRequests::Icons icons);
+    /** Loads a page of HTML in UTF-8, with the icons that it may show.
+        @param furtherStyle  an element with rules of style that paper needs besides those of the page */
+    void load (std::string_view html, std::string_view furtherStyle, PageRequests::Icons icons);
 
     /** Prints what was loaded, and hands on the bytes of the document in pieces. */
     void print (const PrintLayout& layout, const std::function<void (std::string_view)>& write);

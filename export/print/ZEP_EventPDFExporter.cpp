@@ -28,6 +28,11 @@ using ZEP::Core::SystemUtility;
 namespace
 {
 
+/** A cue that is torn apart between two pages can't be read out, and one word without an end must not make the whole sheet
+    small. */
+constexpr std::string_view rulesForPaper =
+    "<style>.oneCueOuterContainer { break-inside: avoid; } p { overflow-wrap: anywhere; }</style>";
+
 juce::String fromUTF8 (std::string_view bytes)
 {
     return juce::String::fromUTF8 (bytes.data(), static_cast<int> (bytes.size()));
@@ -161,7 +166,7 @@ void ZEP_EventPDFExporter::exportHTMLString (const std::string& html, const std:
 
 void ZEP_EventPDFExporter::print (const std::string& html, const juce::File& file)
 {
-    page->load (html, icons());
+    page->load (html, rulesForPaper, icons());
     PrintedDocument document (page->folder());
     page->print (layoutFor (*caller->settings),
                  [&document] (std::string_view piece) { document.write (piece); });

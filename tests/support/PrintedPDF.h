@@ -2,9 +2,14 @@
 #pragma once
 
 #include <poppler/cpp/poppler-document.h>
+#include <poppler/cpp/poppler-image.h>
+#include <poppler/cpp/poppler-page-renderer.h>
 #include <poppler/cpp/poppler-page.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -69,7 +74,55 @@ public:
         return all;
     }
 
+    /** Red, green and blue of a point of the page as it looks. */
+    [[nodiscard]] unsigned int colourAt (int page, double x, double y) const
+    {
+        const auto picture = pictureOf (page);
+        const auto pixel = [] (double points) { return static_cast<int> (points * pixelsAPoint); };
+        return colour (picture, pixel (x), pixel (y));
+    }
+
+    /** Whether any point of the page has this colour, as far as an eye can tell. */
+    [[nodiscard]] bool hasColour (int page, unsigned int sought) const
+    {
+        const auto picture = pictureOf (page);
+
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (areAlike (colour (picture, x, y), sought))
+                    return true;
+
+        return false;
+    }
+
 private:
+    static constexpr int pixelsAPoint = 4;
+
+    [[nodiscard]] poppler::image pictureOf (int page) const
+    {
+        constexpr double dotsAnInch = 72.0 * pixelsAPoint;
+        const auto opened = pageAt (page);
+        return poppler::page_renderer().render_page (opened.get(), dotsAnInch, dotsAnInch);
+    }
+
+    static bool areAlike (unsigned int a, unsigned int b)
+    {
+        constexpr int eye = 6;
+
+        for (const unsigned int place : { 0u, 8u, 16u })
+            if (std::abs (static_cast<int> (a >> place & 255) - static_cast<int> (b >> place & 255)) > eye)
+                return false;
+
+        return true;
+    }
+
+    static unsigned int colour (const poppler::image& picture, int x, int y)
+    {
+        std::uint32_t pixel = 0;
+        std::memcpy (&pixel, picture.const_data() + y * picture.bytes_per_row() + x * 4, sizeof (pixel));
+        return pixel & 0xffffff;
+    }
+
     [[nodiscard]] std::unique_ptr<poppler::page> pageAt (int number) const
     {
         return std::unique_ptr<poppler::page> (document->create_page (number));

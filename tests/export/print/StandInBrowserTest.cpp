@@ -1,0 +1,362 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// What becomes of printing when the browser isn't one, dies or says nothing.
+#include "export/print/BrowserProgram.h"
+#include "export/print/PrintSupport.h"
+#include "support/ChildProcess.h"
+#include "support/FullDisk.h"
+
+#include <fcntl.h>
+
+#include <csignal>
+#include <set>
+
+using namespace ExportSupport;
+using namespace std::chrono_literals;
+using namespace ZEP::Overmarks::Testing;
+using testing::HasSubstr;
+
+namespace
+{
+
+/** Answers every command, and prints a document of one line; what it does at a command may be replaced. */
+const std::string wellBehaved = R"(
+say() { printf '%s\0' "$1" >&4; }
+while IFS= read -r -d '' message <&3; do
+    id=${message#*\"id\":}; id=${id%%,*}
+    result='{}'
+    case $message in
+        *Target.createTarget*) result='{"targetId":"T"}' ;;
+        *Target.attachToTarget*) result='{"sessionId":"S"}' ;;
+        *Page.navigate*) AT_LOAD : ;;
+        *Page.printToPDF*) AT_PRINT result='{"stream":"1"}' ;;
+        *IO.read*) AT_READ result='{"data":"%PDF-1.4 printed","eof":true}' ;;
+    esac
+    say "{\"id\":$id,\"result\":$result}"
+    case $message in *Page.navigate*) say '{"method":"Page.loadEventFired","sessionId":"S"}' ;; esac
+done
+)";
+
+std::string replaced (std::string text, const std::string& from, const std::string& to)
+{
+    for (auto at = text.find (from); at != std::string::npos; at = text.find (from, at + to.size()))
+        text.replace (at, from.size(), to);
+
+    return text;
+}
+
+std::string browserThat (const std::string& place, const std::string& does)
+{
+    auto script = wellBehaved;
+
+    for (const std::string each : { "AT_LOAD", "AT_PRINT", "AT_READ" })
+        script = replaced (script, each, each == place ? does + ";" : ":;");
+
+    return script;
+}
+
+class StandInBrowserTest : public PrintTest
+{
+protected:
+    StandInBrowserTest()
+    {
+        patience = 400ms;
+        settings->events = events ({ { .words = "Hello" } });
+    }
+
+    std::string printWith (const std::string& script)
+    {
+        useBrowser (script);
+        const auto start = std::chrono::steady_clock::now();
+        const auto reason = print();
+        EXPECT_LT (std::chrono::steady_clock::now() - start, 20s);
+        return reason;
+    }
+};
+
+const std::string ended = "the browser has ended before the page was printed";
+const std::string silent = "the browser doesn't answer";
+const std::string garbled = "the browser's answer can't be understood";
+
+TEST_F (StandInBrowserTest, whatAWellBehavedOneHasPrintedIsInItsPlace)
+{
+    EXPECT_EQ (printWith (browserThat ("", "")), "");
+    EXPECT_EQ (folder.bytes ("Reel 2.pdf"), "%PDF-1.4 printed");
+}
+
+TEST_F (StandInBrowserTest, anOldDocumentIsReplacedByANewOneAndKeptWhenThereIsNone)
+{
+    folder.write ("Reel 2.pdf", "old");
+    EXPECT_EQ (printWith ("exit 3"), ended);
+    EXPECT_EQ (folder.bytes ("Reel 2.pdf"), "old");
+    EXPECT_EQ (printWith (browserThat ("", "")), "");
+    EXPECT_EQ (folder.bytes ("Reel 2.pdf"), "%PDF-1.4 printed");
+    EXPECT_EQ (folder.names(), (std::vector<std::string> { "Reel 2.pdf", "browser" }));
+}
+
+TEST_F (StandInBrowserTest, oneThatHangsAtItsStartIsGivenUp)
+{
+    EXPECT_EQ (printWith ("sleep 1000"), silent);
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, oneThatHangsAnywhereIsGivenUp)
+{
+    for (const auto* place : { "AT_LOAD", "AT_PRINT", "AT_READ" })
+        EXPECT_EQ (printWith (browserThat (place, "sleep 1000")), silent) << place;
+
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, oneThatDiesAnywhereIsTold)
+{
+    EXPECT_EQ (printWith ("exit 0"), ended);
+    EXPECT_EQ (printWith ("kill -SEGV $$"), ended);
+
+    for (const auto* place : { "AT_LOAD", "AT_PRINT", "AT_READ" })
+        EXPECT_EQ (printWith (browserThat (place, "kill -KILL $$")), ended) << place;
+
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, itsChildrenEndWithIt)
+{
+    EXPECT_EQ (printWith ("sleep 1000 " + temporaryFiles.path.string() + " & trap '' TERM HUP INT\n"
+                          + browserThat ("AT_PRINT", "sleep 1000")),
+               silent);
+    EXPECT_EQ (browserProcesses(), std::vector<pid_t>());
+}
+
+TEST_F (StandInBrowserTest, garbageIsTold)
+{
+    for (const auto* words :
+         { "garbage", "[1]", "", "{\"id\":", "7", "{\"id\":\"one\"}", "{\"id\":1,\"result\":7}" })
+        EXPECT_EQ (printWith ("printf '%s\\0' '" + std::string (words) + "' >&4; sleep 1000"), garbled)
+            << words;
+}
+
+TEST_F (StandInBrowserTest, anAnswerWithoutEndFillsNoMemory)
+{
+    patience = 20s;
+    EXPECT_EQ (printWith ("tr '\\0' x </dev/zero >&4"), garbled);
+}
+
+TEST_F (StandInBrowserTest, oneThatTalksForEverIsGivenUpInTheEnd)
+{
+    patience = 100ms;
+    EXPECT_EQ (printWith ("while :; do printf '{\"method\":\"x\"}\\0' >&4; sleep 0.01; done"), silent);
+}
+
+TEST_F (StandInBrowserTest, oneThatReadsNothingIsGivenUp)
+{
+    EXPECT_EQ (printWith ("exec 3<&- ; sleep 1000"), silent);
+    EXPECT_EQ (printWith ("exec 3<&- 4>&- ; sleep 1000"), ended) << "and no signal ends this process";
+}
+
+TEST_F (StandInBrowserTest, endlessComplaintsOnItsStandardErrorHoldUpNothing)
+{
+    EXPECT_EQ (printWith ("head -c 3000000 /dev/zero >&2\n" + browserThat ("", "")), "");
+    EXPECT_EQ (printWith ("yes >&2"), silent);
+}
+
+TEST_F (StandInBrowserTest, aRefusalIsToldInTheBrowsersWords)
+{
+    EXPECT_EQ (
+        printWith (browserThat (
+            "AT_PRINT",
+            "say \"{\\\"id\\\":$id,\\\"error\\\":{\\\"message\\\":\\\"Printing failed\\\"}}\"; continue")),
+        "the browser refuses to print: Printing failed");
+}
+
+TEST_F (StandInBrowserTest, aPageThatCrashesIsTold)
+{
+    EXPECT_EQ (
+        printWith (browserThat ("AT_PRINT", "say '{\"method\":\"Inspector.targetCrashed\"}'; sleep 1000")),
+        "the browser has given up the page");
+}
+
+TEST_F (StandInBrowserTest, whatIsNoPDFDocumentIsNotTakenForOne)
+{
+    EXPECT_EQ (printWith (replaced (browserThat ("", ""), "%PDF-1.4 printed", "<html>")),
+               "the browser has printed no PDF document");
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, aProgramThatIsNoneCannotBeStarted)
+{
+    EXPECT_EQ (printWith (""), ended);
+    folder.write ("browser", "no program");
+    EXPECT_EQ (print(),
+               "the browser " + (folder.path / "browser").string() + " can't be started: Exec format error");
+    settings->options[EventExportBrowserKey] = "/nowhere/browser";
+    EXPECT_EQ (print(), "the browser /nowhere/browser can't be started: there is no such program");
+    settings->options[EventExportBrowserKey] = "no-such-browser";
+    EXPECT_EQ (print(), "the browser no-such-browser isn't installed");
+}
+
+TEST_F (StandInBrowserTest, aMissingBrowserNamesThePackage)
+{
+    const std::string path = ::getenv ("PATH");
+    ::setenv ("PATH", temporaryFiles.path.c_str(), 1);
+    EXPECT_EQ (print(), "no browser is installed to print with; the package chromium-headless-shell has one");
+    ::setenv ("PATH", path.c_str(), 1);
+}
+
+TEST_F (StandInBrowserTest, theUsualNamesAreSoughtInThePathAndNowhereElse)
+{
+    const std::string path = ::getenv ("PATH");
+    useBrowser ("");
+    std::filesystem::create_directory (folder.path / "bin");
+    std::filesystem::copy (folder.path / "browser", folder.path / "bin/chromium");
+    ::setenv ("PATH", ("relative::" + (folder.path / "bin").string()).c_str(), 1);
+    EXPECT_EQ (findBrowser (""), folder.path / "bin/chromium");
+    std::filesystem::copy (folder.path / "browser", folder.path / "bin/chromium-headless-shell");
+    EXPECT_EQ (findBrowser (""), folder.path / "bin/chromium-headless-shell");
+    EXPECT_EQ (findBrowser ("chromium"), folder.path / "bin/chromium");
+    ::setenv ("PATH", path.c_str(), 1);
+}
+
+TEST_F (StandInBrowserTest, aFullDiskIsToldAndLeavesNothingHalfWritten)
+{
+    std::filesystem::create_symlink ("/dev/full", folder.path / "Reel 2.pdf");
+    EXPECT_EQ (printWith (browserThat ("", "")), "No space left on device");
+    std::filesystem::remove (folder.path / "Reel 2.pdf");
+
+    {
+        const FullDisk full (1000);
+        useBrowser (browserThat ("", ""));
+        EXPECT_THAT (print(), HasSubstr ("the page can't be written to " + temporaryFiles.path.string()));
+    }
+
+    {
+        // The page fits and the document doesn't.
+        const FullDisk full (100'000);
+        EXPECT_THAT (printWith (replaced (browserThat ("", ""), "\"data\":\"%PDF-1.4 printed\"",
+                                          "\"data\":\"%PDF-1.4 '$(printf %0200000d 1)'\"")),
+                     HasSubstr ("the disk takes no more temporary files in " + temporaryFiles.path.string()));
+    }
+
+    EXPECT_EQ (folder.names(), std::vector<std::string> { "browser" });
+}
+
+TEST_F (StandInBrowserTest, aMissingFolderIsTold)
+{
+    settings->outputDirectory = folder.directory() + "/nowhere";
+    EXPECT_EQ (printWith (browserThat ("", "")), "No such file or directory");
+}
+
+TEST_F (StandInBrowserTest, noPlaceForTemporaryFilesIsTold)
+{
+    ::setenv ("TMPDIR", "/proc/none", 1);
+    EXPECT_EQ (print(), "there is no place for temporary files in /proc/none: No such file or directory");
+}
+
+TEST_F (StandInBrowserTest, itGetsNoneOfTheApplicationsFilesAndSignals)
+{
+    // Handed on, were it not closed.
+    const int open = ::open ("/dev/null", O_RDONLY);
+    constexpr int seven = 7;
+    ASSERT_EQ (::dup2 (open, seven), seven);
+    std::signal (SIGPIPE, SIG_IGN);
+    const auto list = (folder.path / "list").string();
+    EXPECT_EQ (printWith ("[ -e /proc/$$/fd/7 ] && echo open >" + list + "\ngrep SigIgn /proc/$$/status >>"
+                          + list + "\n" + browserThat ("", "")),
+               "");
+    std::signal (SIGPIPE, SIG_DFL);
+    ::close (seven);
+    ::close (open);
+    const auto told = folder.bytes ("list");
+    ASSERT_TRUE (told.starts_with ("SigIgn:\t")) << told;
+    EXPECT_EQ (std::stoull (told.substr (8), nullptr, 16) & (1ull << (SIGPIPE - 1)), 0u) << told;
+}
+
+TEST_F (StandInBrowserTest, whatItNeedsIsHandedOnToNoOtherProgramAndClosedInTheEnd)
+{
+    const auto openFiles = []
+    {
+        std::set<int> numbers;
+
+        for (const auto& entry : std::filesystem::directory_iterator ("/proc/self/fd"))
+            numbers.insert (std::stoi (entry.path().filename().string()));
+
+        return numbers;
+    };
+
+    const auto before = openFiles();
+    useBrowser (browserThat ("", ""));
+    EventPDFExporter exporter (settings);
+    int checked = 0;
+
+    {
+        ZEP_EventPDFExporter adapter;
+        adapter.initWithCallerObject (&exporter);
+        ASSERT_EQ (adapter.failure(), "");
+
+        for (const int number : openFiles())
+            if (before.count (number) == 0 && ::fcntl (number, F_GETFD) >= 0)
+            {
+                EXPECT_NE (::fcntl (number, F_GETFD) & FD_CLOEXEC, 0) << number;
+                ++checked;
+            }
+    }
+
+    EXPECT_GE (checked, 2);
+    EXPECT_EQ (openFiles(), before);
+}
+
+TEST_F (StandInBrowserTest, anApplicationThatDoesNotWaitForItsChildrenPrintsAsWell)
+{
+    std::signal (SIGCHLD, SIG_IGN);
+    EXPECT_EQ (printWith (browserThat ("", "")), "");
+    std::signal (SIGCHLD, SIG_DFL);
+}
+
+TEST_F (StandInBrowserTest, severalThreadsPrintAtOnce)
+{
+    useBrowser (browserThat ("", ""));
+    patience = 10s;
+    std::vector<std::thread> threads;
+    std::vector<juce::String> reasons (6);
+
+    for (int i = 0; i < 6; ++i)
+        threads.emplace_back (
+            [this, i, &reason = reasons[static_cast<std::size_t> (i)]]
+            {
+                EventPDFExporter exporter (settings);
+                ZEP_EventPDFExporter adapter;
+                adapter.initWithCallerObject (&exporter);
+                adapter.exportHTMLString ("<p>Hi</p>",
+                                          (folder.path / (std::to_string (i) + ".pdf")).string());
+                reason = adapter.failure();
+            });
+
+    for (auto& thread : threads)
+        thread.join();
+
+    for (int i = 0; i < 6; ++i)
+    {
+        EXPECT_EQ (reasons[static_cast<std::size_t> (i)], "");
+        EXPECT_EQ (folder.bytes (std::to_string (i) + ".pdf"), "%PDF-1.4 printed");
+    }
+}
+
+TEST_F (StandInBrowserTest, whereTheSystemLetsItShutNothingInItIsStartedWithoutThat)
+{
+    useBrowser ("case \" $* \" in *' --no-sandbox '*) ;; *) echo 'No usable sandbox!' >&2; exit 1 ;; esac\n"
+                + browserThat ("", ""));
+    std::filesystem::permissions (folder.path, std::filesystem::perms::all);
+    std::filesystem::permissions (temporaryFiles.path, std::filesystem::perms::all);
+    EXPECT_EQ (inChildProcess ([this] { return becomeOrdinaryUser() ? print() : "no ordinary user"; }), "");
+    EXPECT_EQ (folder.bytes ("Reel 2.pdf"), "%PDF-1.4 printed");
+}
+
+TEST_F (StandInBrowserTest, onlyAnAdministratorsIsStartedWithoutASandboxAtOnce)
+{
+    const auto told = folder.path / "told";
+    useBrowser ("echo \" $* \" >" + told.string() + "\n" + browserThat ("", ""));
+    std::filesystem::permissions (folder.path, std::filesystem::perms::all);
+    std::filesystem::permissions (temporaryFiles.path, std::filesystem::perms::all);
+    EXPECT_EQ (inChildProcess ([this] { return becomeOrdinaryUser() ? print() : "no ordinary user"; }), "");
+    EXPECT_EQ (folder.bytes ("told").find ("--no-sandbox"), std::string::npos);
+}
+
+} // namespace
