@@ -29,13 +29,19 @@ juce::String text (std::string_view utf8)
     return juce::String::fromUTF8 (utf8.data(), static_cast<int> (utf8.size()));
 }
 
+void logFailure (const EventPDFExporter::PrintFailure& failure)
+{
+    ZEP::Core::Logger::error ("Error printing " + failure.file.getFullPathName() + ": " + failure.reason);
+}
+
 std::unique_ptr<PDFPrintAdapter> makeBrowserAdapter() { return std::make_unique<ZEP_EventPDFExporter>(); }
 
 } // namespace
 
 EventPDFExporter::EventPDFExporter (std::shared_ptr<EventExportSettingsSet> settingsSet)
     : EventExporter (std::move (settingsSet)),
-      makePrintAdapter (makeBrowserAdapter)
+      makePrintAdapter (makeBrowserAdapter),
+      printFailed (logFailure)
 {
 }
 
@@ -131,8 +137,10 @@ void EventPDFExporter::print (const std::string& page, const juce::File& file)
 
     if (const auto reason = adapter->failure(); reason.isNotEmpty())
     {
-        ZEP::Core::Logger::error ("Error printing " + file.getFullPathName() + ": " + reason);
         printFailures.push_back ({ file, reason });
+
+        if (printFailed)
+            printFailed (printFailures.back());
     }
 }
 

@@ -67,6 +67,9 @@ public:
     /** Of the files, with its dot; for an adapter that makes another kind of file. */
     juce::String fileExtension { ".pdf" };
 
+    /** Is told of each failure, on the export's thread. Writes it to the log, unless an application has another way. */
+    std::function<void (const PrintFailure&)> printFailed;
+
     /** In the order in which they were tried. To be read when the export has ended. */
     std::vector<PrintFailure> printFailures;
 

@@ -143,12 +143,12 @@ TEST_F (ProgramTest, anUnknownExtensionNamesAllFormats)
     write ("x.csv", threeCues);
     EXPECT_EQ (
         errorOf ({ "convert", "x.csv", "out.foo" }, 2),
-        "\"foo\" is no format that can be written; there are csv, ds-taker, euro-taker, ttal, xlsx, docx, asc, arendis, overmarks, json.");
+        "\"foo\" is no format that can be written; there are csv, ds-taker, euro-taker, ttal, xlsx, docx, asc, arendis, pdf, html, overmarks, json.");
     EXPECT_EQ (errorOf ({ "convert", "x.csv", "out" }, 2),
                "out has no extension that tells its format; --format does");
     EXPECT_EQ (
         errorOf ({ "export", "x.csv", "-o", ".", "--format", "cvs" }, 2),
-        "\"cvs\" is no format that can be written; there are csv, ds-taker, euro-taker, ttal, xlsx, docx, asc, arendis. "
+        "\"cvs\" is no format that can be written; there are csv, ds-taker, euro-taker, ttal, xlsx, docx, asc, arendis, pdf, html. "
         "Did you mean \"csv\"?");
 }
 

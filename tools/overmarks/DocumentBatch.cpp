@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "DocumentBatch.h"
 
+#include "DocumentRun.h"
+#include "HTMLFileAdapter.h"
 #include "PlacedFiles.h"
 #include "Progress.h"
 #include "StagingFolder.h"
@@ -9,6 +11,7 @@
 #include "export/EventASCExporter.h"
 #include "export/EventArendisTXTExporter.h"
 #include "export/EventCSVExporter.h"
+#include "export/EventPDFExporter.h"
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/EventExporterFactory.h"
 #include "export/frame/OutputFileNames.h"
@@ -16,6 +19,7 @@
 #include <unistd.h>
 
 #include <iostream>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -76,21 +80,6 @@ std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const
 
     return names;
 }
-
-/** Tells the bar of each file of an exporter. */
-class FileCounter final : public EventExporter::Delegate
-{
-public:
-    FileCounter (Progress& progressToMove, int filesBefore) : progress (progressToMove), before (filesBefore)
-    {
-    }
-
-    void progressChanged (EventExporter*, int current, int) override { progress.reached (before + current); }
-
-private:
-    Progress& progress;
-    int before;
-};
 
 juce::File inside (const juce::File& folder, const juce::String& name)
 {
@@ -155,6 +144,8 @@ struct DocumentBatch::Work
     std::shared_ptr<EventExportSettingsSet> settings;
     std::vector<juce::String> names;
     std::vector<juce::File> targets;
+    juce::String error;                                    ///< of the export as a whole
+    std::map<juce::String, juce::String> printFailures {}; ///< reasons, by the names of files
 };
 
 DocumentBatch::DocumentBatch (const DocumentOptions& documentOptions, const juce::File& folderOfDocuments,
@@ -178,7 +169,7 @@ void DocumentBatch::add (const DocumentFormat& format, const juce::String& baseN
 
 DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& project) const
 {
-    Work work { order.format, options.settingsFor (project, source, *order.format), {}, {} };
+    Work work { order.format, options.settingsFor (project, source, *order.format), {}, {}, {} };
     work.settings->outputDirectory = folder.getFullPathName();
     work.settings->fileName = order.baseName;
 
@@ -218,40 +209,71 @@ void DocumentBatch::refuse (const std::vector<Work>& works) const
         }
 }
 
-void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const
+/** Whether a document has an exporter of the factory that tells all there is to know. One by timecode of a list without events
+    isn't part of it either: the batch would take it for one by character. */
+bool DocumentBatch::isPartOfBatch (const Work& work) const
 {
-    work.settings->outputDirectory = stage.getFullPathName();
+    const auto type = work.settings->exportType;
+    const bool isSpecial =
+        type == EventExportTypeASC || type == EventExportTypeArendis || type == EventExportTypeWord;
+    return ! work.names.empty() && ! isSpecial
+           && (isByCharacter (*work.format) || ! work.settings->events.empty());
+}
+
+void DocumentBatch::writeBeforeBatch (Work& work, Progress& progress, const juce::File& stage,
+                                      int stepsBefore) const
+{
+    if (work.names.empty())
+        return;
 
     if (const auto file = inside (stage, work.names.front()); writeWithoutFactory (*work.settings, file))
     {
         // Such an exporter doesn't tell of a failure: that shows in the missing file.
         if (! file.exists())
             throw CommandFailure ("Error writing file to " + work.targets.front().getFullPathName());
-
-        return;
     }
-
-    if (work.settings->exportType == EventExportTypeWord)
+    else if (work.settings->exportType == EventExportTypeWord)
     {
-        writeWordDocuments (work, progress, stage, filesBefore);
-        return;
+        writeWordDocuments (work, progress, stage, stepsBefore);
     }
+    else
+    {
+        const auto exporter = exporterFor (work, [&progress] { progress.hide(); });
+        takeResult (work, *exporter, exporter->exportEventsByTimecode(), stage);
+    }
+}
 
-    FileCounter counter (progress, filesBefore);
-    const auto exporter = EventExporterFactory::eventExporter (work.settings);
-    exporter->delegate = &counter;
+std::shared_ptr<EventExporter> DocumentBatch::exporterFor (const Work& work,
+                                                           const std::function<void()>& hideBar) const
+{
+    auto exporter = EventExporterFactory::eventExporter (work.settings);
 
     if (auto* csv = dynamic_cast<EventCSVExporter*> (exporter.get()))
-        csv->askToContinue = [this, &progress] (const juce::String&, const juce::String& question)
+        csv->askToContinue = [this, hideBar] (const juce::String&, const juce::String& question)
         {
-            progress.hide();
+            hideBar();
             return options.yes || askOnTerminal (question);
         };
 
-    const bool byCharacter = isByCharacter (*work.format);
-    auto error = byCharacter ? exporter->exportEventsByCharacter() : exporter->exportEventsByTimecode();
+    auto* sheet = dynamic_cast<EventPDFExporter*> (exporter.get());
 
-    if (byCharacter && error.isEmpty() && dropsFailures (*work.settings))
+    // What can't be printed is told in the end, by the name that the file would have had.
+    if (sheet != nullptr)
+        sheet->printFailed = {};
+
+    if (sheet != nullptr && work.format->name == "html")
+    {
+        sheet->fileExtension = juce::String (work.format->extension);
+        sheet->makePrintAdapter = [] { return std::make_unique<HTMLFileAdapter>(); };
+    }
+
+    return exporter;
+}
+
+void DocumentBatch::takeResult (Work& work, EventExporter& exporter, juce::String error,
+                                const juce::File& stage) const
+{
+    if (isByCharacter (*work.format) && error.isEmpty() && dropsFailures (*work.settings))
         error = writeMissing (*work.settings, work.format->extension, stage);
 
     // The user knows nothing of the place where documents are made.
@@ -259,8 +281,64 @@ void DocumentBatch::finish (Work& work, Progress& progress, const juce::File& st
         error = error.replace (inside (stage, work.names[i]).getFullPathName(),
                                work.targets[i].getFullPathName());
 
-    if (error.isNotEmpty())
-        throw CommandFailure (error);
+    work.error = error;
+
+    if (const auto* sheet = dynamic_cast<EventPDFExporter*> (&exporter))
+        for (const auto& failure : sheet->printFailures)
+            work.printFailures[failure.file.getFileName()] = failure.reason;
+}
+
+/** Makes all documents in the staging folder. Throws CommandFailure for the first that couldn't be written; what couldn't be
+    printed, or wasn't reached before the user stopped the work, is just missing. */
+void DocumentBatch::makeDocuments (std::vector<Work>& works, const juce::File& stage, Session& session) const
+{
+    std::map<const EventExportSettingsSet*, Work*> batched;
+    BatchEventExportSession::SettingsSets sets;
+    int stepsBefore = 0;
+
+    for (auto& work : works)
+    {
+        work.settings->outputDirectory = stage.getFullPathName();
+
+        if (isPartOfBatch (work))
+        {
+            // The batch goes by which of the two is filled.
+            if (isByCharacter (*work.format))
+                work.settings->events.clear();
+            else
+                work.settings->eventsByCharacter.clear();
+
+            batched[work.settings.get()] = &work;
+            sets.push_back (work.settings);
+        }
+        else
+        {
+            stepsBefore += static_cast<int> (work.names.size());
+        }
+    }
+
+    Progress progress (session, "Writing", stepsBefore + DocumentRun::stepsOf (sets));
+    int steps = 0;
+
+    for (auto& work : works)
+        if (! isPartOfBatch (work))
+        {
+            writeBeforeBatch (work, progress, stage, steps);
+            progress.reached (steps += static_cast<int> (work.names.size()));
+        }
+
+    DocumentRun run (progress, stepsBefore, sets);
+    run.batch().makeExporter = [&] (const auto& settings)
+    { return exporterFor (*batched.at (settings.get()), [&run] { run.hideBar(); }); };
+    run.batch().exportEnded = [&] (EventExporter& exporter, const juce::String& error)
+    { takeResult (*batched.at (exporter.settings.get()), exporter, error, stage); };
+
+    if (! run.run())
+        session.say ("Stopped; what was finished is kept");
+
+    for (const auto& work : works)
+        if (work.error.isNotEmpty())
+            throw CommandFailure (work.error);
 }
 
 void DocumentBatch::writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
@@ -297,21 +375,8 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
         return files;
 
     const StagingFolder stage (files.front());
-    Progress progress (session, "Writing", static_cast<int> (files.size()));
-    int done = 0;
-
-    for (auto& work : works)
-    {
-        if (! work.names.empty())
-            finish (work, progress, stage.getFolder(), done);
-
-        done += static_cast<int> (work.names.size());
-        progress.reached (done);
-    }
-
-    progress.hide();
+    makeDocuments (works, stage.getFolder(), session);
     const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
-    stage.getSignals().throwIfStopped ("nothing was written");
     return moveIntoPlace (works, stage.getFolder(), session);
 }
 
@@ -329,7 +394,12 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
             // An exporter also ends well when a question was answered with no, or when there is nothing to write.
             if (! finished.exists())
             {
-                session.report ({ {}, 0, {}, work.targets[i].getFullPathName() + " was not written" });
+                const auto reason = work.printFailures.find (work.names[i]);
+                session.report ({ {},
+                                  0,
+                                  {},
+                                  work.targets[i].getFullPathName() + " was not written"
+                                      + (reason != work.printFailures.end() ? ": " + reason->second : "") });
                 continue;
             }
 

@@ -4,8 +4,12 @@
 #include "DocumentOptions.h"
 #include "Session.h"
 
+#include "export/frame/EventExporter.h"
+
 #include <juce_core/juce_core.h>
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,7 +22,8 @@ class Progress;
 
     Nothing of the user's is touched before every document is finished, and where one can't be put in its place the others
     are taken away again: what is refused or fails leaves the folder as it was. A document that was left out because a
-    question was answered with no is no failure; the others are written. */
+    question was answered with no is no failure, and one that can't be printed, for want of a browser for example, holds up
+    nothing: the others are written. So are those that were finished when the user stopped the work. */
 class DocumentBatch final
 {
 public:
@@ -57,7 +62,13 @@ private:
     bool isByCharacter (const DocumentFormat& format) const;
     void writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
                              int filesBefore) const;
-    void finish (Work& work, Progress& progress, const juce::File& stage, int filesBefore) const;
+    std::shared_ptr<ZEP::Overmarks::EventExporter> exporterFor (const Work& work,
+                                                                const std::function<void()>& hideBar) const;
+    bool isPartOfBatch (const Work& work) const;
+    void writeBeforeBatch (Work& work, Progress& progress, const juce::File& stage, int stepsBefore) const;
+    void takeResult (Work& work, ZEP::Overmarks::EventExporter& exporter, juce::String error,
+                     const juce::File& stage) const;
+    void makeDocuments (std::vector<Work>& works, const juce::File& stage, Session& session) const;
 
     const DocumentOptions& options;
     juce::File folder;

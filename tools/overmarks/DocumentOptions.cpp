@@ -77,6 +77,7 @@ void DocumentOptions::addTo (CLI::App& command)
     add (command, "--combine", combine, "With --by-character: all characters in one file");
     add (command, "--layout", layout, "director, actor or engineer (the project's, else director)");
     add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
+    add (command, "--browser", browser, "Name or path of the browser that prints (the installed one)");
     add (command, "--take-numbers", takeNumbers, "Print boxes for the numbers of the takes");
     add (command, "--delimiter", delimiter, "comma, semicolon or tab (the project's, else comma)");
     add (command, "--title", title, "Title of the project (the project's, else the list's name)");
@@ -150,6 +151,12 @@ std::shared_ptr<EventExportSettingsSet> DocumentOptions::settingsFor (const Proj
     settings->options[EventExportCSVTemplateKey] = format.csvTemplate;
     settings->options[EventExportCombineIntoSingleFileKey] = combine;
     settings->options[EventExportAppVersionKey] = SystemUtility::executableVersion();
+
+    if (! paper.empty())
+        settings->options[EventExportPaperKey] = juce::String (paper);
+    if (! browser.empty())
+        settings->options[EventExportBrowserKey] = juce::String (browser);
+
     return settings;
 }
 

@@ -62,6 +62,7 @@ private:
     std::string reel;
     std::string pictureVersion;
     std::string language;
+    std::string browser;                      ///< empty: not given
     std::vector<const CLI::Option*> declared; ///< owned by their command
 };
 
