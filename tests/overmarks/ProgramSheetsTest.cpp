@@ -132,7 +132,7 @@ TEST_F (ProgramSheetsTest, oneBarCountsAllDocuments)
     terminal.errorsOnTerminal = true;
     const auto shown =
         run ({ "export", "x.csv", "-o", "out", "--format", "csv,html,asc,ttal" }, {}, terminal).errors;
-    EXPECT_THAT (shown, HasSubstr ("Writing [#######.......................] 25%"));
+    EXPECT_THAT (shown, HasSubstr ("Writing [###############...............] 50%"));
     EXPECT_THAT (shown, HasSubstr ("Writing [##############################] 100%"));
 }
 
