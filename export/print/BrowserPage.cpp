@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <utility>
 
@@ -24,7 +25,7 @@ namespace
 {
 
 constexpr auto pageName = "page.html";
-constexpr int pieceOfDocument = 1 << 20;
+constexpr int pieceOfDocument = 1 << 20; ///< bytes
 
 /** All in all a document may take so many times as long as the browser may be silent. */
 constexpr int mostPatience = 10;
@@ -57,14 +58,44 @@ void writePage (const fs::path& file, std::string_view html, std::string_view fu
         throw PrintError ("the page can't be written to " + file.string());
 }
 
-std::string decoded (const std::string& base64)
+/** The value of a letter of base64; anything else is -1. */
+constexpr std::array<signed char, 256> base64Values = []
 {
-    juce::MemoryOutputStream bytes;
+    std::array<signed char, 256> values {};
+    values.fill (-1);
+    signed char value = 0;
 
-    if (! juce::Base64::convertFromBase64 (bytes, base64))
-        throw PrintError ("the browser's answer can't be understood");
+    for (const char letter :
+         std::string_view ("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"))
+        values[static_cast<unsigned char> (letter)] = value++;
 
-    return { static_cast<const char*> (bytes.getData()), bytes.getDataSize() };
+    return values;
+}();
+
+/** Documents of megabytes come in base64; the framework's reader takes longer for one than the browser for making it. */
+std::string decoded (std::string_view base64)
+{
+    while (base64.ends_with ('='))
+        base64.remove_suffix (1);
+
+    std::string bytes;
+    bytes.reserve (base64.size() * 3 / 4);
+    unsigned int bits = 0;
+    int number = 0;
+
+    for (const unsigned char letter : base64)
+    {
+        if (base64Values[letter] < 0)
+            throw PrintError ("the browser's answer can't be understood");
+
+        bits = bits << 6 | static_cast<unsigned int> (base64Values[letter]);
+        number += 6;
+
+        if (number >= 8)
+            bytes += static_cast<char> (bits >> (number -= 8) & 255);
+    }
+
+    return bytes;
 }
 
 } // namespace
@@ -178,7 +209,7 @@ void BrowserPage::print (const PrintLayout& layout, const std::function<void (st
     for (bool isLast = false; ! isLast;)
     {
         const auto piece = call ("IO.read", { { "handle", stream }, { "size", pieceOfDocument } }, page);
-        const auto data = piece.value ("data", std::string());
+        const auto& data = piece.at ("data").get_ref<const std::string&>();
         write (piece.value ("base64Encoded", false) ? decoded (data) : data);
         isLast = piece.value ("eof", true);
     }

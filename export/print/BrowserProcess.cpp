@@ -274,10 +274,11 @@ bool BrowserProcess::readErrors()
     return length > 0;
 }
 
-/** Every process of the group holds its standard error, so the end of that is the end of all of them. */
+/** Every process of the group holds its standard error, so the end of that is the end of all of them. None of them runs any
+    more once it has been killed; but a system that is busy freeing a gigabyte isn't waited for. */
 void BrowserProcess::readErrorsToTheEnd()
 {
-    const auto until = Clock::now() + std::chrono::seconds (2);
+    const auto until = Clock::now() + std::chrono::milliseconds (50);
 
     while (errors.get() >= 0 && millisecondsUntil (until) > 0)
     {

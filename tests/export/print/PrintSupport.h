@@ -46,6 +46,11 @@ protected:
             ::setenv ("TMPDIR", formerTemporaryFolder.c_str(), 1);
 
         EXPECT_EQ (temporaryFiles.names(), std::vector<std::string>());
+
+        // The system may still be busy taking killed ones away.
+        for (int i = 0; i < 200 && ! browserProcesses().empty(); ++i)
+            std::this_thread::sleep_for (std::chrono::milliseconds (10));
+
         EXPECT_EQ (browserProcesses(), std::vector<pid_t>());
     }
 
