@@ -24,8 +24,6 @@ std::shared_ptr<EventExporter> make (std::shared_ptr<EventExportSettingsSet> set
     return std::make_shared<Exporter> (std::move (settings));
 }
 
-constexpr Maker notYet = nullptr;
-
 struct Entry
 {
     EventExportType type;
