@@ -20,6 +20,9 @@ pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
 pkg_check_modules(PUGIXML REQUIRED IMPORTED_TARGET pugixml)
 
+# Drawn pages.
+pkg_check_modules(PANGOCAIRO REQUIRED IMPORTED_TARGET pangocairo cairo-pdf)
+
 if(OVERMARKS_BUILD_TESTS)
     find_package(GTest REQUIRED)
     pkg_check_modules(POPPLER REQUIRED IMPORTED_TARGET poppler-cpp)

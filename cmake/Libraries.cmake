@@ -33,6 +33,7 @@ overmarks_shared_library(ZEP_FileFormat EXPORT_NAME FileFormat MACRO ZEP_FILEFOR
 overmarks_shared_library(ZEP_Core EXPORT_NAME Core MACRO ZEP_CORE COMPONENTS core
     LINKS ZEP_FileFormat Poco::Foundation $<INSTALL_INTERFACE:Overmarks::juce_headers>
     PRIVATE_LINKS $<BUILD_INTERFACE:overmarks_juce> Poco::Encodings PkgConfig::ORCUS PkgConfig::XLSXWRITER PkgConfig::LIBZIP
+        PkgConfig::PANGOCAIRO
         EXPAT::EXPAT PkgConfig::JUCE_PLATFORM Threads::Threads
         ${CMAKE_DL_LIBS} rt)
 overmarks_shared_library(ZEP_MIDIIO EXPORT_NAME MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)

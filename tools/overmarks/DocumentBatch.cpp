@@ -15,6 +15,7 @@
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/EventExporterFactory.h"
 #include "export/frame/OutputFileNames.h"
+#include "export/print/DrawnCueSheetExporter.h"
 
 #include <unistd.h>
 
@@ -246,6 +247,9 @@ void DocumentBatch::writeBeforeBatch (Work& work, Progress& progress, const juce
 std::shared_ptr<EventExporter> DocumentBatch::exporterFor (const Work& work,
                                                            const std::function<void()>& hideBar) const
 {
+    if (work.format == &drawnCueSheet())
+        return std::make_shared<DrawnCueSheetExporter> (work.settings, paperSizeFor (*work.settings));
+
     auto exporter = EventExporterFactory::eventExporter (work.settings);
 
     if (auto* csv = dynamic_cast<EventCSVExporter*> (exporter.get()))

@@ -136,7 +136,7 @@ const std::vector<DocumentFormat>& documentFormats()
           noTemplate,
           ".pdf",
           "Cue sheet for the stage",
-          { "--by-character", "--combine", "--layout", "--paper", "--browser", "--take-numbers", "--title",
+          { "--by-character", "--combine", "--layout", "--paper", "--engine", "--browser", "--take-numbers", "--title",
             "--studio", "--supervisor", "--company", "--timeline", "--reel", "--picture-version" },
           { Content::times, Content::characters, Content::actors, Content::cueNumbers, Content::text,
             Content::lineBreaks, Content::boldAndItalic, Content::otherLooks, Content::notes,
@@ -161,6 +161,28 @@ const std::vector<DocumentFormat>& documentFormats()
           false },
     };
     return formats;
+}
+
+const DocumentFormat& drawnCueSheet()
+{
+    static const DocumentFormat format {
+        "pdf",
+        EventExportTypePDF,
+        noTemplate,
+        ".pdf",
+        "Cue sheet for the stage, drawn without a browser (--engine drawn)",
+        { "--by-character", "--combine", "--layout", "--paper", "--engine", "--take-numbers", "--title",
+          "--studio", "--supervisor", "--company", "--timeline", "--reel", "--picture-version" },
+        { Content::times, Content::characters, Content::actors, Content::cueNumbers, Content::text,
+          Content::lineBreaks, Content::notes, Content::engineeringNotes, Content::chosenTakes,
+          Content::reasons },
+        { Detail::castWithoutEvents, Detail::looksOfNotes, Detail::looksOfEngineeringNotes,
+          Detail::breaksOfEngineeringNotes },
+        {},
+        anyEvent,
+        false
+    };
+    return format;
 }
 
 bool DocumentFormat::canBeByCharacter() const

@@ -42,6 +42,9 @@ struct DocumentFormat
 /** All documents that can be written now. */
 const std::vector<DocumentFormat>& documentFormats();
 
+/** What `pdf` is with --engine drawn. */
+const DocumentFormat& drawnCueSheet();
+
 /** Throws WrongUsage, with all names and a suggestion, for a name that stands for no document.
     @param furtherNames  what the command can write besides documents, to be named as well */
 const DocumentFormat& documentFormat (const std::string& name,

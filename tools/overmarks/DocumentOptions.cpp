@@ -21,6 +21,7 @@ namespace
 const std::vector<std::string> delimiters { "comma", "semicolon", "tab" };
 const std::vector<std::string> layouts { "director", "actor", "engineer" };
 const std::vector<std::string> papers { "a4", "letter" };
+const std::vector<std::string> engines { "browser", "drawn" };
 
 int numberOf (const std::string& option, const std::string& value, const std::vector<std::string>& known)
 {
@@ -78,6 +79,7 @@ void DocumentOptions::addTo (CLI::App& command)
     add (command, "--layout", layout, "director, actor or engineer (the project's, else director)");
     add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
     add (command, "--browser", browser, "Name or path of the browser that prints (the installed one)");
+    add (command, "--engine", engine, "browser or drawn: what a PDF is made with (browser)");
     add (command, "--take-numbers", takeNumbers, "Print boxes for the numbers of the takes");
     add (command, "--delimiter", delimiter, "comma, semicolon or tab (the project's, else comma)");
     add (command, "--title", title, "Title of the project (the project's, else the list's name)");
@@ -89,6 +91,21 @@ void DocumentOptions::addTo (CLI::App& command)
     add (command, "--picture-version", pictureVersion, "Version of the picture");
     add (command, "--language", language, "Language code of the dialogue");
     add (command, "--yes", yes, "Agree to what the exporter would ask");
+    addPolicyTo (command);
+}
+
+void DocumentOptions::addToOverview (CLI::App& command)
+{
+    add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
+    add (command, "--title", title, "Title of the project (the project's, else the list's name)");
+    add (command, "--studio", studio, "Sound studio");
+    add (command, "--supervisor", supervisor, "Sound supervisor");
+    add (command, "--timeline", timeline, "Name of the timeline");
+    addPolicyTo (command);
+}
+
+void DocumentOptions::addPolicyTo (CLI::App& command)
+{
     command.add_flag ("--force", policy.force, "Replace existing files");
     command.add_flag ("--dry-run", policy.dryRun, "Only say what would be written");
 }
@@ -101,6 +118,8 @@ void DocumentOptions::check() const
         numberOf ("--layout", layout, layouts);
     if (! paper.empty())
         numberOf ("--paper", paper, papers);
+    if (! engine.empty())
+        numberOf ("--engine", engine, engines);
 }
 
 void DocumentOptions::sayWhatIsUnused (const std::vector<const DocumentFormat*>& formats,
@@ -118,6 +137,19 @@ void DocumentOptions::sayWhatIsUnused (const std::vector<const DocumentFormat*>&
 
     if (combine && ! byCharacter)
         session.say ("--combine makes no difference without --by-character");
+}
+
+const DocumentFormat& DocumentOptions::madeAs (const DocumentFormat& format) const
+{
+    return engine == "drawn" && format.name == drawnCueSheet().name ? drawnCueSheet() : format;
+}
+
+PDFDocument::PageSize DocumentOptions::pageSize() const
+{
+    if (paper.empty())
+        return PDFDocument::PageSize::ofLocale();
+
+    return paper == "letter" ? PDFDocument::PageSize::letter() : PDFDocument::PageSize::a4();
 }
 
 bool DocumentOptions::hasFileForEachCharacter (const DocumentFormat& format) const

@@ -5,6 +5,7 @@
 #include "OutputFile.h"
 #include "Session.h"
 
+#include "core/documents/PDFDocument.h"
 #include "export/frame/EventExportSettingsSet.h"
 #include "list/Project.h"
 
@@ -22,6 +23,9 @@ class DocumentOptions final
 {
 public:
     void addTo (CLI::App& command);
+
+    /** Those that the overview sheet has. */
+    void addToOverview (CLI::App& command);
 
     /** Throws WrongUsage for a value that no document knows. */
     void check() const;
@@ -44,11 +48,19 @@ public:
     OutputPolicy policy;
     bool byCharacter = false;
     bool yes = false;
-    std::string paper; ///< "a4", "letter" or empty for the usual paper of the place
+    std::string paper;  ///< "a4", "letter" or empty for the usual paper of the place
+
+    /** The format itself, or what it is with the engine that --engine names. */
+    [[nodiscard]] const DocumentFormat& madeAs (const DocumentFormat& format) const;
+
+    /** The paper that --paper names, else the usual one of the place. */
+    [[nodiscard]] ZEP::Core::PDFDocument::PageSize pageSize() const;
 
 private:
     template <typename Value>
     void add (CLI::App& command, const std::string& name, Value& value, const std::string& explanation);
+
+    void addPolicyTo (CLI::App& command);
 
     bool combine = false;
     bool takeNumbers = false;

@@ -33,9 +33,10 @@ void addCommands (CLI::App& program, Session& session)
     session.addOutputOptions (program);
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
-    for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
-                       addSearchCommand, addSetCommand, addConvertCommand, addExportCommand, addMIDICommand,
-                       addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
+    for (auto* add :
+         { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand, addSearchCommand,
+           addSetCommand, addConvertCommand, addExportCommand, addOverviewCommand, addMIDICommand,
+           addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }
 

@@ -73,6 +73,18 @@ void showFormatsAsText (Session& session, const json& formats)
     session.data (table.textForStandardOutput() + details);
 }
 
+json asJSON (const DocumentFormat& format)
+{
+    return { { "name", format.description },
+             { "extensions", format.extension },
+             { "reads", false },
+             { "writes", true },
+             { "columnMapping", false },
+             { "format", format.name },
+             { "carries", joined (namesOf (format.carries)) },
+             { "loses", joined (possibleLosses (format)) } };
+}
+
 void showFormats (Session& session)
 {
     auto formats = json::array();
@@ -86,14 +98,12 @@ void showFormats (Session& session)
                              { "columnMapping", format.userMapping } });
 
     for (const auto& format : documentFormats())
-        formats.push_back ({ { "name", format.description },
-                             { "extensions", format.extension },
-                             { "reads", false },
-                             { "writes", true },
-                             { "columnMapping", false },
-                             { "format", format.name },
-                             { "carries", joined (namesOf (format.carries)) },
-                             { "loses", joined (possibleLosses (format)) } });
+    {
+        formats.push_back (asJSON (format));
+
+        if (format.name == drawnCueSheet().name)
+            formats.push_back (asJSON (drawnCueSheet()));
+    }
 
     formats.push_back ({ { "name", "Project" },
                          { "extensions", ".overmarks" },

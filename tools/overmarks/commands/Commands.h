@@ -19,6 +19,7 @@ void addSearchCommand (CLI::App& program, Session& session);
 void addSetCommand (CLI::App& program, Session& session);
 void addConvertCommand (CLI::App& program, Session& session);
 void addExportCommand (CLI::App& program, Session& session);
+void addOverviewCommand (CLI::App& program, Session& session);
 void addMIDICommand (CLI::App& program, Session& session);
 void addFormatsCommand (CLI::App& program, Session& session);
 void addKeysCommand (CLI::App& program, Session& session);

@@ -66,12 +66,13 @@ void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, const Ses
     session.data (document);
 }
 
-std::vector<const DocumentFormat*> formatsNamed (const std::vector<std::string>& names)
+std::vector<const DocumentFormat*> formatsNamed (const std::vector<std::string>& names,
+                                                const DocumentOptions& documents)
 {
     std::vector<const DocumentFormat*> formats;
 
     for (const auto& name : names)
-        if (const auto* format = &documentFormat (name);
+        if (const auto* format = &documents.madeAs (documentFormat (name));
             std::find (formats.begin(), formats.end(), format) == formats.end())
             formats.push_back (format);
 
@@ -102,7 +103,7 @@ void exportDocuments (const ExportOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
     options.documents.check();
-    const auto formats = formatsNamed (options.formats);
+    const auto formats = formatsNamed (options.formats, options.documents);
     DocumentBatch batch (options.documents, fileFromPath (options.folder), options.list);
 
     for (const auto* format : formats)
@@ -174,7 +175,7 @@ void convertList (const ConvertOptions& options, Session& session)
     const auto name = formatNameOf (options);
 
     const auto project = projectFormNamed (name);
-    const auto* document = project.has_value() ? nullptr : &documentFormat (name, projectFormNames());
+    const auto* document = project.has_value() ? nullptr : &options.documents.madeAs (documentFormat (name, projectFormNames()));
     const auto formats =
         document == nullptr ? std::vector<const DocumentFormat*>() : std::vector { document };
 

@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/documents/PageCanvas.h"
+
+#include <cairo-pdf.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <numbers>
+
+namespace ZEP::Core
+{
+
+namespace
+{
+
+// The page description's own width 0 comes out as one dot of the printer, which few people can see.
+constexpr float thinnestLine = 0.25f;
+
+// Positions are kept in fixed point, and no paper is a kilometre long.
+constexpr float furthest = 1.0e6f;
+
+bool areFinite (std::initializer_list<float> values)
+{
+    return std::all_of (values.begin(), values.end(),
+                        [] (float value) { return std::abs (value) < furthest; });
+}
+
+bool isFinite (const juce::Rectangle<float>& r)
+{
+    return areFinite ({ r.getX(), r.getY(), r.getWidth(), r.getHeight() });
+}
+
+bool hasArea (const juce::Rectangle<float>& r) { return isFinite (r) && ! r.isEmpty(); }
+
+double component (juce::uint8 value) { return value / 255.0; }
+
+} // namespace
+
+PageCanvas::PageCanvas (float pageWidth, float pageHeight)
+    : surface (cairo_pdf_surface_create_for_stream (append, this, static_cast<double> (pageWidth),
+                                                    static_cast<double> (pageHeight))),
+      context (cairo_create (surface.get()))
+{
+}
+
+PageCanvas::~PageCanvas() = default;
+
+cairo_status_t PageCanvas::append (void* canvas, const unsigned char* bytes, unsigned int length)
+{
+    try
+    {
+        static_cast<PageCanvas*> (canvas)->output.append (reinterpret_cast<const char*> (bytes), length);
+        return CAIRO_STATUS_SUCCESS;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return CAIRO_STATUS_NO_MEMORY;
+    }
+}
+
+// ---- the document ----------------------------------------------------------------------------------------------------------
+
+void PageCanvas::setMetadata (int kind, const std::string& text)
+{
+    if (! finished)
+        cairo_pdf_surface_set_metadata (surface.get(), static_cast<cairo_pdf_metadata_t> (kind),
+                                        text.c_str());
+}
+
+void PageCanvas::setTitle (const std::string& title) { setMetadata (CAIRO_PDF_METADATA_TITLE, title); }
+void PageCanvas::setCreator (const std::string& creator)
+{
+    setMetadata (CAIRO_PDF_METADATA_CREATOR, creator);
+}
+
+void PageCanvas::setCreationTime (juce::Time time)
+{
+    setMetadata (CAIRO_PDF_METADATA_CREATE_DATE,
+                 (time.formatted ("%Y-%m-%dT%H:%M:%S") + time.getUTCOffsetString (true)).toStdString());
+}
+
+void PageCanvas::addPage()
+{
+    if (finished)
+        return;
+
+    setClip ({});
+    cairo_show_page (context.get());
+}
+
+juce::Result PageCanvas::finish()
+{
+    if (! finished)
+    {
+        setClip ({});
+        cairo_show_page (context.get());
+        cairo_surface_finish (surface.get());
+        finished = true;
+    }
+
+    auto status = cairo_status (context.get());
+
+    if (status == CAIRO_STATUS_SUCCESS)
+        status = cairo_surface_status (surface.get());
+
+    return status == CAIRO_STATUS_SUCCESS ? juce::Result::ok()
+                                          : juce::Result::fail (cairo_status_to_string (status));
+}
+
+void PageCanvas::setClip (const juce::Rectangle<float>& rectangle)
+{
+    if (finished)
+        return;
+
+    cairo_reset_clip (context.get());
+    clip = hasArea (rectangle) ? rectangle : juce::Rectangle<float>();
+
+    if (clip.isEmpty())
+        return;
+
+    cairo_rectangle (context.get(), clip.getX(), clip.getY(), clip.getWidth(), clip.getHeight());
+    cairo_clip (context.get());
+}
+
+bool PageCanvas::isHidden (float top, float bottom) const
+{
+    return ! clip.isEmpty() && (bottom <= clip.getY() || top >= clip.getBottom());
+}
+
+// ---- shapes ----------------------------------------------------------------------------------------------------------------
+
+void PageCanvas::setColour (juce::Colour colour)
+{
+    cairo_set_source_rgba (context.get(), component (colour.getRed()), component (colour.getGreen()),
+                           component (colour.getBlue()), component (colour.getAlpha()));
+}
+
+void PageCanvas::stroke (float width, juce::Colour colour)
+{
+    setColour (colour);
+    cairo_set_line_width (context.get(), std::max (width, thinnestLine));
+    cairo_stroke (context.get());
+}
+
+void PageCanvas::drawLine (juce::Line<float> line, float width, bool hasRoundEnds, juce::Colour colour)
+{
+    if (finished
+        || ! areFinite ({ line.getStartX(), line.getStartY(), line.getEndX(), line.getEndY(), width }))
+        return;
+
+    cairo_set_line_cap (context.get(), hasRoundEnds ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+    cairo_move_to (context.get(), line.getStartX(), line.getStartY());
+    cairo_line_to (context.get(), line.getEndX(), line.getEndY());
+    stroke (width, colour);
+}
+
+void PageCanvas::drawRect (const juce::Rectangle<float>& rectangle, float lineWidth, juce::Colour colour)
+{
+    if (finished || ! hasArea (rectangle) || ! areFinite ({ lineWidth }))
+        return;
+
+    cairo_rectangle (context.get(), rectangle.getX(), rectangle.getY(), rectangle.getWidth(),
+                     rectangle.getHeight());
+    stroke (lineWidth, colour);
+}
+
+void PageCanvas::drawRoundedRect (const juce::Rectangle<float>& rectangle, float lineWidth, float radius,
+                                  juce::Colour colour)
+{
+    if (! std::isfinite (radius) || radius <= 0.0f)
+        return drawRect (rectangle, lineWidth, colour);
+
+    if (finished || ! hasArea (rectangle) || ! areFinite ({ lineWidth }))
+        return;
+
+    constexpr auto quarter = std::numbers::pi / 2.0;
+    const double r =
+        std::min (radius, std::min (rectangle.getWidth(), rectangle.getHeight()) / 2.0f); // NOLINT
+    const double left = rectangle.getX() + r, top = rectangle.getY() + r;
+    const double right = rectangle.getRight() - r, bottom = rectangle.getBottom() - r;
+    auto* const c = context.get();
+    cairo_new_sub_path (c);
+    cairo_arc (c, right, top, r, -quarter, 0.0);
+    cairo_arc (c, right, bottom, r, 0.0, quarter);
+    cairo_arc (c, left, bottom, r, quarter, 2.0 * quarter);
+    cairo_arc (c, left, top, r, 2.0 * quarter, 3.0 * quarter);
+    cairo_close_path (c);
+    stroke (lineWidth, colour);
+}
+
+void PageCanvas::fillRect (const juce::Rectangle<float>& rectangle, juce::Colour colour)
+{
+    if (finished || ! hasArea (rectangle))
+        return;
+
+    setColour (colour);
+    cairo_rectangle (context.get(), rectangle.getX(), rectangle.getY(), rectangle.getWidth(),
+                     rectangle.getHeight());
+    cairo_fill (context.get());
+}
+
+cairo_t* PageCanvas::contextForText (juce::Colour colour)
+{
+    if (finished || cairo_status (context.get()) != CAIRO_STATUS_SUCCESS)
+        return nullptr;
+
+    setColour (colour);
+    return context.get();
+}
+
+// ---- images ----------------------------------------------------------------------------------------------------------------
+
+PageCanvas::Surface PageCanvas::surfaceOf (const juce::Image& image)
+{
+    const auto pixels = image.convertedToFormat (juce::Image::ARGB); // premultiplied, as the surface has it
+    const juce::Image::BitmapData data (pixels, juce::Image::BitmapData::readOnly);
+    Surface made (cairo_image_surface_create (CAIRO_FORMAT_ARGB32, data.width, data.height));
+
+    if (cairo_surface_status (made.get()) != CAIRO_STATUS_SUCCESS)
+        return nullptr;
+
+    cairo_surface_flush (made.get());
+    auto* const target = cairo_image_surface_get_data (made.get());
+    const auto stride = cairo_image_surface_get_stride (made.get());
+
+    for (int row = 0; row < data.height; ++row)
+        std::memcpy (target + static_cast<std::ptrdiff_t> (row) * stride, data.getLinePointer (row),
+                     static_cast<std::size_t> (data.width) * sizeof (std::uint32_t));
+
+    cairo_surface_mark_dirty (made.get());
+    return made;
+}
+
+void PageCanvas::setImage (const juce::Image& image, const juce::String& identifier)
+{
+    if (image.isValid())
+        images[identifier] = surfaceOf (image);
+    else
+        images.erase (identifier);
+}
+
+void PageCanvas::drawImage (const juce::String& identifier, const juce::Rectangle<float>& rectangle)
+{
+    const auto found = images.find (identifier);
+
+    if (finished || found == images.end() || found->second == nullptr || ! hasArea (rectangle))
+        return;
+
+    auto* const image = found->second.get();
+    auto* const c = context.get();
+    cairo_save (c);
+    cairo_translate (c, rectangle.getX(), rectangle.getY());
+    cairo_scale (c, static_cast<double> (rectangle.getWidth()) / cairo_image_surface_get_width (image),
+                 static_cast<double> (rectangle.getHeight()) / cairo_image_surface_get_height (image));
+    cairo_set_source_surface (c, image, 0.0, 0.0);
+    cairo_paint (c);
+    cairo_restore (c);
+}
+
+} // namespace ZEP::Core

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <juce_core/juce_core.h>
+#include <juce_graphics/juce_graphics.h>
+
+#include <cairo.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace ZEP::Core
+{
+
+/** The pages of a PDF and what is drawn on them but text. Here y grows downwards from the top of the page.
+
+    The bytes are gathered in memory until finish(). A failure, of memory for example, shows there; all that is drawn after it is
+    passed over. One thread. */
+class PageCanvas final
+{
+public:
+    PageCanvas (float pageWidth, float pageHeight);
+
+    PageCanvas (const PageCanvas&) = delete;
+    PageCanvas& operator= (const PageCanvas&) = delete;
+    ~PageCanvas();
+
+    void setTitle (const std::string& title);
+    void setCreator (const std::string& creator);
+    void setCreationTime (juce::Time time);
+
+    void addPage();
+
+    /** Ends the document; a second call does nothing. @returns the reason of the first failure since the beginning, if there was one */
+    juce::Result finish();
+
+    /** The whole file, after finish(). */
+    [[nodiscard]] const std::string& bytes() const noexcept { return output; }
+
+    /** An empty rectangle lifts the limit. */
+    void setClip (const juce::Rectangle<float>& rectangle);
+
+    void drawLine (juce::Line<float> line, float width, bool hasRoundEnds, juce::Colour colour);
+    void drawRect (const juce::Rectangle<float>& rectangle, float lineWidth, juce::Colour colour);
+    void drawRoundedRect (const juce::Rectangle<float>& rectangle, float lineWidth, float radius,
+                          juce::Colour colour);
+    void fillRect (const juce::Rectangle<float>& rectangle, juce::Colour colour);
+
+    void setImage (const juce::Image& image, const juce::String& identifier);
+    void drawImage (const juce::String& identifier, const juce::Rectangle<float>& rectangle);
+
+    /** For text: the context with this colour, or null when nothing can be drawn any more. */
+    [[nodiscard]] cairo_t* contextForText (juce::Colour colour);
+
+    /** Whether a clip hides everything between two heights. */
+    [[nodiscard]] bool isHidden (float top, float bottom) const;
+
+private:
+    struct Release
+    {
+        void operator() (cairo_t* context) const { cairo_destroy (context); }
+        void operator() (cairo_surface_t* surface) const { cairo_surface_destroy (surface); }
+    };
+
+    using Surface = std::unique_ptr<cairo_surface_t, Release>;
+
+    static cairo_status_t append (void* canvas, const unsigned char* bytes, unsigned int length);
+    static Surface surfaceOf (const juce::Image& image);
+
+    void setColour (juce::Colour colour);
+    void stroke (float width, juce::Colour colour);
+    void setMetadata (int kind, const std::string& text);
+
+    std::string output;
+    Surface surface;
+    std::unique_ptr<cairo_t, Release> context;
+    std::map<juce::String, Surface> images;
+    juce::Rectangle<float> clip;
+    bool finished = false;
+};
+
+} // namespace ZEP::Core

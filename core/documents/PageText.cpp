@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "core/documents/PageText.h"
+
+#include "core/system/Logger.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace ZEP::Core
+{
+
+namespace
+{
+
+// The families of the sheets that are printed from a web page, so that both kinds look alike.
+constexpr auto family = "Arial, sans-serif";
+
+constexpr float smallestFont = 1.0f, largestFont = 1000.0f;
+
+// A page holds some 6 000 characters. Whoever sends more than thirty pages in one cue is no actor's friend, and shaping takes
+// about two hundred bytes of memory a character.
+constexpr std::size_t longestParagraph = 200'000, longestLine = 4'000;
+
+// Room for the texts of a few hundred pages.
+constexpr std::size_t mostRememberedBytes = 512 * 1024, mostRememberedTexts = 16 * 1024;
+
+// A shape has a cost of its own, however short the text.
+constexpr std::size_t bytesOf (const std::string& text) { return text.size() + 32; }
+
+float points (int units) { return static_cast<float> (units) / PANGO_SCALE; }
+
+int unitsOf (float width)
+{
+    constexpr auto widest = 1.0e6f; // the library counts in 32 bits
+    return width > 0.0f && width < widest
+               ? std::max (1, static_cast<int> (width * static_cast<float> (PANGO_SCALE)))
+               : -1;
+}
+
+bool isPlainASCII (std::string_view text)
+{
+    return std::all_of (text.begin(), text.end(), [] (char c) { return c >= ' ' && c <= '~'; });
+}
+
+bool isLineBreak (gunichar c)
+{
+    return c == '\n' || c == '\r' || c == 0x0b || c == 0x0c || c == 0x85 || c == 0x2028 || c == 0x2029;
+}
+
+void append (std::string& text, gunichar character)
+{
+    char buffer[6];
+    text.append (buffer, static_cast<std::size_t> (g_unichar_to_utf8 (character, buffer)));
+}
+
+/** Valid text with one kind of line break and without control characters. */
+std::string withoutControls (const std::string& valid, char lineBreak)
+{
+    std::string shown;
+    shown.reserve (valid.size());
+    gunichar before = 0;
+
+    for (const char* place = valid.c_str(); *place != 0; place = g_utf8_next_char (place))
+    {
+        const auto c = g_utf8_get_char (place);
+
+        if (isLineBreak (c))
+        {
+            if (! (c == '\n' && before == '\r'))
+                shown += lineBreak;
+        }
+        else if (c == '\t' || ! g_unichar_iscntrl (c))
+            append (shown, c);
+
+        before = c;
+    }
+
+    return shown;
+}
+
+void cutAt (std::string& text, std::size_t longest)
+{
+    if (text.size() <= longest)
+        return;
+
+    const auto* const end = g_utf8_find_prev_char (text.c_str(), text.c_str() + longest + 1);
+    text.resize (static_cast<std::size_t> (end - text.c_str()));
+    text += "\xe2\x80\xa6";
+}
+
+PangoFontDescription* descriptionOf (bool isBold, float size)
+{
+    auto* const description = pango_font_description_from_string (family);
+    pango_font_description_set_weight (description, isBold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_absolute_size (description, static_cast<double> (size) * PANGO_SCALE);
+    return description;
+}
+
+/** On paper letters stand where they belong, not on a grid of dots. */
+void setUpForPaper (PangoContext& context)
+{
+    auto* const options = cairo_font_options_create();
+    cairo_font_options_set_hint_style (options, CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_hint_metrics (options, CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options (&context, options);
+    cairo_font_options_destroy (options);
+    pango_context_set_round_glyph_positions (&context, FALSE);
+}
+
+} // namespace
+
+std::string showableText (const juce::String& text, bool isOneLine)
+{
+    const auto longest = isOneLine ? longestLine : longestParagraph;
+    std::string shown (text.toRawUTF8());
+
+    if (! isPlainASCII (shown))
+    {
+        if (g_utf8_validate (shown.data(), static_cast<gssize> (shown.size()), nullptr) == 0)
+        {
+            const std::unique_ptr<char, decltype (&g_free)> valid (
+                g_utf8_make_valid (shown.data(), static_cast<gssize> (shown.size())), &g_free);
+            shown = valid.get();
+        }
+
+        shown = withoutControls (shown, isOneLine ? ' ' : '\n');
+    }
+
+    if (shown.size() > longest && ! isOneLine)
+        Logger::error ("A text of " + juce::String (shown.size()) + " bytes is too long for a page; "
+                       + juce::String (longest) + " are shown");
+
+    cutAt (shown, longest);
+    return shown;
+}
+
+juce::String ShapedText::lineText (std::size_t index) const
+{
+    const auto* const line = lines[index].shape;
+    const auto* const text = pango_layout_get_text (layout.get()) + line->start_index;
+    return juce::String::fromUTF8 (text, line->length).trimEnd();
+}
+
+// ---- fonts -----------------------------------------------------------------------------------------------------------------
+
+PageText::PageText()
+    : fontMap (pango_cairo_font_map_new_for_font_type (CAIRO_FONT_TYPE_FT)),
+      context (pango_font_map_create_context (fontMap.get()))
+{
+    setUpForPaper (*context);
+    setFont (current.first, current.second);
+}
+
+PageText::~PageText() = default;
+
+void PageText::setFont (bool isBold, float size)
+{
+    current = { isBold, std::isfinite (size) ? std::clamp (size, smallestFont, largestFont) : smallestFont };
+
+    if (const auto found = fonts.lower_bound (current); found == fonts.end() || found->first != current)
+        fonts.emplace_hint (found, current, fontFor (current));
+}
+
+PageText::Font PageText::fontFor (const FontKey& key) const
+{
+    const auto [isBold, size] = key;
+    Font font { { descriptionOf (isBold, size), &pango_font_description_free }, 0.9f * size, 0.2f * size };
+    const std::unique_ptr<PangoFont, GObjectRelease> loaded (
+        pango_font_map_load_font (fontMap.get(), context.get(), font.description.get()));
+
+    if (loaded == nullptr) // not a single font on this machine
+        return font;
+
+    const std::unique_ptr<PangoFontMetrics, decltype (&pango_font_metrics_unref)> metrics (
+        pango_font_get_metrics (loaded.get(), pango_language_from_string ("en")), &pango_font_metrics_unref);
+    font.ascent = points (pango_font_metrics_get_ascent (metrics.get()));
+    font.descent = points (pango_font_metrics_get_descent (metrics.get()));
+    return font;
+}
+
+// ---- shapes ----------------------------------------------------------------------------------------------------------------
+
+PageText::Shape PageText::oneLine (const juce::String& text, float widest)
+{
+    auto shown = showableText (text, true);
+    auto whole = remembered ({ current, true, -1, shown });
+
+    if (whole->width <= widest || unitsOf (widest) < 0)
+        return whole;
+
+    return remembered ({ current, true, unitsOf (widest), std::move (shown) });
+}
+
+PageText::Shape PageText::paragraph (const juce::String& text, float width)
+{
+    return remembered ({ current, false, unitsOf (width), showableText (text, false) });
+}
+
+PageText::Shape PageText::remembered (Key key)
+{
+    if (const auto found = recent.find (key); found != recent.end())
+        return found->second;
+
+    const auto bytes = bytesOf (std::get<std::string> (key));
+    auto shape = shaped (key);
+
+    if (bytes > mostRememberedBytes / 4)
+        return shape;
+
+    makeRoom (bytes);
+    inOrder.push_back (recent.emplace (std::move (key), shape).first);
+    rememberedBytes += bytes;
+    return shape;
+}
+
+void PageText::makeRoom (std::size_t bytes)
+{
+    while (! inOrder.empty()
+           && (rememberedBytes + bytes > mostRememberedBytes || recent.size() >= mostRememberedTexts))
+    {
+        rememberedBytes -= bytesOf (std::get<std::string> (inOrder.front()->first));
+        recent.erase (inOrder.front());
+        inOrder.pop_front();
+    }
+}
+
+PageText::Shape PageText::shaped (const Key& key) const
+{
+    const auto& [font, isOneLine, width, text] = key;
+    auto made = std::make_shared<ShapedText>();
+    made->layout.reset (pango_layout_new (context.get()));
+    auto* const layout = made->layout.get();
+    pango_layout_set_font_description (layout, fonts.at (font).description.get());
+    pango_layout_set_wrap (layout, PANGO_WRAP_WORD_CHAR);
+    pango_layout_set_width (layout, width);
+
+    if (isOneLine && width >= 0)
+    {
+        pango_layout_set_ellipsize (layout, PANGO_ELLIPSIZE_END);
+        pango_layout_set_height (layout, -1); // one line for the paragraph
+    }
+
+    pango_layout_set_text (layout, text.data(), static_cast<int> (text.size()));
+
+    if (! text.empty())
+        setLines (*made, isOneLine);
+
+    return made;
+}
+
+void PageText::setLines (ShapedText& text, bool isOneLine) const
+{
+    const auto& font = fonts.at (current);
+    const auto count = static_cast<std::size_t> (pango_layout_get_line_count (text.layout.get()));
+    text.lines.reserve (count);
+
+    // Asked for one after the other: each request by number walks from the first line.
+    for (auto* node = pango_layout_get_lines_readonly (text.layout.get()); node != nullptr; node = node->next)
+    {
+        auto* const shape = static_cast<PangoLayoutLine*> (node->data);
+        PangoRectangle ink {}, logical {};
+        pango_layout_line_get_extents (shape, &ink, &logical);
+        ShapedText::Line line { shape, points (logical.width), font.ascent, font.descent,
+                                shape->resolved_dir == PANGO_DIRECTION_RTL };
+
+        // Other scripts reach further, but seldom as far as their fonts claim: lines make room for the letters alone.
+        if (! isOneLine && points (logical.height) > font.ascent + font.descent + 0.01f)
+        {
+            line.ascent = std::max (line.ascent, points (-ink.y));
+            line.descent = std::max (line.descent, points (ink.y + ink.height));
+        }
+
+        text.width = std::max (text.width, line.width);
+        text.height += line.ascent + line.descent;
+        text.lines.push_back (line);
+    }
+}
+
+} // namespace ZEP::Core

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/print/DrawnCueSheetExporter.h"
+
+#include "core/system/SystemUtility.h"
+#include "export/frame/ByCharacterWalk.h"
+#include "export/frame/CharacterHeaderText.h"
+#include "export/frame/OutputFileNames.h"
+
+#include <utility>
+
+namespace ZEP::Overmarks
+{
+
+using ZEP::Core::PDFDocument;
+
+namespace
+{
+
+constexpr auto extension = ".pdf";
+
+juce::Image iconOfApplication()
+{
+    return juce::ImageFileFormat::loadFrom (
+        juce::File (ZEP::Core::SystemUtility::bundleResourcePath()).getChildFile ("dbln-app-icon.png"));
+}
+
+} // namespace
+
+/** One document on its way. */
+class DrawnCueSheetExporter::Sheet final
+{
+public:
+    Sheet (const DrawnCueSheetExporter& exporter, const juce::File& target)
+        : file (target),
+          cancelled (exporter.cancelled),
+          document (std::make_shared<PDFDocument> (target.getFullPathName(), exporter.pageSize)),
+          sheet (document, exporter.settingsWithReasons())
+    {
+        sheet.appIcon = exporter.appIcon;
+        sheet.isCancelled = [this] { return cancelled.load(); };
+    }
+
+    void addPart (const juce::String& characters, const EventExportSettingsSet::Events& events,
+                  bool isCharacter)
+    {
+        sheet.addPart (characters, events, isCharacter);
+    }
+
+    /** @returns the text of the error */
+    juce::String write()
+    {
+        sheet.draw();
+
+        if (cancelled)
+            return {};
+
+        document->saveToPath();
+        return document->saveResult().wasOk() ? juce::String()
+                                              : "Error writing file to " + file.getFullPathName();
+    }
+
+private:
+    juce::File file;
+    const std::atomic<bool>& cancelled;
+    std::shared_ptr<PDFDocument> document;
+    DrawnCueSheet sheet;
+};
+
+DrawnCueSheetExporter::DrawnCueSheetExporter (std::shared_ptr<EventExportSettingsSet> settingsSet,
+                                              PDFDocument::PageSize paper)
+    : EventExporter (std::move (settingsSet)),
+      appIcon (iconOfApplication()),
+      pageSize (paper)
+{
+}
+
+DrawnCueSheetExporter::~DrawnCueSheetExporter() = default;
+
+EventExportType DrawnCueSheetExporter::type() const { return EventExportTypePDF; }
+
+void DrawnCueSheetExporter::cancel() { cancelled = true; }
+
+std::shared_ptr<EventExportSettingsSet> DrawnCueSheetExporter::settingsWithReasons() const
+{
+    auto complete = std::make_shared<EventExportSettingsSet> (*settings);
+    complete->events.clear();
+    complete->eventsByCharacter.clear();
+    DrawnCueSheet::addReasons (*complete);
+    return complete;
+}
+
+juce::String DrawnCueSheetExporter::exportEventsByTimecode()
+{
+    Sheet sheet (*this, OutputFileNames (settings->outputDirectory, settings->fileName, extension).single());
+    sheet.addPart (joinedCharacterHeaderTextOfEvents (settings->events), settings->events, false);
+    const auto error = sheet.write();
+
+    if (delegate != nullptr)
+        delegate->progressChanged (this, 1, 1);
+
+    return error;
+}
+
+juce::String DrawnCueSheetExporter::exportEventsByCharacter()
+{
+    const ByCharacterWalk walk (*settings, extension);
+    const auto addTo = [] (Sheet& sheet, const ByCharacterWalk::Block& block)
+    { sheet.addPart (characterHeaderText (block.character), block.events, true); };
+
+    if (! walk.isCombined())
+        return walk.writeFiles (
+            *this, ByCharacterWalk::AfterFailure::stop,
+            [this, &addTo] (const ByCharacterWalk::Block& block)
+            {
+                Sheet sheet (*this, block.file);
+                addTo (sheet, block);
+                return sheet.write();
+            },
+            [this] { return cancelled.load(); });
+
+    Sheet sheet (*this, walk.singleFile());
+
+    for (const auto& block : walk.blocks())
+        addTo (sheet, block);
+
+    if (walk.blocks().empty())
+        sheet.addPart ({}, {}, false);
+
+    const auto error = sheet.write();
+    const auto count = static_cast<int> (walk.blocks().size());
+
+    if (delegate != nullptr && ! cancelled)
+        delegate->progressChanged (this, count, count);
+
+    return error;
+}
+
+} // namespace ZEP::Overmarks

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// overmarks overview: the sheet that tells how far the work has come.
+#include "DocumentOptions.h"
+#include "ListSource.h"
+#include "ProjectForm.h"
+#include "StagingFolder.h"
+#include "commands/Commands.h"
+
+#include "core/system/SystemUtility.h"
+#include "export/ADROverviewPDFExporter.h"
+
+#include <memory>
+
+namespace overmarks
+{
+
+using namespace ZEP::Overmarks;
+using ZEP::Orvelle::ADROverviewPDFExporter;
+
+namespace
+{
+
+struct OverviewOptions
+{
+    std::string list;
+    std::string out;
+    bool open = false;
+    ListOptions listOptions;
+    DocumentOptions documents;
+};
+
+void refuse (const OverviewOptions& options, const juce::File& out)
+{
+    if (options.out == "-")
+        throw WrongUsage ("overview writes a file; -o names it");
+
+    if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
+        throw CommandFailure (options.out + " is the list itself");
+
+    refuseFolderOf (out);
+    refuseToReplace (out, options.documents.policy);
+}
+
+void writeSheet (const OverviewOptions& options, const Project& project, const juce::File& out,
+                 Session& session)
+{
+    const auto texts = options.documents.settingsFor (project, options.list, {});
+    const auto path = out.getFullPathName();
+    ADROverviewPDFExporter exporter (path, options.documents.pageSize());
+    exporter.openFile = nullptr; // not before it's known to be there
+    exporter.appIcon = juce::ImageFileFormat::loadFrom (
+        juce::File (ZEP::Core::SystemUtility::bundleResourcePath()).getChildFile ("dbln-app-icon.png"));
+    exporter.exportPDF (ZEP::Orvelle::adrOverviewDataSets (*project.list, *project.characters),
+                        texts->projectSettings.projectName, texts->projectSettings.projectFilePath,
+                        texts->timelineSettings.timelineName, texts->projectSettings.soundSupervisor,
+                        texts->projectSettings.studioName);
+
+    if (exporter.document->saveResult().failed())
+        throw CommandFailure ("Error writing file to " + path);
+
+    if (const auto leftOut = exporter.rowsLeftOut(); leftOut > 0)
+        session.report ({ path,
+                          0,
+                          {},
+                          counted (static_cast<std::size_t> (leftOut), "character")
+                              + " at the end of the cast found no place on the sheet" });
+
+    if (options.open)
+        ADROverviewPDFExporter::openInViewer (out);
+}
+
+void makeOverview (const OverviewOptions& options, Session& session)
+{
+    options.listOptions.applyToProcess();
+    options.documents.check();
+    const auto out = fileFromPath (options.out);
+    const bool isDryRun = options.documents.policy.dryRun;
+    refuse (options, out);
+    const auto project = loadList (options.list, options.listOptions, session);
+    const auto messages = session.messagesAsJSON();
+
+    if (! isDryRun)
+        writeSheet (options, project, out, session);
+
+    session.say ((isDryRun ? "Would write " : "Wrote ") + out.getFullPathName());
+
+    if (! session.wantsJSON)
+        return;
+
+    json document { { "files", json::array ({ out.getFullPathName().toStdString() }) },
+                    { "messages", messages },
+                    { "problems", session.problemsAsJSON() } };
+
+    if (isDryRun)
+        document["dryRun"] = true;
+
+    session.data (document);
+}
+
+} // namespace
+
+void addOverviewCommand (CLI::App& program, Session& session)
+{
+    auto options = std::make_shared<OverviewOptions>();
+    auto* command = program.add_subcommand (
+        "overview", "Write a sheet that tells how many lines each character has, and how many are done");
+    command->footer ("Example:\n  overmarks overview film.overmarks -o overview.pdf");
+    command->add_option ("LIST", options->list, projectOrCueList)->required();
+    command->add_option ("-o,--output", options->out, "The sheet, a PDF")->required();
+    command->add_flag ("--open", options->open, "Show the finished sheet");
+    options->documents.addToOverview (*command);
+    options->listOptions.addTo (*command);
+    session.addOutputOptions (*command);
+    command->callback ([options, &session] { makeOverview (*options, session); });
+}
+
+} // namespace overmarks
