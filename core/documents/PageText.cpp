@@ -49,6 +49,9 @@ bool isLineBreak (gunichar c)
     return c == '\n' || c == '\r' || c == 0x0b || c == 0x0c || c == 0x85 || c == 0x2028 || c == 0x2029;
 }
 
+/** Code points that are no characters and never will be; the page's writer takes none of them. */
+bool isNoCharacter (gunichar c) { return (c >= 0xfdd0 && c <= 0xfdef) || (c & 0xfffeU) == 0xfffeU; }
+
 void append (std::string& text, gunichar character)
 {
     char buffer[6];
@@ -71,7 +74,7 @@ std::string withoutControls (const std::string& valid, char lineBreak)
             if (! (c == '\n' && before == '\r'))
                 shown += lineBreak;
         }
-        else if (c == '\t' || ! g_unichar_iscntrl (c))
+        else if (c == '\t' || ! (g_unichar_iscntrl (c) || isNoCharacter (c)))
             append (shown, c);
 
         before = c;
