@@ -248,10 +248,13 @@ private:
             stroke();
         else if (op == "f" || op == "f*")
         {
-            for (const auto& path : paths)
-                page.fills.push_back (boxOf (path, 0.0f, state.fill));
-
+            fill();
             paths.clear();
+        }
+        else if (op == "B" || op == "B*")
+        {
+            fill();
+            stroke();
         }
         else if (op == "n")
         {
@@ -265,6 +268,12 @@ private:
         auto box = juce::Rectangle<float>::findAreaContainingPoints (path.points.data(),
                                                                      static_cast<int> (path.points.size()));
         return { box.getX(), box.getY(), box.getWidth(), box.getHeight(), lineWidth, path.isCurved, colour };
+    }
+
+    void fill()
+    {
+        for (const auto& path : paths)
+            page.fills.push_back (boxOf (path, 0.0f, state.fill));
     }
 
     void stroke()

@@ -48,7 +48,7 @@ public:
     OutputPolicy policy;
     bool byCharacter = false;
     bool yes = false;
-    std::string paper;  ///< "a4", "letter" or empty for the usual paper of the place
+    std::string paper; ///< "a4", "letter" or empty for the usual paper of the place
 
     /** The format itself, or what it is with the engine that --engine names. */
     [[nodiscard]] const DocumentFormat& madeAs (const DocumentFormat& format) const;
@@ -74,6 +74,7 @@ private:
     std::string reel;
     std::string pictureVersion;
     std::string language;
+    std::string engine;                       ///< empty: not given
     std::string browser;                      ///< empty: not given
     std::vector<const CLI::Option*> declared; ///< owned by their command
 };

@@ -55,10 +55,10 @@ protected:
     /** The height of a text in the document's fonts. */
     float heightOf (const std::string& words, float size, float width) const
     {
-        float height = 0;
+        float measured = 0;
         document->setFont (regular, size);
-        document->layoutTextForWidth (text (words), width, height);
-        return height;
+        document->layoutTextForWidth (text (words), width, measured);
+        return measured;
     }
 
     /** Draws a cue and reads the page. */
