@@ -39,7 +39,9 @@ void drawCueSheet (benchmark::State& state)
     settings->fileName = "bench";
 
     for (auto _ : state)
-        if (DrawnCueSheetExporter (settings, PDFDocument::PageSize::a4()).exportEventsByTimecode().isNotEmpty())
+        if (DrawnCueSheetExporter (settings, PDFDocument::PageSize::a4())
+                .exportEventsByTimecode()
+                .isNotEmpty())
             state.SkipWithError ("the sheet can't be written");
 
     state.SetBytesProcessed (state.iterations() * output.folder.getChildFile ("bench.pdf").getSize());
@@ -51,8 +53,8 @@ void drawOverview (benchmark::State& state)
     std::vector<ADROverviewDataSet> characters;
 
     for (int i = 0; i < state.range (0); ++i)
-        characters.push_back ({ "CHARACTER " + juce::String (i), "Actor " + juce::String (i), "C" + juce::String (i), i, i / 2,
-                                static_cast<float> (i % 101) / 100.0f });
+        characters.push_back ({ "CHARACTER " + juce::String (i), "Actor " + juce::String (i),
+                                "C" + juce::String (i), i, i / 2, static_cast<float> (i % 101) / 100.0f });
 
     const SampleFolder output;
     const auto path = output.folder.getChildFile ("overview.pdf").getFullPathName();

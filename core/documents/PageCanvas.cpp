@@ -112,7 +112,7 @@ juce::Result PageCanvas::finish()
 
 void PageCanvas::setClip (const juce::Rectangle<float>& rectangle)
 {
-    if (finished)
+    if (! beginShape())
         return;
 
     cairo_reset_clip (context.get());
@@ -151,15 +151,38 @@ void PageCanvas::drawLine (juce::Line<float> line, float width, bool hasRoundEnd
         || ! areFinite ({ line.getStartX(), line.getStartY(), line.getEndX(), line.getEndY(), width }))
         return;
 
-    cairo_set_line_cap (context.get(), hasRoundEnds ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+    const Pen wanted { width, hasRoundEnds, colour };
+
+    if (pen != wanted
+        || ! colour.isOpaque()) // where lines cross, a transparent stroke shows once, two show twice
+        strokeLines();
+
+    pen = wanted;
     cairo_move_to (context.get(), line.getStartX(), line.getStartY());
     cairo_line_to (context.get(), line.getEndX(), line.getEndY());
-    stroke (width, colour);
+}
+
+void PageCanvas::strokeLines()
+{
+    if (! pen.has_value())
+        return;
+
+    cairo_set_line_cap (context.get(), pen->hasRoundEnds ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+    stroke (pen->width, pen->colour);
+    pen.reset();
+}
+
+bool PageCanvas::beginShape()
+{
+    if (! finished)
+        strokeLines();
+
+    return ! finished;
 }
 
 void PageCanvas::drawRect (const juce::Rectangle<float>& rectangle, float lineWidth, juce::Colour colour)
 {
-    if (finished || ! hasArea (rectangle) || ! areFinite ({ lineWidth }))
+    if (! hasArea (rectangle) || ! areFinite ({ lineWidth }) || ! beginShape())
         return;
 
     cairo_rectangle (context.get(), rectangle.getX(), rectangle.getY(), rectangle.getWidth(),
@@ -173,7 +196,7 @@ void PageCanvas::drawRoundedRect (const juce::Rectangle<float>& rectangle, float
     if (! std::isfinite (radius) || radius <= 0.0f)
         return drawRect (rectangle, lineWidth, colour);
 
-    if (finished || ! hasArea (rectangle) || ! areFinite ({ lineWidth }))
+    if (! hasArea (rectangle) || ! areFinite ({ lineWidth }) || ! beginShape())
         return;
 
     constexpr auto quarter = std::numbers::pi / 2.0;
@@ -193,7 +216,7 @@ void PageCanvas::drawRoundedRect (const juce::Rectangle<float>& rectangle, float
 
 void PageCanvas::fillRect (const juce::Rectangle<float>& rectangle, juce::Colour colour)
 {
-    if (finished || ! hasArea (rectangle))
+    if (! hasArea (rectangle) || ! beginShape())
         return;
 
     setColour (colour);
@@ -204,7 +227,7 @@ void PageCanvas::fillRect (const juce::Rectangle<float>& rectangle, juce::Colour
 
 cairo_t* PageCanvas::contextForText (juce::Colour colour)
 {
-    if (finished || cairo_status (context.get()) != CAIRO_STATUS_SUCCESS)
+    if (! beginShape() || cairo_status (context.get()) != CAIRO_STATUS_SUCCESS)
         return nullptr;
 
     setColour (colour);
@@ -246,7 +269,7 @@ void PageCanvas::drawImage (const juce::String& identifier, const juce::Rectangl
 {
     const auto found = images.find (identifier);
 
-    if (finished || found == images.end() || found->second == nullptr || ! hasArea (rectangle))
+    if (found == images.end() || found->second == nullptr || ! hasArea (rectangle) || ! beginShape())
         return;
 
     auto* const image = found->second.get();

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace ZEP::Core
@@ -68,6 +69,19 @@ private:
     static cairo_status_t append (void* canvas, const unsigned char* bytes, unsigned int length);
     static Surface surfaceOf (const juce::Image& image);
 
+    /** How the lines look that are in the path and not drawn yet: neighbours of one look are one stroke. */
+    struct Pen
+    {
+        bool operator== (const Pen&) const = default;
+
+        float width = 0.0f;
+        bool hasRoundEnds = false;
+        juce::Colour colour;
+    };
+
+    /** To be called before anything but a line. @returns whether something can be drawn still */
+    bool beginShape();
+    void strokeLines();
     void setColour (juce::Colour colour);
     void stroke (float width, juce::Colour colour);
     void setMetadata (int kind, const std::string& text);
@@ -77,6 +91,7 @@ private:
     std::unique_ptr<cairo_t, Release> context;
     std::map<juce::String, Surface> images;
     juce::Rectangle<float> clip;
+    std::optional<Pen> pen; ///< set while the path holds lines
     bool finished = false;
 };
 
