@@ -190,7 +190,11 @@ TEST_F (DrawnCueSheetTest, aTallCueOfOneEndlessParagraphHasAnEndToo)
 
 TEST_F (DrawnCueSheetTest, theIconsOfTheLibraryAreThere)
 {
-    const auto pdf = byTimecode (cues (2));
+    settings->events = cues (2);
+    DrawnCueSheetExporter exporter (settings, PDFDocument::PageSize::a4());
+    exporter.appIcon = {};
+    EXPECT_EQ (exporter.exportEventsByTimecode(), "");
+    const ReadPDF pdf (folder.file ("Reel 2.pdf"));
     EXPECT_EQ (pdf.page().pictures.size(), 6u);
     EXPECT_EQ (pdf.numberOfImages(), 3);
 }
