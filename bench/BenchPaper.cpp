@@ -11,6 +11,7 @@ namespace
 {
 
 using namespace ZEP::Overmarks;
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 
 /** A folder that is gone again with this object. */
@@ -39,9 +40,7 @@ void drawCueSheet (benchmark::State& state)
     settings->fileName = "bench";
 
     for (auto _ : state)
-        if (DrawnCueSheetExporter (settings, PDFDocument::PageSize::a4())
-                .exportEventsByTimecode()
-                .isNotEmpty())
+        if (DrawnCueSheetExporter (settings, PaperSize::a4()).exportEventsByTimecode().isNotEmpty())
             state.SkipWithError ("the sheet can't be written");
 
     state.SetBytesProcessed (state.iterations() * output.folder.getChildFile ("bench.pdf").getSize());
@@ -61,7 +60,7 @@ void drawOverview (benchmark::State& state)
 
     for (auto _ : state)
     {
-        ZEP::Orvelle::ADROverviewPDFExporter exporter (path, PDFDocument::PageSize::a4());
+        ZEP::Orvelle::ADROverviewPDFExporter exporter (path, PaperSize::a4());
         exporter.openFile = nullptr;
         exporter.exportPDF (characters, "Season 1", path, "Reel 3", "J. Doe", "Studio 7");
 

@@ -14,6 +14,7 @@
 namespace ZEP::Orvelle
 {
 
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 
 namespace
@@ -59,7 +60,7 @@ juce::String percentText (float ratio)
 
 } // namespace
 
-ADROverviewPDFExporter::ADROverviewPDFExporter (const juce::String& path, PDFDocument::PageSize pageSize)
+ADROverviewPDFExporter::ADROverviewPDFExporter (const juce::String& path, PaperSize pageSize)
     : document (std::make_shared<PDFDocument> (path, pageSize)),
       filePath (path),
       appVersion (ZEP::Core::SystemUtility::executableVersion())

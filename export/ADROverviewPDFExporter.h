@@ -49,9 +49,8 @@ class OVERMARKS_API ADROverviewPDFExporter final
 {
 public:
     /** @param path  full path of the sheet */
-    explicit ADROverviewPDFExporter (
-        const juce::String& path,
-        ZEP::Core::PDFDocument::PageSize pageSize = ZEP::Core::PDFDocument::PageSize::ofLocale());
+    explicit ADROverviewPDFExporter (const juce::String& path,
+                                     ZEP::Core::PaperSize pageSize = ZEP::Core::PaperSize::ofLocale());
 
     ADROverviewPDFExporter (const ADROverviewPDFExporter&) = delete;
     ADROverviewPDFExporter& operator= (const ADROverviewPDFExporter&) = delete;

@@ -7,13 +7,8 @@
 #include "core/system/SystemUtility.h"
 #include "core/system/WholeFile.h"
 
-#include <langinfo.h>
-#include <locale.h> // NOLINT: newlocale
-
 #include <array>
 #include <cmath>
-#include <cstdint>
-#include <limits>
 #include <string_view>
 
 namespace ZEP::Core
@@ -21,26 +16,6 @@ namespace ZEP::Core
 
 namespace
 {
-
-constexpr float pointsPerMillimetre = 72.0f / 25.4f;
-
-/** The number that the system hands out as if it were a text. */
-int millimetres (nl_item item, locale_t locale)
-{
-    return static_cast<int> (reinterpret_cast<std::intptr_t> (nl_langinfo_l (item, locale))
-                             & std::numeric_limits<int>::max());
-}
-
-bool isSheet (int lengthInMillimetres) { return lengthInMillimetres >= 50 && lengthInMillimetres <= 2000; }
-
-PDFDocument::PageSize sizeOf (int width, int height)
-{
-    if (width == 216 && height == 279) // whole millimetres tell it less well than its name
-        return PDFDocument::PageSize::letter();
-
-    return { std::round (static_cast<float> (width) * pointsPerMillimetre),
-             std::round (static_cast<float> (height) * pointsPerMillimetre) };
-}
 
 /** Where a line begins in the rectangle, from the left. @param isRightToLeft  of a paragraph that is read so */
 float leftOf (float width, const juce::Rectangle<float>& rectangle, juce::Justification justification,
@@ -90,24 +65,11 @@ void show (cairo_t* context, PangoLayoutLine* line, float x, float baseline)
 
 } // namespace
 
-PDFDocument::PageSize PDFDocument::PageSize::ofLocale()
-{
-    // The user's own, whether or not the program has asked for it.
-    auto* const locale = newlocale (LC_PAPER_MASK, "", nullptr);
+PDFDocument::PDFDocument (const juce::String& path) : PDFDocument (path, PaperSize::ofLocale()) {}
 
-    if (locale == nullptr)
-        return a4();
-
-    const auto width = millimetres (_NL_PAPER_WIDTH, locale), height = millimetres (_NL_PAPER_HEIGHT, locale);
-    freelocale (locale);
-    return isSheet (width) && isSheet (height) ? sizeOf (width, height) : a4();
-}
-
-PDFDocument::PDFDocument (const juce::String& path) : PDFDocument (path, PageSize::ofLocale()) {}
-
-PDFDocument::PDFDocument (const juce::String& path, PageSize pageSize)
+PDFDocument::PDFDocument (const juce::String& path, PaperSize paper)
     : file (path),
-      size (pageSize),
+      size (paper),
       result (juce::Result::fail ("Not saved")),
       canvas (std::make_unique<PageCanvas> (size.width, size.height)),
       texts (std::make_unique<PageText>())

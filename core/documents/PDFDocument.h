@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ZEP_Core/Export.h"
+#include "core/documents/PaperSize.h"
 
 #include <juce_core/juce_core.h>
 #include <juce_graphics/juce_graphics.h>
@@ -41,22 +42,10 @@ public:
         LineCapRound = 1
     };
 
-    struct ZEP_CORE_API PageSize
-    {
-        float width = 595.0f;  ///< points
-        float height = 842.0f; ///< points
-
-        [[nodiscard]] static PageSize a4() { return {}; }
-        [[nodiscard]] static PageSize letter() { return { 612.0f, 792.0f }; }
-
-        /** The paper that is usual where the user lives, as the environment tells (LC_PAPER); A4 where it says nothing. */
-        [[nodiscard]] static PageSize ofLocale();
-    };
-
     /** A document with one empty page of the locale's size.
         @param path  full path of the file to be saved */
     explicit PDFDocument (const juce::String& path);
-    PDFDocument (const juce::String& path, PageSize pageSize);
+    PDFDocument (const juce::String& path, PaperSize paper);
 
     PDFDocument (const PDFDocument&) = delete;
     PDFDocument& operator= (const PDFDocument&) = delete;
@@ -154,7 +143,7 @@ private:
                     juce::Justification justification, bool isOneLine);
 
     const juce::File file;
-    const PageSize size;
+    const PaperSize size;
     juce::Result result;
     juce::Colour fillColour { juce::Colours::black };
     juce::Colour strokeColour { juce::Colours::black };

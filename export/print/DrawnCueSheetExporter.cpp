@@ -11,6 +11,7 @@
 namespace ZEP::Overmarks
 {
 
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 
 namespace
@@ -67,7 +68,7 @@ private:
 };
 
 DrawnCueSheetExporter::DrawnCueSheetExporter (std::shared_ptr<EventExportSettingsSet> settingsSet,
-                                              PDFDocument::PageSize paper)
+                                              PaperSize paper)
     : EventExporter (std::move (settingsSet)),
       appIcon (iconOfApplication()),
       pageSize (paper)

@@ -25,9 +25,8 @@ namespace ZEP::Overmarks
 class OVERMARKS_API DrawnCueSheetExporter final : public EventExporter
 {
 public:
-    explicit DrawnCueSheetExporter (
-        std::shared_ptr<EventExportSettingsSet> settingsSet,
-        ZEP::Core::PDFDocument::PageSize paper = ZEP::Core::PDFDocument::PageSize::ofLocale());
+    explicit DrawnCueSheetExporter (std::shared_ptr<EventExportSettingsSet> settingsSet,
+                                    ZEP::Core::PaperSize paper = ZEP::Core::PaperSize::ofLocale());
     ~DrawnCueSheetExporter() override;
 
     /** @returns "Error writing file to " and the path for the first file that can't be written; the log tells why */
@@ -44,7 +43,7 @@ private:
 
     std::shared_ptr<EventExportSettingsSet> settingsWithReasons() const;
 
-    ZEP::Core::PDFDocument::PageSize pageSize;
+    ZEP::Core::PaperSize pageSize;
     std::atomic<bool> cancelled { false };
 };
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/print/PrintFooter.h"
 
+#include "core/system/UserLocale.h"
 #include "core/text/TextDecoding.h"
 #include "export/frame/CSVCells.h"
-#include "export/frame/UserLocale.h"
 
 #include <langinfo.h>
 #include <time.h>
@@ -96,8 +96,8 @@ juce::String shortDateAndTime (std::time_t moment)
 {
     std::tm time {};
     ::localtime_r (&moment, &time);
-    const UserLocale user (LC_TIME_MASK);
-    const UserLocale neutral (LC_TIME_MASK, "C");
+    const Core::UserLocale user (LC_TIME_MASK);
+    const Core::UserLocale neutral (LC_TIME_MASK, "C");
     const auto locale = user.exists() ? user.get() : neutral.get();
 
     // The time without its seconds, by the clock of the place.

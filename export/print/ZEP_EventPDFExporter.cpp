@@ -5,7 +5,7 @@
 #include "core/system/WholeFile.h"
 #include "export/CueSheetCue.h"
 #include "export/EventPDFExporter.h"
-#include "export/frame/PaperSize.h"
+#include "export/frame/PaperOfSettings.h"
 #include "export/print/BrowserPage.h"
 #include "export/print/BrowserProgram.h"
 #include "export/print/PrintError.h"
@@ -57,10 +57,10 @@ PageRequests::Icons icons()
 
 PrintLayout layoutFor (const EventExportSettingsSet& settings)
 {
-    const auto paper = paperSizeFor (settings);
+    const auto paper = paperOf (settings);
     PrintLayout layout;
-    layout.paperWidth = paper.width;
-    layout.paperHeight = paper.height;
+    layout.paperWidth = juce::roundToInt (paper.width);
+    layout.paperHeight = juce::roundToInt (paper.height);
     layout.top = 30;
     layout.bottom = 20 + PrintFooter::height;
     layout.left = 30;

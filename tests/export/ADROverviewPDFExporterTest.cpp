@@ -19,6 +19,7 @@ namespace
 
 using namespace ZEP::Overmarks::Testing;
 using testing::HasSubstr;
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 using ZEP::Orvelle::ADROverviewPDFExporter;
 
@@ -93,8 +94,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    ADROverviewPDFExporter exporter { folder.file ("sheet.pdf").getFullPathName(),
-                                      PDFDocument::PageSize::a4() };
+    ADROverviewPDFExporter exporter { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
     std::vector<juce::File> opened;
 };
 

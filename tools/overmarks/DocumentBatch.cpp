@@ -6,6 +6,7 @@
 #include "PlacedFiles.h"
 #include "Progress.h"
 #include "StagingFolder.h"
+#include "TemporaryPlace.h"
 #include "WordExport.h"
 
 #include "export/EventASCExporter.h"
@@ -15,12 +16,15 @@
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/EventExporterFactory.h"
 #include "export/frame/OutputFileNames.h"
+#include "export/frame/PaperOfSettings.h"
 #include "export/print/DrawnCueSheetExporter.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <iostream>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -39,9 +43,22 @@ void refuseToReplaceSource (const juce::File& file, const std::string& source)
                               + ": the document would replace the list that it is made from");
 }
 
-/** Asks on a terminal; without one there is nobody to ask, and the answer is no. Lines stay lines, but nothing that a cue
-    list says steers the terminal. */
-bool askOnTerminal (const juce::String& question)
+/** Whether somebody types a line before the program is stopped. */
+bool hasAnswer (const StopSignals& signals)
+{
+    constexpr int look = 50; // milliseconds
+    pollfd terminal { STDIN_FILENO, POLLIN, 0 };
+
+    while (std::cin.rdbuf()->in_avail() <= 0 && poll (&terminal, 1, look) <= 0)
+        if (signals.haveCome())
+            return false;
+
+    return true;
+}
+
+/** Asks on a terminal; without one there is nobody to ask, and the answer is no, as it is when the program is stopped. Lines
+    stay lines, but nothing that a cue list says steers the terminal. */
+bool askOnTerminal (const juce::String& question, const StopSignals& signals)
 {
     for (const auto& line : juce::StringArray::fromTokens (question, "\n", {}))
         std::cerr << printable (line) << "\n";
@@ -55,7 +72,10 @@ bool askOnTerminal (const juce::String& question)
     }
 
     std::string answer;
-    std::getline (std::cin, answer);
+
+    if (hasAnswer (signals))
+        std::getline (std::cin, answer);
+
     return answer == "y" || answer == "Y" || answer == "yes";
 }
 
@@ -81,6 +101,8 @@ std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const
 
     return names;
 }
+
+constexpr auto nothingWritten = "nothing was written";
 
 juce::File inside (const juce::File& folder, const juce::String& name)
 {
@@ -221,13 +243,14 @@ bool DocumentBatch::isPartOfBatch (const Work& work) const
            && (isByCharacter (*work.format) || ! work.settings->events.empty());
 }
 
-void DocumentBatch::writeBeforeBatch (Work& work, Progress& progress, const juce::File& stage,
+void DocumentBatch::writeBeforeBatch (Work& work, Progress& progress, const StagingFolder& stage,
                                       int stepsBefore) const
 {
     if (work.names.empty())
         return;
 
-    if (const auto file = inside (stage, work.names.front()); writeWithoutFactory (*work.settings, file))
+    if (const auto file = inside (stage.getFolder(), work.names.front());
+        writeWithoutFactory (*work.settings, file))
     {
         // Such an exporter doesn't tell of a failure: that shows in the missing file.
         if (! file.exists())
@@ -235,29 +258,32 @@ void DocumentBatch::writeBeforeBatch (Work& work, Progress& progress, const juce
     }
     else if (work.settings->exportType == EventExportTypeWord)
     {
-        writeWordDocuments (work, progress, stage, stepsBefore);
+        writeWordDocuments (work, progress, stage.getFolder(), stepsBefore);
     }
     else
     {
-        const auto exporter = exporterFor (work, [&progress] { progress.hide(); });
-        takeResult (work, *exporter, exporter->exportEventsByTimecode(), stage);
+        const auto exporter = exporterFor (work,
+                                           [&] (const juce::String& question)
+                                           {
+                                               progress.hide();
+                                               return askOnTerminal (question, stage.getSignals());
+                                           });
+        takeResult (work, *exporter, exporter->exportEventsByTimecode(), stage.getFolder());
     }
 }
 
-std::shared_ptr<EventExporter> DocumentBatch::exporterFor (const Work& work,
-                                                           const std::function<void()>& hideBar) const
+/** @param ask  whether a document shall be written nevertheless */
+std::shared_ptr<EventExporter> DocumentBatch::exporterFor (
+    const Work& work, const std::function<bool (const juce::String&)>& ask) const
 {
     if (work.format == &drawnCueSheet())
-        return std::make_shared<DrawnCueSheetExporter> (work.settings, paperSizeFor (*work.settings));
+        return std::make_shared<DrawnCueSheetExporter> (work.settings, paperOf (*work.settings));
 
     auto exporter = EventExporterFactory::eventExporter (work.settings);
 
     if (auto* csv = dynamic_cast<EventCSVExporter*> (exporter.get()))
-        csv->askToContinue = [this, hideBar] (const juce::String&, const juce::String& question)
-        {
-            hideBar();
-            return options.yes || askOnTerminal (question);
-        };
+        csv->askToContinue = [this, ask] (const juce::String&, const juce::String& question)
+        { return options.yes || ask (question); };
 
     auto* sheet = dynamic_cast<EventPDFExporter*> (exporter.get());
 
@@ -292,57 +318,78 @@ void DocumentBatch::takeResult (Work& work, EventExporter& exporter, juce::Strin
             work.printFailures[failure.file.getFileName()] = failure.reason;
 }
 
-/** Makes all documents in the staging folder. Throws CommandFailure for the first that couldn't be written; what couldn't be
-    printed, or wasn't reached before the user stopped the work, is just missing. */
-void DocumentBatch::makeDocuments (std::vector<Work>& works, const juce::File& stage, Session& session) const
+/** Makes all documents in the staging folder. Throws CommandFailure for the first that couldn't be written, WorkStopped
+    when the user has stopped the work; what couldn't be printed, or wasn't reached, is just missing. */
+void DocumentBatch::makeDocuments (std::vector<Work>& works, const StagingFolder& stage,
+                                   Session& session) const
 {
-    std::map<const EventExportSettingsSet*, Work*> batched;
-    BatchEventExportSession::SettingsSets sets;
-    int stepsBefore = 0;
+    std::vector<Work*> batched, before;
+    int stepsBefore = 0, stepsOfBatch = 0;
 
     for (auto& work : works)
     {
-        work.settings->outputDirectory = stage.getFullPathName();
+        work.settings->outputDirectory = stage.getFolder().getFullPathName();
+        const bool isBatched = isPartOfBatch (work);
+        (isBatched ? batched : before).push_back (&work);
 
-        if (isPartOfBatch (work))
-        {
-            // The batch goes by which of the two is filled.
-            if (isByCharacter (*work.format))
-                work.settings->events.clear();
-            else
-                work.settings->eventsByCharacter.clear();
-
-            batched[work.settings.get()] = &work;
-            sets.push_back (work.settings);
-        }
+        if (isBatched)
+            stepsOfBatch += DocumentRun::stepsOf ({ work.settings });
         else
-        {
             stepsBefore += static_cast<int> (work.names.size());
-        }
     }
 
-    Progress progress (session, "Writing", stepsBefore + DocumentRun::stepsOf (sets));
+    Progress progress (session, "Writing", stepsBefore + stepsOfBatch);
     int steps = 0;
 
-    for (auto& work : works)
-        if (! isPartOfBatch (work))
-        {
-            writeBeforeBatch (work, progress, stage, steps);
-            progress.reached (steps += static_cast<int> (work.names.size()));
-        }
+    for (auto* work : before)
+    {
+        stage.getSignals().throwIfStopped (nothingWritten);
+        writeBeforeBatch (*work, progress, stage, steps);
+        progress.reached (steps += static_cast<int> (work->names.size()));
+    }
 
-    DocumentRun run (progress, stepsBefore, sets);
-    run.batch().makeExporter = [&] (const auto& settings)
-    { return exporterFor (*batched.at (settings.get()), [&run] { run.hideBar(); }); };
-    run.batch().exportEnded = [&] (EventExporter& exporter, const juce::String& error)
-    { takeResult (*batched.at (exporter.settings.get()), exporter, error, stage); };
-
-    if (! run.run())
-        session.say ("Stopped; what was finished is kept");
+    writeBatch (batched, progress, stepsBefore, stage);
 
     for (const auto& work : works)
         if (work.error.isNotEmpty())
             throw CommandFailure (work.error);
+}
+
+void DocumentBatch::writeBatch (const std::vector<Work*>& works, Progress& progress, int stepsBefore,
+                                const StagingFolder& stage) const
+{
+    std::map<const EventExportSettingsSet*, Work*> workOf;
+    BatchEventExportSession::SettingsSets sets;
+
+    for (auto* work : works)
+    {
+        // The batch goes by which of the two is filled.
+        if (isByCharacter (*work->format))
+            work->settings->events.clear();
+        else
+            work->settings->eventsByCharacter.clear();
+
+        workOf[work->settings.get()] = work;
+        sets.push_back (work->settings);
+    }
+
+    // The browser's files are gone with the rest when the program is stopped the hard way.
+    const TemporaryPlace placeOfBrowser;
+    DocumentRun run (progress, stepsBefore, sets);
+    run.batch().makeExporter = [&] (const auto& settings)
+    {
+        return exporterFor (*workOf.at (settings.get()),
+                            [&] (const juce::String& question)
+                            {
+                                run.hideBar();
+                                return askOnTerminal (question, stage.getSignals());
+                            });
+    };
+    run.batch().exportEnded = [&] (EventExporter& exporter, const juce::String& error)
+    { takeResult (*workOf.at (exporter.settings.get()), exporter, error, stage.getFolder()); };
+
+    if (! run.run (stage.getSignals()))
+        stage.getSignals().throwIfStopped (nothingWritten);
 }
 
 void DocumentBatch::writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
@@ -379,9 +426,24 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
         return files;
 
     const StagingFolder stage (files.front());
-    makeDocuments (works, stage.getFolder(), session);
     const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
-    return moveIntoPlace (works, stage.getFolder(), session);
+    std::optional<WorkStopped> stop;
+
+    try
+    {
+        makeDocuments (works, stage, session);
+    }
+    catch (const WorkStopped& stopped)
+    {
+        stop = stopped;
+    }
+
+    auto written = moveIntoPlace (works, stage.getFolder(), session);
+
+    if (stop.has_value())
+        throw written.empty() ? *stop : WorkStopped ("Stopped; what was finished is kept");
+
+    return written;
 }
 
 std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,

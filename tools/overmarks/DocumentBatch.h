@@ -17,6 +17,7 @@ namespace overmarks
 {
 
 class Progress;
+class StagingFolder;
 
 /** The documents that one command writes of a list, all into one folder.
 
@@ -62,13 +63,15 @@ private:
     bool isByCharacter (const DocumentFormat& format) const;
     void writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
                              int filesBefore) const;
-    std::shared_ptr<ZEP::Overmarks::EventExporter> exporterFor (const Work& work,
-                                                                const std::function<void()>& hideBar) const;
+    std::shared_ptr<ZEP::Overmarks::EventExporter> exporterFor (
+        const Work& work, const std::function<bool (const juce::String&)>& ask) const;
     bool isPartOfBatch (const Work& work) const;
-    void writeBeforeBatch (Work& work, Progress& progress, const juce::File& stage, int stepsBefore) const;
+    void writeBeforeBatch (Work& work, Progress& progress, const StagingFolder& stage, int stepsBefore) const;
     void takeResult (Work& work, ZEP::Overmarks::EventExporter& exporter, juce::String error,
                      const juce::File& stage) const;
-    void makeDocuments (std::vector<Work>& works, const juce::File& stage, Session& session) const;
+    void makeDocuments (std::vector<Work>& works, const StagingFolder& stage, Session& session) const;
+    void writeBatch (const std::vector<Work*>& works, Progress& progress, int stepsBefore,
+                     const StagingFolder& stage) const;
 
     const DocumentOptions& options;
     juce::File folder;

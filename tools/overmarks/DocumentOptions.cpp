@@ -144,14 +144,6 @@ const DocumentFormat& DocumentOptions::madeAs (const DocumentFormat& format) con
     return engine == "drawn" && format.name == drawnCueSheet().name ? drawnCueSheet() : format;
 }
 
-PDFDocument::PageSize DocumentOptions::pageSize() const
-{
-    if (paper.empty())
-        return PDFDocument::PageSize::ofLocale();
-
-    return paper == "letter" ? PDFDocument::PageSize::letter() : PDFDocument::PageSize::a4();
-}
-
 bool DocumentOptions::hasFileForEachCharacter (const DocumentFormat& format) const
 {
     return byCharacter && ! combine && format.canBeByCharacter();

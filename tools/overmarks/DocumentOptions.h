@@ -5,7 +5,6 @@
 #include "OutputFile.h"
 #include "Session.h"
 
-#include "core/documents/PDFDocument.h"
 #include "export/frame/EventExportSettingsSet.h"
 #include "list/Project.h"
 
@@ -48,13 +47,8 @@ public:
     OutputPolicy policy;
     bool byCharacter = false;
     bool yes = false;
-    std::string paper; ///< "a4", "letter" or empty for the usual paper of the place
-
     /** The format itself, or what it is with the engine that --engine names. */
     [[nodiscard]] const DocumentFormat& madeAs (const DocumentFormat& format) const;
-
-    /** The paper that --paper names, else the usual one of the place. */
-    [[nodiscard]] ZEP::Core::PDFDocument::PageSize pageSize() const;
 
 private:
     template <typename Value>
@@ -74,6 +68,7 @@ private:
     std::string reel;
     std::string pictureVersion;
     std::string language;
+    std::string paper;                        ///< "a4", "letter" or empty for the usual paper of the place
     std::string engine;                       ///< empty: not given
     std::string browser;                      ///< empty: not given
     std::vector<const CLI::Option*> declared; ///< owned by their command

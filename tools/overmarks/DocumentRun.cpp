@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "DocumentRun.h"
 
-#include "Interruption.h"
-
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -36,16 +34,15 @@ void DocumentRun::hideBar()
     progress.hide();
 }
 
-bool DocumentRun::run()
+bool DocumentRun::run (const StopSignals& signals)
 {
     constexpr auto look = std::chrono::milliseconds (50);
-    const Interruption interruption;
     std::unique_lock locked (lock);
     bool isCancelled = false;
     exports.start();
 
     while (! change.wait_for (locked, look, [this] { return hasEnded; }))
-        if (Interruption::isWanted() && ! std::exchange (isCancelled, true))
+        if (signals.haveCome() && ! std::exchange (isCancelled, true))
         {
             locked.unlock();
             exports.cancel();

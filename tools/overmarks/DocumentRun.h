@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Progress.h"
+#include "StopSignals.h"
 
 #include "export/frame/BatchEventExportSession.h"
 
@@ -11,8 +12,8 @@
 namespace overmarks
 {
 
-/** The writing of several documents as one batch, with one bar on the terminal. Ctrl-C ends it before its next document, or
-    its next character. The batch works on a thread of its own, while the caller waits. */
+/** The writing of several documents as one batch, with one bar on the terminal. A signal that stops the program ends it before
+    its next document, or its next character. The batch works on a thread of its own, while the caller waits. */
 class DocumentRun final : private ZEP::Overmarks::BatchEventExportSession::Delegate
 {
 public:
@@ -29,8 +30,8 @@ public:
     /** Takes the bar away for a question. Any thread. */
     void hideBar();
 
-    /** @returns whether every document was tried */
-    bool run();
+    /** @returns whether every document was tried  @param signals  to be met with patience meanwhile */
+    bool run (const StopSignals& signals);
 
 private:
     void batchProgressChanged (int current, int total) override;

@@ -21,6 +21,12 @@ struct CommandFailure : std::runtime_error
     explicit CommandFailure (const juce::String& message) : std::runtime_error (message.toStdString()) {}
 };
 
+/** Somebody has stopped the program before the work was done. */
+struct WorkStopped : CommandFailure
+{
+    using CommandFailure::CommandFailure;
+};
+
 /** The command line asks for something that doesn't exist; the program says so and ends with 2. */
 struct WrongUsage : std::runtime_error
 {

@@ -247,6 +247,8 @@ private:
 
     void endProgram() const
     {
+        killDescendants(); // none of them shall write into a folder that is about to go
+
         // The work goes on meanwhile, and may put something new into a folder.
         constexpr int mostTries = 100;
 
@@ -282,10 +284,12 @@ juce::File StopSignals::makeFolder (const juce::String& start) const { return wa
 
 void StopSignals::removeFolder (const juce::File& folder) const { watch->removeFolder (folder); }
 
+bool StopSignals::haveCome() const { return watch->tell(); }
+
 void StopSignals::throwIfStopped (const juce::String& undone) const
 {
-    if (watch->tell())
-        throw CommandFailure ("Stopped; " + undone);
+    if (haveCome())
+        throw WorkStopped ("Stopped; " + undone);
 }
 
 StopSignals::Patience::Patience (const StopSignals& stopSignals) : signals (stopSignals)

@@ -30,7 +30,10 @@ public:
     /** Removes such a folder with all that is in it. */
     void removeFolder (const juce::File& folder) const;
 
-    /** Throws CommandFailure if a signal has come. @param undone  what has not been done then */
+    /** Whether a signal has come. The caller tells the user of it. Any thread. */
+    bool haveCome() const;
+
+    /** Throws WorkStopped if a signal has come. @param undone  what has not been done then */
     void throwIfStopped (const juce::String& undone) const;
 
     /** While it lives the first signal waits, since the work will soon ask throwIfStopped(), or must not be broken off. */

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "ToolRun.h"
 
-#include "PrivateFolder.h"
 #include "Session.h"
+#include "TemporaryPlace.h"
 
 #include "export/word/DocxHandlerProtocol.h"
 
@@ -12,9 +12,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
-#include <optional>
 #include <sstream>
 #include <string>
 
@@ -25,8 +23,6 @@ namespace Protocol = ZEP::Overmarks::DocxHandlerProtocol;
 
 namespace
 {
-
-constexpr auto nameOfVariable = "TMPDIR";
 
 void requireTool()
 {
@@ -97,36 +93,6 @@ private:
 
 } // namespace
 
-/** A folder of this run's own that is the temporary folder as long as it exists. */
-class ToolRun::TemporaryPlace final
-{
-public:
-    TemporaryPlace() : folder (usualTemporaryFolder(), "overmarks.")
-    {
-        if (const char* given = std::getenv (nameOfVariable))
-            before = given;
-
-        setenv (nameOfVariable, folder.get().getFullPathName().toRawUTF8(), 1);
-    }
-
-    TemporaryPlace (const TemporaryPlace&) = delete;
-    TemporaryPlace& operator= (const TemporaryPlace&) = delete;
-
-    ~TemporaryPlace()
-    {
-        if (before.has_value())
-            setenv (nameOfVariable, before->c_str(), 1);
-        else
-            unsetenv (nameOfVariable);
-    }
-
-    const PrivateFolder folder;
-
-private:
-    const StopSignals::Patience patience { folder.getSignals() };
-    std::optional<std::string> before;
-};
-
 ToolRun::ToolRun()
 {
     requireTool();
@@ -171,17 +137,17 @@ juce::String ToolRun::withoutOwnFolder (const juce::String& message) const
                            + getFolder().getParentDirectory().getFullPathName();
 }
 
-const juce::File& ToolRun::getFolder() const noexcept { return place->folder.get(); }
+const juce::File& ToolRun::getFolder() const noexcept { return place->get(); }
 
 void ToolRun::whileItWorks (const std::function<void()>& cancel, const std::function<void()>& work)
 {
     const OutputAside aside (printed);
-    place->folder.getSignals().whileToolWorks (cancel, work);
+    place->getSignals().whileToolWorks (cancel, work);
 }
 
 void ToolRun::throwIfStopped (const juce::String& undone) const
 {
-    place->folder.getSignals().throwIfStopped (undone);
+    place->getSignals().throwIfStopped (undone);
 }
 
 } // namespace overmarks

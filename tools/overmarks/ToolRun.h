@@ -11,6 +11,8 @@
 namespace overmarks
 {
 
+class TemporaryPlace;
+
 /** What a run of docxHandler needs around it.
 
     The library and the tool talk through files of fixed names in the temporary folder. While this object lives, that is a folder
@@ -48,7 +50,6 @@ public:
     void throwIfStopped (const juce::String& undone) const;
 
 private:
-    class TemporaryPlace;
     void relay() const;
 
     std::unique_ptr<TemporaryPlace> place;

@@ -19,6 +19,7 @@ namespace
 {
 
 using testing::ElementsAre;
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 using namespace ZEP::Overmarks::Testing;
 
@@ -42,7 +43,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PDFDocument::PageSize::a4() };
+    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
 };
 
 /** What a child process with these surroundings finds as the usual paper. */
@@ -56,7 +57,7 @@ std::string paperWith (const std::vector<std::pair<const char*, std::string>>& s
             for (const auto& [name, value] : surroundings)
                 ::setenv (name, value.c_str(), 1);
 
-            const auto size = PDFDocument::PageSize::ofLocale();
+            const auto size = PaperSize::ofLocale();
             return std::to_string (size.width) + " " + std::to_string (size.height);
         });
 }
@@ -102,7 +103,7 @@ TEST_F (PDFDocumentTest, thePageHasTheSizeThatWasAskedFor)
     EXPECT_EQ (document.getHeight(), 842.0f);
     EXPECT_EQ (saved().page().height, 842.0f);
 
-    PDFDocument letter (folder.file ("letter.pdf").getFullPathName(), PDFDocument::PageSize::letter());
+    PDFDocument letter (folder.file ("letter.pdf").getFullPathName(), PaperSize::letter());
     EXPECT_EQ (letter.getWidth(), 612.0f);
     EXPECT_EQ (letter.getHeight(), 792.0f);
     letter.saveToPath();
@@ -114,8 +115,8 @@ TEST_F (PDFDocumentTest, thePageHasTheSizeThatWasAskedFor)
 TEST_F (PDFDocumentTest, withoutASizeItIsTheLocales)
 {
     const PDFDocument usual (folder.file ("usual.pdf").getFullPathName());
-    EXPECT_EQ (usual.getWidth(), PDFDocument::PageSize::ofLocale().width);
-    EXPECT_EQ (usual.getHeight(), PDFDocument::PageSize::ofLocale().height);
+    EXPECT_EQ (usual.getWidth(), PaperSize::ofLocale().width);
+    EXPECT_EQ (usual.getHeight(), PaperSize::ofLocale().height);
 }
 
 TEST (PDFPageSize, aLocaleThatSaysNothingHasA4)

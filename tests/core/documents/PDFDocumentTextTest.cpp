@@ -16,6 +16,7 @@ namespace
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 using namespace ZEP::Overmarks::Testing;
 
@@ -60,7 +61,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PDFDocument::PageSize::a4() };
+    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
 };
 
 // ---- where it stands -----------------------------------------------------------------------------------------------------

@@ -51,7 +51,7 @@ protected:
         return made;
     }
 
-    ReadPDF byTimecode (const Events& events, PDFDocument::PageSize paper = PDFDocument::PageSize::a4())
+    ReadPDF byTimecode (const Events& events, PaperSize paper = PaperSize::a4())
     {
         settings->events = events;
         DrawnCueSheetExporter exporter (settings, paper);
@@ -62,7 +62,7 @@ protected:
 
     juce::String byCharacter()
     {
-        DrawnCueSheetExporter exporter (settings, PDFDocument::PageSize::a4());
+        DrawnCueSheetExporter exporter (settings, PaperSize::a4());
         exporter.delegate = &progress;
         return exporter.exportEventsByCharacter();
     }
@@ -191,7 +191,7 @@ TEST_F (DrawnCueSheetTest, aTallCueOfOneEndlessParagraphHasAnEndToo)
 TEST_F (DrawnCueSheetTest, theIconsOfTheLibraryAreThere)
 {
     settings->events = cues (2);
-    DrawnCueSheetExporter exporter (settings, PDFDocument::PageSize::a4());
+    DrawnCueSheetExporter exporter (settings, PaperSize::a4());
     exporter.appIcon = {};
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     const ReadPDF pdf (folder.file ("Reel 2.pdf"));
@@ -305,7 +305,7 @@ TEST_F (DrawnCueSheetTest, theFooterTellsVersionTimeLayoutAndPage)
 TEST_F (DrawnCueSheetTest, theFooterHasTheIconOfTheApplication)
 {
     settings->events = cues (1);
-    DrawnCueSheetExporter exporter (settings, PDFDocument::PageSize::a4());
+    DrawnCueSheetExporter exporter (settings, PaperSize::a4());
     exporter.appIcon = juce::Image (juce::Image::ARGB, 16, 16, true);
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_TRUE (ReadPDF (folder.file ("Reel 2.pdf")).page().hasPicture ({ left + 4, 20, 16, 16 }));
@@ -326,7 +326,7 @@ TEST_F (DrawnCueSheetTest, theIconComesFromTheResourceFolder)
 
 TEST_F (DrawnCueSheetTest, thePaperCanBeChosen)
 {
-    const auto pdf = byTimecode (cues (12), PDFDocument::PageSize::letter());
+    const auto pdf = byTimecode (cues (12), PaperSize::letter());
     EXPECT_EQ (pdf.page().width, 612.0f);
     EXPECT_EQ (pdf.page().height, 792.0f);
     EXPECT_EQ (pdf.pages.size(), 2u);

@@ -11,6 +11,7 @@
 namespace ExportSupport
 {
 
+using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 using ZEP::Overmarks::Testing::PDFPage;
 using ZEP::Overmarks::Testing::ReadPDF;
@@ -94,8 +95,8 @@ protected:
         EXPECT_NEAR ((found.bottom + found.top) / 2, bottom + high / 2, 0.5) << word;
     }
 
-    std::shared_ptr<PDFDocument> document = std::make_shared<PDFDocument> (
-        folder.file ("cues.pdf").getFullPathName(), PDFDocument::PageSize::a4());
+    std::shared_ptr<PDFDocument> document =
+        std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
     float height = 0; ///< of the cue that was drawn
 };
 

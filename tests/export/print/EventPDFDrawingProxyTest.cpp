@@ -164,8 +164,8 @@ TEST_F (EventPDFDrawingProxyTest, aReasonWithoutATextIsAnEmptyRow)
     for (const auto layout : { EventExportLayoutDirector, EventExportLayoutEngineer })
     {
         settings->layout = layout;
-        document = std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(),
-                                                  PDFDocument::PageSize::a4());
+        document =
+            std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
         const auto page = drawn (cue ("Hello?", {}, {}, -1));
         EXPECT_EQ (proxy (cue ("Hello?", {}, {}, -1)).reasonText, "");
         expectBaseline (page, "REASON:", x + 5, lowestRow(), bold, 8);
@@ -177,8 +177,7 @@ TEST_F (EventPDFDrawingProxyTest, noReasonAndTheActorsHaveNoRow)
 {
     EXPECT_EQ (drawn (cue ("Hello?", {}, {}, 0)).count ("REASON:"), 0);
     settings->layout = EventExportLayoutActor;
-    document = std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(),
-                                              PDFDocument::PageSize::a4());
+    document = std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
     const auto page = drawn (cue ("Hello?", {}, "boom", 1));
     EXPECT_EQ (page.count ("REASON:") + page.count ("ENG."), 0);
 }
@@ -296,8 +295,8 @@ TEST_F (TakeBoxes, aTakeBeyondThemMarksNone)
 {
     for (const auto take : { 24, 60 })
     {
-        document = std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(),
-                                                  PDFDocument::PageSize::a4());
+        document =
+            std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
         EXPECT_EQ (withTake (take).lines.size(), 2u + 1u + 24u) << take;
     }
 }

@@ -67,7 +67,7 @@ void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, const Ses
 }
 
 std::vector<const DocumentFormat*> formatsNamed (const std::vector<std::string>& names,
-                                                const DocumentOptions& documents)
+                                                 const DocumentOptions& documents)
 {
     std::vector<const DocumentFormat*> formats;
 
@@ -175,7 +175,8 @@ void convertList (const ConvertOptions& options, Session& session)
     const auto name = formatNameOf (options);
 
     const auto project = projectFormNamed (name);
-    const auto* document = project.has_value() ? nullptr : &options.documents.madeAs (documentFormat (name, projectFormNames()));
+    const auto* document =
+        project.has_value() ? nullptr : &options.documents.madeAs (documentFormat (name, projectFormNames()));
     const auto formats =
         document == nullptr ? std::vector<const DocumentFormat*>() : std::vector { document };
 

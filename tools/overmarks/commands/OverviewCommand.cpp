@@ -8,6 +8,7 @@
 
 #include "core/system/SystemUtility.h"
 #include "export/ADROverviewPDFExporter.h"
+#include "export/frame/PaperOfSettings.h"
 
 #include <memory>
 
@@ -46,7 +47,7 @@ void writeSheet (const OverviewOptions& options, const Project& project, const j
 {
     const auto texts = options.documents.settingsFor (project, options.list, {});
     const auto path = out.getFullPathName();
-    ADROverviewPDFExporter exporter (path, options.documents.pageSize());
+    ADROverviewPDFExporter exporter (path, paperOf (*texts));
     exporter.openFile = nullptr; // not before it's known to be there
     exporter.appIcon = juce::ImageFileFormat::loadFrom (
         juce::File (ZEP::Core::SystemUtility::bundleResourcePath()).getChildFile ("dbln-app-icon.png"));

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "export/frame/PaperSize.h"
+#include "export/frame/PaperOfSettings.h"
 
 #include <gtest/gtest.h>
 
 #include <stdlib.h>
 
 using namespace ZEP::Overmarks;
+using ZEP::Core::PaperSize;
 
 namespace
 {
@@ -17,7 +18,7 @@ PaperSize sizeFor (const char* name)
     if (name != nullptr)
         settings.options[EventExportPaperKey] = name;
 
-    return paperSizeFor (settings);
+    return paperOf (settings);
 }
 
 } // namespace
@@ -30,8 +31,8 @@ TEST (PaperSize, theSettingsChooseThePaper)
 
 TEST (PaperSize, withoutAChoiceItIsThatOfThePlace)
 {
-    EXPECT_EQ (sizeFor (nullptr), localPaperSize());
-    EXPECT_EQ (sizeFor ("papyrus"), localPaperSize());
+    EXPECT_EQ (sizeFor (nullptr), PaperSize::ofLocale());
+    EXPECT_EQ (sizeFor ("papyrus"), PaperSize::ofLocale());
 }
 
 TEST (PaperSize, aPlaceThatSaysNothingHasA4)
@@ -42,7 +43,7 @@ TEST (PaperSize, aPlaceThatSaysNothingHasA4)
     for (const auto* locale : { "C", "xx_NOWHERE" })
     {
         ::setenv ("LC_ALL", locale, 1);
-        EXPECT_EQ (localPaperSize(), paperA4) << locale;
+        EXPECT_EQ (PaperSize::ofLocale(), PaperSize::a4()) << locale;
     }
 
     if (before != nullptr)
@@ -53,14 +54,15 @@ TEST (PaperSize, aPlaceThatSaysNothingHasA4)
 
 TEST (PaperSize, millimetresBecomeWholePoints)
 {
-    EXPECT_EQ (paperSizeFromMillimetres (210, 297), paperA4);
-    EXPECT_EQ (paperSizeFromMillimetres (216, 279), paperLetter) << "which isn't of whole millimetres";
-    EXPECT_EQ (paperSizeFromMillimetres (148, 210), (PaperSize { 420, 595 }));
+    EXPECT_EQ (PaperSize::ofMillimetres (210, 297), PaperSize::a4());
+    EXPECT_EQ (PaperSize::ofMillimetres (216, 279), PaperSize::letter())
+        << "which isn't of whole millimetres";
+    EXPECT_EQ (PaperSize::ofMillimetres (148, 210), (PaperSize { 420, 595 }));
 }
 
 TEST (PaperSize, measuresThatNoSheetHasAreA4)
 {
     for (const auto& [width, height] :
          { std::pair { 0, 0 }, std::pair { 210, 0 }, std::pair { -210, 297 }, std::pair { 65535, 297 } })
-        EXPECT_EQ (paperSizeFromMillimetres (width, height), paperA4);
+        EXPECT_EQ (PaperSize::ofMillimetres (width, height), PaperSize::a4());
 }

@@ -3,7 +3,7 @@
 
 #include <locale.h>
 
-namespace ZEP::Overmarks
+namespace ZEP::Core
 {
 
 /** What the environment says of the user's place, without changing the locale of the process, which belongs to the
@@ -35,4 +35,4 @@ private:
     locale_t locale;
 };
 
-} // namespace ZEP::Overmarks
+} // namespace ZEP::Core
