@@ -24,6 +24,12 @@ double steadySeconds()
     return static_cast<double> (now.count()) / 1e9;
 }
 
+juce::String wordsFor (EventExportType type, const std::exception& error)
+{
+    return "Error exporting document with type: " + exportTypeName (type) + ": "
+           + juce::String::fromUTF8 (error.what());
+}
+
 /** Runs the walk that the content of the settings asks for. @returns the text of the error */
 juce::String runExporter (EventExporter& exporter)
 {
@@ -34,8 +40,7 @@ juce::String runExporter (EventExporter& exporter)
     }
     catch (const std::exception& error)
     {
-        const auto words = "Error exporting document with type: " + exportTypeName (exporter.type()) + ": "
-                           + juce::String::fromUTF8 (error.what());
+        const auto words = wordsFor (exporter.type(), error);
         Logger::error (words);
         return words;
     }
@@ -52,7 +57,14 @@ BatchEventExportSession::BatchEventExportSession (SettingsSets sets)
 
 BatchEventExportSession::~BatchEventExportSession() { stopThread (-1); }
 
-void BatchEventExportSession::start() { startThread(); }
+void BatchEventExportSession::start()
+{
+    if (! isThreadRunning() && ! startThread())
+    {
+        Logger::error ("There is no thread for the batch; its caller waits for it");
+        run();
+    }
+}
 
 void BatchEventExportSession::cancel()
 {
@@ -117,28 +129,38 @@ std::shared_ptr<EventExporter> BatchEventExportSession::takeExporterFor (
 
 void BatchEventExportSession::exportDocument (const std::shared_ptr<EventExportSettingsSet>& settings)
 {
+    try
+    {
+        writeDocument (settings);
+    }
+    catch (const std::exception& error) // of the application's own functions
+    {
+        Logger::error (wordsFor (settings->exportType, error));
+    }
+
+    completedSteps += stepsOf (*settings);
+    tellProgress (completedSteps);
+}
+
+void BatchEventExportSession::writeDocument (const std::shared_ptr<EventExportSettingsSet>& settings)
+{
     const auto exporter = takeExporterFor (settings);
     const auto typeName = exportTypeName (settings->exportType);
 
-    if (exporter != nullptr)
-    {
-        exporter->delegate = this;
-        const auto start = steadySeconds();
-        const auto error = runExporter (*exporter);
-        completedSteps += stepsOf (*settings);
-        Logger::debug ("Exporting document with type: " + typeName
-                       + " took : " + juce::String (steadySeconds() - start));
-
-        if (exportEnded)
-            exportEnded (*exporter, error);
-    }
-    else
+    if (exporter == nullptr)
     {
         Logger::error ("There is no exporter for a document with type: " + typeName);
-        completedSteps += stepsOf (*settings);
+        return;
     }
 
-    tellProgress (completedSteps);
+    exporter->delegate = this;
+    const auto start = steadySeconds();
+    const auto error = runExporter (*exporter);
+    Logger::debug ("Exporting document with type: " + typeName
+                   + " took : " + juce::String (steadySeconds() - start));
+
+    if (exportEnded)
+        exportEnded (*exporter, error);
 }
 
 void BatchEventExportSession::progressChanged (EventExporter*, int current, int)

@@ -53,6 +53,7 @@ public:
     explicit BatchEventExportSession (SettingsSets sets);
     ~BatchEventExportSession() override;
 
+    /** Begins the run, on the caller's own thread where the system has no other left. */
     void start();
 
     /** Ends the batch before its next document, and the running one early where its exporter can be cancelled. */
@@ -75,6 +76,7 @@ private:
     static int stepsOf (const EventExportSettingsSet& settings);
     std::shared_ptr<EventExporter> takeExporterFor (const std::shared_ptr<EventExportSettingsSet>& settings);
     void exportDocument (const std::shared_ptr<EventExportSettingsSet>& settings);
+    void writeDocument (const std::shared_ptr<EventExportSettingsSet>& settings);
     void tellProgress (int current);
 
     const SettingsSets settingsSets;

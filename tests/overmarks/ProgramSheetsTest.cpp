@@ -136,40 +136,93 @@ TEST_F (ProgramSheetsTest, oneBarCountsAllDocuments)
     EXPECT_THAT (shown, HasSubstr ("Writing [##############################] 100%"));
 }
 
-TEST_F (ProgramSheetsTest, whatIsFinishedStaysWhenTheUserStopsTheWork)
+TEST_F (ProgramSheetsTest, withoutAPlaceForTemporaryFilesTheOtherDocumentsAreWritten)
 {
-    // The browser waits for the test, which interrupts the program meanwhile.
-    const auto waiting = browser ("touch " + path ("started") + "; sleep 2; exit 1");
-    const auto program = std::string (OVERMARKS_PROGRAM);
-    std::vector<std::string> words { program,    "export",       "x.csv",     "-o",   "out",
-                                     "--format", "csv,pdf,html", "--browser", waiting };
-    std::vector<char*> pointers;
+    ProgramSurroundings surroundings;
+    surroundings.temporaryFolder = path ("nowhere");
+    const auto result = run ({ "export", "x.csv", "-o", "out", "--format", "csv,pdf" }, {}, surroundings);
+    EXPECT_EQ (result.status, 1);
+    EXPECT_THAT (result.errors,
+                 HasSubstr (path ("out/x.pdf") + " was not written: there is no place for temporary files"));
+    EXPECT_EQ (filesOut(), std::vector<std::string> { "x.csv" });
+    EXPECT_EQ (
+        run ({ "export", "x.csv", "-o", "out", "--format", "csv", "--force" }, {}, surroundings).status, 0);
+}
 
-    for (auto& word : words)
-        pointers.push_back (word.data());
+/** Stops the program while the browser, which waits for that, prints. */
+class ProgramStopTest : public ProgramSheetsTest
+{
+protected:
+    struct Stopped
+    {
+        int status = 0;
+        std::string errors;
+    };
 
-    pointers.push_back (nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init (&actions);
-    posix_spawn_file_actions_addchdir_np (&actions, folder.getFullPathName().toRawUTF8());
-    posix_spawn_file_actions_addopen (&actions, STDERR_FILENO, path ("errors").c_str(), O_WRONLY | O_CREAT,
-                                      0600);
-    pid_t process = -1;
-    ASSERT_EQ (posix_spawn (&process, program.c_str(), &actions, nullptr, pointers.data(), environ), 0);
-    posix_spawn_file_actions_destroy (&actions);
+    Stopped stop (const std::string& formats)
+    {
+        EXPECT_TRUE (file ("temporary").createDirectory().wasOk());
+        const auto waiting = browser ("touch " + path ("started") + "; sleep 2; exit 1");
+        const auto program = std::string (OVERMARKS_PROGRAM);
+        std::vector<std::string> words { program,    "export", "x.csv",     "-o",   "out",
+                                         "--format", formats,  "--browser", waiting };
+        std::vector<char*> pointers;
 
-    for (int i = 0; i < 1000 && ! file ("started").exists(); ++i)
-        std::this_thread::sleep_for (std::chrono::milliseconds (10));
+        for (auto& word : words)
+            pointers.push_back (word.data());
 
-    kill (process, SIGINT);
-    int status = 0;
-    ASSERT_EQ (waitpid (process, &status, 0), process);
-    EXPECT_TRUE (WIFEXITED (status));
-    EXPECT_EQ (WEXITSTATUS (status), 1);
+        pointers.push_back (nullptr);
+        const auto before = std::getenv ("TMPDIR") != nullptr ? std::getenv ("TMPDIR") : "/tmp";
+        const std::string kept = before;
+        setenv ("TMPDIR", path ("temporary").c_str(), 1);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init (&actions);
+        posix_spawn_file_actions_addchdir_np (&actions, folder.getFullPathName().toRawUTF8());
+        posix_spawn_file_actions_addopen (&actions, STDERR_FILENO, path ("errors").c_str(),
+                                          O_WRONLY | O_CREAT, 0600);
+        pid_t process = -1;
+        EXPECT_EQ (posix_spawn (&process, program.c_str(), &actions, nullptr, pointers.data(), environ), 0);
+        posix_spawn_file_actions_destroy (&actions);
+        setenv ("TMPDIR", kept.c_str(), 1);
+
+        for (int i = 0; i < 1000 && ! file ("started").exists(); ++i)
+            std::this_thread::sleep_for (std::chrono::milliseconds (10));
+
+        kill (process, SIGINT);
+        Stopped result;
+        EXPECT_EQ (waitpid (process, &result.status, 0), process);
+        result.errors = read ("errors");
+        EXPECT_EQ (file ("temporary").getNumberOfChildFiles (juce::File::findFilesAndDirectories), 0);
+        return result;
+    }
+};
+
+TEST_F (ProgramStopTest, whatIsFinishedStays)
+{
+    const auto result = stop ("csv,pdf,html");
+    EXPECT_TRUE (WIFEXITED (result.status));
+    EXPECT_EQ (WEXITSTATUS (result.status), 1);
     EXPECT_EQ (filesOut(), std::vector<std::string> { "x.csv" })
         << "nothing half-written, and nothing hidden";
-    EXPECT_THAT (read ("errors"), HasSubstr ("Stopped; what was finished is kept\n"));
-    EXPECT_THAT (read ("errors"), HasSubstr (path ("out/x.html") + " was not written\n"));
+    EXPECT_THAT (result.errors, HasSubstr ("Stopped; what was finished is kept\n"));
+    EXPECT_THAT (result.errors, HasSubstr (path ("out/x.html") + " was not written\n"));
+}
+
+TEST_F (ProgramStopTest, aStopInTheLastDocumentIsToldToo)
+{
+    const auto result = stop ("csv,pdf");
+    EXPECT_EQ (WEXITSTATUS (result.status), 1);
+    EXPECT_EQ (filesOut(), std::vector<std::string> { "x.csv" });
+    EXPECT_THAT (result.errors, HasSubstr ("Stopped; what was finished is kept\n"));
+    EXPECT_THAT (result.errors, HasSubstr (path ("out/x.pdf") + " was not written: the browser has ended"));
+}
+
+TEST_F (ProgramStopTest, withNothingFinishedNothingIsKept)
+{
+    const auto result = stop ("pdf");
+    EXPECT_EQ (WEXITSTATUS (result.status), 1);
+    EXPECT_THAT (filesOut(), testing::IsEmpty());
+    EXPECT_THAT (result.errors, HasSubstr ("Stopped; nothing was written\n"));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "Progress.h"
 #include "StagingFolder.h"
 #include "TemporaryPlace.h"
+#include "TerminalQuestion.h"
 #include "WordExport.h"
 
 #include "export/EventASCExporter.h"
@@ -19,10 +20,7 @@
 #include "export/frame/PaperOfSettings.h"
 #include "export/print/DrawnCueSheetExporter.h"
 
-#include <poll.h>
-#include <unistd.h>
-
-#include <iostream>
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
@@ -41,42 +39,6 @@ void refuseToReplaceSource (const juce::File& file, const std::string& source)
     if (source != "-" && fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
         throw CommandFailure (file.getFullPathName()
                               + ": the document would replace the list that it is made from");
-}
-
-/** Whether somebody types a line before the program is stopped. */
-bool hasAnswer (const StopSignals& signals)
-{
-    constexpr int look = 50; // milliseconds
-    pollfd terminal { STDIN_FILENO, POLLIN, 0 };
-
-    while (std::cin.rdbuf()->in_avail() <= 0 && poll (&terminal, 1, look) <= 0)
-        if (signals.haveCome())
-            return false;
-
-    return true;
-}
-
-/** Asks on a terminal; without one there is nobody to ask, and the answer is no, as it is when the program is stopped. Lines
-    stay lines, but nothing that a cue list says steers the terminal. */
-bool askOnTerminal (const juce::String& question, const StopSignals& signals)
-{
-    for (const auto& line : juce::StringArray::fromTokens (question, "\n", {}))
-        std::cerr << printable (line) << "\n";
-
-    std::cerr << "[y/N] " << std::flush;
-
-    if (isatty (STDIN_FILENO) == 0)
-    {
-        std::cerr << "no (--yes agrees)\n";
-        return false;
-    }
-
-    std::string answer;
-
-    if (hasAnswer (signals))
-        std::getline (std::cin, answer);
-
-    return answer == "y" || answer == "Y" || answer == "yes";
 }
 
 /** The names that the exporter gives to its files. */
@@ -103,6 +65,24 @@ std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const
 }
 
 constexpr auto nothingWritten = "nothing was written";
+
+/** With a place of the browser's own its files are gone with the rest when the program is stopped the hard way. Where there is no
+    place for one, each sheet's failure tells. */
+std::unique_ptr<TemporaryPlace> placeOfBrowserFor (const BatchEventExportSession::SettingsSets& sets)
+{
+    if (std::none_of (sets.begin(), sets.end(),
+                      [] (const auto& settings) { return settings->exportType == EventExportTypePDF; }))
+        return nullptr;
+
+    try
+    {
+        return std::make_unique<TemporaryPlace>();
+    }
+    catch (const CommandFailure&)
+    {
+        return nullptr;
+    }
+}
 
 juce::File inside (const juce::File& folder, const juce::String& name)
 {
@@ -169,6 +149,21 @@ struct DocumentBatch::Work
     std::vector<juce::File> targets;
     juce::String error;                                    ///< of the export as a whole
     std::map<juce::String, juce::String> printFailures {}; ///< reasons, by the names of files
+
+    /** Why a file isn't there, as far as anybody knows. */
+    juce::String reasonFor (const juce::String& name) const
+    {
+        const auto failure = printFailures.find (name);
+        return failure != printFailures.end() ? failure->second : error;
+    }
+
+    void nameNoFolderThatGoes (const TemporaryPlace& place)
+    {
+        error = place.withoutItself (error);
+
+        for (auto& [name, reason] : printFailures)
+            reason = place.withoutItself (reason);
+    }
 };
 
 DocumentBatch::DocumentBatch (const DocumentOptions& documentOptions, const juce::File& folderOfDocuments,
@@ -329,13 +324,22 @@ void DocumentBatch::makeDocuments (std::vector<Work>& works, const StagingFolder
     for (auto& work : works)
     {
         work.settings->outputDirectory = stage.getFolder().getFullPathName();
-        const bool isBatched = isPartOfBatch (work);
-        (isBatched ? batched : before).push_back (&work);
 
-        if (isBatched)
-            stepsOfBatch += DocumentRun::stepsOf ({ work.settings });
-        else
+        if (! isPartOfBatch (work))
+        {
+            before.push_back (&work);
             stepsBefore += static_cast<int> (work.names.size());
+            continue;
+        }
+
+        // The batch goes by which of the two is filled.
+        if (isByCharacter (*work.format))
+            work.settings->events.clear();
+        else
+            work.settings->eventsByCharacter.clear();
+
+        batched.push_back (&work);
+        stepsOfBatch += DocumentRun::stepsOf ({ work.settings });
     }
 
     Progress progress (session, "Writing", stepsBefore + stepsOfBatch);
@@ -363,18 +367,11 @@ void DocumentBatch::writeBatch (const std::vector<Work*>& works, Progress& progr
 
     for (auto* work : works)
     {
-        // The batch goes by which of the two is filled.
-        if (isByCharacter (*work->format))
-            work->settings->events.clear();
-        else
-            work->settings->eventsByCharacter.clear();
-
         workOf[work->settings.get()] = work;
         sets.push_back (work->settings);
     }
 
-    // The browser's files are gone with the rest when the program is stopped the hard way.
-    const TemporaryPlace placeOfBrowser;
+    const auto place = placeOfBrowserFor (sets);
     DocumentRun run (progress, stepsBefore, sets);
     run.batch().makeExporter = [&] (const auto& settings)
     {
@@ -388,8 +385,13 @@ void DocumentBatch::writeBatch (const std::vector<Work*>& works, Progress& progr
     run.batch().exportEnded = [&] (EventExporter& exporter, const juce::String& error)
     { takeResult (*workOf.at (exporter.settings.get()), exporter, error, stage.getFolder()); };
 
-    if (! run.run (stage.getSignals()))
-        stage.getSignals().throwIfStopped (nothingWritten);
+    run.run (stage.getSignals());
+
+    for (auto* work : works)
+        if (place != nullptr)
+            work->nameNoFolderThatGoes (*place);
+
+    stage.getSignals().throwIfStopped (nothingWritten);
 }
 
 void DocumentBatch::writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
@@ -460,12 +462,12 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
             // An exporter also ends well when a question was answered with no, or when there is nothing to write.
             if (! finished.exists())
             {
-                const auto reason = work.printFailures.find (work.names[i]);
+                const auto reason = work.reasonFor (work.names[i]);
                 session.report ({ {},
                                   0,
                                   {},
                                   work.targets[i].getFullPathName() + " was not written"
-                                      + (reason != work.printFailures.end() ? ": " + reason->second : "") });
+                                      + (reason.isNotEmpty() ? ": " + reason : reason) });
                 continue;
             }
 

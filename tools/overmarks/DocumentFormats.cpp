@@ -170,7 +170,7 @@ const DocumentFormat& drawnCueSheet()
         EventExportTypePDF,
         noTemplate,
         ".pdf",
-        "Cue sheet for the stage, drawn without a browser (--engine drawn)",
+        "Cue sheet for the stage (--engine drawn)",
         { "--by-character", "--combine", "--layout", "--paper", "--engine", "--take-numbers", "--title",
           "--studio", "--supervisor", "--company", "--timeline", "--reel", "--picture-version" },
         { Content::times, Content::characters, Content::actors, Content::cueNumbers, Content::text,

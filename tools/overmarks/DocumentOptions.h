@@ -34,6 +34,9 @@ public:
     void sayWhatIsUnused (const std::vector<const DocumentFormat*>& formats, const std::string& names,
                           const Session& session) const;
 
+    /** The format itself, or what it is with the engine that --engine names. */
+    [[nodiscard]] const DocumentFormat& madeAs (const DocumentFormat& format) const;
+
     /** Whether the document is made as a file for each character. */
     [[nodiscard]] bool hasFileForEachCharacter (const DocumentFormat& format) const;
 
@@ -47,8 +50,6 @@ public:
     OutputPolicy policy;
     bool byCharacter = false;
     bool yes = false;
-    /** The format itself, or what it is with the engine that --engine names. */
-    [[nodiscard]] const DocumentFormat& madeAs (const DocumentFormat& format) const;
 
 private:
     template <typename Value>

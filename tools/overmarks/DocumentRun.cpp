@@ -37,9 +37,9 @@ void DocumentRun::hideBar()
 bool DocumentRun::run (const StopSignals& signals)
 {
     constexpr auto look = std::chrono::milliseconds (50);
-    std::unique_lock locked (lock);
     bool isCancelled = false;
     exports.start();
+    std::unique_lock locked (lock);
 
     while (! change.wait_for (locked, look, [this] { return hasEnded; }))
         if (signals.haveCome() && ! std::exchange (isCancelled, true))

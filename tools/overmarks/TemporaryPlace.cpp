@@ -29,4 +29,9 @@ TemporaryPlace::~TemporaryPlace()
         unsetenv (nameOfVariable);
 }
 
+juce::String TemporaryPlace::withoutItself (const juce::String& words) const
+{
+    return words.replace (get().getFullPathName(), get().getParentDirectory().getFullPathName());
+}
+
 } // namespace overmarks

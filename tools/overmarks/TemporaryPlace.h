@@ -22,6 +22,9 @@ public:
     ~TemporaryPlace();
 
     const juce::File& get() const noexcept { return folder.get(); }
+    /** Words in which the usual folder of temporary files is named instead of this one, which goes before anybody can look. */
+    juce::String withoutItself (const juce::String& words) const;
+
     const StopSignals& getSignals() const noexcept { return folder.getSignals(); }
 
 private:

@@ -329,6 +329,25 @@ TEST_F (BatchEventExportSessionTest, errorsAreToldToWhoeverAsksAndStopNothing)
     EXPECT_EQ (errors, (Entries { "a: an error", "b: an error" }));
 }
 
+TEST_F (BatchEventExportSessionTest, whatAnApplicationsFunctionsThrowIsLoggedAndStopsNothing)
+{
+    const CollectedLog log;
+    BatchEventExportSession session ({ byTimecode (csv, "a"), byTimecode (csv, "b") });
+    session.delegate = &diary;
+    session.makeExporter = [] (const auto& made) -> std::shared_ptr<EventExporter>
+    {
+        if (made->fileName == "a")
+            throw std::runtime_error ("no exporter today");
+
+        return EventExporterFactory::eventExporter (made);
+    };
+    session.exportEnded = [] (auto&, const auto&) { throw std::runtime_error ("nobody listens"); };
+    session.start();
+    EXPECT_EQ (diary.wait(), (Entries { "(1, 2)", "(2, 2)", "finished" }));
+    EXPECT_EQ (log.lines(), (Entries { "Error exporting document with type: CSV: no exporter today",
+                                       "Error exporting document with type: CSV: nobody listens" }));
+}
+
 TEST_F (BatchEventExportSessionTest, theTimeOfEachDocumentIsLoggedForTheDeveloper)
 {
     const CollectedLog log;
