@@ -131,17 +131,30 @@ void EventPDFExporter::appendStartOfDocument (std::string& page,
 
 void EventPDFExporter::print (const std::string& page, const juce::File& file)
 {
+    // Once may be the fault of one character's cues.
+    constexpr int mostTimesInVain = 2;
+
+    if (timesWaitedInVain >= mostTimesInVain)
+    {
+        tellFailure (file, juce::String (printFailures.back().reason));
+        return;
+    }
+
     const auto adapter = makePrintAdapter();
     adapter->initWithCallerObject (this);
     adapter->exportHTMLString (page, file.getFullPathName().toStdString());
+    timesWaitedInVain += adapter->hasWaitedInVain() ? 1 : 0;
 
     if (const auto reason = adapter->failure(); reason.isNotEmpty())
-    {
-        printFailures.push_back ({ file, reason });
+        tellFailure (file, reason);
+}
 
-        if (printFailed)
-            printFailed (printFailures.back());
-    }
+void EventPDFExporter::tellFailure (const juce::File& file, const juce::String& reason)
+{
+    printFailures.push_back ({ file, reason });
+
+    if (printFailed)
+        printFailed (printFailures.back());
 }
 
 juce::String EventPDFExporter::documentHeader() { return text (documentHead); }

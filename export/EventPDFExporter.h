@@ -76,9 +76,11 @@ public:
 private:
     void appendStartOfDocument (std::string& page, const juce::String& charactersAndActors) const;
     void print (const std::string& page, const juce::File& file);
+    void tellFailure (const juce::File& file, const juce::String& reason);
     juce::String exportIntoSingleFile (const ByCharacterWalk& walk);
 
     std::atomic<bool> cancelled { false };
+    int timesWaitedInVain = 0;
     juce::String appIconIdentifier { "AppIcon" };
 };
 

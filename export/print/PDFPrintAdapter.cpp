@@ -8,4 +8,6 @@ PDFPrintAdapter::~PDFPrintAdapter() = default;
 
 juce::String PDFPrintAdapter::failure() const { return {}; }
 
+bool PDFPrintAdapter::hasWaitedInVain() const { return false; }
+
 } // namespace ZEP::Overmarks

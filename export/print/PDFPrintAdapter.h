@@ -33,6 +33,10 @@ public:
 
     /** Why there is no file, in words for a person; empty as long as all went well. */
     [[nodiscard]] virtual juce::String failure() const;
+
+    /** Whether it failed since what prints has kept it waiting in vain. After the second document of an export that ends so, the
+        others aren't tried. */
+    [[nodiscard]] virtual bool hasWaitedInVain() const;
 };
 
 } // namespace ZEP::Overmarks

@@ -44,6 +44,7 @@ public:
     }
 
     juce::String failure() const override { return text (failureWords); }
+    bool hasWaitedInVain() const override { return failureWords == "hangs"; }
 
 private:
     std::vector<Printed>& printed;
@@ -309,6 +310,35 @@ TEST_F (EventPDFExporterTest, cancellingHasNoEffectByTimecode)
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_EQ (printed.size(), 1u);
     EXPECT_EQ (progress.reports, (Reports { { 1, 1 } }));
+}
+
+TEST_F (EventPDFExporterTest, afterTwoDocumentsThatWereWaitedForInVainTheRestIsGivenUp)
+{
+    failureWords = "hangs";
+    settings->eventsByCharacter = { { "c1", { event ({}) } },
+                                    { "c2", { event ({}) } },
+                                    { "c3", { event ({}) } } };
+    int told = 0;
+    exporter.printFailed = [&told] (const EventPDFExporter::PrintFailure&) { ++told; };
+    EXPECT_EQ (exporter.exportEventsByCharacter(), "");
+    EXPECT_EQ (printed.size(), 2u);
+    ASSERT_EQ (exporter.printFailures.size(), 3u);
+    EXPECT_EQ (told, 3);
+    EXPECT_EQ (progress.reports, (Reports { { 1, 3 }, { 2, 3 }, { 3, 3 } }));
+    EXPECT_EQ (exporter.printFailures[2].reason, "hangs");
+    EXPECT_NE (exporter.printFailures[2].file, exporter.printFailures[1].file);
+}
+
+TEST_F (EventPDFExporterTest, otherFailuresLetTheRestBeTried)
+{
+    failureWords = "no paper";
+    settings->eventsByCharacter = { { "c1", { event ({}) } },
+                                    { "c2", { event ({}) } },
+                                    { "c3", { event ({}) } } };
+    exporter.printFailed = {};
+    exporter.exportEventsByCharacter();
+    EXPECT_EQ (printed.size(), 3u);
+    EXPECT_EQ (exporter.printFailures.size(), 3u);
 }
 
 TEST_F (EventPDFExporterTest, whatCannotBePrintedIsNoErrorButIsLoggedAndKept)
