@@ -26,6 +26,7 @@ namespace
 
 constexpr std::size_t longestMessage = 64 << 20;
 constexpr std::size_t mostErrorText = 4096;
+constexpr auto timeForLastWords = std::chrono::milliseconds (50);
 constexpr int lowestOwnNumber = 10; ///< descriptors 3 and 4 are made for the browser while it starts
 
 std::string systemReason (int number) { return std::strerror (number); }
@@ -242,7 +243,10 @@ void BrowserProcess::wait (short events, Clock::time_point until)
         const auto left = millisecondsUntil (until);
 
         if (left == 0)
-            fail ("the browser doesn't answer");
+        {
+            readErrorsSoFar();
+            throw BrowserHangs ("the browser doesn't answer");
+        }
 
         std::array<pollfd, 2> waitedFor { pollfd { channel.get(), events, 0 },
                                           pollfd { errors.get(), POLLIN, 0 } };
@@ -278,7 +282,7 @@ bool BrowserProcess::readErrors()
     more once it has been killed; but a system that is busy freeing a gigabyte isn't waited for. */
 void BrowserProcess::readErrorsToTheEnd()
 {
-    const auto until = Clock::now() + std::chrono::milliseconds (50);
+    const auto until = Clock::now() + timeForLastWords;
 
     while (errors.get() >= 0 && millisecondsUntil (until) > 0)
     {
@@ -288,11 +292,18 @@ void BrowserProcess::readErrorsToTheEnd()
     }
 }
 
+/** There may be more of it faster than it is read. */
+void BrowserProcess::readErrorsSoFar()
+{
+    const auto until = Clock::now() + timeForLastWords;
+
+    while (errors.get() >= 0 && Clock::now() < until && readErrors())
+        ;
+}
+
 void BrowserProcess::fail (const std::string& reason)
 {
-    while (errors.get() >= 0 && readErrors())
-        ;
-
+    readErrorsSoFar();
     throw PrintError (reason);
 }
 

@@ -50,10 +50,11 @@ public:
     BrowserProcess (const BrowserProcess&) = delete;
     BrowserProcess& operator= (const BrowserProcess&) = delete;
 
-    /** Throws PrintError when the browser has gone or takes nothing until then. */
+    /** Throws PrintError when the browser has gone, and BrowserHangs when it takes nothing until then. */
     void send (std::string_view message, Clock::time_point until);
 
-    /** The next message. Throws PrintError when the browser has gone, says nothing whole until then or endlessly much. */
+    /** The next message. Throws PrintError when the browser has gone or says endlessly much, and BrowserHangs when it says nothing
+        whole until then. */
     [[nodiscard]] std::string receive (Clock::time_point until);
 
     /** The end of what it has written to its standard error. */
@@ -65,6 +66,7 @@ private:
     void wait (short events, Clock::time_point until);
     bool readErrors();
     void readErrorsToTheEnd();
+    void readErrorsSoFar();
     [[noreturn]] void fail (const std::string& reason);
 
     pid_t process = -1;

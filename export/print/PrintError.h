@@ -13,4 +13,10 @@ struct PrintError : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
+/** The browser has kept its caller waiting for the whole of its patience: the next one may do the same. */
+struct BrowserHangs : PrintError
+{
+    using PrintError::PrintError;
+};
+
 } // namespace ZEP::Overmarks
