@@ -65,7 +65,10 @@ PageRequests::Reply PageRequests::replyTo (const json& event)
     const auto address = event.value ("request", json::object()).value ("url", std::string());
 
     if (event.contains ("responseStatusCode"))
+    {
+        pageHasPolicy = pageHasPolicy || isPage (address);
         return isPage (address) ? pageWithPolicy (id) : refusal (id);
+    }
 
     if (isPage (address) && ! std::exchange (pageWasLoaded, true))
         return { "Fetch.continueRequest", { { "requestId", id } } };

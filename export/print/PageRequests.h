@@ -33,6 +33,9 @@ public:
     /** @param event  the parameters of Fetch.requestPaused */
     [[nodiscard]] Reply replyTo (const json& event);
 
+    /** Whether the page was asked for here, and was shown with the policy that shuts it in. */
+    [[nodiscard]] bool pageIsShutIn() const noexcept { return pageWasLoaded && pageHasPolicy; }
+
 private:
     [[nodiscard]] bool isPage (const std::string& address) const;
     [[nodiscard]] const std::string* iconAt (const std::string& address) const;
@@ -40,6 +43,7 @@ private:
     std::string pageEnd;
     Icons icons;
     bool pageWasLoaded = false;
+    bool pageHasPolicy = false;
 };
 
 } // namespace ZEP::Overmarks

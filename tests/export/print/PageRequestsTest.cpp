@@ -82,3 +82,19 @@ TEST_F (PageRequestsTest, everyRequestIsHeldUpAndThePageOnceMore)
     EXPECT_EQ (requests.patterns(), json::parse (R"([{"urlPattern": "*", "requestStage": "Request"},
         {"urlPattern": "*/overmarks-print-Abc123/page.html", "requestStage": "Response"}])"));
 }
+
+TEST_F (PageRequestsTest, thePageIsShutInOnceItWasAskedForAndShownWithItsPolicy)
+{
+    EXPECT_FALSE (requests.pageIsShutIn());
+    methodFor (request (pageAddress));
+    methodFor (request ("file:///a/icon.png", true));
+    EXPECT_FALSE (requests.pageIsShutIn());
+    methodFor (request (pageAddress, true));
+    EXPECT_TRUE (requests.pageIsShutIn());
+}
+
+TEST_F (PageRequestsTest, aPageThatWasNeverAskedForIsNotShutIn)
+{
+    methodFor (request (pageAddress, true));
+    EXPECT_FALSE (requests.pageIsShutIn());
+}
