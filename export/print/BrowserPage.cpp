@@ -49,10 +49,10 @@ std::string addressOf (const fs::path& file)
     return address;
 }
 
-void writePage (const fs::path& file, std::string_view html, std::string_view furtherStyle)
+void writePage (const fs::path& file, std::string_view ahead, std::string_view html)
 {
     std::ofstream stream (file, std::ios::binary);
-    stream << html << furtherStyle << std::flush;
+    stream << ahead << html << std::flush;
 
     if (! stream.good())
         throw PrintError ("the page can't be written to " + file.string());
@@ -151,38 +151,47 @@ void BrowserPage::prepare()
               { { "targetId", target.value ("targetId", std::string()) }, { "flatten", true } }, {});
     page = attached.value ("sessionId", std::string());
 
-    // For the whole browser, so that no frame of the page is left out.
-    send ("Fetch.enable", { { "patterns", requests->patterns() } }, {});
-    send ("Browser.setDownloadBehavior", { { "behavior", "deny" } }, {});
-    send ("Inspector.enable", json::object(), page);
-    send ("Page.enable", json::object(), page);
+    // Each is waited for: a page is loaded only once all of them hold. Requests of the whole browser, so that no frame of the page
+    // is left out.
+    call ("Fetch.enable", { { "patterns", requests->patterns() } }, {});
+    call ("Browser.setDownloadBehavior", { { "behavior", "deny" } }, {});
+    call ("Inspector.enable", json::object(), page);
+    call ("Page.enable", json::object(), page);
+    call ("Page.setLifecycleEventsEnabled", { { "enabled", true } }, page);
     call ("Emulation.setScriptExecutionDisabled", { { "value", true } }, page);
 }
 
-void BrowserPage::load (std::string_view html, std::string_view furtherStyle, PageRequests::Icons icons)
+void BrowserPage::load (std::string_view ahead, std::string_view html, PageRequests::Icons icons)
 {
     const auto file = privateFolder.path() / pageName;
     const auto secondsForSize = std::chrono::seconds (html.size() / bytesASecond);
     patience += secondsForSize;
     end = Clock::now() + patience * mostPatience;
 
-    writePage (file, html, furtherStyle);
+    writePage (file, ahead, html);
     requests = std::make_unique<PageRequests> (
         "/" + privateFolder.path().filename().string() + "/" + pageName, std::move (icons));
 
     const auto start = Clock::now();
+    loaded.clear();
     const auto answer = call ("Page.navigate", { { "url", addressOf (file) } }, page);
 
     if (answer.contains ("errorText"))
         throw PrintError ("the browser can't load the page: " + answer.value ("errorText", std::string()));
 
-    while (! isLoaded)
+    const auto wanted = answer.at ("loaderId").get<std::string>();
+
+    while (loaded != wanted)
         take (receive());
+
+    if (! requests->pageIsShutIn())
+        throw PrintError ("the browser loads pages without asking");
 
     ownTime += Clock::now() - start;
 }
 
-void BrowserPage::print (const PrintLayout& layout, const std::function<void (std::string_view)>& write)
+void BrowserPage::print (const PrintLayout& layout, std::size_t mostPages,
+                         const std::function<void (std::string_view)>& write)
 {
     const auto start = Clock::now();
     const auto answer =
@@ -191,6 +200,7 @@ void BrowserPage::print (const PrintLayout& layout, const std::function<void (st
                 // Tags are of no use on paper, and their time grows with the square of the pages.
                 { "generateTaggedPDF", false },
                 { "printBackground", true },
+                { "pageRanges", "1-" + std::to_string (mostPages) },
                 { "landscape", false },
                 { "paperWidth", inches (layout.paperWidth) },
                 { "paperHeight", inches (layout.paperHeight) },
@@ -265,9 +275,12 @@ void BrowserPage::take (const json& event)
         const auto reply = requests->replyTo (event.value ("params", json::object()));
         send (reply.method, reply.parameters, {});
     }
-    else if (method == "Page.loadEventFired")
+    else if (method == "Page.lifecycleEvent" && event.value ("sessionId", std::string()) == page)
     {
-        isLoaded = true;
+        const auto parameters = event.value ("params", json::object());
+
+        if (parameters.value ("name", std::string()) == "load")
+            loaded = parameters.value ("loaderId", std::string());
     }
     else if (method == "Inspector.targetCrashed" || method == "Target.detachedFromTarget")
     {

@@ -9,6 +9,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -31,6 +32,7 @@ struct PrintLayout
 };
 
 /** A page in a browser that was started for it, which runs no script, reaches no network and reads no file but the page itself.
+    A browser that doesn't take the orders for that prints nothing.
 
     Each operation blocks until it is done or throws PrintError: the browser may be missing, die or say nothing. It counts as
     dead when it has said nothing for the time of its patience. One thread. */
@@ -47,11 +49,13 @@ public:
     BrowserPage& operator= (const BrowserPage&) = delete;
 
     /** Loads a page of HTML in UTF-8, with the icons that it may show.
-        @param furtherStyle  an element with rules of style that paper needs besides those of the page */
-    void load (std::string_view html, std::string_view furtherStyle, PageRequests::Icons icons);
+        @param ahead  HTML that the browser reads before the page, for what no text of the page may change */
+    void load (std::string_view ahead, std::string_view html, PageRequests::Icons icons);
 
-    /** Prints what was loaded, and hands on the bytes of the document in pieces. */
-    void print (const PrintLayout& layout, const std::function<void (std::string_view)>& write);
+    /** Prints what was loaded, and hands on the bytes of the document in pieces.
+        @param mostPages  further ones are left out */
+    void print (const PrintLayout& layout, std::size_t mostPages,
+                const std::function<void (std::string_view)>& write);
 
     /** What the browser itself needed for the page so far: loading and printing it. */
     [[nodiscard]] Clock::duration browsersOwnTime() const noexcept { return ownTime; }
@@ -78,7 +82,7 @@ private:
     std::unique_ptr<PageRequests> requests;
     std::string page; ///< the session of the page, beside that of the whole browser
     int lastID = 0;
-    bool isLoaded = false;
+    std::string loaded; ///< the browser's name for the document that was loaded last
     Clock::duration ownTime {};
 };
 

@@ -2,7 +2,6 @@
 #include "export/print/ZEP_EventPDFExporter.h"
 
 #include "core/system/SystemUtility.h"
-#include "core/system/WholeFile.h"
 #include "export/CueSheetCue.h"
 #include "export/EventPDFExporter.h"
 #include "export/frame/PaperOfSettings.h"
@@ -10,6 +9,8 @@
 #include "export/print/BrowserProgram.h"
 #include "export/print/PrintError.h"
 #include "export/print/PrintFooter.h"
+#include "export/print/PrintedDocument.h"
+#include "export/print/SheetFrame.h"
 
 #include <nlohmann/json.hpp>
 
@@ -28,10 +29,13 @@ using ZEP::Core::SystemUtility;
 namespace
 {
 
-/** A cue that is torn apart between two pages can't be read out, and one word without an end must not make the whole sheet
-    small. */
-constexpr std::string_view rulesForPaper =
-    "<style>.oneCueOuterContainer { break-inside: avoid; } p { overflow-wrap: anywhere; }</style>";
+/** So many pages can no cue list fill: a line of its own needs six bytes of HTML, and more than fifty of them stand on a page. */
+std::size_t mostPagesOf (std::string_view html)
+{
+    constexpr std::size_t pagesOfAnyList = 100;
+    constexpr std::size_t leastBytesOfAPage = 200;
+    return pagesOfAnyList + html.size() / leastBytesOfAPage;
+}
 
 juce::String fromUTF8 (std::string_view bytes)
 {
@@ -77,48 +81,6 @@ std::string browserAskedFor (const EventExportSettingsSet& settings)
     return found != settings.options.end() ? found->second.toString().toStdString() : std::string();
 }
 
-/** A printed document on its way from the browser to its place. It waits on the disk, not in the memory. */
-class PrintedDocument final
-{
-public:
-    explicit PrintedDocument (const std::filesystem::path& folder)
-        : path (folder / "printed.pdf"),
-          stream (path, std::ios::binary)
-    {
-    }
-
-    void write (std::string_view bytes)
-    {
-        if (! stream.write (bytes.data(), static_cast<std::streamsize> (bytes.size())))
-            throw PrintError ("the disk takes no more temporary files in " + path.parent_path().string());
-    }
-
-    void moveTo (const juce::File& file)
-    {
-        write ({});
-        stream.close();
-        const juce::MemoryMappedFile mapped (juce::File (fromUTF8 (path.string())),
-                                             juce::MemoryMappedFile::readOnly);
-
-        if (mapped.getData() == nullptr || ! stream.good())
-            throw PrintError ("the disk takes no more temporary files in " + path.parent_path().string());
-
-        const std::string_view bytes (static_cast<const char*> (mapped.getData()), mapped.getSize());
-
-        if (! bytes.starts_with ("%PDF-"))
-            throw PrintError ("the browser has printed no PDF document");
-
-        if (const auto result = ZEP::Core::WholeFile::write (file, bytes); result.failed())
-            throw PrintError (result.getErrorMessage()
-                                  .fromFirstOccurrenceOf (file.getFullPathName() + ": ", false, false)
-                                  .toStdString());
-    }
-
-private:
-    std::filesystem::path path;
-    std::ofstream stream;
-};
-
 } // namespace
 
 ZEP_EventPDFExporter::ZEP_EventPDFExporter() = default;
@@ -139,6 +101,11 @@ void ZEP_EventPDFExporter::attempt (Work work)
     {
         reason = "the browser's answer can't be understood";
     }
+    catch (const BrowserHangs& error)
+    {
+        reason = fromUTF8 (error.what());
+        waitedInVain = true;
+    }
     catch (const std::exception& error) // a PrintError, or what the system has to say
     {
         reason = fromUTF8 (error.what());
@@ -152,7 +119,11 @@ void ZEP_EventPDFExporter::initWithCallerObject (EventPDFExporter* exporter)
 {
     caller = exporter;
     attempt (
-        [this] {
+        [this]
+        {
+            if (caller == nullptr)
+                throw PrintError ("nobody has asked for the document");
+
             page =
                 std::make_unique<BrowserPage> (findBrowser (browserAskedFor (*caller->settings)), patience);
         });
@@ -166,9 +137,14 @@ void ZEP_EventPDFExporter::exportHTMLString (const std::string& html, const std:
 
 void ZEP_EventPDFExporter::print (const std::string& html, const juce::File& file)
 {
-    page->load (html, rulesForPaper, icons());
-    PrintedDocument document (page->folder());
-    page->print (layoutFor (*caller->settings),
+    if (page == nullptr)
+        throw PrintError ("no browser was started for the document");
+
+    const auto layout = layoutFor (*caller->settings);
+    page->load (frameOfSheet (layout), html, icons());
+
+    PrintedDocument document (page->folder(), { .pages = mostPagesOf (html) });
+    page->print (layout, document.limits().pages + 1,
                  [&document] (std::string_view piece) { document.write (piece); });
     ownTime = page->browsersOwnTime();
     document.moveTo (file);

@@ -19,7 +19,8 @@ class BrowserPage;
     the paper of the place, with margins of 30 points (20 at the bottom), and a band of 24 points at the foot of each page.
 
     A cue list comes from a stranger, and its texts reach the page as they stand. So the browser runs no script, reaches no
-    network, and shows nothing but the page and the three icons; it keeps its files in a private folder that is removed.
+    network, and shows nothing but the page and the three icons; it keeps its files in a private folder that is removed. Nothing in
+    the document can be clicked, and no text of a list changes its paper, margins, footer and title.
 
     The rule that is easily missed: both operations block, for minutes with a list of thousands of cues. They need no display
     and no message loop, any thread will do, the main thread included, and they always return: a browser that is missing,
@@ -39,6 +40,7 @@ public:
     void exportHTMLString (const std::string& html, const std::string& toFilePath) override;
 
     [[nodiscard]] juce::String failure() const override { return reason; }
+    [[nodiscard]] bool hasWaitedInVain() const override { return waitedInVain; }
 
     /** What the browser itself needed to load and print the page. */
     [[nodiscard]] std::chrono::duration<double> browsersOwnTime() const noexcept { return ownTime; }
@@ -54,6 +56,7 @@ private:
     EventPDFExporter* caller = nullptr;
     std::unique_ptr<BrowserPage> page;
     juce::String reason;
+    bool waitedInVain = false;
     std::chrono::duration<double> ownTime {};
 };
 

@@ -213,4 +213,44 @@ TEST_F (PrintTest, anIconsNameOpensNoFile)
     EXPECT_FALSE (watched.wasOpened());
 }
 
+/** The server is within reach of this browser, and its pages have no policy: what is left is that requests are refused. */
+class LooseBrowserTest : public PrintTest
+{
+protected:
+    /** Orders to the browser, changed on their way. */
+    void useLooseBrowser (const std::string& change)
+    {
+        useBrowser (R"(
+exec 3< <(while IFS= read -r -d '' order; do order=${order//Content-Security-Policy/X-Nothing}; )"
+                    + change + R"( printf '%s\0' "$order"; done <&3)
+words=()
+for word; do case $word in --proxy-*|--host-resolver-rules=*) ;; *) words+=("$word") ;; esac; done
+exec "$(command -v chromium-headless-shell || command -v chromium)" "${words[@]}")");
+    }
+
+    std::string hostile() const
+    {
+        return "<img src='" + server.address() + "/a.png'><link rel=stylesheet href='" + server.address()
+               + "/a.css'><iframe src='" + server.address() + "/'></iframe>";
+    }
+
+    CountingServer server;
+};
+
+TEST_F (LooseBrowserTest, aRequestIsRefusedWhereNothingElseWouldStopIt)
+{
+    useLooseBrowser ("");
+    EXPECT_EQ (printText (hostile()), "");
+    EXPECT_TRUE (wasPrinted());
+    EXPECT_EQ (server.visitors(), 0);
+}
+
+TEST_F (LooseBrowserTest, andWouldArriveWereItNotRefused)
+{
+    patience = std::chrono::seconds (4);
+    useLooseBrowser ("order=${order//Fetch.failRequest/Fetch.continueRequest};");
+    EXPECT_EQ (printText (hostile()), "the browser doesn't answer") << "nor does the server";
+    EXPECT_GT (server.visitors(), 0);
+}
+
 } // namespace

@@ -8,16 +8,21 @@
 #include "support/PrintedPDF.h"
 
 #include <stdlib.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <chrono>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
 
-/** What tests of printing share: a folder of the test's own for temporary files, where nothing may stay behind, neither a file
-    nor a process that was told of it. */
+/** What tests of printing share: a folder of the test's own for temporary files, where nothing may stay behind; nor may any
+    process that was started while it lasted, by whomever. */
 namespace ExportSupport
 {
 
@@ -33,6 +38,9 @@ protected:
             formerTemporaryFolder = before;
 
         ::setenv ("TMPDIR", temporaryFiles.path.c_str(), 1);
+
+        // Processes whose parent ends are this one's children then, and can be found.
+        ::prctl (PR_SET_CHILD_SUBREAPER, 1);
         settings->exportType = EventExportTypePDF;
         settings->projectSettings.projectName = "Film";
         settings->options[EventExportPaperKey] = "a4";
@@ -52,26 +60,26 @@ protected:
             std::this_thread::sleep_for (std::chrono::milliseconds (10));
 
         EXPECT_EQ (browserProcesses(), std::vector<pid_t>());
+
+        while (::waitpid (-1, nullptr, WNOHANG) > 0)
+            ;
     }
 
-    /** The processes that were started with files in the test's temporary folder. */
-    std::vector<pid_t> browserProcesses() const
+    /** The processes that come from this one, over any number of steps, and still run. */
+    static std::vector<pid_t> browserProcesses()
     {
+        const auto all = parentsOfProcesses();
         std::vector<pid_t> found;
-        std::error_code error;
 
-        for (const auto& entry : std::filesystem::directory_iterator ("/proc", error))
+        for (const auto& [process, parent] : all)
         {
-            const auto name = entry.path().filename().string();
+            auto ancestor = parent;
 
-            if (std::isdigit (static_cast<unsigned char> (name[0])) == 0)
-                continue;
+            while (ancestor != ::getpid() && all.count (ancestor) != 0)
+                ancestor = all.at (ancestor);
 
-            std::ifstream stream (entry.path() / "cmdline", std::ios::binary);
-            const std::string words (std::istreambuf_iterator<char> (stream), {});
-
-            if (words.find (temporaryFiles.path.string()) != std::string::npos)
-                found.push_back (std::stoi (name));
+            if (ancestor == ::getpid())
+                found.push_back (process);
         }
 
         return found;
@@ -119,6 +127,34 @@ protected:
     std::chrono::milliseconds patience { 0 }; ///< 0 for the usual one
 
 private:
+    /** Of all processes that run and haven't only been left to be waited for. */
+    static std::map<pid_t, pid_t> parentsOfProcesses()
+    {
+        std::map<pid_t, pid_t> parents;
+        std::error_code error;
+
+        for (const auto& entry : std::filesystem::directory_iterator ("/proc", error))
+        {
+            const auto name = entry.path().filename().string();
+
+            if (std::isdigit (static_cast<unsigned char> (name[0])) == 0)
+                continue;
+
+            // "12 (name of the program) S 11 ..."
+            std::ifstream stream (entry.path() / "stat");
+            std::string line;
+            std::getline (stream, line);
+            const auto behindName = line.rfind (')');
+
+            if (behindName == std::string::npos || line[behindName + 2] == 'Z')
+                continue;
+
+            parents[std::stoi (name)] = std::stoi (line.substr (behindName + 4));
+        }
+
+        return parents;
+    }
+
     std::string formerTemporaryFolder;
 };
 

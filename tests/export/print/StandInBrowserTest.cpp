@@ -18,23 +18,33 @@ using testing::HasSubstr;
 namespace
 {
 
-/** Answers every command, and prints a document of one line; what it does at a command may be replaced. */
+/** Answers every command, asks for the page as a browser does, and prints a document of one line; what it does at a command may
+    be replaced. */
 const std::string wellBehaved = R"(
 say() { printf '%s\0' "$1" >&4; }
+answer() { say "{\"id\":$1,\"result\":$2}"; }
+ask() { say "{\"method\":\"Fetch.requestPaused\",\"params\":{\"requestId\":\"R\",\"request\":{\"url\":\"$page\"}$1}}"; }
+loaded() { say "{\"method\":\"Page.lifecycleEvent\",\"sessionId\":\"S\",\"params\":{\"name\":\"load\",\"loaderId\":\"$1\"}}"; }
 while IFS= read -r -d '' message <&3; do
     id=${message#*\"id\":}; id=${id%%,*}
     result='{}'
     case $message in
         *Target.createTarget*) result='{"targetId":"T"}' ;;
         *Target.attachToTarget*) result='{"sessionId":"S"}' ;;
-        *Page.navigate*) AT_LOAD : ;;
+        *Fetch.enable*) AT_RULES : ;;
+        *Page.navigate*) AT_LOAD navigation=$id; page=${message#*\"url\":\"}; page=${page%%\"*}; ask; continue ;;
+        *Fetch.continueRequest*) AT_ASKED answer $id '{}'; ask ',"responseStatusCode":200'; continue ;;
+        *Fetch.continueResponse*)
+            answer $id '{}'; AT_SHOWN answer $navigation '{"frameId":"F","loaderId":"L"}'; AT_LOADED loaded L; continue ;;
         *Page.printToPDF*) AT_PRINT result='{"stream":"1"}' ;;
         *IO.read*) AT_READ result='{"data":"%PDF-1.4 printed","eof":true}' ;;
     esac
-    say "{\"id\":$id,\"result\":$result}"
-    case $message in *Page.navigate*) say '{"method":"Page.loadEventFired","sessionId":"S"}' ;; esac
+    answer $id "$result"
 done
 )";
+
+const std::vector<std::string> places { "AT_RULES",  "AT_LOAD",  "AT_ASKED", "AT_SHOWN",
+                                        "AT_LOADED", "AT_PRINT", "AT_READ" };
 
 std::string replaced (std::string text, const std::string& from, const std::string& to)
 {
@@ -48,8 +58,8 @@ std::string browserThat (const std::string& place, const std::string& does)
 {
     auto script = wellBehaved;
 
-    for (const std::string each : { "AT_LOAD", "AT_PRINT", "AT_READ" })
-        script = replaced (script, each, each == place ? does + ";" : ":;");
+    for (const auto& each : places)
+        script = replaced (script, each + " ", each == place ? does + "; " : "");
 
     return script;
 }
@@ -59,7 +69,7 @@ class StandInBrowserTest : public PrintTest
 protected:
     StandInBrowserTest()
     {
-        patience = 400ms;
+        patience = 600ms;
         settings->events = events ({ { .words = "Hello" } });
     }
 
@@ -101,7 +111,7 @@ TEST_F (StandInBrowserTest, oneThatHangsAtItsStartIsGivenUp)
 
 TEST_F (StandInBrowserTest, oneThatHangsAnywhereIsGivenUp)
 {
-    for (const auto* place : { "AT_LOAD", "AT_PRINT", "AT_READ" })
+    for (const auto& place : places)
         EXPECT_EQ (printWith (browserThat (place, "sleep 1000")), silent) << place;
 
     EXPECT_FALSE (wasPrinted());
@@ -112,7 +122,7 @@ TEST_F (StandInBrowserTest, oneThatDiesAnywhereIsTold)
     EXPECT_EQ (printWith ("exit 0"), ended);
     EXPECT_EQ (printWith ("kill -SEGV $$"), ended);
 
-    for (const auto* place : { "AT_LOAD", "AT_PRINT", "AT_READ" })
+    for (const auto& place : places)
         EXPECT_EQ (printWith (browserThat (place, "kill -KILL $$")), ended) << place;
 
     EXPECT_FALSE (wasPrinted());
@@ -166,6 +176,59 @@ TEST_F (StandInBrowserTest, aRefusalIsToldInTheBrowsersWords)
         "the browser refuses to print: Printing failed");
 }
 
+TEST_F (StandInBrowserTest, oneThatRefusesToShutThePageInPrintsNothing)
+{
+    for (const std::string order :
+         { "Fetch.enable", "Browser.setDownloadBehavior", "Inspector.enable", "Page.enable",
+           "Page.setLifecycleEventsEnabled", "Emulation.setScriptExecutionDisabled" })
+        EXPECT_EQ (
+            printWith (replaced (
+                browserThat ("", ""), "*Fetch.enable*) : ;;",
+                "*" + order
+                    + "*) say \"{\\\"id\\\":$id,\\\"error\\\":{\\\"message\\\":\\\"no\\\"}}\"; continue ;;")),
+            "the browser refuses to print: no")
+            << order;
+
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, oneThatLoadsThePageWithoutAskingPrintsNothing)
+{
+    const std::string withoutAsking = "answer $id '{\"loaderId\":\"L\"}'; loaded L; continue";
+    EXPECT_EQ (printWith (browserThat ("AT_LOAD", withoutAsking)), "the browser loads pages without asking");
+
+    const auto askingOnce = replaced (browserThat ("", ""), "ask ',\"responseStatusCode\":200'; continue",
+                                      "answer $navigation '{\"loaderId\":\"L\"}'; loaded L; continue");
+    EXPECT_EQ (printWith (askingOnce), "the browser loads pages without asking");
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, thePageIsPrintedOnceItIsLoadedAndNotAnotherOne)
+{
+    // What was there before it, another one, and a part that is no end of loading.
+    const auto browser = [this] (const std::string& atEnd)
+    {
+        return "loaded=no\n"
+               + replaced (replaced (browserThat ("AT_LOAD", "loaded B"), "loaded L; continue ;;\n",
+                                     "loaded A; say '{\"method\":\"Page.lifecycleEvent\",\"sessionId\":\"S\","
+                                     "\"params\":{\"name\":\"init\",\"loaderId\":\"L\"}}'; "
+                                         + atEnd + " continue ;;\n"),
+                           "*Page.printToPDF*) ",
+                           "*Page.printToPDF*) echo $loaded >>" + (folder.path / "told").string() + "; ");
+    };
+    EXPECT_EQ (printWith (browser ("")), silent);
+    EXPECT_FALSE (std::filesystem::exists (folder.path / "told"));
+    EXPECT_EQ (printWith (browser ("sleep 0.1; loaded=yes; loaded L;")), "");
+    EXPECT_EQ (folder.bytes ("told"), "yes\n");
+}
+
+TEST_F (StandInBrowserTest, thePagesOfAnotherSessionAreNotThePage)
+{
+    EXPECT_EQ (printWith (replaced (browserThat ("", ""), "\\\"sessionId\\\":\\\"S\\\",\\\"params\\\"",
+                                    "\\\"sessionId\\\":\\\"other\\\",\\\"params\\\"")),
+               silent);
+}
+
 TEST_F (StandInBrowserTest, aPageThatCrashesIsTold)
 {
     EXPECT_EQ (
@@ -192,6 +255,83 @@ TEST_F (StandInBrowserTest, whatIsNoPDFDocumentIsNotTakenForOne)
     EXPECT_EQ (printWith (replaced (browserThat ("", ""), "%PDF-1.4 printed", "<html>")),
                "the browser has printed no PDF document");
     EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, anEmptyDocumentIsNoMatterOfTheDisk)
+{
+    EXPECT_EQ (printWith (replaced (browserThat ("", ""), "%PDF-1.4 printed", "")),
+               "the browser has printed no PDF document");
+    EXPECT_FALSE (wasPrinted());
+}
+
+TEST_F (StandInBrowserTest, morePagesThanAListOfThatLengthCanFillAreNotTaken)
+{
+    const auto printing = [] (int pages)
+    {
+        return replaced (browserThat ("", ""), "%PDF-1.4 printed",
+                         "%PDF-1.4 '$(printf '/Type /Page %.0s' {1.." + std::to_string (pages) + "})'");
+    };
+    EXPECT_THAT (printWith (printing (1000)),
+                 testing::MatchesRegex ("the sheet has more than 1[0-9][0-9] pages"));
+    EXPECT_FALSE (wasPrinted());
+    EXPECT_EQ (printWith (printing (100)), "");
+}
+
+TEST_F (StandInBrowserTest, complaintsThatComeFasterThanTheyAreReadHoldUpNothing)
+{
+    patience = 100ms;
+    EXPECT_EQ (printWith ("for i in 1 2 3 4; do cat /dev/zero >&2 & done; sleep 1000"), silent);
+    EXPECT_EQ (printWith ("exec 3<&- 4>&-; for i in 1 2 3 4; do cat /dev/zero >&2 & done; sleep 1000"),
+               ended);
+}
+
+TEST_F (StandInBrowserTest, afterTheSecondCharacterOneThatHangsIsTriedNoMore)
+{
+    useBrowser ("echo started >>" + (folder.path / "told").string() + "; sleep 1000");
+
+    for (const std::string id : { "a", "b", "c", "d", "e" })
+    {
+        addCharacter (id, id);
+        settings->eventsByCharacter[text (id)] = { event ({ .characterID = id, .words = "Hello" }) };
+    }
+
+    EventPDFExporter exporter (settings);
+    exporter.makePrintAdapter = [this]
+    {
+        auto adapter = std::make_unique<ZEP_EventPDFExporter>();
+        adapter->patience = patience;
+        return adapter;
+    };
+    const CollectedLog log;
+    exporter.exportEventsByCharacter();
+    EXPECT_EQ (folder.bytes ("told"), "started\nstarted\n");
+    ASSERT_EQ (exporter.printFailures.size(), 5u);
+
+    for (const auto& failure : exporter.printFailures)
+        EXPECT_EQ (failure.reason.toStdString(), silent) << failure.file.getFileName();
+}
+
+TEST_F (StandInBrowserTest, whatIsDoneOutOfTurnIsTold)
+{
+    useBrowser (browserThat ("", ""));
+    EventPDFExporter exporter (settings);
+    ZEP_EventPDFExporter withoutBrowser;
+    withoutBrowser.exportHTMLString ("<p>Hi</p>", path());
+    EXPECT_EQ (withoutBrowser.failure(), "no browser was started for the document");
+
+    ZEP_EventPDFExporter forNobody;
+    forNobody.initWithCallerObject (nullptr);
+    EXPECT_EQ (forNobody.failure(), "nobody has asked for the document");
+    forNobody.exportHTMLString ("<p>Hi</p>", path());
+    EXPECT_FALSE (wasPrinted());
+
+    ZEP_EventPDFExporter twice;
+    twice.initWithCallerObject (&exporter);
+    twice.exportHTMLString ("<p>Hi</p>", path());
+    EXPECT_EQ (twice.failure(), "");
+    twice.exportHTMLString ("<p>Hi</p>", path() + "2");
+    EXPECT_EQ (twice.failure(), "no browser was started for the document");
+    EXPECT_EQ (folder.names(), (std::vector<std::string> { "Reel 2.pdf", "browser" }));
 }
 
 TEST_F (StandInBrowserTest, aProgramThatIsNoneCannotBeStarted)
@@ -235,7 +375,7 @@ TEST_F (StandInBrowserTest, aFullDiskIsToldAndLeavesNothingHalfWritten)
     std::filesystem::remove (folder.path / "Reel 2.pdf");
 
     {
-        const FullDisk full (1000);
+        const FullDisk full (4000);
         useBrowser (browserThat ("", ""));
         EXPECT_THAT (print(), HasSubstr ("the page can't be written to " + temporaryFiles.path.string()));
     }
@@ -369,7 +509,8 @@ TEST_F (StandInBrowserTest, onlyAnAdministratorsIsStartedWithoutASandboxAtOnce)
     std::filesystem::permissions (folder.path, std::filesystem::perms::all);
     std::filesystem::permissions (temporaryFiles.path, std::filesystem::perms::all);
     EXPECT_EQ (inChildProcess ([this] { return becomeOrdinaryUser() ? print() : "no ordinary user"; }), "");
-    EXPECT_EQ (folder.bytes ("told").find ("--no-sandbox"), std::string::npos);
+    EXPECT_THAT (folder.bytes ("told"), HasSubstr (" --headless "));
+    EXPECT_THAT (folder.bytes ("told"), testing::Not (HasSubstr ("--no-sandbox")));
 }
 
 } // namespace

@@ -48,20 +48,13 @@ protected:
     std::vector<pid_t> processesOfBrowser (const std::string& word) const
     {
         std::vector<pid_t> found;
-        const auto known = browserProcesses();
 
-        for (const auto& entry : std::filesystem::directory_iterator ("/proc"))
+        for (const auto process : browserProcesses())
         {
-            const auto name = entry.path().filename().string();
-
-            if (known.empty() || std::isdigit (static_cast<unsigned char> (name[0])) == 0
-                || ::getpgid (std::stoi (name)) != ::getpgid (known[0]))
-                continue;
-
-            std::ifstream stream (entry.path() / "cmdline", std::ios::binary);
+            std::ifstream stream ("/proc/" + std::to_string (process) + "/cmdline", std::ios::binary);
 
             if (std::string (std::istreambuf_iterator<char> (stream), {}).find (word) != std::string::npos)
-                found.push_back (std::stoi (name));
+                found.push_back (process);
         }
 
         return found;
@@ -140,6 +133,32 @@ TEST_F (PrintedSheetTest, theFooterHasItsItemsInTheirPlacesOnA4)
     EXPECT_NE (document.colourAt (0, x + 2, bandTop), footerGrey);
     EXPECT_NE (document.colourAt (0, x + w - 6, bandTop), footerGrey);
     EXPECT_NE (document.colourAt (0, x + 12, bottom - 8), 0xffffffu) << "the icon";
+}
+
+TEST_F (PrintedSheetTest, theFooterIsWholeOnEveryPage)
+{
+    addCues (10);
+    const auto document = printed();
+    ASSERT_EQ (document.pages(), 2);
+
+    for (int page = 0; page < 2; ++page)
+    {
+        const double bandTop = 842 - 44, bottom = 842 - 20;
+        EXPECT_EQ (document.colourAt (page, 130, bandTop), footerGrey) << "the line";
+        EXPECT_NE (document.colourAt (page, 42, bottom - 8), 0xffffffu) << "the icon";
+        std::vector<std::string> items;
+
+        for (const auto& word : document.words (page))
+            if (word.top > bandTop)
+                items.push_back (word.text);
+
+        EXPECT_THAT (items,
+                     testing::IsSupersetOf ({ SystemUtility::executableVersion().toStdString(),
+                                              std::string ("Page:"), std::string ("Director"),
+                                              std::string ("Layout"), std::to_string (page + 1) + "/2" }));
+        EXPECT_THAT (items, testing::Contains (testing::MatchesRegex (".*[0-9]+[:.][0-9]+.*"))) << "the time";
+        EXPECT_GE (items.size(), 7u) << "and the date";
+    }
 }
 
 TEST_F (PrintedSheetTest, letterPaperHasItsMeasuresAndMargins)
