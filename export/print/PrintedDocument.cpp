@@ -15,6 +15,7 @@ using std::string_view;
 namespace
 {
 
+// Browsers of this family compress what stands on a page, and nothing of what describes it.
 constexpr string_view annotations = "/Annots";
 constexpr string_view addressOfLink = "/URI (";
 

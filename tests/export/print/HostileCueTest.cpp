@@ -225,7 +225,7 @@ exec 3< <(while IFS= read -r -d '' order; do order=${order//Content-Security-Pol
                     + change + R"( printf '%s\0' "$order"; done <&3)
 words=()
 for word; do case $word in --proxy-*|--host-resolver-rules=*) ;; *) words+=("$word") ;; esac; done
-exec "$(command -v chromium-headless-shell || command -v chromium)" "${words[@]}")");
+exec $(command -v chromium-headless-shell || command -v chromium) "${words[@]}")");
     }
 
     std::string hostile() const

@@ -186,6 +186,8 @@ TEST_P (HostileLinkTest, isWordsAndNothingToClick)
     expectUsualSheet (sheet);
     EXPECT_THAT (sheet.text(), HasSubstr ("here"));
     const auto bytes = bytesAt (path());
+    EXPECT_THAT (bytes, HasSubstr ("/Type /Page\n")) << "else links hide in what is compressed";
+    EXPECT_THAT (bytes, Not (HasSubstr ("/ObjStm")));
 
     for (const auto* part : { "/Annots", "evil", "passwd", "alert", "overmarks-print" })
         EXPECT_THAT (bytes, Not (HasSubstr (part)));
