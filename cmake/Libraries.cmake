@@ -6,6 +6,14 @@
 
 include(GenerateExportHeader)
 
+# The version in the libraries' file names, which a program that is linked asks for (docs/abi.md). Before 1.0 every minor version
+# may break what is linked already.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(OVERMARKS_ABI_VERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+else()
+    set(OVERMARKS_ABI_VERSION "${PROJECT_VERSION_MAJOR}")
+endif()
+
 function(overmarks_shared_library library)
     cmake_parse_arguments(ARG "" "MACRO;EXPORT_NAME" "COMPONENTS;LINKS;PRIVATE_LINKS" ${ARGN})
 
@@ -13,7 +21,7 @@ function(overmarks_shared_library library)
     configure_file("${PROJECT_SOURCE_DIR}/cmake/Version.cpp.in" "${OVERMARKS_GENERATED}/${library}Version.cpp" @ONLY)
     add_library(${library} SHARED "${OVERMARKS_GENERATED}/${library}Version.cpp")
     set_target_properties(${library} PROPERTIES
-        PREFIX "lib" OUTPUT_NAME "${library}" VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+        PREFIX "lib" OUTPUT_NAME "${library}" VERSION ${PROJECT_VERSION} SOVERSION ${OVERMARKS_ABI_VERSION}
         EXPORT_NAME "${ARG_EXPORT_NAME}" INSTALL_RPATH "$ORIGIN")
     add_library(Overmarks::${ARG_EXPORT_NAME} ALIAS ${library})
     generate_export_header(${library} BASE_NAME "${ARG_MACRO}" EXPORT_MACRO_NAME "${ARG_MACRO}_API"
