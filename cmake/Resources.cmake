@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-only
 # The icons and tools that documents need lie where the library looks for them, be it built or installed:
 # share/overmarks/resources beside the folder of the library. In the build tree the icons are links to their sources. A tool
-# of that folder sets its RUNTIME_OUTPUT_DIRECTORY to OVERMARKS_BUILT_RESOURCES and is installed to
-# OVERMARKS_INSTALLED_RESOURCES.
+# of that folder sets its RUNTIME_OUTPUT_DIRECTORY to OVERMARKS_BUILT_RESOURCES; cmake/Install.cmake puts it elsewhere and a link to it
+# into OVERMARKS_INSTALLED_RESOURCES.
 
 set(OVERMARKS_BUILT_RESOURCES "${CMAKE_BINARY_DIR}/share/overmarks/resources")
 set(OVERMARKS_INSTALLED_RESOURCES "${CMAKE_INSTALL_DATADIR}/overmarks/resources")
