@@ -30,7 +30,8 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS "libx11-6, libxcursor1, libxext6, libx
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME overmarks-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "juce-modules-source, libpoco-dev, libprotobuf-dev")
+# JUCE's headers alone: the package with all that its modules are built with is some hundred more.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "juce-modules-source-data, libpoco-dev, libprotobuf-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "cmake | pkg-config")
 
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
