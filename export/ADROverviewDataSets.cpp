@@ -2,34 +2,24 @@
 // The numbers of all characters in one walk.
 #include "export/ADROverviewPDFExporter.h"
 #include "export/frame/OutputFileNames.h"
+#include "list/LineCount.h"
 
 #include <map>
-#include <set>
 
 namespace ZEP::Orvelle
 {
 
 using ZEP::Core::ADRCharacter;
+using ZEP::Overmarks::LineCount;
 
 namespace
 {
 
-struct Counted
+ADROverviewDataSet dataSetOf (const ADRCharacter& character, const LineCount& count)
 {
-    int lines = 0;
-    int done = 0;
-    std::set<juce::String> cueNumbers;
-};
-
-ADROverviewDataSet dataSetOf (const ADRCharacter& character, const Counted& counted)
-{
-    return { character.name,
-             character.actor,
-             character.prefix,
-             counted.lines,
-             static_cast<int> (counted.cueNumbers.size()),
-             counted.lines > 0 ? static_cast<float> (counted.done) / static_cast<float> (counted.lines)
-                               : 0.0f };
+    return {
+        character.name, character.actor, character.prefix, count.lines(), count.cues(), count.doneRatio()
+    };
 }
 
 } // namespace
@@ -37,16 +27,11 @@ ADROverviewDataSet dataSetOf (const ADRCharacter& character, const Counted& coun
 std::vector<ADROverviewDataSet> adrOverviewDataSets (const ZEP::Overmarks::EventArray& list,
                                                      const ZEP::Core::ADRCharacterMap& cast)
 {
-    std::map<const ADRCharacter*, Counted> numbers;
+    std::map<const ADRCharacter*, LineCount> numbers;
 
     for (const auto& event : list.events)
-        if (event->getType() == ZEP::Overmarks::EventTypeADRCue)
-        {
-            auto& counted = numbers[event->character().get()];
-            ++counted.lines;
-            counted.done += event->isDone() ? 1 : 0;
-            counted.cueNumbers.insert (event->getCueNumber());
-        }
+        if (LineCount::isLine (*event))
+            numbers[event->character().get()].add (*event);
 
     std::vector<ADROverviewDataSet> dataSets;
 

@@ -3,10 +3,10 @@
 #include "list/EventArray.h"
 
 #include "list/CaselessPart.h"
+#include "list/LineCount.h"
 
 #include <algorithm>
 #include <map>
-#include <set>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -186,21 +186,15 @@ EventArray::Events EventArray::eventsWithTypeMask (int mask) const
 void EventArray::adrOverviewDataForCharacter (std::shared_ptr<ZEP::Core::ADRCharacter> character,
                                               int& numberOfLines, int& numberOfCues, float& doneRatio) const
 {
-    int lines = 0;
-    int done = 0;
-    std::set<juce::String> cueNumbers;
+    LineCount count;
 
     for (const auto& event : events)
-        if (event->getType() == EventTypeADRCue && event->character() == character)
-        {
-            ++lines;
-            done += event->isDone() ? 1 : 0;
-            cueNumbers.insert (event->getCueNumber());
-        }
+        if (LineCount::isLine (*event) && event->character() == character)
+            count.add (*event);
 
-    numberOfLines = lines;
-    numberOfCues = static_cast<int> (cueNumbers.size());
-    doneRatio = lines > 0 ? static_cast<float> (done) / static_cast<float> (lines) : 0.0f;
+    numberOfLines = count.lines();
+    numberOfCues = count.cues();
+    doneRatio = count.doneRatio();
 }
 
 } // namespace ZEP::Overmarks
