@@ -33,7 +33,7 @@ th { border-bottom: 2px solid #777; white-space: nowrap; }
 td { white-space: pre-line; overflow-wrap: anywhere; unicode-bidi: isolate; }
 th.number, td.number { text-align: end; }
 tbody tr:nth-child(even) { background: #f6f6f6; }
-@media (max-width: 40rem) and (not print) {
+@media screen and (max-width: 40rem) {
   body { padding: .8rem; }
   table, tbody, tr, td { display: block; width: 100%; }
   thead { display: none; }
