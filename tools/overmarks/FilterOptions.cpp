@@ -59,7 +59,7 @@ void FilterOptions::sayWhatIsUnknown (const ADRCharacterMap& cast, const Session
     check ("--character", character, names);
     check ("--actor", actor, actors);
 
-    if (adjacent > 0 && character.empty() && actor.empty() && text.empty() && cueNumber.empty())
+    if (adjacent > 0 && ! hasFilter())
         session.say ("--adjacent makes no difference without a filter");
 }
 

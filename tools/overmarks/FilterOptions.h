@@ -22,6 +22,15 @@ public:
         Throws WrongUsage for an unknown sort column. */
     void applyTo (const ZEP::Overmarks::Project& project, const Session& session) const;
 
+    /** Whether only some events are wanted. */
+    bool hasFilter() const
+    {
+        return ! (character.empty() && actor.empty() && text.empty() && cueNumber.empty());
+    }
+
+    /** Whether an order is wanted. */
+    bool hasOrder() const { return ! sortKey.empty() || descending; }
+
 private:
     void sort (ZEP::Overmarks::EventArray& list) const;
     void sayWhatIsUnknown (const ZEP::Core::ADRCharacterMap& cast, const Session& session) const;

@@ -35,8 +35,8 @@ void addCommands (CLI::App& program, Session& session)
 
     for (auto* add :
          { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand, addSearchCommand,
-           addSetCommand, addConvertCommand, addExportCommand, addOverviewCommand, addMIDICommand,
-           addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
+           addSetCommand, addConvertCommand, addExportCommand, addOverviewCommand, addStatsCommand,
+           addMIDICommand, addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }
 
