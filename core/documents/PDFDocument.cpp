@@ -92,7 +92,7 @@ void PDFDocument::saveToPath()
             : juce::Result::fail ("Can't write " + file.getFullPathName() + ": " + drawn.getErrorMessage());
 
     if (result.failed())
-        Logger::error (result.getErrorMessage());
+        Logger::debug (result.getErrorMessage());
 }
 
 void PDFDocument::setTitle (const juce::String& title) { canvas->setTitle (showableText (title, true)); }
@@ -214,6 +214,11 @@ std::vector<float> PDFDocument::lineHeightsForWidth (const juce::String& text, f
         heights.push_back (line.ascent + line.descent);
 
     return heights;
+}
+
+float PDFDocument::widthOfLine (const juce::String& text)
+{
+    return texts->oneLine (text, std::numeric_limits<float>::infinity())->width;
 }
 
 // ---- images ----------------------------------------------------------------------------------------------------------------

@@ -53,8 +53,8 @@ public:
 
     // ---- the file ----------------------------------------------------------------------------------------------------
 
-    /** Writes the file: beside its place first and then moved there, so that a failure leaves the old one. A failure is logged and
-        told by saveResult(). A second call writes the same document again. */
+    /** Writes the file: beside its place first and then moved there, so that a failure leaves the old one. saveResult() tells of a
+        failure. A second call writes the same document again. */
     void saveToPath();
 
     /** How the last saveToPath() went; on failure "Can't write PATH: " and the reason. A failure too while nothing has been saved. */
@@ -128,6 +128,9 @@ public:
 
     /** The heights of the same lines, from the top. */
     [[nodiscard]] std::vector<float> lineHeightsForWidth (const juce::String& text, float width);
+
+    /** How wide a text is in one line of the current font: points. */
+    [[nodiscard]] float widthOfLine (const juce::String& text);
 
     // ---- images ------------------------------------------------------------------------------------------------------
 

@@ -127,7 +127,8 @@ void PageCanvas::setClip (const juce::Rectangle<float>& rectangle)
 
 bool PageCanvas::isHidden (float top, float bottom) const
 {
-    return ! clip.isEmpty() && (bottom <= clip.getY() || top >= clip.getBottom());
+    constexpr auto hair = 0.01f; // sums of the same heights differ by as much
+    return ! clip.isEmpty() && (bottom <= clip.getY() + hair || top >= clip.getBottom() - hair);
 }
 
 // ---- shapes ----------------------------------------------------------------------------------------------------------------

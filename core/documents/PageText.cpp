@@ -23,7 +23,10 @@ constexpr float smallestFont = 1.0f, largestFont = 1000.0f;
 // about two hundred bytes of memory a character.
 constexpr std::size_t longestParagraph = 200'000, longestLine = 4'000;
 
-// Room for the texts of a few hundred pages.
+// What that much text takes in the letters of an actor's sheet. A text of nothing but line breaks would go on for a thousand pages.
+constexpr float tallestParagraph = 60'000.0f;
+
+// Room for the texts of a few hundred pages, or for the longest cue and its notes, which are wanted for each page that they cover.
 constexpr std::size_t mostRememberedBytes = 512 * 1024, mostRememberedTexts = 16 * 1024;
 
 // A shape has a cost of its own, however short the text.
@@ -93,6 +96,43 @@ void cutAt (std::string& text, std::size_t longest)
     text += "\xe2\x80\xa6";
 }
 
+/** The text as it can be shown, however long. */
+std::string cleaned (const juce::String& text, bool isOneLine)
+{
+    std::string shown (text.toRawUTF8());
+
+    if (isPlainASCII (shown))
+        return shown;
+
+    if (g_utf8_validate (shown.data(), static_cast<gssize> (shown.size()), nullptr) == 0)
+    {
+        const std::unique_ptr<char, decltype (&g_free)> valid (
+            g_utf8_make_valid (shown.data(), static_cast<gssize> (shown.size())), &g_free);
+        shown = valid.get();
+    }
+
+    return withoutControls (shown, isOneLine ? ' ' : '\n');
+}
+
+/** Leaves that many lines of a text. Shaping more takes a time that grows with their square. @returns whether there were more */
+bool keepLines (std::string& text, std::size_t most)
+{
+    std::size_t end = 0;
+
+    for (std::size_t i = 0; i < most; ++i)
+    {
+        end = text.find ('\n', end);
+
+        if (end == std::string::npos)
+            return false;
+
+        ++end;
+    }
+
+    text.resize (end);
+    return true;
+}
+
 PangoFontDescription* descriptionOf (bool isBold, float size)
 {
     auto* const description = pango_font_description_from_string (family);
@@ -116,26 +156,8 @@ void setUpForPaper (PangoContext& context)
 
 std::string showableText (const juce::String& text, bool isOneLine)
 {
-    const auto longest = isOneLine ? longestLine : longestParagraph;
-    std::string shown (text.toRawUTF8());
-
-    if (! isPlainASCII (shown))
-    {
-        if (g_utf8_validate (shown.data(), static_cast<gssize> (shown.size()), nullptr) == 0)
-        {
-            const std::unique_ptr<char, decltype (&g_free)> valid (
-                g_utf8_make_valid (shown.data(), static_cast<gssize> (shown.size())), &g_free);
-            shown = valid.get();
-        }
-
-        shown = withoutControls (shown, isOneLine ? ' ' : '\n');
-    }
-
-    if (shown.size() > longest && ! isOneLine)
-        Logger::error ("A text of " + juce::String (shown.size()) + " bytes is too long for a page; "
-                       + juce::String (longest) + " are shown");
-
-    cutAt (shown, longest);
+    auto shown = cleaned (text, isOneLine);
+    cutAt (shown, isOneLine ? longestLine : longestParagraph);
     return shown;
 }
 
@@ -198,7 +220,16 @@ PageText::Shape PageText::oneLine (const juce::String& text, float widest)
 
 PageText::Shape PageText::paragraph (const juce::String& text, float width)
 {
-    return remembered ({ current, false, unitsOf (width), showableText (text, false) });
+    auto shown = cleaned (text, false);
+    const auto bytes = shown.size();
+    cutAt (shown, longestParagraph);
+    Key key { current, false, unitsOf (width), std::move (shown) };
+
+    if (bytes > longestParagraph && recent.find (key) == recent.end())
+        Logger::error ("A text of " + juce::String (bytes) + " bytes is too long for a page; "
+                       + juce::String (longestParagraph) + " are shown");
+
+    return remembered (std::move (key));
 }
 
 PageText::Shape PageText::remembered (Key key)
@@ -207,11 +238,7 @@ PageText::Shape PageText::remembered (Key key)
         return found->second;
 
     const auto bytes = bytesOf (std::get<std::string> (key));
-    auto shape = shaped (key);
-
-    if (bytes > mostRememberedBytes / 4)
-        return shape;
-
+    auto shape = shapedToFit (key);
     makeRoom (bytes);
     inOrder.push_back (recent.emplace (std::move (key), shape).first);
     rememberedBytes += bytes;
@@ -227,6 +254,35 @@ void PageText::makeRoom (std::size_t bytes)
         recent.erase (inOrder.front());
         inOrder.pop_front();
     }
+}
+
+/** A text that is too tall for any paper ends in "…" on the last line that isn't. */
+PageText::Shape PageText::shapedToFit (Key key) const
+{
+    const auto& font = fonts.at (std::get<FontKey> (key));
+    auto& text = std::get<std::string> (key);
+    auto count = static_cast<std::size_t> (std::count (text.begin(), text.end(), '\n')) + 1;
+    const auto isShorter =
+        keepLines (text, static_cast<std::size_t> (tallestParagraph / (font.ascent + font.descent)));
+    auto whole = shaped (key);
+
+    if (! isShorter && whole->height <= tallestParagraph)
+        return whole;
+
+    auto height = 0.0f;
+    const auto behind = std::find_if (whole->lines.begin(), whole->lines.end(),
+                                      [&height] (const ShapedText::Line& line)
+                                      { return (height += line.ascent + line.descent) > tallestParagraph; });
+    count = std::max (count, whole->lines.size());
+    Logger::error ("A text of " + juce::String (count) + " lines is too tall for paper; "
+                   + juce::String (behind - whole->lines.begin()) + " are shown");
+
+    if (behind != whole->lines.end())
+        text.resize (static_cast<std::size_t> (behind->shape->start_index));
+
+    text.resize (text.find_last_not_of (" \n") + 1);
+    text += "\xe2\x80\xa6";
+    return shaped (key);
 }
 
 PageText::Shape PageText::shaped (const Key& key) const

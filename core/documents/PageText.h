@@ -68,7 +68,8 @@ public:
     /** One line, its breaks as blanks. @param widest  points; a longer line ends in "…"; infinite for no limit */
     [[nodiscard]] Shape oneLine (const juce::String& text, float widest);
 
-    /** Lines of at most this width, and no line for an empty text. @param width  points; not positive: the text's breaks only */
+    /** Lines of at most this width, and no line for an empty text. What is longer than thirty pages of print, or taller than they are, ends in
+        "…", and the log tells so once. @param width  points; not positive: the text's breaks only */
     [[nodiscard]] Shape paragraph (const juce::String& text, float width);
 
 private:
@@ -86,6 +87,7 @@ private:
 
     Font fontFor (const FontKey& key) const;
     Shape remembered (Key key);
+    Shape shapedToFit (Key key) const;
     Shape shaped (const Key& key) const;
     void setLines (ShapedText& text, bool isOneLine) const;
     void makeRoom (std::size_t bytes);

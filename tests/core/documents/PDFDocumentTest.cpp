@@ -364,7 +364,7 @@ TEST_F (PDFDocumentTest, savingTwiceWritesTheSameAndDrawingInBetweenIsLost)
     EXPECT_EQ (folder.bytes ("sheet.pdf"), first);
 }
 
-TEST_F (PDFDocumentTest, aFolderThatIsMissingIsToldAndLogged)
+TEST_F (PDFDocumentTest, aFolderThatIsMissingIsToldAndNotShownTwice)
 {
     const auto path = folder.directory() + "/nowhere/sheet.pdf";
     const CollectedLog log;
@@ -372,7 +372,7 @@ TEST_F (PDFDocumentTest, aFolderThatIsMissingIsToldAndLogged)
     lost.saveToPath();
     const auto words = "Can't write " + path + ": No such file or directory";
     EXPECT_EQ (lost.saveResult().getErrorMessage(), words);
-    EXPECT_EQ (log.lines(), std::vector<std::string> { words.toStdString() });
+    EXPECT_TRUE (log.lines().empty()) << "whoever saves tells it in words of his own";
     EXPECT_TRUE (folder.names().empty());
 }
 
@@ -387,7 +387,7 @@ TEST_F (PDFDocumentTest, aFullDiskLeavesTheOldFile)
     }
     const auto words = "Can't write " + folder.file ("sheet.pdf").getFullPathName() + ": File too large";
     EXPECT_EQ (document.saveResult().getErrorMessage(), words);
-    EXPECT_EQ (log.lines(), std::vector<std::string> { words.toStdString() });
+    EXPECT_TRUE (log.lines().empty());
     EXPECT_EQ (folder.bytes ("sheet.pdf"), "precious");
     EXPECT_THAT (folder.names(), ElementsAre ("sheet.pdf"));
     saved(); // there is room again
@@ -399,7 +399,7 @@ TEST_F (PDFDocumentTest, aPathIntoAFolderIsAFailure)
     const CollectedLog log;
     document.saveToPath();
     EXPECT_TRUE (document.saveResult().failed());
-    EXPECT_EQ (log.lines().size(), 1u);
+    EXPECT_TRUE (log.lines().empty());
 }
 
 // ---- threads -------------------------------------------------------------------------------------------------------------

@@ -160,8 +160,24 @@ TEST_F (PDFDocumentTextTest, aTextThatIsTooWideEndsAtTheEdgeAndIsFoundAsAWhole)
 TEST_F (PDFDocumentTextTest, aTextThatJustFitsIsWhole)
 {
     document.setFont (bold, 10);
-    document.drawText ("23:59:59:24", { 100, 400, 65, 11 }, juce::Justification::centredLeft);
-    EXPECT_EQ (saved().page().count ("23:59:59:24"), 1);
+    const auto width = document.widthOfLine ("23:59:59:24");
+    document.drawText ("23:59:59:24", { 100, 400, width, 11 }, juce::Justification::centredLeft);
+    document.drawText ("23:59:59:24", { 100, 300, width - 1, 11 }, juce::Justification::centredLeft);
+    document.drawText ("23:59:59:24", 100, 200);
+    const auto page = saved().page();
+    EXPECT_EQ (page.word ("23:59:59:24", 0).right, page.word ("23:59:59:24", 2).right);
+    EXPECT_LT (page.word ("23:59:59:24", 1).right, page.word ("23:59:59:24", 2).right - 1)
+        << "one that doesn't fit is shorter";
+}
+
+TEST_F (PDFDocumentTextTest, theWidthOfALineIsThatOfItsLetters)
+{
+    document.setFont (bold, 20);
+    document.drawText ("harbour", 100, 400);
+    const auto word = saved().page().word ("harbour");
+    EXPECT_NEAR (document.widthOfLine ("harbour"), word.right - word.x, 0.1);
+    EXPECT_NEAR (document.widthOfLine ("harbour\nharbour"), document.widthOfLine ("harbour harbour"), 0.01);
+    EXPECT_EQ (document.widthOfLine ({}), 0.0f);
 }
 
 TEST_F (PDFDocumentTextTest, oneLineStaysOneLine)
@@ -382,6 +398,44 @@ TEST_F (PDFDocumentTextTest, aTextThatNoPaperHoldsIsCutAndLogged)
     EXPECT_EQ (log.lines(), std::vector<std::string> {
                                 "A text of 300000 bytes is too long for a page; 200000 are shown" });
     EXPECT_TRUE (lines.back().endsWith (utf8 ("…")));
+}
+
+TEST_F (PDFDocumentTextTest, aTextThatIsTooLongIsToldOnce)
+{
+    const CollectedLog log;
+    const auto text = juce::String::repeatedString ("mad ", 75000);
+    heightOf (text, 400);
+
+    for (int page = 0; page < 3; ++page)
+        document.drawMultilineText (text, place.withWidth (400), juce::Justification::left);
+
+    EXPECT_EQ (log.lines().size(), 1u);
+}
+
+TEST_F (PDFDocumentTextTest, aTextOfNothingButLineBreaksIsCutAndLogged)
+{
+    const CollectedLog log;
+    document.setFont (regular, 11);
+    const auto text = juce::String::repeatedString ("mad\n", 49000) + "end";
+    const auto lineHeight = heightOf ("mad", 400);
+    const auto lines = linesOf (text, 400);
+    const auto most = static_cast<std::size_t> (60000.0f / lineHeight);
+    EXPECT_NEAR (static_cast<double> (lines.size()), static_cast<double> (most), 1.0);
+    EXPECT_LE (heightOf (text, 400), 60000.0f);
+    EXPECT_EQ (lines.back(), "mad…");
+    EXPECT_EQ (log.lines(), std::vector<std::string> { "A text of 49001 lines is too tall for paper; "
+                                                       + std::to_string (lines.size()) + " are shown" });
+    document.drawMultilineText (text, { 50, 700 - heightOf (text, 400), 400, heightOf (text, 400) },
+                                juce::Justification::bottomLeft);
+    EXPECT_GT (saved().page().count ("mad"), 40);
+}
+
+TEST_F (PDFDocumentTextTest, blankLinesThatNobodyReadsAreNoPaper)
+{
+    const CollectedLog log;
+    EXPECT_THAT (linesOf ("mad" + juce::String::repeatedString ("\n", 80000) + "end", 400),
+                 ElementsAre ("mad…"));
+    EXPECT_EQ (log.lines().size(), 1u);
 }
 
 TEST_F (PDFDocumentTextTest, aLongLineIsCutWithoutAWord)
