@@ -197,12 +197,11 @@ void ADROverviewPDFExporter::addFirstPageHeader (const juce::String& headerTitle
     document->fillRect (162.0f, h - 146.0f - d, 170.0f, 22.0f);
     document->fillRect (388.0f, h - 146.0f - d, w - 388.0f - m, 22.0f);
 
-    // The supervisor's field ends where the studio's label begins.
     document->setFillColor (black);
     document->setFont (regular, 12.0f);
     document->drawText (headerProjectFile, { 168.0f, h - 90.0f, w - m - 168.0f, 22.0f }, bottomLeft);
     document->drawText (headerTimeline, { 168.0f, h - 117.0f, w - m - 168.0f, 22.0f }, bottomLeft);
-    document->drawText (headerSupervisor, { 168.0f, h - 142.0f, 164.0f, 22.0f }, bottomLeft);
+    document->drawText (headerSupervisor, { 168.0f, h - 142.0f, w - m - 168.0f, 22.0f }, bottomLeft);
     document->drawText (headerStudio, { 394.0f, h - 142.0f, w - m - 394.0f, 22.0f }, bottomLeft);
 }
 
@@ -289,11 +288,11 @@ void ADROverviewPDFExporter::drawContentTableRow (const ADROverviewDataSet& data
         else
             drawProgressBar (static_cast<float> (percent) / 100.0f, x, bottom, width, height);
 
-        document->setStrokeColor (lineColour);
         drawLine (x, bottom, x, bottom + height);
         x += width;
     }
 
+    // The bar leaves white behind: no row is boxed in on its right or from the next one.
     drawLine (rightEdge, bottom, rightEdge, bottom + height);
     drawLine (margin(), bottom, rightEdge, bottom);
 }

@@ -114,7 +114,7 @@ void DrawnCueSheet::add (const std::shared_ptr<EventPDFDrawingProxy>& cue, const
     if (place - height < lowestPlace)
         return addTall (cue, height, whom);
 
-    pages.back().slices.push_back ({ cue, place, 0.0f, height, true });
+    pages.back().slices.push_back ({ cue, place, 0.0f, height, true, true });
     place -= height + betweenCues;
 }
 
@@ -134,7 +134,7 @@ void DrawnCueSheet::addTall (const std::shared_ptr<EventPDFDrawingProxy>& cue, f
         auto end =
             behind != cuts.begin() && *std::prev (behind) > offset ? *std::prev (behind) : offset + room;
         end = offset + room >= height ? height : end;
-        pages.back().slices.push_back ({ cue, place, offset, end - offset, false });
+        pages.back().slices.push_back ({ cue, place, offset, end - offset, false, end >= height });
         place -= end - offset + betweenCues;
         offset = end;
     }
@@ -205,11 +205,12 @@ void DrawnCueSheet::drawSlice (const Slice& slice) const
     if (slice.isWhole)
         return slice.cue->draw (sideMargin, slice.top, width);
 
-    // The outline of the box reaches half a point beyond it.
+    // The outline of the box reaches half a point beyond it. Where the cue is cut, letters of the next line would be seen there.
     constexpr float line = 1.0f;
     const auto above = slice.offset > 0.0f ? 0.0f : line;
-    document->setClip ({ sideMargin - line, slice.top - slice.height - line, width + 2.0f * line,
-                         slice.height + line + above });
+    const auto below = slice.isLast ? line : 0.0f;
+    document->setClip ({ sideMargin - line, slice.top - slice.height - below, width + 2.0f * line,
+                         slice.height + below + above });
     slice.cue->draw (sideMargin, slice.top + slice.offset, width);
     document->setClip ({});
 }

@@ -72,6 +72,7 @@ private:
         float offset; ///< from the top of the cue to the top of the slice
         float height;
         bool isWhole;
+        bool isLast; ///< of its cue
     };
 
     struct Page

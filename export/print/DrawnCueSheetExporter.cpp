@@ -31,11 +31,13 @@ juce::Image iconOfApplication()
 class DrawnCueSheetExporter::Sheet final
 {
 public:
-    Sheet (const DrawnCueSheetExporter& exporter, const juce::File& target)
+    /** @param settings  with reasons */
+    Sheet (const DrawnCueSheetExporter& exporter, std::shared_ptr<EventExportSettingsSet> settings,
+           const juce::File& target)
         : file (target),
           cancelled (exporter.cancelled),
           document (std::make_shared<PDFDocument> (target.getFullPathName(), exporter.pageSize)),
-          sheet (document, exporter.settingsWithReasons())
+          sheet (document, std::move (settings))
     {
         sheet.appIcon = exporter.appIcon;
         sheet.isCancelled = [this] { return cancelled.load(); };
@@ -56,8 +58,12 @@ public:
             return {};
 
         document->saveToPath();
-        return document->saveResult().wasOk() ? juce::String()
-                                              : "Error writing file to " + file.getFullPathName();
+        const auto& result = document->saveResult();
+        const auto path = file.getFullPathName();
+        return result.wasOk()
+                   ? juce::String()
+                   : "Error writing file to " + path + ": "
+                         + result.getErrorMessage().fromFirstOccurrenceOf (path + ": ", false, false);
     }
 
 private:
@@ -81,6 +87,7 @@ EventExportType DrawnCueSheetExporter::type() const { return EventExportTypePDF;
 
 void DrawnCueSheetExporter::cancel() { cancelled = true; }
 
+/** Once for an export, however many documents: the list may be long. */
 std::shared_ptr<EventExportSettingsSet> DrawnCueSheetExporter::settingsWithReasons() const
 {
     auto complete = std::make_shared<EventExportSettingsSet> (*settings);
@@ -92,11 +99,12 @@ std::shared_ptr<EventExportSettingsSet> DrawnCueSheetExporter::settingsWithReaso
 
 juce::String DrawnCueSheetExporter::exportEventsByTimecode()
 {
-    Sheet sheet (*this, OutputFileNames (settings->outputDirectory, settings->fileName, extension).single());
+    Sheet sheet (*this, settingsWithReasons(),
+                 OutputFileNames (settings->outputDirectory, settings->fileName, extension).single());
     sheet.addPart (joinedCharacterHeaderTextOfEvents (settings->events), settings->events, false);
     const auto error = sheet.write();
 
-    if (delegate != nullptr)
+    if (delegate != nullptr && ! cancelled)
         delegate->progressChanged (this, 1, 1);
 
     return error;
@@ -105,21 +113,22 @@ juce::String DrawnCueSheetExporter::exportEventsByTimecode()
 juce::String DrawnCueSheetExporter::exportEventsByCharacter()
 {
     const ByCharacterWalk walk (*settings, extension);
+    const auto complete = settingsWithReasons();
     const auto addTo = [] (Sheet& sheet, const ByCharacterWalk::Block& block)
     { sheet.addPart (characterHeaderText (block.character), block.events, true); };
 
     if (! walk.isCombined())
         return walk.writeFiles (
             *this, ByCharacterWalk::AfterFailure::stop,
-            [this, &addTo] (const ByCharacterWalk::Block& block)
+            [this, &addTo, &complete] (const ByCharacterWalk::Block& block)
             {
-                Sheet sheet (*this, block.file);
+                Sheet sheet (*this, complete, block.file);
                 addTo (sheet, block);
                 return sheet.write();
             },
             [this] { return cancelled.load(); });
 
-    Sheet sheet (*this, walk.singleFile());
+    Sheet sheet (*this, complete, walk.singleFile());
 
     for (const auto& block : walk.blocks())
         addTo (sheet, block);

@@ -18,7 +18,7 @@ namespace ZEP::Overmarks
 /** Writes cue sheets as PDF without a browser: each cue drawn as a box, in the files that a PDF export has.
 
     By timecode one document; by character one document for each, or one for all in which each character begins on a fresh page. The
-    reasons of the cues are the process's own unless the options name others.
+    reasons of the cues are the process's own, as they are when the export begins, unless the options name others.
 
     The factory doesn't make it: whoever wants drawn sheets does. cancel() comes from any thread, ends the document in hand, which is
     not written then, and leaves those that are there. */
@@ -29,7 +29,7 @@ public:
                                     ZEP::Core::PaperSize paper = ZEP::Core::PaperSize::ofLocale());
     ~DrawnCueSheetExporter() override;
 
-    /** @returns "Error writing file to " and the path for the first file that can't be written; the log tells why */
+    /** @returns "Error writing file to ", the path, ": " and the reason for the first file that can't be written */
     juce::String exportEventsByCharacter() override;
     juce::String exportEventsByTimecode() override;
     EventExportType type() const override;

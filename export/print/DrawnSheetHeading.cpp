@@ -94,22 +94,25 @@ DrawnSheetHeading::Field DrawnSheetHeading::field (const juce::String& label, co
 juce::String DrawnSheetHeading::fitted (const juce::String& text, float textWidth, std::size_t mostLines,
                                         float& height) const
 {
-    auto lines = document.layoutTextForWidth (text, textWidth, height);
+    const auto fits = [&] (const juce::String& words)
+    { return document.layoutTextForWidth (words, textWidth, height).size() <= mostLines; };
 
-    if (lines.size() <= mostLines)
+    if (fits (text))
         return text;
 
-    // Room for the sign at the end of the last line.
-    lines.resize (mostLines);
-    lines.back() = lines.back().dropLastCharacters (3).trimEnd() + juce::String::fromUTF8 ("…");
-    juce::StringArray shown;
+    const auto start = [&text] (int length)
+    { return text.substring (0, length).trimEnd() + juce::String::fromUTF8 ("…"); };
 
-    for (const auto& line : lines)
-        shown.add (line);
+    // The longest start of the text with which there is room for the sign. More letters than this are on no heading.
+    int most = 0;
 
-    const auto joined = shown.joinIntoString ("\n");
-    document.layoutTextForWidth (joined, textWidth, height);
-    return joined;
+    for (int step = 4096; step > 0; step /= 2)
+        if (fits (start (most + step)))
+            most += step;
+
+    const auto shown = start (most);
+    fits (shown); // for the height
+    return shown;
 }
 
 void DrawnSheetHeading::add (Row row)

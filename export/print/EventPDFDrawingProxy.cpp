@@ -4,6 +4,7 @@
 #include "event/EventKeyValueEditor.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -155,31 +156,42 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
 void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, float)
 {
     const auto edge = x + width - rightSectionWidth;
-    const auto text =
-        [this] (const juce::String& words, const juce::Rectangle<float>& place, PDFDocument::FontType font)
-    {
-        document->setFont (font, 10.0f);
-        document->drawText (words, place, left);
-    };
-
-    document->setFont (bold, 14.0f);
     document->setStrokeColor (black);
-    document->drawText (
+    drawWhole (
         event->getCueNumber(),
         { edge + padding, y - cueNumberHeight + 2.0f, rightSectionWidth - 2.0f * padding, cueNumberHeight },
-        left);
+        bold, 14.0f);
 
     document->drawImage (kCharacterIconIdentifier, edge + 6.0f, y - 46.0f, 14.0f, 14.0f);
     document->setFillColor (nameColour);
 
     if (const auto character = event->character())
-        text (character->name, { edge + 23.0f, y - 43.0f, 80.0f, 11.0f }, regular);
+    {
+        document->setFont (regular, 10.0f);
+        document->drawText (character->name, { edge + 23.0f, y - 43.0f, 80.0f, 11.0f }, left);
+    }
 
     document->setFillColor (black);
     document->drawImage (kInPointIconIdentifier, edge + 6.0f, y - 62.0f, 12.0f, 10.0f);
-    text (event->getStartTCString(), { edge + 23.0f, y - 62.0f, 55.0f, 11.0f }, bold);
+    drawWhole (event->getStartTCString(), { edge + 23.0f, y - 62.0f, 55.0f, 11.0f }, bold, 10.0f);
     document->drawImage (kOutPointIconIdentifier, edge + 6.0f, y - 77.0f, 12.0f, 10.0f);
-    text (event->getEndTCString(), { edge + 23.0f, y - 76.0f, 55.0f, 11.0f }, bold);
+    drawWhole (event->getEndTCString(), { edge + 23.0f, y - 76.0f, 55.0f, 11.0f }, bold, 10.0f);
+}
+
+/** A time without its frames and half a cue number are wrong ones: where the font is too wide, its letters become smaller. */
+void EventPDFDrawingProxy::drawWhole (const juce::String& text, const juce::Rectangle<float>& place,
+                                      PDFDocument::FontType font, float size)
+{
+    constexpr float smallest = 4.0f, step = 0.25f; // few sizes for many texts
+    document->setFont (font, size);
+
+    if (const auto width = document->widthOfLine (text); width > place.getWidth())
+    {
+        const auto fitting = std::floor (size * place.getWidth() / width / step) * step;
+        document->setFont (font, std::max (smallest, fitting));
+    }
+
+    document->drawText (text, place, left);
 }
 
 void EventPDFDrawingProxy::drawContentSection (float x, float y, float width, float height)
@@ -229,26 +241,23 @@ void EventPDFDrawingProxy::drawRow (float x, float baseline, float width)
 void EventPDFDrawingProxy::drawSingleRow (const juce::String& label, const juce::String& text, float x,
                                           float baseline, float width)
 {
-    const auto fieldWidth = width - padding - (rightSectionWidth + labelColumn);
     drawLabel (label, x + padding, baseline);
-    drawField (x + labelColumn, baseline, fieldWidth, rowHeight);
-    drawRowText (text, x + labelColumn + fieldInset, baseline, textWidth (width),
-                 x + labelColumn + fieldWidth);
+    drawField (x + labelColumn, baseline, width - padding - (rightSectionWidth + labelColumn), rowHeight);
+    drawRowText (text, x + labelColumn + fieldInset, baseline, textWidth (width));
 }
 
-/** The reason on the left, the engineering notes on the right. */
+/** The reason on the left, the engineering notes on the right. A long text ends with its rectangle, which reaches beyond the field. */
 void EventPDFDrawingProxy::drawSharedRow (float x, float baseline, float width)
 {
-    constexpr float reasonWidth = 110.0f, secondField = 238.0f;
-    const auto notesFieldWidth = width - padding - (468.0f - rightSectionWidth);
+    constexpr float secondField = 238.0f;
 
     drawLabel ("REASON: ", x + padding, baseline);
-    drawField (x + labelColumn, baseline, reasonWidth, rowHeight);
-    drawField (x + secondField, baseline, notesFieldWidth, rowHeight);
-    drawRowText (reasonText, x + labelColumn + fieldInset, baseline, 140.0f, x + labelColumn + reasonWidth);
+    drawField (x + labelColumn, baseline, 110.0f, rowHeight);
+    drawField (x + secondField, baseline, width - padding - (468.0f - rightSectionWidth), rowHeight);
+    drawRowText (reasonText, x + labelColumn + fieldInset, baseline, 140.0f);
     drawLabel ("ENG. NOTES: ", x + 181.0f, baseline);
     drawRowText (event->getEngineeringNotes().getText(), x + secondField + fieldInset, baseline,
-                 width - padding - 338.0f, x + secondField + notesFieldWidth);
+                 width - padding - 338.0f);
 }
 
 void EventPDFDrawingProxy::drawLabel (const juce::String& label, float x, float baseline)
@@ -264,13 +273,11 @@ void EventPDFDrawingProxy::drawField (float x, float baseline, float width, floa
     document->fillRect (x, baseline - 4.0f, width, height);
 }
 
-/** A text that is longer than its field ends there: it would run into the times beside it. */
-void EventPDFDrawingProxy::drawRowText (const juce::String& text, float x, float baseline, float width,
-                                        float fieldEnd)
+void EventPDFDrawingProxy::drawRowText (const juce::String& text, float x, float baseline, float width)
 {
     document->setFillColor (black);
     document->setFont (regular, labelSize);
-    document->drawText (text, { x, baseline - 2.0f, std::min (width, fieldEnd - x), 10.0f }, left);
+    document->drawText (text, { x, baseline - 2.0f, width, 10.0f }, left);
 }
 
 void EventPDFDrawingProxy::drawCueText (float x, float y, float width)

@@ -85,7 +85,9 @@ private:
     void drawSharedRow (float x, float baseline, float width);
     void drawField (float x, float baseline, float width, float height);
     void drawLabel (const juce::String& label, float x, float baseline);
-    void drawRowText (const juce::String& text, float x, float baseline, float width, float fieldEnd);
+    void drawRowText (const juce::String& text, float x, float baseline, float width);
+    void drawWhole (const juce::String& text, const juce::Rectangle<float>& place,
+                    ZEP::Core::PDFDocument::FontType font, float size);
     void drawCueText (float x, float y, float width);
 };
 

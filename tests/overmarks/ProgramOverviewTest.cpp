@@ -9,6 +9,7 @@
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace
 {
@@ -89,7 +90,9 @@ TEST_F (OverviewTest, aFullDiskIsTold)
     full.largestFile = 1024;
     const auto result = run ({ "overview", "x.csv", "-o", "sheet.pdf", "--json" }, {}, full);
     EXPECT_EQ (result.status, 1);
-    EXPECT_EQ (result.json()["error"], "Error writing file to " + path ("sheet.pdf"));
+    EXPECT_EQ (result.json()["error"], "Can't write " + path ("sheet.pdf") + ": File too large");
+    EXPECT_THAT (run ({ "overview", "x.csv", "-o", "sheet.pdf" }, {}, full).errors,
+                 EndsWith ("overmarks: Can't write " + path ("sheet.pdf") + ": File too large\n"));
     EXPECT_EQ (filesInFolder(), Names { "x.csv" });
 }
 
@@ -198,8 +201,30 @@ TEST_F (OverviewTest, aDrawnSheetThatDoesNotFitTheDiskLeavesTheOldOne)
         run ({ "export", "x.csv", "-o", ".", "--format", "pdf", "--engine", "drawn", "--force", "--json" },
              {}, full);
     EXPECT_EQ (result.status, 1);
-    EXPECT_EQ (result.json()["error"], "Error writing file to " + path ("x.pdf"));
+    EXPECT_EQ (result.json()["error"], "Error writing file to " + path ("x.pdf") + ": File too large");
+    EXPECT_THAT (result.errors, Not (HasSubstr (".overmarks."))) << "a folder that the user knows nothing of";
     EXPECT_EQ (read ("x.pdf"), "precious");
+}
+
+TEST_F (OverviewTest, timesAreWholeOnAMachineWithWideLetters)
+{
+    const std::string wide = "/usr/share/fonts/truetype/dejavu";
+    ASSERT_TRUE (juce::File (wide + "/DejaVuSans-Bold.ttf").existsAsFile()) << "fonts-dejavu-core is missing";
+    write ("fonts.conf", "<?xml version=\"1.0\"?><fontconfig><dir>" + wide + "</dir></fontconfig>");
+    ::setenv ("FONTCONFIG_FILE", path ("fonts.conf").c_str(), 1);
+    const auto status = run ({ "convert", "x.csv", "y.pdf", "--engine", "drawn", "--paper", "a4" }).status;
+    ::unsetenv ("FONTCONFIG_FILE");
+    ASSERT_EQ (status, 0);
+    const auto page = ReadPDF (file ("y.pdf")).page();
+
+    for (const auto* time : { "01:00:02:00", "01:00:04:00", "01:00:05:12" })
+    {
+        const auto word = page.word (time);
+        EXPECT_NEAR (word.x, 30 + 420 + 23, 0.5) << time;
+        EXPECT_LE (word.right, 30 + 420 + 23 + 55.5f) << time;
+        EXPECT_GT (word.right, 30 + 420 + 23 + 50) << time;
+        EXPECT_LT (word.top - word.bottom, 10) << "letters of ten points would end in a sign";
+    }
 }
 
 } // namespace

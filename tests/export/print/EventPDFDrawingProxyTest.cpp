@@ -213,20 +213,67 @@ TEST_F (EventPDFDrawingProxyTest, aReasonAndEngineeringNotesShareTheRow)
     expectCentred (page, "boom", x + 241, c - 2, 10);
 }
 
-TEST_F (EventPDFDrawingProxyTest, aLongRowEndsWithItsField)
+/** The right edge of what begins at a point of the page with this letter. */
+float endOf (const PDFPage& page, char letter, float left)
 {
-    settings->layout = EventExportLayoutEngineer;
-    auto& reasons = settings->options[EventExportADRCueDefaultReasonsKey];
-    reasons =
-        juce::Array<juce::var> { "None", "A reason that is much longer than its field of a hundred points" };
-    const auto page = drawn (cue ("Hello?", {}, twoLines + twoLines, 1));
+    float end = 0;
 
     for (const auto& word : page.words)
+        if (word.text.front() == letter && word.x > left - 0.5f)
+            end = std::max (end, word.right);
+
+    return end;
+}
+
+TEST_F (EventPDFDrawingProxyTest, inASharedRowTheTextsEndWithTheirRectangles)
+{
+    settings->layout = EventExportLayoutEngineer;
+    settings->options[EventExportADRCueDefaultReasonsKey] =
+        juce::Array<juce::var> { juce::var ("None"),
+                                 juce::var (juce::String::repeatedString ("iiiii ", 20)) };
+    const auto page = drawn (cue ("Hello?", {}, std::string (200, 'l'), 1));
+    EXPECT_LE (endOf (page, 'i', x + 66), x + 66 + 140.5f);
+    EXPECT_GT (endOf (page, 'i', x + 66), x + 66 + 130);
+    EXPECT_LE (endOf (page, 'l', x + 241), x + 241 + (w - 5 - 338) + 0.5f);
+    EXPECT_GT (endOf (page, 'l', x + 241), x + 241 + (w - 5 - 338) - 10);
+}
+
+TEST_F (EventPDFDrawingProxyTest, aTextAloneInItsRowEndsWithItsRectangle)
+{
+    const std::string line (400, 'l');
+    const auto engineers = cue ("Hello?", {}, line, 0), directors = cue ("Hello?", {}, {}, 1);
+    settings->options[EventExportADRCueDefaultReasonsKey] =
+        juce::Array<juce::var> { juce::var ("None"), juce::var (text (line)) };
+
+    for (const auto& [layout, each] : { std::pair (EventExportLayoutEngineer, engineers),
+                                        std::pair (EventExportLayoutDirector, directors) })
     {
-        const auto end = word.x < x + 175 ? x + 63 + 110 : divider - 5;
-        const bool isInField = word.x >= x + 66 && word.x < divider;
-        EXPECT_TRUE (! isInField || word.right <= end || word.text == "ENG." || word.text == "NOTES:")
-            << word.text;
+        settings->layout = layout;
+        document =
+            std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
+        const auto page = drawn (each);
+        EXPECT_LE (endOf (page, 'l', x + 66), x + 66 + (w - 115 - 10) + 0.5f);
+        EXPECT_GT (endOf (page, 'l', x + 66), x + 66 + (w - 115 - 10) - 10);
+    }
+}
+
+TEST_F (EventPDFDrawingProxyTest, aLongCueNumberIsWholeInSmallerLetters)
+{
+    for (const auto* number : { "SCENE12-ANNA-0107", "SCENE12-ANNA-0107-ALTERNATIVE" })
+    {
+        document =
+            std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
+        auto numbered = cue ("Hello?");
+        numbered->setCueNumber (number);
+        const auto word = drawn (numbered).word (number);
+        document->setFont (bold, 10);
+        const auto shape = document->widthOfLine (number) / 10; // for each point of the font
+        EXPECT_NEAR (word.x, divider + 5, 0.5);
+        EXPECT_LE (word.right, divider + 5 + 105.5f);
+        EXPECT_GT (word.right, divider + 5 + 105 - 0.25f * shape - 0.5f);
+        EXPECT_LT (word.top - word.bottom, 14);
+        EXPECT_NEAR ((word.top - word.bottom) * shape / (word.right - word.x), 1.15, 0.06)
+            << "all of it: a shortened one would be narrower than its letters";
     }
 }
 
@@ -278,10 +325,11 @@ TEST_F (TakeBoxes, theCrossOfTheFirstKeepsOffTheRoundCorner)
 {
     const auto page = withTake (0);
     const auto cross =
-        *std::find_if (page.lines.begin(), page.lines.end(),
-                       [] (const PDFPage::Line& line) { return line.x1 < line.x2 && line.y1 < line.y2; });
-    EXPECT_NEAR (cross.x1, x + 1.5, 0.1);
-    EXPECT_NEAR (cross.y1, bottom() + 1.5, 0.1);
+        std::find_if (page.lines.begin(), page.lines.end(),
+                      [] (const PDFPage::Line& line) { return line.x1 < line.x2 && line.y1 < line.y2; });
+    ASSERT_NE (cross, page.lines.end());
+    EXPECT_NEAR (cross->x1, x + 1.5, 0.1);
+    EXPECT_NEAR (cross->y1, bottom() + 1.5, 0.1);
     EXPECT_TRUE (page.hasLine (x, bottom() + box, x + box, bottom(), 1, lineGrey));
 }
 

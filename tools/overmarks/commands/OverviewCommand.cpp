@@ -56,8 +56,8 @@ void writeSheet (const OverviewOptions& options, const Project& project, const j
                         texts->timelineSettings.timelineName, texts->projectSettings.soundSupervisor,
                         texts->projectSettings.studioName);
 
-    if (exporter.document->saveResult().failed())
-        throw CommandFailure ("Error writing file to " + path);
+    if (const auto& result = exporter.document->saveResult(); result.failed())
+        throw CommandFailure (result.getErrorMessage());
 
     if (const auto leftOut = exporter.rowsLeftOut(); leftOut > 0)
         session.report ({ path,
