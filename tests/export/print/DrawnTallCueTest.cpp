@@ -85,12 +85,12 @@ TEST_F (DrawnTallCueTest, theBoxOfATallCueHasItsLowerEdge)
 {
     const auto pdf =
         byTimecode ({ cue (1, "c1", juce::String::repeatedString ("more words\n", 70).toStdString()) });
-    ASSERT_EQ (pdf.pages.size(), 2u);
-    const auto end = boxesOn (pdf.page (1)).front().second;
+    ASSERT_EQ (pdf.pages.size(), 3u) << "a heading, and two of the cue";
+    const auto end = boxesOn (pdf.page (2)).front().second;
     EXPECT_GT (end, 400.0f);
     const std::unique_ptr<poppler::document> document (
         poppler::document::load_from_file (folder.file ("Reel 2.pdf").getFullPathName().toStdString()));
-    const std::unique_ptr<poppler::page> last (document->create_page (1));
+    const std::unique_ptr<poppler::page> last (document->create_page (2));
     constexpr double dots = 288; // an inch
     auto picture = poppler::page_renderer().render_page (last.get(), dots, dots);
     int grey = 0;
