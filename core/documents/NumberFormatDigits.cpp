@@ -81,6 +81,11 @@ std::string powerOfTen (int power, int places)
     return std::string (static_cast<std::size_t> (missing), '0') + digits;
 }
 
+std::size_t digitsBeforePoint (const std::string& number)
+{
+    return std::min (number.find ('.'), number.size());
+}
+
 std::string trimmed (const std::string& text)
 {
     const auto first = text.find_first_not_of (' ');
@@ -138,10 +143,11 @@ std::string NumberFormat::asNumber (const Section& section, double value)
         power -= ((power % step) + step) % step;
         value /= std::pow (10.0, power);
 
-        if (step == 1 && roundedNumber (value, layout.decimals).starts_with ("10"))
+        // 999.96 with one decimal is a thousand, and so the next power.
+        if (digitsBeforePoint (roundedNumber (value, layout.decimals)) > static_cast<std::size_t> (step))
         {
-            value /= 10.0;
-            ++power;
+            value /= std::pow (10.0, step);
+            power += step;
         }
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 //   element               meaning
-//   sheetData / row       r: its number from 1; the one behind the last without; a row that no sheet has is left out
+//   sheetData / row       r: its number from 1; the one behind the last without, or where it is no number; a row that no sheet has is
+//                         left out
 //   row / c               r: its place, "B12"; the one behind the last without; a column that no sheet has is left out.
 //                         s: number of its style. t: what it holds
 //   c / v                 t missing or "n"   a number
@@ -64,6 +65,13 @@ std::string numberIn (std::string_view text)
     return { digits.data(), std::to_chars (digits.data(), digits.data() + digits.size(), value).ptr };
 }
 
+/** Whether a row says where it stands, be it where no sheet has a row. */
+bool isNumberOfRow (std::string_view text)
+{
+    text.remove_prefix (text.starts_with ('-') ? 1 : 0);
+    return ! text.empty() && text.find_first_not_of ("0123456789"sv) == std::string_view::npos;
+}
+
 std::string lettersOfColumn (int column)
 {
     std::string letters;
@@ -83,7 +91,8 @@ public:
         : strings (stringsOfWorkbook),
           dates (datesOfWorkbook),
           handOut (takeRows),
-          text (colours)
+          text (colours),
+          sharedTexts (stringsOfWorkbook.size())
     {
     }
 
@@ -137,7 +146,7 @@ private:
     void startRow (std::string_view number)
     {
         const auto given = withoutSpaceAround (number);
-        const auto wanted = given.empty() ? row + 1 : wholeNumber (given);
+        const auto wanted = isNumberOfRow (given) ? wholeNumber (given) : row + 1;
         isInRow = wanted > 0 && wanted <= SheetTable::mostRows;
 
         if (! isInRow)
@@ -186,7 +195,8 @@ private:
         if (kind == "inlineStr")
             writeText (std::move (inlineText));
         else if (isText)
-            writeCell ("s", wholeNumber (value) < 0 ? std::to_string (numberOfEmptyText()) : value);
+            writeCell ("s",
+                       isSharedText (wholeNumber (value)) ? value : std::to_string (numberOfEmptyText()));
         else if (isTruth)
             writeCell ("b", value == "1" || value == "true" ? "1" : "0");
         else if (! number.empty())
@@ -213,6 +223,12 @@ private:
         rows.append ("\"><v>").append (number).append ("</v></c>");
     }
 
+    /** Behind the shared texts stand those that only one cell has. */
+    bool isSharedText (int number) const
+    {
+        return number >= 0 && static_cast<std::size_t> (number) < sharedTexts;
+    }
+
     std::size_t numberOfEmptyText()
     {
         if (emptyText == 0)
@@ -235,6 +251,7 @@ private:
     std::string rows;
     std::string value;
     std::string kind;
+    const std::size_t sharedTexts;
     std::size_t emptyText = 0; ///< its number and one
     int row = 0;               ///< from 1
     int column = -1;           ///< from 0

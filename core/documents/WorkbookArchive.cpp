@@ -7,6 +7,7 @@
 //                   "EncryptedPackage" of a protected workbook, "Workbook" or "Book" of one of the old kind
 #include "core/documents/WorkbookArchive.h"
 
+#include "core/documents/PartXML.h"
 #include "core/documents/UnreadableWorkbook.h"
 
 #include <zip.h>
@@ -202,6 +203,19 @@ std::string WorkbookArchive::bytesOf (const std::string& part) const
 {
     std::string bytes;
     read (part, [&bytes] (std::string_view piece) { bytes += piece; });
+    return bytes;
+}
+
+std::uint64_t WorkbookArchive::walkThrough (const std::string& part, PartXML& walk) const
+{
+    std::uint64_t bytes = 0;
+    read (part,
+          [&] (std::string_view piece)
+          {
+              bytes += piece.size();
+              walk.take (piece);
+          });
+    walk.finish();
     return bytes;
 }
 

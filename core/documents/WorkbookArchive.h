@@ -14,6 +14,8 @@
 namespace ZEP::Core
 {
 
+class PartXML;
+
 /** The parts of a workbook's file, which is a ZIP archive from a stranger.
 
     The archive's directory is judged before anything is inflated: how many parts there are, how large they say they become, and how
@@ -46,6 +48,9 @@ public:
 
     /** The bytes of a part. */
     [[nodiscard]] std::string bytesOf (const std::string& part) const;
+
+    /** Walks through the XML of a part, from beginning to end. Returns how many bytes it has. */
+    std::uint64_t walkThrough (const std::string& part, PartXML& walk) const;
 
 private:
     struct Zip;

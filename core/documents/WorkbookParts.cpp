@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 //   part                              what is read in it
 //   _rels/.rels                       Relationship Type, Target: which part is the workbook
-//   xl/workbook.xml                   workbookPr date1904; workbookView activeTab; sheet name, state, r:id
+//   xl/workbook.xml                   workbookPr date1904; workbookView activeTab; sheet name, state, r:id. Extensions have elements of
+//                                     the same names elsewhere, so that these count in their places alone
 //   xl/_rels/workbook.xml.rels        Relationship Id, Type, Target: sheets, styles, shared strings, theme
 #include "core/documents/WorkbookParts.h"
 
@@ -58,6 +59,9 @@ private:
     std::string from;
 };
 
+constexpr int depthOfProperties = 2;
+constexpr int depthOfEntries = 3; ///< of lists: of views, of sheets
+
 /** What stands in the workbook's own part. */
 class WorkbookItself final : public PartXML
 {
@@ -78,11 +82,11 @@ private:
     {
         if (depth() == 1)
             isWorkbook = name == "workbook";
-        else if (name == "workbookPr")
+        else if (name == "workbookPr" && depth() == depthOfProperties)
             countsFrom1904 = attributes.isOn ("date1904", false);
-        else if (name == "workbookView" && ! activeTab.has_value())
+        else if (name == "workbookView" && depth() == depthOfEntries && ! activeTab.has_value())
             activeTab = attributes.number ("activeTab", 0);
-        else if (name == "sheet" && depth() == 3)
+        else if (name == "sheet" && depth() == depthOfEntries)
             addSheet (attributes);
     }
 
@@ -99,13 +103,6 @@ private:
     }
 };
 
-template <typename Walk>
-void walkThrough (Walk& walk, const WorkbookArchive& archive, const std::string& part)
-{
-    archive.read (part, [&walk] (std::string_view piece) { walk.take (piece); });
-    walk.finish();
-}
-
 Relations relationsOf (const WorkbookArchive& archive, const std::string& part,
                        const std::string& relationsPart)
 {
@@ -113,7 +110,7 @@ Relations relationsOf (const WorkbookArchive& archive, const std::string& part,
         return {};
 
     RelationsXML walk (part);
-    walkThrough (walk, archive, relationsPart);
+    archive.walkThrough (relationsPart, walk);
     return std::move (walk.relations);
 }
 
@@ -129,6 +126,9 @@ std::string partOfKind (const Relations& relations, std::string_view kind)
         std::find_if (relations.begin(), relations.end(), [=] (const auto& r) { return r.kind == kind; });
     return relation == relations.end() ? std::string() : relation->part;
 }
+
+/** Sheets of cells, "worksheet", of charts, dialogues and macros. */
+bool leadsToSheet (const Relation& relation) { return relation.kind.ends_with ("sheet"); }
 
 /** A path in which "%20" and the like have become the bytes that they stand for. */
 std::string withoutPercents (std::string_view path)
@@ -239,7 +239,7 @@ WorkbookParts readWorkbookParts (const WorkbookArchive& archive)
     const auto workbook = findWorkbook (archive);
     const auto relations = relationsOf (archive, workbook, relationsPartOf (workbook));
     WorkbookItself walk;
-    walkThrough (walk, archive, workbook);
+    archive.walkThrough (workbook, walk);
 
     if (! walk.isWorkbook)
         throw UnreadableWorkbook (WorkbookWords::isNoWorkbook);
@@ -251,7 +251,7 @@ WorkbookParts readWorkbookParts (const WorkbookArchive& archive)
     for (auto& [sheet, id] : walk.entries)
     {
         for (const auto& relation : relations)
-            if (relation.id == id)
+            if (relation.id == id && ! id.empty() && leadsToSheet (relation))
             {
                 sheet.part = existing (archive, relation.part);
                 sheet.isTable = relation.kind == "worksheet";

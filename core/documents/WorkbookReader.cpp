@@ -13,7 +13,6 @@
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <exception>
 #include <new>
 
@@ -21,24 +20,6 @@ namespace ZEP::Core
 {
 namespace
 {
-
-/** Returns how many bytes the part has. */
-std::uint64_t walkThrough (PartXML& walk, const WorkbookArchive& archive, const std::string& part)
-{
-    std::uint64_t bytes = 0;
-
-    if (part.empty())
-        return bytes;
-
-    archive.read (part,
-                  [&] (std::string_view piece)
-                  {
-                      bytes += piece.size();
-                      walk.take (piece);
-                  });
-    walk.finish();
-    return bytes;
-}
 
 /** The palette stands behind the fonts that have their colours from it, and so is read before them. */
 void readStyles (WorkbookStyles& styles, WorkbookColours& colours, const WorkbookArchive& archive,
@@ -67,7 +48,8 @@ SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts&
     WorkbookStyles styles (colours);
     readStyles (styles, colours, archive, parts.styles);
     WorkbookStrings strings (colours);
-    const auto bytesOfStrings = walkThrough (strings, archive, parts.sharedStrings);
+    const auto bytesOfStrings =
+        parts.sharedStrings.empty() ? 0 : archive.walkThrough (parts.sharedStrings, strings);
 
     const auto xml = archive.bytesOf (sheet.part);
     SheetTable table ({ strings, styles, WorkbookFonts (styles.plainLook()), parts.countsFrom1904 },

@@ -2,6 +2,7 @@
 #include "core/documents/WorkbookWriter.h"
 
 #include "core/documents/PackedWorkbook.h"
+#include "core/documents/SheetTable.h"
 #include "core/documents/WorkbookCheck.h"
 #include "core/documents/WorkbookSheet.h"
 #include "core/documents/WorkbookText.h"
@@ -22,8 +23,8 @@ namespace
 using Rows = std::vector<std::vector<RichTextString>>;
 
 // What a workbook has room for.
-constexpr std::size_t mostRows = 1048576;
-constexpr std::size_t mostColumns = 16384;
+constexpr auto mostRows = static_cast<std::size_t> (SheetTable::mostRows);
+constexpr auto mostColumns = static_cast<std::size_t> (SheetTable::mostColumns);
 constexpr std::size_t mostInACell = 32767;
 
 /** Nothing in a path stands for something else. */

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 //   yyyy-mm-ddThh:mm:ss.fff      the date, or the time and its T, or the seconds or their fraction may be missing; a blank may stand
 //                                in place of the T
+//   ...Z, ...+hh:mm, ...-hh:mm   the zone behind a time: passed over, since a cell shows the clock where it was written
 #include "core/documents/WrittenDates.h"
 
 #include "core/documents/PartXML.h"
@@ -67,6 +68,30 @@ std::optional<int> msOfTime (std::string_view text)
     return ((hours * 60 + minutes) * 60 + seconds) * msOfSecond + *fraction;
 }
 
+/** A written date without the zone behind its time. */
+std::string_view withoutZone (std::string_view written)
+{
+    constexpr std::size_t lengthOfOffset = 6; // +01:00
+    constexpr int mostHours = 14;
+
+    if (written.find (':') == std::string_view::npos)
+        return written;
+    if (written.ends_with ('Z'))
+        return written.substr (0, written.size() - 1);
+    if (written.size() < lengthOfOffset)
+        return written;
+
+    auto offset = written.substr (written.size() - lengthOfOffset);
+
+    if (! take (offset, '+') && ! take (offset, '-'))
+        return written;
+
+    const auto hours = takeTwoDigits (offset);
+    const auto minutes = take (offset, ':') ? takeTwoDigits (offset) : -1;
+    const bool isZone = hours >= 0 && hours <= mostHours && minutes >= 0 && minutes <= 59;
+    return isZone ? written.substr (0, written.size() - lengthOfOffset) : written;
+}
+
 /** The day as a workbook counts it. */
 std::optional<int> dayOfDate (std::string_view text, bool countsFrom1904)
 {
@@ -124,7 +149,7 @@ WrittenDates::WrittenDates (const WorkbookStyles& stylesOfWorkbook, bool daysCou
 
 std::string WrittenDates::shown (std::string_view written, std::size_t style) const
 {
-    const auto moment = momentOf (written, countsFrom1904);
+    const auto moment = momentOf (withoutZone (written), countsFrom1904);
 
     if (! moment.has_value())
         return std::string (written);

@@ -48,6 +48,39 @@ TEST_F (WorkbookDates, areShownInFullWithoutAFormatOfTheirOwn)
     EXPECT_EQ (shown ("T00:00:00", "General"), "00:00:00");
 }
 
+TEST_F (WorkbookDates, keepTheClockOfWhateverZoneTheyNameBehindThem)
+{
+    EXPECT_EQ (shown ("2024-03-31T12:30:00.000Z", "General"), "2024-03-31 12:30:00");
+    EXPECT_EQ (shown ("2024-03-31T12:30:00Z", "hh:mm:ss"), "12:30:00");
+    EXPECT_EQ (shown ("2024-03-31T23:30:00+01:00", "General"), "2024-03-31 23:30:00");
+    EXPECT_EQ (shown ("2024-03-31T00:30:00.5-05:00", "General"), "2024-03-31 00:30:00.500");
+    EXPECT_EQ (shown ("01:02:03.25+14:00", "hh:mm:ss.00"), "01:02:03.250");
+    EXPECT_EQ (shown ("12:30Z", "hh:mm"), "12:30:00");
+    EXPECT_EQ (shown ("2024-03-31T12:30+05:30", "yyyy-mm-dd hh:mm"), "2024-03-31 12:30:00");
+}
+
+TEST_F (WorkbookDates, countFromWhereTheWorkbookSaysWhateverItsExtensionsAreCalled)
+{
+    Book book;
+    book.styles = R"(<cellXfs><xf numFmtId="0"/><xf numFmtId="14"/></cellXfs>)";
+    book.sheetData = R"(<row r="1"><c r="A1" s="1"><v>1</v></c></row>)";
+    const std::string sheets = R"(<sheets><sheet name="Cues" r:id="rId1"/></sheets>)";
+    const std::string extension =
+        R"(<extLst><ext uri="u"><x15:workbookPr xmlns:x15="x15" chartTrackingRefBase="1"/></ext></extLst>)";
+
+    const auto firstDay = [&] (const std::string& properties, const std::string& behind)
+    {
+        book.others = { { "xl/workbook.xml", Book::xml ("workbook", properties + sheets + behind) } };
+        return read (book).at (0).at (0);
+    };
+
+    EXPECT_EQ (firstDay (R"(<workbookPr date1904="1"/>)", extension), "1904-01-02");
+    EXPECT_EQ (firstDay (R"(<workbookPr date1904="1"/>)", ""), "1904-01-02");
+    EXPECT_EQ (
+        firstDay ("<workbookPr/>", R"(<extLst><ext><a:workbookPr xmlns:a="a" date1904="1"/></ext></extLst>)"),
+        "1900-01-01");
+}
+
 TEST_F (WorkbookDates, areTheSameDayWhereverTheWorkbookCountsFrom)
 {
     for (const auto* from : { "", R"(date1904="1")" })
@@ -66,9 +99,29 @@ TEST_F (WorkbookDates, areTheSameDayWhereverTheWorkbookCountsFrom)
 
 TEST_F (WorkbookDates, thatAreNoneStandAsTheyAreWritten)
 {
-    for (const std::string written :
-         { "2024-02-30", "2024-3-31", "2024-03-31T", "2024-03-31T25:00:00", "2024-03-31T12:60", "T", "TBD",
-           "12:30:00.", "12:30:00x", "2024-03-31T12:30:00Z", "1800-01-01", "-024-03-31", "12", "1:2:3" })
+    for (const std::string written : { "2024-02-30",
+                                       "2024-3-31",
+                                       "2024-03-31T",
+                                       "2024-03-31T25:00:00",
+                                       "2024-03-31T12:60",
+                                       "T",
+                                       "TBD",
+                                       "12:30:00.",
+                                       "12:30:00x",
+                                       "1800-01-01",
+                                       "-024-03-31",
+                                       "12",
+                                       "1:2:3",
+                                       "12:30:00ZZ",
+                                       "12:30:00+15:00",
+                                       "12:30:00+01:60",
+                                       "12:30:00 01:00",
+                                       "12:30:00+1:00",
+                                       "+01:00",
+                                       "T+01:00",
+                                       "TZ",
+                                       "Z",
+                                       "2024-02-30T12:30:00Z" })
         EXPECT_EQ (shown (written, "hh:mm:ss"), written);
 
     EXPECT_EQ (shown ("", "hh:mm:ss"), "");

@@ -2,6 +2,8 @@
 // Which sheet is read, and where its parts lie.
 #include "core/documents/WorkbookReaderSupport.h"
 
+using ZEP::Core::ExcelFileHandler;
+
 namespace
 {
 
@@ -42,6 +44,7 @@ protected:
 
 constexpr auto hidden = R"(state="hidden")";
 constexpr auto isChartInFront = "The sheet in front is a chart and has no cells.";
+constexpr auto isDamaged = "The workbook is damaged or incomplete.";
 
 } // namespace
 
@@ -66,6 +69,39 @@ TEST_F (WorkbookPartsReading, aChartInFrontIsNotStoodInFor)
     EXPECT_EQ (
         failureOf (threeSheets ({ "worksheet", "chartsheet", "worksheet" }, { hidden, "", hidden }).zipped()),
         isChartInFront);
+}
+
+TEST_F (WorkbookPartsReading, aSheetWhoseRelationIsLostIsNoChart)
+{
+    Book book;
+    book.sheetData = R"(<row r="1"><c r="A1"><v>1</v></c></row>)";
+
+    for (const std::string relation : { "r:id=\"rId9\"", "r:id=\"rId2\"", "r:id=\"\"", "" })
+    {
+        book.others = { { "xl/workbook.xml", Book::xml ("workbook", "<sheets><sheet name=\"Cues\" " + relation
+                                                                        + "/></sheets>") },
+                        { "xl/_rels/workbook.xml.rels",
+                          Book::relations (Book::relation ("rId1", "worksheet", "worksheets/sheet1.xml")
+                                           + Book::relation ("rId2", "styles", "styles.xml")
+                                           + R"(<Relationship Type="a/theme" Target="theme.xml"/>)") } };
+        EXPECT_EQ (failureOf (book.zipped()), isDamaged) << relation;
+
+        juce::String error;
+        ExcelFileHandler().readSheetContent (path(), "Cues", rows, error);
+        EXPECT_EQ (error, isDamaged) << relation;
+    }
+}
+
+TEST_F (WorkbookPartsReading, aSheetInFrontThatItsExtensionsNameIsNotMeant)
+{
+    auto book = threeSheets ({ "worksheet", "worksheet", "worksheet" }, { "", "", "" });
+    book.others.push_back (
+        { "xl/workbook.xml",
+          Book::xml ("workbook", R"(<extLst><ext><a:workbookView xmlns:a="a" activeTab="2"/></ext></extLst>)"
+                                 R"(<bookViews><workbookView activeTab="1"/></bookViews><sheets>)"
+                                 R"(<sheet name="1" r:id="rId1"/><sheet name="2" r:id="rId2"/>)"
+                                 R"(<sheet name="3" r:id="rId3"/></sheets>)") });
+    EXPECT_EQ (read (book), (Texts { { "2" } }));
 }
 
 TEST_F (WorkbookPartsReading, partsAreFoundUnderThePlainNamesOfTheirAddresses)

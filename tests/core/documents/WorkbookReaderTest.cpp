@@ -55,7 +55,7 @@ TEST_F (WorkbookReading, cellsInPlacesThatNoSheetHasAreLeftOut)
     EXPECT_EQ (
         readRows (R"(<row r="1"><c r="A1"><v>1</v></c><c r="ZZZZ1"><v>2</v></c><c r="17"><v>3</v></c></row>)"
                   R"(<row r="0"><c r="A0"><v>4</v></c></row><row r="-5"><c r="A-5"><v>5</v></c></row>)"
-                  R"(<row r="99999999999"><c><v>6</v></c></row><row r="what"><c r="A1"><v>7</v></c></row>)"),
+                  R"(<row r="99999999999"><c><v>6</v></c></row>)"),
         (Texts { { "1" } }));
 }
 
@@ -65,6 +65,15 @@ TEST_F (WorkbookReading, whatHasNoPlaceFollowsTheLastThatIsInTheSheet)
                          R"(<row r="2000000"><c><v>4</v></c></row><row r=""><c r=""><v>5</v></c></row>)"
                          R"(<row r=" 4 "><c r=" B4 "><v>6</v></c></row>)"),
                (Texts { { "1", "3" }, { "5" }, {}, { "", "6" } }));
+}
+
+TEST_F (WorkbookReading, aRowWhoseNumberCantBeReadFollowsTheLast)
+{
+    EXPECT_EQ (
+        readRows (R"(<row r="1"><c r="A1"><v>1</v></c></row><row r="what"><c r="A1"><v>2</v></c></row>)"
+                  R"(<row r="2.0"><c r="B2"><v>3</v></c></row><row r="-"><c><v>4</v></c></row>)"
+                  R"(<row r="6"><c r="A6"><v>5</v></c></row>)"),
+        (Texts { { "1", "" }, { "2" }, { "", "3" }, { "4" }, {}, { "5" } }));
 }
 
 TEST_F (WorkbookReading, aTableInACommentOrAnExtensionIsNone)
@@ -222,6 +231,17 @@ TEST_F (WorkbookReading, numbersOfTextsAndStylesThatAreNotThereGiveEmptyAndPlain
         R"(<c r="D1" s="77"><v>5</v></c><c r="E1" t="s"><v>999999999999</v></c><c r="F1" t="s" s="999999999999"><v>0</v></c></row>)";
     EXPECT_EQ (read (book), (Texts { { "", "", "", "5", "", "here" } }));
     EXPECT_EQ (runsOf (0, 5), Runs());
+}
+
+TEST_F (WorkbookReading, numbersOfTextsThatAreNotThereNeverMeanTheTextOfAnotherCell)
+{
+    Book book;
+    book.strings = { "<t>here</t>" };
+    book.sheetData =
+        R"(<row r="1"><c r="A1" t="inlineStr"><is><t>own</t></is></c><c r="B1" t="s"><v>1</v></c>)"
+        R"(<c r="C1" t="str"><v>result</v></c><c r="D1" t="s"><v>2</v></c><c r="E1" t="s"><v>3</v></c>)"
+        R"(<c r="F1" t="s"><v>0</v></c></row>)";
+    EXPECT_EQ (read (book), (Texts { { "own", "", "result", "", "", "here" } }));
 }
 
 TEST_F (WorkbookReading, phoneticHelpsAreLeftOut)
