@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // A Word cue sheet from a stranger, as the library sees it: the list of cues that docxHandler has made of it, and its plain text.
+#include "CheckTable.h"
+
 #include "core/text/StringUtil.h"
-#include "core/timecode/TimeInfo.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "import/DublaneDocxEventFileImporter.h"
-#include "import/frame/EventRowReader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -35,24 +35,6 @@ void ensureTemporaryFolder()
     }();
 
     if (! made)
-        std::abort();
-}
-
-/** Every cell is sound text as long as its runs say, and rows become cues or problems. */
-void checkTable (EventFileImporter& importer)
-{
-    for (const auto& row : importer.rows)
-        for (const auto& cell : row)
-        {
-            const auto text = cell.getText();
-            if (cell.length() != text.length()
-                || ! juce::CharPointer_UTF8::isValidString (text.toRawUTF8(),
-                                                            static_cast<int> (text.getNumBytesAsUTF8())))
-                std::abort();
-        }
-
-    const auto result = EventRowReader (std::make_shared<TimeInfo>(), {}).read (importer);
-    if (result.events.size() > importer.rows.size())
         std::abort();
 }
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // A cue list from a stranger: any bytes may stand in a file, and its reader makes sound text of them or has words for it.
+#include "CheckTable.h"
+
 #include "core/text/TextEncoding.h"
 #include "core/timecode/TimeInfo.h"
 #include "import/PTSessionInfoFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
-#include "import/frame/EventRowReader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,23 +35,6 @@ const std::string& pathOfList()
             .string();
     }();
     return path;
-}
-
-/** Every cell is sound text, and rows become cues or problems. */
-void checkTable (EventFileImporter& importer)
-{
-    for (const auto& row : importer.rows)
-        for (const auto& cell : row)
-        {
-            const auto text = cell.getText();
-            if (! juce::CharPointer_UTF8::isValidString (text.toRawUTF8(),
-                                                         static_cast<int> (text.getNumBytesAsUTF8())))
-                std::abort();
-        }
-
-    const auto result = EventRowReader (std::make_shared<TimeInfo>(), {}).read (importer);
-    if (result.events.size() > importer.rows.size())
-        std::abort();
 }
 
 } // namespace
