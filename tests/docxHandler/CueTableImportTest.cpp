@@ -135,6 +135,113 @@ TEST (CueTableImport, aTimecodeInASentenceIsNoTimeOfATableWithoutTitles)
                  ElementsAre (cue ("ANNA", "", "Hello there"), cue ("ANNA", "", "Bye now")));
 }
 
+TEST (CueTableImport, aTableWithoutTitlesGoesOnUnderThoseAboveIt)
+{
+    const Rows titled { { "Cue", "TC In", "TC Out", "Notes", "Character", "Dialogue" },
+                        { "1", in, out, "loud", "ANNA", "Hello" } };
+    const Rows further { { "2", in, out, "", "PAUL", "Well?" },
+                         { "", "", "", "", "", "Is it you?" },
+                         { "3", "", "", "soft", "ANNA", "Yes" } };
+    const auto rest = tableXML (further) + paragraphXML ("Reel 2") + tableXML (further);
+    const std::vector<ImportedCue> parts {
+        cue ("PAUL", "2", "Well?\nIs it you?"),
+        { {}, {}, "ANNA", "3", {}, {}, { "Yes", {} }, { "soft", {} }, {} }
+    };
+    EXPECT_THAT (cuesOfWordDocument (documentAround (tableXML (titled) + rest)),
+                 ElementsAre (cue ("ANNA", "1", "Hello", "loud"), parts[0], parts[1], parts[0], parts[1]));
+    EXPECT_THAT (cuesOfWordDocument (documentAround (rest + tableXML (titled))),
+                 ElementsAre (cue ("ANNA", "1", "Hello", "loud")))
+        << "titles mean nothing above them";
+}
+
+TEST (CueTableImport, theTextOfACueGoesOnInTheNextTable)
+{
+    EXPECT_THAT (cuesOfWordDocument (
+                     documentAround (tableXML ({ { "TC In", "TC Out", "Dialogue" }, { in, out, "Hello" } })
+                                     + tableXML ({ { "", "", "there" }, { in, out, "Bye" } }))),
+                 ElementsAre (cue ("", "", "Hello\nthere"), cue ("", "", "Bye")));
+}
+
+TEST (CueTableImport, aTableOfSomethingElseDoesNotGoOn)
+{
+    const Rows titled { { "TC In", "TC Out", "Character", "Dialogue" }, { in, out, "ANNA", "Hello" } };
+    const Rows cast { { "ANNA", "Jane Roe", "Studio 1", "at ten" }, { "PAUL", "John Doe", "", "at eleven" } };
+    const Rows narrow { { in, out, "Changes" } };
+    EXPECT_THAT (
+        cuesOfWordDocument (documentAround (tableXML (titled) + tableXML (cast) + tableXML (narrow))),
+        ElementsAre (cue ("ANNA", "", "Hello")));
+}
+
+TEST (CueTableImport, aTableOfAnotherListHasItsOwnTitles)
+{
+    EXPECT_THAT (
+        cuesOfWordDocument (documentAround (
+            tableXML ({ { "TC In", "TC Out", "Character", "Dialogue" }, { in, out, "ANNA", "Hello" } })
+            + tableXML ({ { "TC In", "TC Out", "Dialogue", "Character" }, { in, out, "Bye", "PAUL" } })
+            + tableXML ({ { in, out, "Now", "ANNA" } }))),
+        ElementsAre (cue ("ANNA", "", "Hello"), cue ("PAUL", "", "Bye"), cue ("ANNA", "", "Now")));
+}
+
+TEST (CueTableImport, aTableWithinACellIsNoFurtherPartOfTheList)
+{
+    const auto nested = tableXML ({ { in, out } });
+    EXPECT_THAT (
+        cuesOfWordDocument (documentAround ("<w:tbl>" + rowXML ({ "TC In", "Dialogue" }) + "<w:tr>"
+                                            + cellXML (in) + "<w:tc>" + paragraphXML ("Hello") + nested
+                                            + "</w:tc></w:tr></w:tbl>" + tableXML ({ { in, "Bye" } }))),
+        SizeIs (2));
+}
+
+TEST (CueTableImport, aListWithoutTimesGoesOnByItsColumns)
+{
+    EXPECT_THAT (
+        cuesOfWordDocument (documentAround (tableXML ({ { "Character", "Text" }, { "ANNA", "Hello" } })
+                                            + tableXML ({ { "PAUL", "Bye" } }))),
+        ElementsAre (ImportedCue { {}, {}, "ANNA", {}, {}, {}, { "Hello", {} }, {}, {} },
+                     ImportedCue { {}, {}, "PAUL", {}, {}, {}, { "Bye", {} }, {}, {} }));
+}
+
+TEST (CueTableImport, aRowOfTextAloneGoesOnWithTheCueAboveIt)
+{
+    EXPECT_THAT (
+        cuesOf ({ { "Cue", "TC In", "TC Out", "Character", "Dialogue", "Notes" },
+                  { "", "", "", "", "Nobody says this", "" },
+                  { "1", in, out, "ANNA", "Hello", "" },
+                  { "", "", "", "", "there", "" },
+                  { "", "", "", "", "my friend", "softly" },
+                  { "2", "", "", "", "", "cut" },
+                  { "", "", "", "", "", "" },
+                  { "3", in, out, "PAUL", "Bye", "" } }),
+        ElementsAre (cue ("ANNA", "1", "Hello\nthere\nmy friend", "softly"), cue ("PAUL", "3", "Bye")));
+}
+
+TEST (CueTableImport, whatAMergedCellGoesOnShowingIsNoFurtherText)
+{
+    const auto row = [] (const std::string& text, const std::string& merge, const std::string& notes) {
+        return "<w:tr>" + cellXML (text.empty() ? "" : in) + cellXML (text, merge) + cellXML (notes)
+               + "</w:tr>";
+    };
+    EXPECT_THAT (
+        cuesOfWordDocument (documentAround ("<w:tbl>" + rowXML ({ "TC In", "Text", "Notes" })
+                                            + row ("Hello", "<w:vMerge w:val=\"restart\"/>", "one")
+                                            + row ("", "<w:vMerge/>", "two") + "</w:tbl>")),
+        ElementsAre (ImportedCue { in, {}, {}, {}, {}, {}, { "Hello", {} }, { "one\ntwo", {} }, {} }));
+}
+
+TEST (CueTableImport, aTimecodeInASentenceIsNoTimeInAnyScript)
+{
+    const std::string sentence = "\xd0\x97\xd0\xb0\xd0\xbf\xd1\x83\xd1\x81\xd0\xba "
+                                 "\xd0\xb2 01:00:04:00"; // "Start at 01:00:04:00"
+    EXPECT_THAT (cuesOf ({ { "1", in, out, "ANNA", sentence } }), ElementsAre (cue ("ANNA", "1", sentence)));
+    EXPECT_THAT (
+        cuesOf ({ { std::string (in) + " \xe2\x80\x93 " + out, "ANNA", "Hello there" },
+                  { std::string (in) + "\xe3\x80\x9c" + out, "ANNA", "Hello there" },
+                  { std::string (in) + " \xc3\xa0 " + out, "ANNA", "Hello there" },
+                  { "\xd1\x81 " + std::string (in) + " \xd0\xbf\xd0\xbe " + out, "ANNA", "Hello there" } }),
+        ElementsAre (cue ("ANNA", "", "Hello there"), cue ("ANNA", "", "Hello there"),
+                     cue ("ANNA", "", "Hello there"), cue ("ANNA", "", "Hello there")));
+}
+
 TEST (CueTableImport, aNameIsOneLine)
 {
     const auto cell =

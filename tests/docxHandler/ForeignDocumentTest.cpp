@@ -213,6 +213,101 @@ TEST (ForeignDocument, aTimecodeAloneOrTwoInASentenceAreNoCue)
                "holds no cues");
 }
 
+TEST (ForeignDocument, aSentenceWithTwoTimecodesIsNoCueInAnyScript)
+{
+    const std::vector<std::string> sentences {
+        // "Come back to ... and ..."
+        "\xd0\x92\xd0\xb5\xd1\x80\xd0\xbd\xd0\xb8\xd1\x81\xd1\x8c \xd0\xba 01:00:00:00 "
+        "\xd0\xb8 01:00:02:00",
+        // "The signs are at ..., ..."
+        "\xe5\x90\x88\xe5\x9b\xb3\xe3\x81\xaf"
+        "01:00:00:00\xe3\x80\x81"
+        "01:00:05:00\xe3\x81\xa7\xe3\x81\x99",
+        "\xce\xb1\xcf\x80\xcf\x8c 01:00:00:00 01:00:02:00",                  // Greek "from"
+        "\xd9\x85\xd9\x86 01:00:00:00 \xd8\xa5\xd9\x84\xd9\x89 01:00:02:00", // Arabic "from", "until"
+    };
+
+    for (const auto& sentence : sentences)
+        EXPECT_THAT (
+            cuesAround (lines ({ "01:00:01:00 - 01:00:09:00 Hello", sentence, "Bye" })),
+            ElementsAre (cue ("01:00:01:00", "01:00:09:00", "", "", "Hello\n" + sentence + "\nBye")));
+}
+
+TEST (ForeignDocument, dashesArrowsAndWordsForThemJoinTimecodesInAnyScript)
+{
+    for (const std::string between :
+         { " \xe2\x80\x93 ", " \xe2\x80\x94 ", "\xe2\x88\x92", "\xc2\xa0", "\xe3\x80\x80", "\xe3\x80\x9c",
+           "\xef\xbd\x9e", " \xe2\x86\x92 ", " \xe2\x9e\xa1\xef\xb8\x8f ", " \xe2\x80\x8f- ", " to ", " bis ",
+           " \xc3\xa0 ", " \xd0\xb4\xd0\xbe ", "\xe3\x81\x8b\xe3\x82\x89" })
+        EXPECT_THAT (cuesAround (lines ({ "\xe2\x80\xa2 01:00:00:00" + between + "01:00:02:00", "Hello" })),
+                     ElementsAre (cue ("01:00:00:00", "01:00:02:00", "", "", "Hello")))
+            << between;
+
+    EXPECT_THAT (cuesAround (lines ({ "\xe2\x84\x96"
+                                      "12 01:00:00:00 - 01:00:02:00",
+                                      "Hello", "\xd0\xa2\xd0\x9a: 01:00:03:00 - 01:00:04:00", "Bye" })),
+                 ElementsAre (cue ("01:00:00:00", "01:00:02:00", "",
+                                   "\xe2\x84\x96"
+                                   "12",
+                                   "Hello"),
+                              cue ("01:00:03:00", "01:00:04:00", "", "", "Bye")));
+}
+
+TEST (ForeignDocument, aLabelThatIsSpokenIsNoHeading)
+{
+    for (const std::string spoken : { "Reason?", "Note!", "\xd0\xad\xd1\x82\xd0\xbe Note.", "\"Notes\"",
+                                      "Notes...", "- Reason", "Region, 2", "Eng... Notes" })
+        EXPECT_THAT (cuesAround (lines ({ "01:00:00:00 - 01:00:02:00", "Hello", spoken, "Bye" })),
+                     ElementsAre (cue ("01:00:00:00", "01:00:02:00", "", "", "Hello\n" + spoken + "\nBye")))
+            << spoken;
+}
+
+TEST (ForeignDocument, aHeadingMayHaveAColonOrAFullStop)
+{
+    for (const std::string heading : { "Notes", "NOTES:", "Note.", " notes : " })
+        EXPECT_EQ (
+            cuesAround (lines ({ "01:00:00:00 - 01:00:02:00", "Hello", heading, "Soft" })).at (0).notes.text,
+            "Soft")
+            << heading;
+
+    for (const std::string heading : { "Eng. Notes", "ENG. NOTES:", "Engineering notes.", "Eng Notes" })
+        EXPECT_EQ (cuesAround (lines ({ "01:00:00:00 - 01:00:02:00", "Hello", heading, "Lav" }))
+                       .at (0)
+                       .engineeringNotes.text,
+                   "Lav")
+            << heading;
+
+    EXPECT_EQ (
+        cuesAround (lines ({ "01:00:00:00 - 01:00:02:00", "Hello", "FN Region:", "Top" })).at (0).region,
+        "Top");
+}
+
+TEST (ForeignDocument, commentsAndLiteralSectionsCutNoText)
+{
+    const auto textOf = [] (const std::string& content)
+    {
+        return cuesAround ("<w:tbl>" + rowXML ({ "In", "Text" }) + "<w:tr>" + cellXML ("01:00:00:00")
+                           + "<w:tc><w:p><w:r>" + content + "</w:r></w:p></w:tc></w:tr></w:tbl>")
+            .at (0)
+            .text.text;
+    };
+
+    EXPECT_EQ (textOf ("<w:t>Tom <![CDATA[& Jerry]]> run</w:t>"), "Tom & Jerry run");
+    EXPECT_EQ (textOf ("<w:t>a<!--c-->b</w:t>"), "ab");
+    EXPECT_EQ (textOf ("<w:t><![CDATA[<b>]]></w:t>"), "<b>");
+    EXPECT_EQ (textOf ("<w:t>a<?x y?>b &amp; c</w:t>"), "ab & c");
+}
+
+TEST (ForeignDocument, aNoBreakSpaceIsText)
+{
+    const auto run = [] (const std::string& text) { return "<w:r><w:t>" + text + "</w:t></w:r>"; };
+    const auto cues = cuesAround ("<w:tbl>" + rowXML ({ "In", "Text" }) + "<w:tr>" + cellXML ("01:00:00:00")
+                                  + "<w:tc><w:p>" + run (" \t\nBonjour&#160;\r\n ") + run ("!")
+                                  + run ("&#160;?") + "</w:p></w:tc></w:tr></w:tbl>");
+    ASSERT_THAT (cues, SizeIs (1));
+    EXPECT_EQ (cues[0].text.text, "Bonjour\xc2\xa0!\xc2\xa0?");
+}
+
 TEST (ForeignDocument, anEmptyDocumentHoldsNoCues)
 {
     EXPECT_EQ (refusalOf (documentAround ("")), "holds no cues");

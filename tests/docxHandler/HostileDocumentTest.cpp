@@ -120,6 +120,53 @@ TEST (HostileDocument, aRowOfManyCellsTakesNoLongTime)
     EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (10));
 }
 
+TEST (HostileDocument, rowsThatAreAddedWithoutEndTakeNoLongTime)
+{
+    constexpr std::size_t rows = 60'000;
+    const auto styled = [] (const std::string& style, const std::string& text)
+    {
+        return "<w:p><w:pPr><w:pStyle w:val=\"" + style + "\"/></w:pPr><w:r><w:rPr><w:b/></w:rPr><w:t>" + text
+               + "</w:t></w:r></w:p>";
+    };
+    const auto block = "<w:tbl><w:tr><w:tc>" + styled ("CueText", "Hello") + "</w:tc><w:tc>"
+                       + styled ("CueNumber", "1") + styled ("CueIn", "01:00:00:00") + "</w:tc></w:tr>"
+                       + repeated ("<w:tr><w:tc>" + styled ("CueText", "x") + "</w:tc><w:tc>"
+                                       + styled ("CueNumber", "") + "</w:tc></w:tr>",
+                                   rows)
+                       + "</w:tbl>";
+    const auto list = "<w:tbl>" + rowXML ({ "In", "Text" }) + rowXML ({ "01:00:00:00", "Hello" })
+                      + repeated (rowXML ({ "", "x" }), rows) + "</w:tbl>";
+    const auto start = std::chrono::steady_clock::now();
+    const auto ofBlock = cuesOfWordDocument (documentAround (block));
+    const auto ofList = cuesOfWordDocument (documentAround (list));
+    EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (10));
+    ASSERT_EQ (ofBlock.size(), 1U);
+    EXPECT_EQ (ofBlock[0].notes.text.size(), 2 * rows - 1);
+    EXPECT_EQ (ofBlock[0].notes.runs.size(), rows);
+    ASSERT_EQ (ofList.size(), 1U);
+    EXPECT_EQ (ofList[0].text.text.size(), 5 + 2 * rows);
+}
+
+TEST (HostileDocument, aStyleWithoutEndIsReadOnce)
+{
+    constexpr std::size_t properties = 1'000'000;
+    constexpr std::size_t runs = 2000;
+    const auto styles = R"(<w:style w:styleId="a"><w:name w:val="a"/><w:rPr>)"
+                        + repeated ("<w:b/>", properties)
+                        + R"(</w:rPr></w:style><w:style w:styleId="b"><w:basedOn w:val="a"/></w:style>)";
+    const auto body = "<w:tbl>" + rowXML ({ "In", "Text" }) + "<w:tr>" + cellXML ("01:00:00:00")
+                      + "<w:tc><w:p>"
+                      + repeated (R"(<w:r><w:rPr><w:rStyle w:val="b"/></w:rPr><w:t>x</w:t></w:r>)", runs)
+                      + "</w:p></w:tc></w:tr></w:tbl>";
+    const auto start = std::chrono::steady_clock::now();
+    const auto cues = cuesOfWordDocument (documentAround (body, styles));
+    EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (10));
+    ASSERT_EQ (cues.size(), 1U);
+    Look bold;
+    bold.bold = true;
+    EXPECT_EQ (cues[0].text, (RichText { std::string (runs, 'x'), { { 0, runs, bold } } }));
+}
+
 TEST (HostileDocument, aZipBombIsRefusedBeforeItGrows)
 {
     auto bomb = documentAround (std::string (std::size_t { 257 } << 20U, ' '));

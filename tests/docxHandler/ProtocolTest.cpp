@@ -37,7 +37,8 @@ protected:
     }
 
     /* Until the document at hand is read and is being laid out, packed and written. */
-    void waitUntilBusy() const
+    /** @param level  which the work has left behind, in percent */
+    void waitUntilBusy (int level = 30) const
     {
         constexpr int mostMilliseconds = 60'000; // a busy machine, and the checks of a sanitizer
 
@@ -46,7 +47,7 @@ protected:
             const auto progress = folder.bytes ("p.txt");
 
             if (progress.find ('=') != std::string::npos
-                && std::stoi (progress.substr (progress.find ('=') + 1)) > 30)
+                && std::stoi (progress.substr (progress.find ('=') + 1)) > level)
                 return;
 
             std::this_thread::sleep_for (std::chrono::milliseconds (1));
@@ -304,6 +305,18 @@ TEST_F (Protocol, anImportPassesOverTheCancelOfAnEarlierExport)
     folder.write ("c.txt", "cancel\n");
     folder.write ("a.docx", documentOf (sheetJSON (manyCues (1000))));
     EXPECT_EQ (run ({ "import", "input=a.docx", "json=a.json", communication }).status, 0);
+}
+
+TEST_F (Protocol, aCancelBehindTheOneOfAnEarlierExportCounts)
+{
+    const std::string earlier = "cancel\n" + std::string (5000, '-');
+    folder.write ("c.txt", earlier);
+    folder.write ("a.docx", documentOf (sheetJSON (manyCues (6000))));
+    const auto child = startDocxHandler (folder, { "import", "input=a.docx", "json=a.json", communication });
+    waitUntilBusy (-1);
+    folder.write ("c.txt", earlier + "cancel\n");
+    EXPECT_EQ (waitForProgram (folder, child).status, 3);
+    EXPECT_THAT (folder.names(), ElementsAre ("a.docx", "c.txt", "p.txt"));
 }
 
 TEST_F (Protocol, otherWordsInTheCancelFileStopNothing)

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "CharacterText.h"
 
+#include <algorithm>
+#include <array>
+
 namespace DocxHandler
 {
 
@@ -45,6 +48,30 @@ bool isLeftToRight (char32_t c) noexcept
 {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= 0xc0 && c < 0x590)
            || (c >= 0x900 && c < 0x2000) || (c >= 0x2e80 && c < 0xfb00);
+}
+
+struct Range
+{
+    char32_t first;
+    char32_t last;
+};
+
+/* What stands between words, beyond ASCII. */
+constexpr std::array signs {
+    Range { 0x80, 0xa9 },     Range { 0xab, 0xb4 },     Range { 0xb6, 0xb9 },     Range { 0xbb, 0xbf },
+    Range { 0xd7, 0xd7 },     Range { 0xf7, 0xf7 },     Range { 0x61c, 0x61c }, // the direction of writing
+    Range { 0x2000, 0x206f }, // blanks, dashes, quotes, bullets, directions
+    Range { 0x2190, 0x2bff }, // arrows, minus signs, lines, shapes
+    Range { 0x2e3a, 0x2e3b }, Range { 0x3000, 0x3000 }, Range { 0x301c, 0x301c }, Range { 0x3030, 0x3030 },
+    Range { 0xfe0e, 0xfe0f }, // how the arrow before it looks
+    Range { 0xfe58, 0xfe58 }, Range { 0xfe63, 0xfe63 }, Range { 0xfeff, 0xfeff }, Range { 0xff0d, 0xff0d },
+    Range { 0xff5e, 0xff5e }
+};
+
+bool isSign (char32_t c) noexcept
+{
+    return std::any_of (signs.begin(), signs.end(),
+                        [c] (const Range& range) { return c >= range.first && c <= range.last; });
 }
 
 } // namespace
@@ -179,6 +206,24 @@ std::string skeleton (std::string_view text)
             result += c;
         else if (c >= 'A' && c <= 'Z')
             result += static_cast<char> (c - 'A' + 'a');
+    }
+
+    return result;
+}
+
+std::string wordsAlone (std::string_view text)
+{
+    std::string result;
+
+    for (std::size_t place = 0; place < text.size();)
+    {
+        const auto start = place;
+        const auto c = nextCharacter (text, place);
+
+        if (c < 0x80)
+            result += skeleton (text.substr (start, 1));
+        else if (! isSign (c))
+            result += text.substr (start, place - start);
     }
 
     return result;

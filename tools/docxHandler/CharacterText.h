@@ -30,6 +30,10 @@ void appendCharacter (std::string& text, char32_t character);
 /** Letters and digits alone, small, ASCII; for comparing titles and labels that people have typed. */
 [[nodiscard]] std::string skeleton (std::string_view text);
 
+/** The same with the letters of all other scripts, as they stand; for telling whether anything is said. Dashes, arrows, blanks,
+    quotes and the like are no letters. */
+[[nodiscard]] std::string wordsAlone (std::string_view text);
+
 /** Whether the first letter with a direction runs from right to left. */
 [[nodiscard]] bool readsRightToLeft (std::string_view text) noexcept;
 

@@ -2,6 +2,7 @@
 #include "CueBlockReader.h"
 
 #include "CharacterText.h"
+#include "CueDraft.h"
 #include "TimecodeText.h"
 
 #include <algorithm>
@@ -120,37 +121,25 @@ bool isTakeBox (const Row& row, const Cell& cell)
     return firstStyle (cell) == Field::take || row.cells.size() >= fewestBoxes;
 }
 
-void addText (RichText& field, const RichText& text)
-{
-    RichTextBuilder builder;
-    builder.append (field);
-
-    if (! field.text.empty() && ! text.text.empty())
-        builder.append ("\n", {});
-
-    builder.append (text);
-    field = builder.take();
-}
-
 void addWords (std::string& field, std::string_view words)
 {
     if (const auto core = onOneLine (trimmed (words)); ! core.empty())
         field += (field.empty() ? "" : " ") + core;
 }
 
-void addTo (ImportedCue& cue, Field field, const RichText& text)
+void addTo (CueDraft& draft, Field field, const RichText& text)
 {
     switch (field)
     {
-        case Field::text: return addText (cue.text, text);
-        case Field::notes: return addText (cue.notes, text);
-        case Field::engineeringNotes: return addText (cue.engineeringNotes, text);
-        case Field::reason: return addWords (cue.reason, text.text);
-        case Field::region: return addWords (cue.region, text.text);
-        case Field::number: return addWords (cue.number, text.text);
-        case Field::character: return addWords (cue.character, text.text);
-        case Field::inPoint: return addWords (cue.inPoint, text.text);
-        case Field::outPoint: return addWords (cue.outPoint, text.text);
+        case Field::text: return draft.text.appendLine (text);
+        case Field::notes: return draft.notes.appendLine (text);
+        case Field::engineeringNotes: return draft.engineeringNotes.appendLine (text);
+        case Field::reason: return addWords (draft.cue.reason, text.text);
+        case Field::region: return addWords (draft.cue.region, text.text);
+        case Field::number: return addWords (draft.cue.number, text.text);
+        case Field::character: return addWords (draft.cue.character, text.text);
+        case Field::inPoint: return addWords (draft.cue.inPoint, text.text);
+        case Field::outPoint: return addWords (draft.cue.outPoint, text.text);
         case Field::none:
         case Field::label:
         case Field::take:
@@ -168,7 +157,7 @@ void addTo (ImportedCue& cue, Field field, const RichText& text)
 class DetailsReader final
 {
 public:
-    explicit DetailsReader (ImportedCue& destination) : cue (destination) {}
+    explicit DetailsReader (CueDraft& destination) : draft (destination) {}
 
     void read (const Cell& cell)
     {
@@ -202,7 +191,7 @@ private:
 
     void add (Field field, const RichText& text)
     {
-        addTo (cue, field, text);
+        addTo (draft, field, text);
         taken.insert (field);
         last = field;
     }
@@ -219,7 +208,7 @@ private:
         return last;
     }
 
-    ImportedCue& cue;
+    CueDraft& draft;
     std::set<Field> taken;
     Field last = Field::number;
 };
@@ -259,14 +248,13 @@ public:
         }
     }
 
-    std::vector<ImportedCue> cues;
+    std::vector<CueDraft> cues;
 
 private:
     void begin()
     {
         cues.emplace_back();
-        addText (cues.back().notes, remarks);
-        remarks = {};
+        cues.back().notes = std::exchange (remarks, {});
     }
 
     /* A row that somebody has added says something about the cue: the one above it, or else the one below. */
@@ -274,7 +262,7 @@ private:
     {
         for (const auto& cell : row.cells)
             if (! cell.isBlank())
-                addText (cues.empty() ? remarks : cues.back().notes, joinedText (cell.paragraphs));
+                (cues.empty() ? remarks : cues.back().notes).appendLine (joinedText (cell.paragraphs));
     }
 
     /* Somebody may have deleted the details' cell; the text still begins a cue. */
@@ -285,7 +273,7 @@ private:
                             [] (const Cell& cell) { return cell.continuesAbove; }))
             return false;
 
-        return cues.empty() || ! cues.back().text.text.empty();
+        return cues.empty() || ! cues.back().text.isEmpty();
     }
 
     /* A label stands before a value; the text stands before the details. */
@@ -317,13 +305,13 @@ private:
             return addTo (cues.back(), Field::text, text);
 
         // A row that somebody has added to the block says something about the cue, also in the text's style.
-        if (style == Field::none || (style == Field::text && ! cues.back().text.text.empty()))
+        if (style == Field::none || (style == Field::text && ! cues.back().text.isEmpty()))
             return addTo (cues.back(), Field::notes, text);
 
         addTo (cues.back(), style, text);
     }
 
-    RichText remarks; ///< that stand above the first cue
+    RichTextBuilder remarks; ///< that stand above the first cue
 };
 
 } // namespace
@@ -357,9 +345,10 @@ std::vector<ImportedCue> readCueBlocks (const Table& table)
     for (const auto& row : table.rows)
         reader.read (row);
 
-    // What is left of a cue whose words were all deleted.
-    std::erase (reader.cues, ImportedCue());
-    return std::move (reader.cues);
+    // What is left of a cue whose words were all deleted is none.
+    auto cues = cuesOf (std::move (reader.cues));
+    std::erase (cues, ImportedCue());
+    return cues;
 }
 
 } // namespace DocxHandler

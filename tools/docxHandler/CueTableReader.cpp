@@ -2,12 +2,14 @@
 #include "CueTableReader.h"
 
 #include "CharacterText.h"
+#include "CueDraft.h"
 #include "CueTitles.h"
 #include "Failure.h"
 #include "TimecodeText.h"
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace DocxHandler
@@ -38,20 +40,9 @@ void addWords (std::string& field, const std::string& words)
         field = words;
 }
 
-void addText (RichText& field, const RichText& text)
+void put (CueDraft& draft, Role role, const RichText& text)
 {
-    RichTextBuilder builder;
-    builder.append (field);
-
-    if (! field.text.empty() && ! text.text.empty())
-        builder.append ("\n", {});
-
-    builder.append (text);
-    field = builder.take();
-}
-
-void put (ImportedCue& cue, Role role, const RichText& text)
-{
+    auto& cue = draft.cue;
     const auto words = onOneLine (trimmed (text.text));
 
     switch (role)
@@ -63,21 +54,34 @@ void put (ImportedCue& cue, Role role, const RichText& text)
             return;
         case Role::outPoint: return addWords (cue.outPoint, timecodeIn (text.text, 0));
         case Role::character: return addWords (cue.character, words);
-        case Role::text: return addText (cue.text, text);
+        case Role::text: return draft.text.appendLine (text);
         case Role::number: return addWords (cue.number, words);
-        case Role::notes: return addText (cue.notes, text);
-        case Role::engineeringNotes: return addText (cue.engineeringNotes, text);
+        case Role::notes: return draft.notes.appendLine (text);
+        case Role::engineeringNotes: return draft.engineeringNotes.appendLine (text);
         case Role::reason: return addWords (cue.reason, words);
         case Role::region: return addWords (cue.region, words);
         case Role::duration: return;
     }
 }
 
-bool isCue (const ImportedCue& cue)
+bool isNamed (const ImportedCue& cue) { return ! cue.number.empty() || ! cue.character.empty(); }
+bool holdsTime (const ImportedCue& cue) { return ! findTimecodes (cue.inPoint).empty(); }
+
+bool isCue (const CueDraft& draft)
 {
-    const auto hasText = ! trimmed (cue.text.text).empty();
-    return ! findTimecodes (cue.inPoint).empty()
-           || (hasText && ! (cue.number.empty() && cue.character.empty()));
+    return holdsTime (draft.cue) || (! draft.text.isEmpty() && isNamed (draft.cue));
+}
+
+/* How many columns a table has. */
+int widthOf (const Table& table)
+{
+    int width = 0;
+
+    for (const auto& row : table.rows)
+        if (! row.cells.empty())
+            width = std::max (width, row.cells.back().column + row.cells.back().span);
+
+    return width;
 }
 
 /* The words of a row, for telling the same titles again. */
@@ -91,29 +95,83 @@ std::vector<std::string> wordsOf (const Row& row)
     return words;
 }
 
+/* Titles, and what is known of the list that stands under them. */
+struct TitledList
+{
+    Titles titles;
+    std::vector<std::string> words; ///< of the titles
+    int width = 0;                  ///< of the table, in columns
+    bool hasTimes = false;
+    std::optional<std::size_t> lastCue; ///< its place among all cues
+};
+
+/* Reads one table after the other: a list that was split, at a page or for a heading, has its titles above the first part. */
 class TitledTableReader final
 {
 public:
     void read (const Table& table)
     {
-        for (const auto& row : table.rows)
-        {
-            if (titles.empty())
-            {
-                titles = titlesOf (row);
-                words = titles.empty() ? words : wordsOf (row);
-            }
-            else if (wordsOf (row) != words) // again on each page, in some programs
-                readRow (row);
-        }
+        if (! table.isPartOfCell)
+            return readTable (table);
+
+        // A list within a cell ends with that cell.
+        auto around = std::exchange (list, {});
+        readTable (table);
+        list = std::move (around);
     }
 
-    std::vector<ImportedCue> cues;
+    std::vector<CueDraft> cues;
 
 private:
+    void readTable (const Table& table)
+    {
+        const auto titleRow = std::find_if (table.rows.begin(), table.rows.end(),
+                                            [] (const Row& row) { return ! titlesOf (row).empty(); });
+        auto row = table.rows.begin();
+        above.clear();
+
+        if (titleRow != table.rows.end())
+        {
+            list = { titlesOf (*titleRow), wordsOf (*titleRow), widthOf (table), false, {} };
+            row = titleRow + 1;
+        }
+        else if (! goesOnIn (table))
+        {
+            return;
+        }
+
+        for (; row != table.rows.end(); ++row)
+            if (wordsOf (*row) != list.words) // again on each page, in some programs
+                readRow (*row);
+    }
+
+    /* Whether a table without titles is a further part of the list above it. */
+    [[nodiscard]] bool goesOnIn (const Table& table) const
+    {
+        return ! list.titles.empty() && widthOf (table) == list.width
+               && (! list.hasTimes
+                   || std::any_of (table.rows.begin(), table.rows.end(),
+                                   [this] (const Row& row) { return showsTime (row); }));
+    }
+
+    /* Whether there is a time where the titles say, or where they say nothing that is known. */
+    [[nodiscard]] bool showsTime (const Row& row) const
+    {
+        return std::any_of (
+            row.cells.begin(), row.cells.end(),
+            [this] (const Cell& cell)
+            {
+                const auto* title = titleAt (list.titles, cell.column);
+                const auto mayBeTime = title == nullptr || ! title->role || title->role == Role::inPoint
+                                       || title->role == Role::bothPoints;
+                const auto text = joinedText (cell.paragraphs).text;
+                return mayBeTime && ! (timecodesAlone (text).empty() && timecodeOfSeconds (text).empty());
+            });
+    }
+
     void readRow (const Row& row)
     {
-        ImportedCue cue;
+        CueDraft draft;
 
         for (const auto& cell : row.cells)
         {
@@ -122,29 +180,53 @@ private:
             else
                 above[cell.column] = joinedText (cell.paragraphs);
 
-            if (const auto* title = titleAt (titles, cell.column); title != nullptr && title->role)
-                put (cue, *title->role, above[cell.column]);
+            if (const auto* title = titleAt (list.titles, cell.column); title != nullptr && title->role)
+                put (draft, *title->role, above[cell.column]);
         }
 
-        addUntitledTimes (cue, row);
+        addUntitledTimes (draft.cue, row);
 
-        if (row.cells.size() > 1 && isCue (cue))
-            cues.push_back (std::move (cue));
+        if (row.cells.size() < 2)
+            return;
+
+        if (! isCue (draft))
+            return goOnWithText (draft.cue, row);
+
+        list.hasTimes = list.hasTimes || holdsTime (draft.cue);
+        list.lastCue = cues.size();
+        cues.push_back (std::move (draft));
+    }
+
+    /* A row of nothing but text goes on with the cue above it. */
+    void goOnWithText (const ImportedCue& cue, const Row& row)
+    {
+        if (! list.lastCue || isNamed (cue))
+            return;
+
+        for (const auto& cell : row.cells)
+            if (const auto* title = titleAt (list.titles, cell.column);
+                ! cell.continuesAbove && title != nullptr && title->role && isOfLines (*title->role))
+                put (cues[*list.lastCue], *title->role, above[cell.column]);
+    }
+
+    static bool isOfLines (Role role)
+    {
+        return role == Role::text || role == Role::notes || role == Role::engineeringNotes;
     }
 
     /* Times under titles in a language that isn't known here. An out point alone is looked for beside the in point. */
     void addUntitledTimes (ImportedCue& cue, const Row& row)
     {
-        if (holdsRole (titles, Role::bothPoints)
-            || (holdsRole (titles, Role::inPoint) && holdsRole (titles, Role::outPoint)))
+        if (holdsRole (list.titles, Role::bothPoints)
+            || (holdsRole (list.titles, Role::inPoint) && holdsRole (list.titles, Role::outPoint)))
             return;
 
-        const auto isInTitled = holdsRole (titles, Role::inPoint);
+        const auto isInTitled = holdsRole (list.titles, Role::inPoint);
         auto follows = false;
 
         for (const auto& cell : row.cells)
         {
-            const auto* title = titleAt (titles, cell.column);
+            const auto* title = titleAt (list.titles, cell.column);
             const auto isUntitled = title == nullptr || ! title->role;
 
             if (isUntitled && (follows || ! isInTitled))
@@ -173,8 +255,7 @@ private:
             throw Failure ("is too large when unpacked");
     }
 
-    Titles titles;
-    std::vector<std::string> words;
+    TitledList list;
     std::map<int, RichText> above; ///< by column; what merged cells go on showing
     std::size_t repeated = 0;      ///< bytes
 };
@@ -263,7 +344,7 @@ Roles guessedRoles (const Table& table)
 
 ImportedCue cueOfRow (const Row& row, const Roles& roles, const std::vector<std::string>& times)
 {
-    ImportedCue cue;
+    CueDraft draft;
 
     for (const auto& cell : row.cells)
     {
@@ -274,21 +355,24 @@ ImportedCue cueOfRow (const Row& row, const Roles& roles, const std::vector<std:
 
         if (const auto role = roles.find (cell.column);
             role != roles.end() && timecodesAlone (text.text).empty())
-            put (cue, role->second, text);
+            put (draft, role->second, text);
     }
 
-    cue.inPoint = times[0];
-    cue.outPoint = times[1];
-    return cue;
+    draft.cue.inPoint = times[0];
+    draft.cue.outPoint = times[1];
+    return draft.take();
 }
 
 } // namespace
 
-std::vector<ImportedCue> readTitledTable (const Table& table)
+std::vector<ImportedCue> readTitledTables (const std::vector<const Table*>& tables)
 {
     TitledTableReader reader;
-    reader.read (table);
-    return std::move (reader.cues);
+
+    for (const auto* table : tables)
+        reader.read (*table);
+
+    return cuesOf (std::move (reader.cues));
 }
 
 std::vector<ImportedCue> readTimecodeTable (const Table& table)

@@ -5,6 +5,7 @@
 #include "TimecodeText.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -84,9 +85,10 @@ bool looksLikeNumber (std::string_view text)
 std::optional<std::string> numberBefore (std::string_view text)
 {
     const auto before = trimmed (text);
-    const auto words = skeleton (before);
+    const auto words = wordsAlone (before);
+    constexpr std::array namesOfTimecodes { "", "tc", "in", "tcin", "timecode", "\xd0\xa2\xd0\x9a" };
 
-    if (words.empty() || words == "tc" || words == "in" || words == "tcin" || words == "timecode")
+    if (std::find (namesOfTimecodes.begin(), namesOfTimecodes.end(), words) != namesOfTimecodes.end())
         return std::string();
 
     const auto isCue = words.starts_with ("cue") && before.size() > 3;
@@ -103,10 +105,9 @@ std::optional<CueStart> pairInLine (const RichText& line)
 
     const std::string_view text (line.text);
     const auto between = text.substr (found[0].end, found[1].start - found[0].end);
-    const auto word = skeleton (between);
     const auto number = numberBefore (text.substr (0, found[0].start));
 
-    if (! number || ! (word.empty() || word == "to"))
+    if (! number || ! meansUntil (between))
         return {};
 
     const auto textStart = std::min (text.find_first_not_of (" \t", found[1].end), text.size());
@@ -237,6 +238,23 @@ void readSection (ImportedCue& cue, Field heading, const std::vector<RichText>& 
         (heading == Field::reason ? cue.reason : cue.region) = onOneLine (trimmed (text.text));
 }
 
+/* What a line announces that holds a label and at most a colon or a full stop behind it. Somebody may say "Reason?" or
+   "Note!" in a text. */
+Field headingIn (std::string_view line)
+{
+    constexpr std::size_t placeOfFullStop = 3; // in "Eng. Notes"
+    constexpr auto lettersAndBlanks = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz ";
+    std::string words (trimmed (line));
+
+    if (words.ends_with (':') || words.ends_with ('.'))
+        words.pop_back();
+    if (words.find ('.') == placeOfFullStop)
+        words.erase (placeOfFullStop, 1);
+
+    return words.find_first_not_of (lettersAndBlanks) == std::string::npos ? fieldOfLabel (words)
+                                                                           : Field::none;
+}
+
 void readContent (ImportedCue& cue, const std::vector<RichText>& lines, bool mayNameCharacter)
 {
     auto heading = Field::none;
@@ -244,7 +262,7 @@ void readContent (ImportedCue& cue, const std::vector<RichText>& lines, bool may
 
     for (const auto& line : lines)
     {
-        const auto next = fieldOfLabel (line.text);
+        const auto next = headingIn (line.text);
 
         if (next == Field::none)
         {

@@ -11,6 +11,7 @@
 #include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace DocxHandler
 {
@@ -44,8 +45,8 @@ sigset_t watchedSignals()
     return signals;
 }
 
-/* What a file begins with. Anything else that may stand in its place, such as a pipe, would never end. */
-std::string contents (const std::filesystem::path& file)
+/* Anything else that may stand in the file's place, such as a pipe, would never end. */
+StopWatch::Words wordsIn (const std::filesystem::path& file)
 {
     constexpr std::size_t most = 4096;
     const auto descriptor = ::open (file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -61,7 +62,7 @@ std::string contents (const std::filesystem::path& file)
     const auto length = isFile ? ::read (descriptor, text.data(), text.size()) : 0;
     ::close (descriptor);
     text.resize (static_cast<std::size_t> (std::max<ssize_t> (length, 0)));
-    return text;
+    return { std::move (text), isFile ? static_cast<std::uintmax_t> (status.st_size) : 0 };
 }
 
 [[noreturn]] void endBy (int signal)
@@ -87,7 +88,7 @@ void StopWatch::watch (const std::filesystem::path& cancelFile, EarlierWord earl
     file = cancelFile;
 
     if (earlierWord == EarlierWord::isStale)
-        stale = contents (file);
+        stale = wordsIn (file);
 
     thread = std::thread ([this] { run(); });
 }
@@ -106,8 +107,8 @@ bool StopWatch::isCancelled() const
     if (file.empty())
         return false;
 
-    const auto text = contents (file);
-    return text != stale && text.find ("cancel") != std::string::npos;
+    const auto words = wordsIn (file);
+    return words != stale && words.beginning.find ("cancel") != std::string::npos;
 }
 
 void StopWatch::run() const

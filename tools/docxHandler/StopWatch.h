@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -34,12 +35,21 @@ public:
     /** @param cancelFile  may be empty: only signals stop the program */
     void watch (const std::filesystem::path& cancelFile, EarlierWord earlierWord);
 
+    /** What is known of a file of words, of which nobody says how long it is. */
+    struct Words
+    {
+        std::string beginning;
+        std::uintmax_t size = 0; ///< of the whole file
+
+        bool operator== (const Words&) const = default;
+    };
+
 private:
     void run() const;
     [[nodiscard]] bool isCancelled() const;
 
     std::filesystem::path file;
-    std::string stale;
+    Words stale;
     std::thread thread;
 };
 

@@ -58,16 +58,30 @@ std::size_t endOfTimecode (std::string_view text, std::size_t place)
 /* Whether the words between timecodes only join or name them. */
 bool joinsTimecodes (std::string_view between)
 {
-    static const std::set<std::string, std::less<>> joiners { "to",       "in",     "out", "tc",
-                                                              "timecode", "start",  "end", "von",
-                                                              "bis",      "beginn", "ende" };
+    static const std::set<std::string, std::less<>> joiners { "in",
+                                                              "out",
+                                                              "tc",
+                                                              "timecode",
+                                                              "start",
+                                                              "end",
+                                                              "von",
+                                                              "beginn",
+                                                              "ende",
+                                                              "d\xc3\xa9"
+                                                              "but",
+                                                              "entr\xc3\xa9"
+                                                              "e",
+                                                              "\xd0\xa2\xd0\x9a", // Russian: timecode,
+                                                              "\xd1\x82\xd0\xba",
+                                                              "\xd1\x81", // from
+                                                              "\xd0\xbe\xd1\x82" };
 
     for (std::size_t start = 0; start <= between.size();)
     {
         const auto end = std::min (between.find_first_of (" \t\n:-", start), between.size());
         const auto word = between.substr (start, end - start);
 
-        if (const auto letters = skeleton (word); ! letters.empty() && ! joiners.contains (letters))
+        if (! meansUntil (word) && ! joiners.contains (wordsAlone (word)))
             return false;
 
         start = end + 1;
@@ -77,6 +91,22 @@ bool joinsTimecodes (std::string_view between)
 }
 
 } // namespace
+
+bool meansUntil (std::string_view between)
+{
+    static const std::set<std::string, std::less<>> words {
+        "",
+        "to",
+        "bis",
+        "\xc3\xa0", // French
+        "\xc3\x80",
+        "\xd0\xb4\xd0\xbe", // Russian
+        "\xd0\xbf\xd0\xbe",
+        "\xe3\x81\x8b\xe3\x82\x89" // Japanese
+    };
+
+    return words.contains (wordsAlone (between));
+}
 
 std::vector<std::string> timecodesAlone (std::string_view text)
 {

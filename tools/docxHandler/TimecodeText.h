@@ -18,6 +18,10 @@ struct FoundTimecode
 /** The timecodes of a text from left to right: hh:mm:ss:ff, or with ";", "." or "," before the frames or milliseconds. */
 [[nodiscard]] std::vector<FoundTimecode> findTimecodes (std::string_view text);
 
+/** Whether what stands between two timecodes says no more than that the one goes on until the other: nothing, a dash, an arrow,
+    "to". */
+[[nodiscard]] bool meansUntil (std::string_view between);
+
 /** The timecodes of a text that holds nothing else, but for dashes, arrows and words such as "to"; none if it says more. */
 [[nodiscard]] std::vector<std::string> timecodesAlone (std::string_view text);
 

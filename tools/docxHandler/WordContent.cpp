@@ -323,11 +323,32 @@ private:
 
     [[nodiscard]] static std::string textOf (const pugi::xml_node& element)
     {
-        auto text = cleaned (element.text().get());
+        auto text = cleaned (characterDataOf (element));
         std::replace (text.begin(), text.end(), '\n', ' ');
         std::replace (text.begin(), text.end(), '\r', ' ');
         const auto keepsBlanks = std::string_view (element.attribute ("xml:space").value()) == "preserve";
-        return keepsBlanks ? text : std::string (trimmed (text));
+        return keepsBlanks ? text : withoutBlanksAround (text);
+    }
+
+    /* Comments and literal sections cut a text in pieces. */
+    [[nodiscard]] static std::string characterDataOf (const pugi::xml_node& element)
+    {
+        std::string text;
+
+        for (const auto& piece : element.children())
+            if (piece.type() == pugi::node_pcdata || piece.type() == pugi::node_cdata)
+                text += piece.value();
+
+        return text;
+    }
+
+    /* A no-break space is none of the blanks that stand around a text for the sake of the XML: somebody has typed it. */
+    [[nodiscard]] static std::string withoutBlanksAround (const std::string& text)
+    {
+        constexpr auto blanks = " \t\n\r";
+        const auto start = text.find_first_not_of (blanks);
+        return start == std::string::npos ? std::string()
+                                          : text.substr (start, text.find_last_not_of (blanks) + 1 - start);
     }
 
     const WordStyles& styles;
@@ -372,6 +393,14 @@ void RichTextBuilder::append (const RichText& text)
 
     for (const auto& run : text.runs)
         result.runs.push_back ({ start + run.start, start + run.end, run.look });
+}
+
+void RichTextBuilder::appendLine (const RichText& text)
+{
+    if (! isEmpty() && ! text.text.empty())
+        append ("\n", {});
+
+    append (text);
 }
 
 bool Paragraph::isBlank() const { return trimmed (text.text).empty(); }

@@ -18,6 +18,9 @@ public:
     void append (std::string_view text, const Look& look);
     void append (const RichText& text);
 
+    /** The same on a line of its own, where both it and what is there already hold something. */
+    void appendLine (const RichText& text);
+
     [[nodiscard]] RichText take() { return std::move (result); }
     [[nodiscard]] bool isEmpty() const noexcept { return result.text.empty(); }
 

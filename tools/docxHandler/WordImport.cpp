@@ -5,6 +5,7 @@
 #include "CueTableReader.h"
 #include "CueTextReader.h"
 #include "Failure.h"
+#include "ImportLimits.h"
 #include "PackageReader.h"
 #include "WordStyles.h"
 
@@ -18,7 +19,6 @@ namespace DocxHandler
 namespace
 {
 
-constexpr std::size_t largestDocument = std::size_t { 256 } << 20U;
 constexpr std::size_t largestStyles = std::size_t { 16 } << 20U;
 constexpr std::size_t largestRelations =
     std::size_t { 16 } << 20U; ///< some programs list each picture for every place where it is shown
@@ -66,7 +66,8 @@ WordContent readContent (const PackageReader& package)
     const auto relations = folder + "_rels/" + document.substr (nameStart) + ".rels";
     const auto styles = targetOf (package, relations, folder, "/styles");
 
-    return readWordContent (package.read (document, largestDocument), package.read (styles, largestStyles));
+    return readWordContent (package.read (document, ImportLimits::bytesOfText),
+                            package.read (styles, largestStyles));
 }
 
 using TableReader = std::function<std::vector<ImportedCue> (const Table&)>;
@@ -81,6 +82,17 @@ std::vector<ImportedCue> cuesOfTables (const WordContent& content, const TableRe
                 cues.push_back (std::move (cue));
 
     return cues;
+}
+
+std::vector<ImportedCue> cuesOfTitledTables (const WordContent& content)
+{
+    std::vector<const Table*> tables;
+
+    for (const auto& block : content.blocks)
+        if (const auto* table = std::get_if<Table> (&block))
+            tables.push_back (table);
+
+    return readTitledTables (tables);
 }
 
 /* Those of our blocks; a block that has lost its styles counts among others that have theirs. */
@@ -138,12 +150,11 @@ std::vector<ImportedCue> cuesOfText (const WordContent& content)
 std::vector<ImportedCue> cuesOfContent (const WordContent& content)
 {
     using Reader = std::function<std::vector<ImportedCue> (const WordContent&)>;
-    const Reader titledTables = [] (const WordContent& all) { return cuesOfTables (all, readTitledTable); };
     const Reader timecodeTables = [] (const WordContent& all)
     { return cuesOfTables (all, readTimecodeTable); };
 
-    for (const auto& read : { Reader (cuesOfBlocks), titledTables, Reader (cuesOfBlocksByShape),
-                              timecodeTables, Reader (cuesOfText) })
+    for (const auto& read : { Reader (cuesOfBlocks), Reader (cuesOfTitledTables),
+                              Reader (cuesOfBlocksByShape), timecodeTables, Reader (cuesOfText) })
         if (auto cues = read (content); ! cues.empty())
             return cues;
 

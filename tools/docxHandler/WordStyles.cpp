@@ -2,9 +2,11 @@
 #include "WordStyles.h"
 
 #include "Failure.h"
+#include "ImportLimits.h"
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace DocxHandler
 {
@@ -14,12 +16,10 @@ namespace
 
 constexpr int mostBases = 16; ///< a chain of styles may be a ring
 
-/* An element of four bytes takes sixty-four once it is parsed, so that the size of the text alone bounds nothing. */
 void refuseTooMuchMarkup (std::string_view bytes)
 {
-    constexpr long most = 12'000'000;
-
-    if (std::count (bytes.begin(), bytes.end(), '<') + std::count (bytes.begin(), bytes.end(), '=') > most)
+    if (std::count (bytes.begin(), bytes.end(), '<') + std::count (bytes.begin(), bytes.end(), '=')
+        > ImportLimits::marksOfText)
         throw Failure ("is too large when unpacked");
 }
 
@@ -50,35 +50,39 @@ void refuseTooDeep (const pugi::xml_document& document)
     }
 }
 
-void applyColour (const pugi::xml_node& property, Look& look)
+std::uint32_t colourOf (const pugi::xml_node& property)
 {
     constexpr std::uint32_t opaque = 0xff000000;
     const std::string_view digits = valueOf (property) == nullptr ? "" : valueOf (property);
     std::uint32_t value = 0;
     const auto [end, error] = std::from_chars (digits.data(), digits.data() + digits.size(), value, 16);
     const auto isColour = digits.size() == 6 && error == std::errc() && end == digits.data() + digits.size();
-    look.colour = isColour ? opaque | value : Look().colour;
+    return isColour ? opaque | value : Look().colour;
 }
 
-void applyProperties (const pugi::xml_node& properties, Look& look, bool& isPrinted)
+LookChange changeOf (const pugi::xml_node& properties)
 {
+    LookChange change;
+
     for (const auto& property : properties.children())
     {
         const auto name = localName (property);
 
         if (name == "b")
-            look.bold = isOn (property);
+            change.bold = isOn (property);
         else if (name == "i")
-            look.italic = isOn (property);
+            change.italic = isOn (property);
         else if (name == "u")
-            look.underlined = isOn (property);
+            change.underlined = isOn (property);
         else if (name == "strike" || name == "dstrike")
-            look.struckThrough = isOn (property);
+            change.struckThrough = isOn (property);
         else if (name == "color")
-            applyColour (property, look);
+            change.colour = colourOf (property);
         else if (name == "vanish")
-            isPrinted = ! isOn (property);
+            change.isPrinted = ! isOn (property);
     }
+
+    return change;
 }
 
 } // namespace
@@ -137,6 +141,26 @@ void parseXMLPart (pugi::xml_document& document, std::string& bytes)
     refuseTooDeep (document);
 }
 
+void LookChange::applyTo (Look& look) const
+{
+    look.bold = bold.value_or (look.bold);
+    look.italic = italic.value_or (look.italic);
+    look.underlined = underlined.value_or (look.underlined);
+    look.struckThrough = struckThrough.value_or (look.struckThrough);
+    look.colour = colour.value_or (look.colour);
+}
+
+void LookChange::add (const LookChange& other)
+{
+    const auto take = [] (auto& own, const auto& others) { own = others ? others : own; };
+    take (bold, other.bold);
+    take (italic, other.italic);
+    take (underlined, other.underlined);
+    take (struckThrough, other.struckThrough);
+    take (colour, other.colour);
+    take (isPrinted, other.isPrinted);
+}
+
 WordStyles::WordStyles (const pugi::xml_document& part)
 {
     for (const auto& element : part.document_element().children())
@@ -156,60 +180,64 @@ WordStyles::WordStyles (const pugi::xml_document& part)
             return std::string (value == nullptr ? "" : value);
         };
 
-        styles.emplace (identifier, Style { text ("name"), text ("basedOn"), childNamed (element, "rPr") });
+        Style style { text ("name"), text ("basedOn"), changeOf (childNamed (element, "rPr")), {} };
+        styles.emplace (identifier, std::move (style));
     }
+
+    for (auto& [identifier, style] : styles)
+        resolve (style);
+}
+
+std::vector<const WordStyles::Style*> WordStyles::chainOf (const Style& style) const
+{
+    std::vector<const Style*> chain { &style };
+
+    while (chain.size() < mostBases)
+    {
+        const auto base = styles.find (chain.back()->basedOn);
+
+        if (base == styles.end())
+            break;
+
+        chain.push_back (&base->second);
+    }
+
+    return chain;
+}
+
+void WordStyles::resolve (Style& style) const
+{
+    const auto chain = chainOf (style);
+
+    for (auto base = chain.rbegin(); base != chain.rend(); ++base)
+        style.look.add ((*base)->own);
+
+    for (const auto* base : chain)
+        if (style.field == Field::none)
+            style.field = fieldOfStyleName (base->name);
+
+    // A style that nobody has defined may still have the name of one of ours.
+    if (style.field == Field::none && chain.size() < mostBases)
+        style.field = fieldOfStyleName (chain.back()->basedOn);
 }
 
 Field WordStyles::fieldOf (std::string_view identifier) const
 {
-    for (int i = 0; i < mostBases && ! identifier.empty(); ++i)
-    {
-        const auto found = styles.find (identifier);
-
-        if (found == styles.end())
-            return fieldOfStyleName (identifier);
-
-        const auto field = fieldOfStyleName (found->second.name);
-
-        if (field != Field::none)
-            return field;
-
-        identifier = found->second.basedOn;
-    }
-
-    return Field::none;
-}
-
-bool WordStyles::applyStyle (std::string_view identifier, Look& look) const
-{
-    std::vector<const Style*> chain;
-
-    while (chain.size() < mostBases)
-    {
-        const auto found = styles.find (identifier);
-
-        if (found == styles.end())
-            break;
-
-        chain.push_back (&found->second);
-        identifier = found->second.basedOn;
-    }
-
-    auto isPrinted = true;
-
-    for (auto style = chain.rbegin(); style != chain.rend(); ++style)
-        applyProperties ((*style)->runProperties, look, isPrinted);
-
-    return isPrinted;
+    const auto found = styles.find (identifier);
+    return found == styles.end() ? fieldOfStyleName (identifier) : found->second.field;
 }
 
 bool WordStyles::applyRunProperties (const pugi::xml_node& properties, Look& look) const
 {
-    const auto* style = valueOf (childNamed (properties, "rStyle"));
-    auto isPrinted = style == nullptr || applyStyle (style, look);
+    LookChange change;
 
-    applyProperties (properties, look, isPrinted);
-    return isPrinted;
+    if (const auto* identifier = valueOf (childNamed (properties, "rStyle")); identifier != nullptr)
+        if (const auto style = styles.find (std::string_view (identifier)); style != styles.end())
+            change = style->second.look;
+
+    change.add (changeOf (properties));
+    change.applyTo (look);
+    return change.isPrinted.value_or (true);
 }
 
 } // namespace DocxHandler

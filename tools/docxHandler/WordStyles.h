@@ -4,10 +4,13 @@
 #include "Sheet.h"
 #include "SheetStyles.h"
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace DocxHandler
 {
@@ -28,7 +31,24 @@ namespace DocxHandler
     does, and its entities could be endless), and for one that is nested more deeply or has more elements than any document. */
 void parseXMLPart (pugi::xml_document& document, std::string& bytes);
 
-/** The styles that a document defines. */
+/** What properties say about the look of text; nothing about the rest of it. */
+struct LookChange
+{
+    std::optional<bool> bold;
+    std::optional<bool> italic;
+    std::optional<bool> underlined;
+    std::optional<bool> struckThrough;
+    std::optional<std::uint32_t> colour;
+    std::optional<bool> isPrinted;
+
+    void applyTo (Look& look) const;
+
+    /** Takes over what other properties say, which count more. */
+    void add (const LookChange& other);
+};
+
+/** The styles that a document defines. Each is read once, together with those that it is based on: thousands of runs may have a
+    style of any length. */
 class WordStyles final
 {
 public:
@@ -46,12 +66,18 @@ private:
     {
         std::string name;
         std::string basedOn;
-        pugi::xml_node runProperties;
+        LookChange own;
+        LookChange look; ///< with that of its bases
+        Field field = Field::none;
     };
 
-    bool applyStyle (std::string_view identifier, Look& look) const;
+    using Styles = std::map<std::string, Style, std::less<>>;
 
-    std::map<std::string, Style, std::less<>> styles;
+    /** @returns the style and those that it is based on, as far as they are defined */
+    [[nodiscard]] std::vector<const Style*> chainOf (const Style& style) const;
+    void resolve (Style& style) const;
+
+    Styles styles;
 };
 
 } // namespace DocxHandler

@@ -3,6 +3,7 @@
 
 #include "Failure.h"
 #include "FileBytes.h"
+#include "ImportLimits.h"
 #include "ProgressFile.h"
 #include "SheetDocument.h"
 #include "SheetJSON.h"
@@ -20,7 +21,6 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr int finished = 100;
-constexpr std::uintmax_t largestDocument = std::uintmax_t { 256 } << 20U;
 
 /* The share of each file in the work, by its size. */
 std::vector<double> sharesOf (const std::vector<fs::path>& files)
@@ -118,7 +118,7 @@ std::vector<std::string> importDocument (const Arguments& arguments)
 
     try
     {
-        const auto bytes = readFile (arguments.input, largestDocument);
+        const auto bytes = readFile (arguments.input, ImportLimits::bytesOfFile);
         const auto cues = cuesNamingFile (arguments.input, bytes);
         progressFile.setLevel (readLevel);
         placeFile (arguments.json.front(), cueListJSON (cues));

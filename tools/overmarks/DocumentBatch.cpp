@@ -9,6 +9,7 @@
 #include "TemporaryPlace.h"
 #include "TerminalQuestion.h"
 #include "WordExport.h"
+#include "WordSize.h"
 
 #include "export/EventASCExporter.h"
 #include "export/EventArendisTXTExporter.h"
@@ -65,6 +66,8 @@ std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const
 }
 
 constexpr auto nothingWritten = "nothing was written";
+constexpr auto tooLargeToImport =
+    " is too large to be imported again; what is changed in it has to be brought back by hand";
 
 /** With a place of the browser's own its files are gone with the rest when the program is stopped the hard way. Where there is no
     place for one, each sheet's failure tells. */
@@ -470,6 +473,9 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
                                       + (reason.isNotEmpty() ? ": " + reason : reason) });
                 continue;
             }
+
+            if (work.settings->exportType == EventExportTypeWord && isTooLargeToImport (finished))
+                session.say (work.targets[i].getFullPathName() + tooLargeToImport);
 
             places.add (finished, work.targets[i]);
             written.push_back (work.targets[i]);
