@@ -130,6 +130,31 @@ TEST_F (ProgramWordTest, withoutEventsThereIsNoDocumentOfCharacters)
     EXPECT_FALSE (file ("resources/runs").exists());
 }
 
+TEST_F (ProgramWordTest, aDocumentThatIsTooLargeToBeImportedAgainIsWrittenAndSaid)
+{
+    install (writesDocuments);
+    const auto isSaid = [this] (const std::string& text)
+    {
+        write ("resources/good.docx", ZEP::Overmarks::Testing::zipped ({ { "word/document.xml", text } }));
+        const auto result =
+            start ({ "export", "x.csv", "-o", "out", "--format", "docx", "--json", "--force" });
+        EXPECT_EQ (result.status, 0) << result.errors;
+        EXPECT_EQ (read ("out/x.docx"), good());
+        const auto said = result.json()["messages"].get<Names>();
+        return std::count (said.begin(), said.end(),
+                           path ("out/x.docx")
+                               + " is too large to be imported again; what is changed in it has to be "
+                                 "brought back by hand")
+               == 1;
+    };
+
+    constexpr std::size_t mostMarks = 12'000'000;
+    EXPECT_FALSE (isSaid (std::string (mostMarks / 2, '<') + std::string (mostMarks / 2, '=')));
+    EXPECT_TRUE (isSaid (std::string (mostMarks, '<') + "="));
+    EXPECT_FALSE (isSaid (std::string (mostMarks * 2, ' ')));
+    EXPECT_TRUE (isSaid (std::string (std::size_t { 256 } << 20U, ' ') + " "));
+}
+
 TEST_F (ProgramWordTest, whatTheToolPrintsIsNoData)
 {
     install (std::string (writesDocuments) + "\necho noise");
