@@ -38,7 +38,7 @@ svg.key { display: inline-block; width: 1.5rem; height: .75rem; margin-left: 1re
 svg.key:first-child { margin-left: 0; }
 .panel { margin: .6rem 0 1rem; overflow-x: auto; break-inside: avoid; }
 .panel svg { display: block; width: 100%; min-width: 50rem; }
-tr.total td { border-top: 2px solid #777; font-weight: bold; }
+td.number { white-space: nowrap; overflow-wrap: normal; }
 @media print {
   @page { size: landscape; }
   .panel svg { min-width: 0; }

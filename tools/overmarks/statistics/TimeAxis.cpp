@@ -18,7 +18,7 @@ namespace
 {
 
 constexpr juce::int64 longestSilenceInSeconds = 600;
-constexpr int columnsOfALabel = 112;
+constexpr int columnsOfALabel = 100;
 constexpr int distanceOfTicks = 120;
 constexpr juce::int64 secondsOfADay = 86400;
 
