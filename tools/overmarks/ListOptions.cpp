@@ -157,34 +157,70 @@ std::string encodingName (TextEncoding encoding)
     return {};
 }
 
-void ListOptions::addTimeOptions (CLI::App& command)
+void ListOptions::addTimeOptions (CLI::App& command, const std::string& whose)
 {
-    command.add_option ("--fps", rate, "Frame rate, such as 25 or 29.97df (the project's, else 25)");
-    command.add_option ("--origin", origin, "Timecode of frame 0 (the project's, else 00:00:00:00)");
-    command.add_option ("--first-frame-of-action", firstFrameOfAction,
+    command.add_option ("--" + whose + "fps", rate,
+                        "Frame rate, such as 25 or 29.97df (the project's, else 25)");
+    command.add_option ("--" + whose + "origin", origin,
+                        "Timecode of frame 0 (the project's, else 00:00:00:00)");
+    command.add_option ("--" + whose + "first-frame-of-action", firstFrameOfAction,
                         "Timecode of the first frame of action (the origin)");
 }
 
-void ListOptions::addImportOptions (CLI::App& command)
+void ListOptions::addImportOptions (CLI::App& command, const std::string& whose)
 {
+    const auto name = [&whose] (const char* option) { return "--" + whose + option; };
     importOptions.push_back (
-        command.add_option ("--encoding", encodingName, "Encoding of the text (detected)"));
+        command.add_option (name ("encoding"), encodingName, "Encoding of the text (detected)"));
     importOptions.push_back (
         command
-            .add_option ("--map", mappings,
+            .add_option (name ("map"), mappings,
                          "\"HEADER=TITLE\" uses a column for a title; #3 is the third column; repeatable")
             ->allow_extra_args (false));
     importOptions.push_back (
         command
             .add_option (
-                "--tracks", trackNames,
+                name ("tracks"), trackNames,
                 "Tracks of a Pro Tools text: all, cue or names joined by commas (cue); \\, is a comma of a name")
             ->allow_extra_args (false));
     importOptions.push_back (
-        command.add_option ("--sheet", sheetName, "Sheet of a workbook (the one in front)"));
-    importOptions.push_back (
-        command.add_flag ("--line-breaks", lineBreaks, "Turn \"**\" of the imported text into line breaks"));
+        command.add_option (name ("sheet"), sheetName, "Sheet of a workbook (the one in front)"));
+    importOptions.push_back (command.add_flag (name ("line-breaks"), lineBreaks,
+                                               "Turn \"**\" of the imported text into line breaks"));
 }
+
+void ListOptions::addForOneOfTwoTo (CLI::App& command, const std::string& whose)
+{
+    addTimeOptions (command, whose + "-");
+    addImportOptions (command, whose + "-");
+
+    for (auto* option : command.get_options())
+        if (option->get_single_name().starts_with (whose + "-"))
+            option->group ("Only for " + juce::String (whose).toUpperCase().toStdString());
+}
+
+ListOptions ListOptions::over (const ListOptions& common) const
+{
+    auto both = common;
+
+    for (const auto member : { &ListOptions::rate, &ListOptions::origin, &ListOptions::firstFrameOfAction,
+                               &ListOptions::encodingName, &ListOptions::sheetName })
+        if (! (this->*member).empty())
+            both.*member = this->*member;
+
+    if (! origin.empty() && firstFrameOfAction.empty())
+        both.firstFrameOfAction.clear();
+
+    for (const auto member : { &ListOptions::mappings, &ListOptions::trackNames })
+        if (! (this->*member).empty())
+            both.*member = this->*member;
+
+    both.lineBreaks = both.lineBreaks || lineBreaks;
+    both.importOptions.insert (both.importOptions.end(), importOptions.begin(), importOptions.end());
+    return both;
+}
+
+void ListOptions::forgetImportOptions() { importOptions.clear(); }
 
 void ListOptions::addProcessOptionsTo (CLI::App& command)
 {
@@ -253,6 +289,10 @@ void ListOptions::applyToProcess() const
 std::shared_ptr<TimeInfo> ListOptions::timeInfo (const TimeInfo* project) const
 {
     checkNames();
+
+    if (project == nullptr)
+        project = assumed.get();
+
     auto info = project != nullptr
                     ? timeInfoOfProject (*project)
                     : std::make_shared<TimeInfo> (*TCToolbox::tcDefForRateName (rate.empty() ? "25" : rate));

@@ -25,6 +25,25 @@ public:
     /** @param inputFormatOption  "--format", or "--input-format" where that name tells what is written */
     void addTo (CLI::App& command, const std::string& nameOfInputFormat = "--format");
 
+    /** The options that one of two lists may have for itself, under names such as --old-fps. @param whose  "old" */
+    void addForOneOfTwoTo (CLI::App& command, const std::string& whose);
+
+    /** These options for one list, and what isn't given as the other ones have it. */
+    ListOptions over (const ListOptions& common) const;
+
+    /** For a list that these options were not meant for: nothing is said of those that make no difference to it. */
+    void forgetImportOptions();
+    void forgetInputFormat() { inputFormat.clear(); }
+
+    /** A list that has no time reference of its own gets this one, where no option tells otherwise. */
+    void assumeTimeInfo (const ZEP::Core::TimeInfo& info)
+    {
+        assumed = std::make_shared<ZEP::Core::TimeInfo> (info);
+    }
+
+    /** Whether an option tells the rate or the origin. */
+    bool tellsTime() const { return ! rate.empty() || ! origin.empty(); }
+
     /** --reasons, --application, --settings and --resources alone, for commands without a list. */
     void addProcessOptionsTo (CLI::App& command);
 
@@ -68,8 +87,8 @@ public:
     bool hasMapping() const { return ! mappings.empty(); }
 
 private:
-    void addTimeOptions (CLI::App& command);
-    void addImportOptions (CLI::App& command);
+    void addTimeOptions (CLI::App& command, const std::string& whose = {});
+    void addImportOptions (CLI::App& command, const std::string& whose = {});
     void checkNames() const;
     std::shared_ptr<ZEP::Core::TimeInfo> timeInfoOfProject (const ZEP::Core::TimeInfo& project) const;
 
@@ -87,6 +106,7 @@ private:
     std::vector<std::string> trackNames;
     std::string sheetName;
     bool lineBreaks = false;
+    std::shared_ptr<ZEP::Core::TimeInfo> assumed;
     std::vector<const CLI::Option*> importOptions; ///< owned by their command
 };
 

@@ -418,6 +418,15 @@ void checkTrackNames (const std::vector<TrackReport>& sessions, const Session& s
             session.say (report.list + ": there is no track \"" + name + "\" in it");
 }
 
+void noteColumns (const EventFileImporter& importer, ListScope& scope)
+{
+    scope.isProject = false;
+
+    for (const auto& [title, column] : importer.columnMap)
+        if (column >= 0)
+            scope.columns.insert (title);
+}
+
 juce::String extensionOf (const std::string& path, const ListOptions& options)
 {
     return (path == standardInput ? options.extensionOfStandardInput()
@@ -465,8 +474,13 @@ ReadFile readCueList (const std::string& path, const ListOptions& options, const
     return read;
 }
 
+bool isProjectFile (const std::string& path, const ListOptions& options)
+{
+    return projectFormNamed (extensionOf (path, options).substring (1)).has_value();
+}
+
 Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options, Session& session,
-                      std::vector<Problem>& problems)
+                      std::vector<Problem>& problems, ListScope* scope)
 {
     if (std::count (paths.begin(), paths.end(), standardInput) > 1)
         throw WrongUsage ("Standard input can be read only once");
@@ -493,6 +507,10 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
 
         refuseUnknownTable (read, options);
         merger.add (read, options);
+
+        if (scope != nullptr)
+            noteColumns (*read.importer, *scope);
+
         progress.hide();
         sayHowItWasRead (read, session);
         progress.reached (stepsOfAFile * static_cast<int> (i + 1));
@@ -503,14 +521,14 @@ Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& 
     return project;
 }
 
-Project loadList (const std::string& path, const ListOptions& options, Session& session)
+Project loadList (const std::string& path, const ListOptions& options, Session& session, ListScope* scope)
 {
     const auto form = projectFormNamed (extensionOf (path, options).substring (1));
 
     if (! form.has_value())
     {
         std::vector<Problem> problems;
-        auto project = loadCueLists ({ path }, options, session, problems);
+        auto project = loadCueLists ({ path }, options, session, problems, scope);
 
         for (const auto& problem : problems)
             session.report (problem);

@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -37,13 +38,29 @@ juce::String failureInWords (const ReadFile& read);
     Throws CommandFailure if there is no such file or no importer for it; an importer's own failure is in `error`. */
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session);
 
-/** The project of LIST: a project in JSON, or any readable cue list. It is the current one afterwards, and sorted.
-    Cells that can't be understood are reported. Throws CommandFailure. */
-ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& options, Session& session);
+/** What a list can tell of its events: a project everything, a cue list what it has columns for. */
+struct ListScope
+{
+    bool isProject = true;
+    std::set<juce::String> columns {}; ///< titles of the columns that were read; of a cue list only
 
-/** Several cue lists as one project, in the order of time. */
+    bool has (const juce::String& columnTitle) const { return isProject || columns.count (columnTitle) > 0; }
+};
+
+/** Whether LIST is a project in one of its forms, and no cue list of another program. */
+bool isProjectFile (const std::string& path, const ListOptions& options);
+
+/** The project of LIST: a project in JSON, or any readable cue list. It is the current one afterwards, and sorted.
+    Cells that can't be understood are reported. Throws CommandFailure.
+    @param scope  unless null, set to what the list could tell */
+ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& options, Session& session,
+                                  ListScope* scope = nullptr);
+
+/** Several cue lists as one project, in the order of time.
+    @param scope  unless null, gets the columns that were read */
 ZEP::Overmarks::Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options,
-                                      Session& session, std::vector<Problem>& problems);
+                                      Session& session, std::vector<Problem>& problems,
+                                      ListScope* scope = nullptr);
 
 /** Says which tracks of a Pro Tools session were read. */
 void sayWhichTracks (const ReadFile& read, const Session& session);
