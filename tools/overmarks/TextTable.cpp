@@ -36,18 +36,17 @@ int lengthOfLine (const std::vector<int>& widths)
     return length;
 }
 
-/** Whether the terminal takes the sequences for faint text, and its user wants them. */
-bool takesColours()
+} // namespace
+
+bool standardOutputTakesColours()
 {
     const auto setting = [] (const char* name)
     {
         const auto* value = std::getenv (name);
         return std::string_view (value != nullptr ? value : "");
     };
-    return setting ("NO_COLOR").empty() && setting ("TERM") != "dumb";
+    return isatty (STDOUT_FILENO) != 0 && setting ("NO_COLOR").empty() && setting ("TERM") != "dumb";
 }
-
-} // namespace
 
 TextTable::TextTable (const std::vector<juce::String>& titles)
 {
@@ -193,7 +192,7 @@ std::string TextTable::textForStandardOutput() const
 
     winsize size {};
     const bool isKnown = ioctl (STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return text (isKnown ? size.ws_col : usualWidth, takesColours());
+    return text (isKnown ? size.ws_col : usualWidth, standardOutputTakesColours());
 }
 
 } // namespace overmarks

@@ -57,4 +57,7 @@ private:
     std::vector<Row> rows;
 };
 
+/** Whether standard output is a terminal that shows colours, and its user wants them. */
+bool standardOutputTakesColours();
+
 } // namespace overmarks

@@ -33,10 +33,10 @@ void addCommands (CLI::App& program, Session& session)
     session.addOutputOptions (program);
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
-    for (auto* add :
-         { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand, addSearchCommand,
-           addSetCommand, addConvertCommand, addExportCommand, addOverviewCommand, addStatsCommand,
-           addMIDICommand, addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
+    for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
+                       addSearchCommand, addDiffCommand, addSetCommand, addConvertCommand, addExportCommand,
+                       addOverviewCommand, addStatsCommand, addMIDICommand, addFormatsCommand, addKeysCommand,
+                       addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }
 

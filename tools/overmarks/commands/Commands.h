@@ -16,6 +16,7 @@ void addDumpCommand (CLI::App& program, Session& session);
 void addLoadCommand (CLI::App& program, Session& session);
 void addListCommand (CLI::App& program, Session& session);
 void addSearchCommand (CLI::App& program, Session& session);
+void addDiffCommand (CLI::App& program, Session& session);
 void addSetCommand (CLI::App& program, Session& session);
 void addConvertCommand (CLI::App& program, Session& session);
 void addExportCommand (CLI::App& program, Session& session);

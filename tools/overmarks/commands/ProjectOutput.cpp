@@ -28,6 +28,18 @@ void ProjectOutput::addTo (CLI::App& command, bool isEditor)
     command.add_flag ("--dry-run", policy.dryRun, "Only say what would be written");
 }
 
+void ProjectOutput::addTo (CLI::App& command, const CLI::Option& forceOption, const CLI::Option& dryRunOption)
+{
+    force = &forceOption;
+    dryRun = &dryRunOption;
+    command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)");
+}
+
+OutputPolicy ProjectOutput::getPolicy() const
+{
+    return force == nullptr ? policy : OutputPolicy { force->count() > 0, dryRun->count() > 0 };
+}
+
 void ProjectOutput::check (const std::vector<std::string>& sources) const
 {
     const auto file = fileFromPath (path);
@@ -52,7 +64,7 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
         throw CommandFailure (path + ": the project would replace the list that it is made from");
     }
 
-    refuseToReplace (file, policy);
+    refuseToReplace (file, getPolicy());
 }
 
 void ProjectOutput::write (const Project& project, const Session& session) const
@@ -60,7 +72,7 @@ void ProjectOutput::write (const Project& project, const Session& session) const
     const auto file = fileFromPath (path);
     const auto count = counted (project.list->filteredEvents.size(), "event");
 
-    if (policy.dryRun)
+    if (getPolicy().dryRun)
     {
         session.say ("Would write " + file.getFullPathName() + ": " + count);
         return;
@@ -79,7 +91,7 @@ void ProjectOutput::tell (const Session& session, const json& members) const
     document.update (members);
     document["problems"] = session.problemsAsJSON();
 
-    if (policy.dryRun)
+    if (getPolicy().dryRun)
         document["dryRun"] = true;
 
     session.data (document);

@@ -21,6 +21,9 @@ public:
     /** @param isEditor  the command edits projects, so the named one may be replaced without --force */
     void addTo (CLI::App& command, bool isEditor = false);
 
+    /** -o alone, which may be left out, for a command that has --force and --dry-run already. */
+    void addTo (CLI::App& command, const CLI::Option& forceOption, const CLI::Option& dryRunOption);
+
     /** Whether the project can be written, before any work is done. Throws CommandFailure or WrongUsage.
         @param sources  what the command reads: none of it may be overwritten by a command that doesn't edit */
     void check (const std::vector<std::string>& sources) const;
@@ -34,7 +37,11 @@ public:
     std::string path;
 
 private:
+    OutputPolicy getPolicy() const;
+
     OutputPolicy policy;
+    const CLI::Option* force = nullptr;  ///< the command's own, which it owns
+    const CLI::Option* dryRun = nullptr; ///< likewise
     bool replacesItsProject = false;
 };
 
