@@ -79,24 +79,24 @@ public:
     void resetAllVariables();
 
     // ---- what it is and says ----------------------------------------------------------------------------------------
-
+    /** A UUID in lower case, kept for life; a copy gets its own. Empty until the event is made or loaded. */
     const juce::String& getUuid() const noexcept { return uuid; }
-    EventType getType() const noexcept { return type; }
-    const juce::String& getCueNumber() const noexcept { return cueNumber; }
-    const juce::String& getCharacterID() const noexcept { return characterID; }
-    const ZEP::Core::RichTextString& getText() const noexcept { return text; }
-    const ZEP::Core::RichTextString& getNotes() const noexcept { return notes; }
+    EventType getType() const noexcept { return type; }                     ///< A single bit; see EventType.
+    const juce::String& getCueNumber() const noexcept { return cueNumber; } ///< Free text; may be empty.
+    const juce::String& getCharacterID() const noexcept { return characterID; } ///< In the cast; empty: none.
+    const ZEP::Core::RichTextString& getText() const noexcept { return text; } ///< Line, or a marker's label.
+    const ZEP::Core::RichTextString& getNotes() const noexcept { return notes; } ///< For the studio.
+    /** For the recordist. */
     const ZEP::Core::RichTextString& getEngineeringNotes() const noexcept { return engineeringNotes; }
-    bool isEnabled() const noexcept { return enabled; }
-    bool isDone() const noexcept { return done; }
-    bool isForcedNarrative() const noexcept { return forcedNarrative; }
+    bool isEnabled() const noexcept { return enabled; }                 ///< Takes part in playback.
+    bool isDone() const noexcept { return done; }                       ///< Has been recorded.
+    bool isForcedNarrative() const noexcept { return forcedNarrative; } ///< Shown in all languages.
+    /** Where on the picture a forced narrative is shown. */
     ForcedNarrativeRegion getForcedNarrativeRegion() const noexcept { return forcedNarrativeRegion; }
-    /** Code of ADRCueReasonsManager minus one. */
-    int getReason() const noexcept { return reason; }
-    int getRecTrackIndex() const noexcept { return recTrackIndex; }
-    int getNumRecordedTakes() const noexcept { return numRecordedTakes; }
-    /** Counted from 0; -1 for none. */
-    int getSelectedTake() const noexcept { return selectedTake; }
+    int getReason() const noexcept { return reason; } ///< Code of ADRCueReasonsManager minus one.
+    int getRecTrackIndex() const noexcept { return recTrackIndex; } ///< Recording track from 0; -1: none.
+    int getNumRecordedTakes() const noexcept { return numRecordedTakes; } ///< 0 before the first.
+    int getSelectedTake() const noexcept { return selectedTake; }         ///< Counted from 0; -1 for none.
     /** Counted from 0; -1 for none. */
     int getAltTake() const noexcept { return altTake; }
 
@@ -106,35 +106,35 @@ public:
     /** The character from the process-wide map, or null without one. */
     std::shared_ptr<ZEP::Core::ADRCharacter> character() const;
 
-    static std::shared_ptr<ZEP::Core::ADRCharacterMap> getADRCharacterMap();
-    static void setADRCharacterMap (std::shared_ptr<ZEP::Core::ADRCharacterMap> map);
+    static std::shared_ptr<ZEP::Core::ADRCharacterMap> getADRCharacterMap(); ///< Null without a project.
+    static void setADRCharacterMap (std::shared_ptr<ZEP::Core::ADRCharacterMap> map); ///< Null: no project.
 
-    void setText (const ZEP::Core::RichTextString& newText);
-    void setNotes (const ZEP::Core::RichTextString& newNotes);
-    void setEngineeringNotes (const ZEP::Core::RichTextString& newNotes);
-    void setCharacterID (const juce::String& newID);
-    void setCueNumber (const juce::String& newNumber);
+    void setText (const ZEP::Core::RichTextString& newText);   ///< What no format holds is replaced.
+    void setNotes (const ZEP::Core::RichTextString& newNotes); ///< As setText().
+    void setEngineeringNotes (const ZEP::Core::RichTextString& newNotes); ///< As setText().
+    void setCharacterID (const juce::String& newID); ///< Key of the character map, unchecked; empty for none.
+    void setCueNumber (const juce::String& newNumber); ///< Free text; what no format holds is replaced.
     /** @param newReason  code of ADRCueReasonsManager minus one. Above 0 it counts as one more use of that reason. */
     void setReason (int newReason);
-    void setDone (bool isNowDone);
-    void setEnabled (bool isNowEnabled);
-    void setRecTrackIndex (int newIndex);
-    void setNumRecordedTakes (int newNumber);
-    void setSelectedTake (int newTake);
-    void setAltTake (int newTake);
-    void setIsForcedNarrative (bool isNowForcedNarrative);
-    void setForcedNarrativeRegion (ForcedNarrativeRegion newRegion);
+    void setDone (bool isNowDone);                                   ///< Has been recorded.
+    void setEnabled (bool isNowEnabled);                             ///< Takes part in playback.
+    void setRecTrackIndex (int newIndex);                            ///< Recording track from 0; -1: none.
+    void setNumRecordedTakes (int newNumber);                        ///< From 0; the chosen takes stay.
+    void setSelectedTake (int newTake);                              ///< From 0; -1 for none. Unchecked.
+    void setAltTake (int newTake);                                   ///< From 0; -1 for none. Unchecked.
+    void setIsForcedNarrative (bool isNowForcedNarrative);           ///< Region and text stay.
+    void setForcedNarrativeRegion (ForcedNarrativeRegion newRegion); ///< Kept for other events too.
 
     // ---- when it is -------------------------------------------------------------------------------------------------
 
-    int getStartFrameIndex() const noexcept { return startFrameIndex; }
-    int getInPointFrameIndex() const noexcept { return inPointFrameIndex; }
-    int getEndFrameIndex() const noexcept { return endFrameIndex; }
-    int getStreamerDuration() const noexcept { return streamerDuration; }
+    int getStartFrameIndex() const noexcept { return startFrameIndex; }     ///< -1: not set.
+    int getInPointFrameIndex() const noexcept { return inPointFrameIndex; } ///< -1: not set.
+    int getEndFrameIndex() const noexcept { return endFrameIndex; }         ///< -1: not set.
+    int getStreamerDuration() const noexcept { return streamerDuration; }   ///< Coded; -1: not set.
     /** Unit of a streamer: 1 seconds, 0 bars, -1 not set. */
     int getTimeReference() const noexcept { return timeReference; }
-    /** -1.0 for everything but a streamer in bars. */
-    float getBeatsPerMinute() const noexcept { return beatsPerMinute; }
+    float getBeatsPerMinute() const noexcept { return beatsPerMinute; } ///< -1.0 but for a streamer in bars.
+    /** Shared by all events of the project; null until one is set. */
     const std::shared_ptr<ZEP::Core::TimeInfo>& getTimeInfo() const noexcept { return timeInfo; }
 
     /** Plain assignment of the project's time reference: no undo step, no notification, the frame indices stay. */
@@ -173,9 +173,9 @@ public:
     /** @param resetContent  also clears what belongs to the old type: duration, end, character and text. */
     void setType (EventType newType, bool resetContent);
 
-    void fillMissingVariableTimeReference();
-    void fillMissingVariableBPM();
-    void fillMissingVariableStartEndFrameIndex();
+    void fillMissingVariableTimeReference(); ///< An unset unit is taken from the preferences.
+    void fillMissingVariableBPM(); ///< In bars, an unset tempo is the preferences'; else there is none.
+    void fillMissingVariableStartEndFrameIndex(); ///< From the in point; nothing without any time.
     /** The three above in their order. @param send  whether the timing notification follows, suppressed or not. */
     void fillMissingVariablesAndSendChangedNotification (bool send);
 
@@ -186,14 +186,14 @@ public:
 
     /** While true, setters write directly, without an undo step. For imports. */
     void setUndoBypass (bool shouldBypass) noexcept { undoBypass = shouldBypass; }
-    bool isUndoBypassed() const noexcept { return undoBypass; }
+    bool isUndoBypassed() const noexcept { return undoBypass; } ///< False at first.
 
     /** While true, setters tell nobody. */
     void setNotificationsSuppressed (bool shouldSuppress) noexcept
     {
         notificationsSuppressed = shouldSuppress;
     }
-    bool areNotificationsSuppressed() const noexcept { return notificationsSuppressed; }
+    bool areNotificationsSuppressed() const noexcept { return notificationsSuppressed; } ///< False at first.
 
     /** Sends EventAttributeDidChangeNotification unless notifications are suppressed. */
     void notifyChangeIfEnabled();
@@ -202,16 +202,16 @@ public:
 
     /** Whether the event is listed only as a neighbour of what the filter looks for. Written by the list. */
     bool isHiddenByFilter() const noexcept { return hiddenByFilter; }
-    void setHiddenByFilter (bool shouldBeHidden) noexcept { hiddenByFilter = shouldBeHidden; }
+    void setHiddenByFilter (bool shouldBeHidden) noexcept { hiddenByFilter = shouldBeHidden; } ///< By lists.
 
-    bool getStoredFlag() const noexcept { return storedFlag; }
-    void setStoredFlag (bool newFlag) noexcept { storedFlag = newFlag; }
-    bool getApplicationFlagA() const noexcept { return applicationFlagA; }
-    void setApplicationFlagA (bool newFlag) noexcept { applicationFlagA = newFlag; }
-    bool getApplicationFlagB() const noexcept { return applicationFlagB; }
-    void setApplicationFlagB (bool newFlag) noexcept { applicationFlagB = newFlag; }
-    juce::Colour getDisplayColour() const noexcept { return displayColour; }
-    void setDisplayColour (juce::Colour newColour) noexcept { displayColour = newColour; }
+    bool getStoredFlag() const noexcept { return storedFlag; }           ///< The application's; it is stored.
+    void setStoredFlag (bool newFlag) noexcept { storedFlag = newFlag; } ///< No undo, no news.
+    bool getApplicationFlagA() const noexcept { return applicationFlagA; } ///< The application's; not stored.
+    void setApplicationFlagA (bool newFlag) noexcept { applicationFlagA = newFlag; } ///< No undo, no news.
+    bool getApplicationFlagB() const noexcept { return applicationFlagB; }           ///< Likewise.
+    void setApplicationFlagB (bool newFlag) noexcept { applicationFlagB = newFlag; } ///< No undo, no news.
+    juce::Colour getDisplayColour() const noexcept { return displayColour; } ///< The application's own.
+    void setDisplayColour (juce::Colour newColour) noexcept { displayColour = newColour; } ///< Without undo.
 
 private:
     friend struct EventFields;

@@ -31,7 +31,7 @@ struct OVERMARKS_API EventAttribute
     juce::String key;         ///< one of EventKeyValueEditor's keys
     juce::String columnTitle; ///< title of its column in a cue list; empty if cue lists have no such column
     juce::String explanation; ///< what the cell holds, in the words of the trade
-    CellType cellType;
+    CellType cellType;        ///< what get() returns and set() expects
 
     /** The cell's value; null where there is no cell. */
     Poco::Any (*get) (Event&);
@@ -39,7 +39,7 @@ struct OVERMARKS_API EventAttribute
     /** Sets the value and tells whether it was acted on; null where the cell can't be written. */
     bool (*set) (Event&, const Poco::Any&);
 
-    [[nodiscard]] bool isSettable() const noexcept { return set != nullptr; }
+    [[nodiscard]] bool isSettable() const noexcept { return set != nullptr; } ///< Else set() is null.
 
     /** The whole table, in the order of the keys. Made at the first call; any thread. */
     static const std::vector<EventAttribute>& all();

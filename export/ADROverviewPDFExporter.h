@@ -17,11 +17,11 @@
 /** One row of the overview: a character, how much there is to record and how much of it is done. */
 struct ADROverviewDataSet
 {
-    juce::String character;
-    juce::String actor;
-    juce::String prefix;
-    int numberOfLines = 0;
-    int numberOfCues = 0;
+    juce::String character; ///< name; "<no char>" where nobody speaks
+    juce::String actor;     ///< empty while nobody is cast
+    juce::String prefix;    ///< of the cue numbers; may be empty
+    int numberOfLines = 0;  ///< ADR cues
+    int numberOfCues = 0;   ///< different cue numbers among them
     float doneRatio = 0.0f; ///< from 0 to 1
 };
 
@@ -70,35 +70,36 @@ public:
     /** The default: the system's viewer, started as a process of its own. */
     static void openInViewer (const juce::File& file);
 
-    OpenFile openFile = openInViewer;
+    OpenFile openFile = openInViewer; ///< called once, when the sheet is done
 
-    std::shared_ptr<ZEP::Core::PDFDocument> document;
-    juce::String filePath;
-    juce::String appVersion;
-    juce::String title;
-    juce::String projectFile;
-    juce::String timeline;
-    juce::String soundSupervisor;
-    juce::String studio;
-    int currentPage = 0; ///< counted from 0
-    int numPages = 0;
-    std::vector<ADROverviewDataSet> dataSets;
-    juce::Colour lineColour = juce::Colour::fromFloatRGBA (0.59f, 0.59f, 0.59f, 1.0f);
+    std::shared_ptr<ZEP::Core::PDFDocument> document; ///< null before exportPDF()
+    juce::String filePath;                            ///< full path of the sheet
+    juce::String appVersion;                          ///< in the footer; SystemUtility's
+    juce::String title;                               ///< above the table of every page
+    juce::String projectFile;                         ///< project's name in the head
+    juce::String timeline;                            ///< timeline's name in the head
+    juce::String soundSupervisor;                     ///< may be empty
+    juce::String studio;                              ///< may be empty
+    int currentPage = 0;                              ///< counted from 0
+    int numPages = 0;                                 ///< of the whole sheet; may be one too small
+    std::vector<ADROverviewDataSet> dataSets;         ///< rows in the order of the table
+    juce::Colour lineColour = juce::Colour::fromFloatRGBA (0.59f, 0.59f, 0.59f, 1.0f); ///< of all rules; grey
+    /** of the table's head */
     juce::Colour headerColour = juce::Colour::fromFloatRGBA (0.47f, 0.47f, 0.47f, 1.0f);
     juce::Image appIcon; ///< in the footer; may be assigned before exportPDF()
 
     // Points.
-    int firstPageHeaderHeight = 160;
-    int smallPageHeaderHeight = 40;
-    int footerHeight = 50;
-    int pageMargin = 40; ///< left and right
-    int tableHeaderHeight = 24;
-    int tableFooterHeight = 24;
-    int rowHeight = 21;
-    int headerSpacing = 20;
+    int firstPageHeaderHeight = 160; ///< title, project, people
+    int smallPageHeaderHeight = 40;  ///< title alone
+    int footerHeight = 50;           ///< from the lower edge of the page
+    int pageMargin = 40;             ///< left and right
+    int tableHeaderHeight = 24;      ///< the titles of the columns
+    int tableFooterHeight = 24;      ///< the row of the total
+    int rowHeight = 21;              ///< of one character
+    int headerSpacing = 20;          ///< above and below the table
 
     std::array<float, 6> columnWidths { 0.25f, 0.25f, 0.1f, 0.08f, 0.08f, 0.24f }; ///< shares of the table
-    juce::String appIconIdentifier { "AppIconID" };
+    juce::String appIconIdentifier { "AppIconID" }; ///< the icon's name in the document
 
 private:
     void calculateNumPages();

@@ -30,15 +30,15 @@ namespace ZEP::Overmarks
 class OVERMARKS_API EventCSVExporter final : public EventExporter
 {
 public:
-    using Events = EventExportSettingsSet::Events;
+    using Events = EventExportSettingsSet::Events; ///< in the order in which they are written
 
-    explicit EventCSVExporter (std::shared_ptr<EventExportSettingsSet> settingsSet);
+    explicit EventCSVExporter (std::shared_ptr<EventExportSettingsSet> settingsSet); ///< Not null; shared.
     ~EventCSVExporter() override;
 
     /** A file for each character, up to the first that fails, or one for all. */
     juce::String exportEventsByCharacter() override;
     juce::String exportEventsByTimecode() override;
-    EventExportType type() const override;
+    EventExportType type() const override; ///< EventExportTypeCSV.
 
     /** Writes the events to a file. The empty string also comes back when the user has declined: then nothing is written. */
     juce::String writeCSVFileWithEvents (const Events& events, const juce::File& file);
@@ -47,9 +47,9 @@ public:
     juce::String csvHeaderString();
 
     // Each appends its rows to `csvString`; false means that the user has declined.
-    bool createCSVLinesForTemplateDublane (const Events& events);
-    bool createCSVLinesForTemplateDSTaker (const Events& events);
-    bool createCSVLinesForTemplateEuroTaker (const Events& events);
+    bool createCSVLinesForTemplateDublane (const Events& events); ///< Template 0.
+    bool createCSVLinesForTemplateDSTaker (const Events& events); ///< Template 1; may ask about lost markers.
+    bool createCSVLinesForTemplateEuroTaker (const Events& events); ///< Template 2: no rows.
 
     /** A cell with the delimiter behind it, if it has one there.
         @param trackNumber  for the track column of DS Taker: odd is track 1, even is track 2; -1 elsewhere */
@@ -71,11 +71,11 @@ public:
         noticed at once, missing markers only in the studio. */
     static bool askWithMessageBox (const juce::String& title, const juce::String& text);
 
-    ZEP::Core::TextEncoding textEncoding = ZEP::Core::TextEncodingUTF8;
-    std::vector<juce::String> columnKeys;
-    int maxSubcueCount = -1; ///< most subcues of one cue number, its first event not counted
-    juce::String csvString;
-    int delimiter = 0;                             ///< 1 comma, 2 semicolon, 3 tab; any other number is none
+    ZEP::Core::TextEncoding textEncoding = ZEP::Core::TextEncodingUTF8; ///< ISO 8859-1 after template 1
+    std::vector<juce::String> columnKeys; ///< of the template, in the order of the cells
+    int maxSubcueCount = -1;              ///< most subcues of one cue number, its first event not counted
+    juce::String csvString;               ///< the file under work, unencoded
+    int delimiter = 0;                    ///< 1 comma, 2 semicolon, 3 tab; any other number is none
     std::map<juce::String, Events> cueBySubcueMap; ///< the events of each cue number, in list order
     Question askToContinue = askWithMessageBox;    ///< asked before DS Taker loses markers
 

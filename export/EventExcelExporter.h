@@ -22,16 +22,16 @@ namespace ZEP::Overmarks
 class OVERMARKS_API EventExcelExporter final : public EventExporter
 {
 public:
-    using Events = EventExportSettingsSet::Events;
-    using Row = std::vector<ZEP::Core::RichTextString>;
+    using Events = EventExportSettingsSet::Events;      ///< in the order in which they are written
+    using Row = std::vector<ZEP::Core::RichTextString>; ///< fifteen cells
 
-    explicit EventExcelExporter (std::shared_ptr<EventExportSettingsSet> settingsSet);
+    explicit EventExcelExporter (std::shared_ptr<EventExportSettingsSet> settingsSet); ///< Not null; shared.
     ~EventExcelExporter() override;
 
     /** A workbook for each character, or one for all; only the latter tells a failure. */
     juce::String exportEventsByCharacter() override;
     juce::String exportEventsByTimecode() override;
-    EventExportType type() const override;
+    EventExportType type() const override; ///< EventExportTypeExcel.
 
     /** The heading and a row for each event. */
     std::vector<Row> buildFileContent (const std::vector<std::shared_ptr<Event>>& events);

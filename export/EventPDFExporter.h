@@ -28,16 +28,16 @@ class PDFPrintAdapter;
 class OVERMARKS_API EventPDFExporter final : public EventExporter
 {
 public:
-    using MakeAdapter = std::function<std::unique_ptr<PDFPrintAdapter>()>;
+    using MakeAdapter = std::function<std::unique_ptr<PDFPrintAdapter>()>; ///< a new one for each document
 
     /** A document that could not be printed, and why. */
     struct PrintFailure
     {
-        juce::File file;
-        juce::String reason;
+        juce::File file;     ///< to be written
+        juce::String reason; ///< for a person
     };
 
-    explicit EventPDFExporter (std::shared_ptr<EventExportSettingsSet> settingsSet);
+    explicit EventPDFExporter (std::shared_ptr<EventExportSettingsSet> settingsSet); ///< Not null; shared.
     ~EventPDFExporter() override;
 
     /** A document for each character; or one for all, in which each begins a page with its own head. Ends early after cancel():
@@ -47,19 +47,20 @@ public:
     /** One document, whether cancelled or not. */
     juce::String exportEventsByTimecode() override;
 
-    EventExportType type() const override;
+    EventExportType type() const override; ///< EventExportTypePDF.
 
     /** Ends an export by character before its next character. For good: the object serves one export. */
     void cancel() override;
 
     // The pieces of the page.
-    juce::String documentHeader();
-    juce::String htmlFooter();
-    juce::String firstPageHeader (const juce::String& charactersAndActors);
-    juce::String oneCueContent (std::shared_ptr<Event> event);
+    juce::String documentHeader(); ///< The page before the head of its first part.
+    juce::String htmlFooter();     ///< The end of the page.
+    juce::String firstPageHeader (const juce::String& charactersAndActors); ///< Project, picture, characters.
+    juce::String oneCueContent (std::shared_ptr<Event> event);              ///< A whole cue with its boxes.
+    /** Below the text, as the layout wants it. */
     juce::String oneCueNotesSection (std::shared_ptr<Event> event);
-    juce::String oneCueTakeNumberBoxes (std::shared_ptr<Event> event);
-    juce::String htmlStringFromRichText (const Core::RichTextString& text);
+    juce::String oneCueTakeNumberBoxes (std::shared_ptr<Event> event);      ///< The numbered boxes.
+    juce::String htmlStringFromRichText (const Core::RichTextString& text); ///< Escaped, with its looks.
 
     /** Makes the adapter of each document: what prints, on this machine. Never empty. */
     MakeAdapter makePrintAdapter;

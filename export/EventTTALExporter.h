@@ -24,16 +24,16 @@ namespace ZEP::Overmarks
 class OVERMARKS_API EventTTALExporter final : public EventExporter
 {
 public:
-    using Events = EventExportSettingsSet::Events;
+    using Events = EventExportSettingsSet::Events; ///< in the order in which they are written
 
-    explicit EventTTALExporter (std::shared_ptr<EventExportSettingsSet> settingsSet);
+    explicit EventTTALExporter (std::shared_ptr<EventExportSettingsSet> settingsSet); ///< Not null; shared.
     ~EventTTALExporter() override;
 
     /** A file for each character, up to the first that fails, or one for all; the latter goes through the characters in the
         order of their identifiers. */
     juce::String exportEventsByCharacter() override;
     juce::String exportEventsByTimecode() override;
-    EventExportType type() const override;
+    EventExportType type() const override; ///< EventExportTypeTTAL.
 
     /** Replaces the file. Without events nothing happens at all.
         @returns "Error writing file to " and the full path if that fails; nothing is left then */
@@ -42,9 +42,10 @@ public:
     // The members of the root. The events are written as they count their frames now. Events and characters are a
     // Core::WideObject: getProperties() knows the first WideObject::plainMembers of them only, so they are walked with
     // WideObject::forEachMember(); a member's own name finds it always.
+    /** Rate, language and form of times. */
     juce::var buildMetaBlock (std::shared_ptr<Core::TimeInfo> timeInfo, const juce::String& language);
-    juce::var buildEventsBlock (const Events& events);
-    juce::var buildCharactersBlock();
+    juce::var buildEventsBlock (const Events& events); ///< An event a member, under its identifier.
+    juce::var buildCharactersBlock();                  ///< The whole process-wide cast.
 
     /** Adds the bold and italic runs of a text to the object of its event; an empty list if there are none. */
     void addTextStylesObject (const Core::RichTextString& text,

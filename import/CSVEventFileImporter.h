@@ -53,10 +53,10 @@ public:
     bool isDSTaker = false;          ///< the titles of a DS Taker file were seen; never cleared
     bool isEuroTaker = false;        ///< the titles of a EuroTaker file were seen; never cleared
     std::int32_t inColumn = -1;      ///< columns of a recording tool's file; -1 if there is none
-    std::int32_t outColumn = -1;     //
-    std::int32_t takeColumn = -1;    //
-    std::int32_t dialogColumn = -1;  //
-    std::int32_t speakerColumn = -1; //
+    std::int32_t outColumn = -1;     ///< -1: none
+    std::int32_t takeColumn = -1;    ///< -1: none
+    std::int32_t dialogColumn = -1;  ///< -1: none
+    std::int32_t speakerColumn = -1; ///< -1: none
     std::vector<std::vector<Core::RichTextString>> pendingLines; ///< lines of the take under work
     juce::StringArray pendingMarkers;                            ///< its markers, each a label and a timecode
 

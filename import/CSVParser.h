@@ -31,8 +31,8 @@ OVERMARKS_API void stringReplaceAll (std::string& text, const std::string& from,
 class OVERMARKS_API CSVParser
 {
 public:
-    using Row = std::vector<std::string>;
-    using Table = std::vector<Row>;
+    using Row = std::vector<std::string>; ///< cells, undecoded
+    using Table = std::vector<Row>;       ///< rows from the first line on
 
     /** How large a table may become.
 
@@ -52,15 +52,16 @@ public:
         }
     };
 
-    static constexpr std::uint64_t kBytesOfRow = 40;
-    static constexpr std::uint64_t kBytesOfCell = 32;
+    static constexpr std::uint64_t kBytesOfRow = 40;  ///< what a row counts with, empty or not
+    static constexpr std::uint64_t kBytesOfCell = 32; ///< what a cell counts with, besides its text
 
     /** What the parsed table becomes, a rich text for each cell, takes much more: these for a cell, an empty one the fewer.
         Its limit is kRichTableFactor times that of the parsed table. */
     static constexpr std::uint64_t kBytesOfRichCell = 320;
-    static constexpr std::uint64_t kBytesOfEmptyRichCell = 48;
-    static constexpr std::uint64_t kRichTableFactor = 4;
+    static constexpr std::uint64_t kBytesOfEmptyRichCell = 48; ///< one without a text
+    static constexpr std::uint64_t kRichTableFactor = 4;       ///< see kBytesOfRichCell
 
+    /** for cue lists of a whole season */
     static constexpr Limits kDefaultLimits { 8, std::uint64_t { 256 } << 20, 16384 };
 
     /** The limits of all parsers of the process, kDefaultLimits unless the application has changed them. Change them only

@@ -52,8 +52,8 @@ namespace ZEP::Overmarks
 class OVERMARKS_API DBFFile : public std::ifstream
 {
 public:
-    using Table = std::vector<std::vector<std::string>>;
-    using FieldDescriptor = std::array<char, 32>;
+    using Table = std::vector<std::vector<std::string>>; ///< rows of cells, undecoded
+    using FieldDescriptor = std::array<char, 32>;        ///< bytes as in the file
 
     static constexpr std::size_t mostFields = 4096;      ///< dBase allows 255, others some 2000
     static constexpr std::uint64_t fileBytesPerCell = 8; ///< what the TableBudget of a large file goes by
@@ -68,15 +68,15 @@ public:
         @returns a copy of `table`, its cells undecoded and with their padding */
     [[nodiscard]] Table Parse (std::map<juce::String, int>& columns);
 
-    std::array<char, 32> header {};
+    std::array<char, 32> header {};                ///< as it stands in the file; zeros without a file
     std::vector<FieldDescriptor> fieldDescriptors; ///< in the order of the file
     Table table;                                   ///< row 0 holds the titles, the last of them "Event Type"
-    std::vector<int> markerFieldIndices;
-    std::map<juce::String, int> columnMap; ///< column title to index of a cell
-    std::int32_t tcInFieldIndex = -1;      ///< -1: there is none
-    std::int32_t tcOutFieldIndex = -1;     ///< -1: there is none
-    std::int64_t recordLength = 0;         ///< bytes of a record without its deletion flag
-    std::int64_t maxFieldLength = 0;       ///< bytes
+    std::vector<int> markerFieldIndices;           ///< one for each MARKER field, in order
+    std::map<juce::String, int> columnMap;         ///< column title to index of a cell
+    std::int32_t tcInFieldIndex = -1;              ///< -1: there is none
+    std::int32_t tcOutFieldIndex = -1;             ///< -1: there is none
+    std::int64_t recordLength = 0;                 ///< bytes of a record without its deletion flag
+    std::int64_t maxFieldLength = 0;               ///< bytes
 
 private:
     struct Reading;

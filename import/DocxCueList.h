@@ -25,14 +25,15 @@ namespace ZEP::Overmarks
 class DocxCueList final
 {
 public:
-    using Row = std::vector<Core::RichTextString>;
+    using Row = std::vector<Core::RichTextString>; ///< ten cells
 
-    static constexpr int numberOfColumns = 10;
-    static const juce::StringArray& titles();
+    static constexpr int numberOfColumns = 10; ///< what every row has
+    static const juce::StringArray& titles();  ///< In the order of the columns.
 
+    /** How the list could be read. */
     enum class Outcome
     {
-        whole,
+        whole,    ///< every cue has a row
         cutOff,   ///< it asks for more cells than any cue list has
         noCueList ///< the text is no JSON, or holds no list of cues
     };

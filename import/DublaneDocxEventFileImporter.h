@@ -32,9 +32,9 @@ namespace ZEP::Overmarks
 class OVERMARKS_API DublaneDocxEventFileImporter final : public EventFileImporter
 {
 public:
-    using RichTextString = Core::RichTextString;
+    using RichTextString = Core::RichTextString; ///< a cell
 
-    DublaneDocxEventFileImporter (const juce::String& path, juce::String& errorMessage);
+    DublaneDocxEventFileImporter (const juce::String& path, juce::String& errorMessage); ///< Reads the file.
     ~DublaneDocxEventFileImporter() override;
 
     /** Adds the cues of the document; the encoding makes no difference. A list of cues that can't be understood has no message, but

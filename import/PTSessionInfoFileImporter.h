@@ -34,7 +34,7 @@ class PTSessionInfoLineReader;
 class OVERMARKS_API PTSessionInfoFileImporter final : public EventFileImporter
 {
 public:
-    using Tracks = std::vector<std::shared_ptr<PTSessionInfoTrack>>;
+    using Tracks = std::vector<std::shared_ptr<PTSessionInfoTrack>>; ///< none of them null
 
     /** Gives back the tracks to import, of those that the file has, in the order of their list; nothing where nobody can be
         asked, which is a failure. The tracks come with their `selected` set for the cue tracks. */

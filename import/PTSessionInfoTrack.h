@@ -33,14 +33,14 @@ public:
     /** Each cuts the blanks off the beginning of the time and keeps it; those at its end stay, and so does a time of blanks
         alone. */
     void setStartTC (std::string& time);
-    void setEndTC (std::string& time);
+    void setEndTC (std::string& time); ///< As setStartTC(), for the end.
 
     std::string regionName; ///< as it stands in the file
-    std::string startTC;
-    std::string endTC;
-    std::string text;
-    std::string notes;
-    std::string reason;
+    std::string startTC;    ///< as in the file, not checked
+    std::string endTC;      ///< likewise
+    std::string text;       ///< the line; empty for none
+    std::string notes;      ///< without its braces
+    std::string reason;     ///< code without its brackets: "AR4"
 };
 
 /** A track of a Pro Tools session: a character with its lines, as the track's name tells.
@@ -57,10 +57,10 @@ public:
         and doesn't exist where either is missing or the closing one stands first. */
     explicit PTSessionInfoTrack (std::string fullName);
 
-    std::string name; ///< the whole name, as the user knows the track
-    std::string characterName;
-    std::string charPrefix;
-    std::string actorName;
+    std::string name;          ///< the whole name, as the user knows the track
+    std::string characterName; ///< without blanks at its end
+    std::string charPrefix;    ///< without brackets; empty for none
+    std::string actorName;     ///< without braces; empty for no cue track
     std::vector<std::shared_ptr<PTSessionInfoRegion>> regions; ///< the clips in the order of the file
     bool selected; ///< whether the track is to be imported; a cue track is, to begin with
 };

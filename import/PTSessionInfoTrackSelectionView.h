@@ -30,41 +30,42 @@ class OVERMARKS_API PTSessionInfoTrackSelectionView final : public juce::Compone
                                                             public juce::Button::Listener
 {
 public:
-    using Tracks = std::vector<std::shared_ptr<PTSessionInfoTrack>>;
+    using Tracks = std::vector<std::shared_ptr<PTSessionInfoTrack>>; ///< none of them null
 
-    static constexpr int kWidth = 480;
-    static constexpr int kHeight = 450;
+    static constexpr int kWidth = 480;  ///< pixels
+    static constexpr int kHeight = 450; ///< pixels
 
-    explicit PTSessionInfoTrackSelectionView (const Tracks& tracksToShow);
+    explicit PTSessionInfoTrackSelectionView (const Tracks& tracksToShow); ///< Shared with the caller.
     ~PTSessionInfoTrackSelectionView() override;
 
-    void paint (juce::Graphics& g) override;
-    void resized() override;
+    void paint (juce::Graphics& g) override; ///< The background and the strip behind Continue.
+    void resized() override;                 ///< Sets places for one size only.
 
-    int getNumRows() override;
+    int getNumRows() override; ///< One for each track.
 
     /** Draws nothing: the rows are components. */
     void paintListBoxItem (int row, juce::Graphics& g, int width, int height, bool rowIsSelected) override;
 
+    /** Uses an existing row again. */
     juce::Component* refreshComponentForRow (int row, bool rowIsSelected,
                                              juce::Component* existingComponent) override;
 
-    void buttonClicked (juce::Button* button) override;
+    void buttonClicked (juce::Button* button) override; ///< Calls the operation below that belongs to it.
 
     /** Ticks the tracks that have an actor, and no others. */
     void onSelectAllCueTracksBtnClicked();
-    void onSelectAllTracksBtnClicked();
-    void onDeselectAllBtnClicked();
+    void onSelectAllTracksBtnClicked(); ///< Ticks every track.
+    void onDeselectAllBtnClicked();     ///< Takes all ticks away.
 
     /** Keeps the ticked tracks in `selectedTracks` and ends the dialog around this view, if there is one. */
     void onContinueButtonClicked();
 
-    juce::ListBox listBox;
-    juce::TextButton selectAllCueTracksButton { "Select All Cue Tracks" };
-    juce::TextButton selectAllTracksButton { "Select All Tracks" };
-    juce::TextButton deselectAllTracksButton { "Deselect All Tracks" };
-    juce::TextButton continueButton { "Continue" };
-    Tracks tracks;         ///< all of them
+    juce::ListBox listBox;                                                 ///< the tracks
+    juce::TextButton selectAllCueTracksButton { "Select All Cue Tracks" }; ///< those with an actor
+    juce::TextButton selectAllTracksButton { "Select All Tracks" };        ///< music and effects too
+    juce::TextButton deselectAllTracksButton { "Deselect All Tracks" };    ///< none of them
+    juce::TextButton continueButton { "Continue" };                        ///< the only way to a result
+    Tracks tracks;                                                         ///< all of them
     Tracks selectedTracks; ///< the result, in the order of the list; empty until Continue
 
 private:

@@ -39,8 +39,9 @@ public:
     [[nodiscard]] juce::String languageCode() override;
 
     // Each reads one block of the file. False, and the reason is in the message, when it can't be used.
-    bool parseMetaObject (juce::var& meta, juce::String& errorMessage);
-    bool parseEventsArray (juce::var& events, juce::String& errorMessage);
+    bool parseMetaObject (juce::var& meta, juce::String& errorMessage); ///< Rate, language and form of times.
+    bool parseEventsArray (juce::var& events, juce::String& errorMessage); ///< Adds a row for each event.
+    /** In a new `characterMap`. */
     bool parseCharactersArray (juce::var& characters, juce::String& errorMessage);
 
     /** The fonts of a list of styles, in its order. A style without its range or its type is left out; one that ends before

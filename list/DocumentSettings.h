@@ -10,22 +10,22 @@ namespace ZEP::Overmarks
     nobody has chosen yet, and the exporting program decides. */
 struct DocumentSettings
 {
-    juce::String title;
-    juce::String studioName;
-    juce::String soundSupervisor;
-    juce::String productionCompany;
-    juce::String timelineName;
-    juce::String episodeReel;
-    juce::String pictureVersion;
-    juce::String language; ///< language code
-    juce::String paper;    ///< "a4" or "letter"
-    int layout = 0;        ///< as EventExportLayout: 1 director, 2 actor, 3 engineer
-    int delimiter = 0;     ///< of text tables: 1 comma, 2 semicolon, 3 tab
-    bool showTakeNumbers = false;
-    bool byCharacter = false;
+    juce::String title;                 ///< of the sheet
+    juce::String studioName;            ///< in the head
+    juce::String soundSupervisor;       ///< in the head
+    juce::String productionCompany;     ///< in the head
+    juce::String timelineName;          ///< of the picture, in the head
+    juce::String episodeReel;           ///< in the head
+    juce::String pictureVersion;        ///< of the cut, in the head
+    juce::String language;              ///< language code
+    juce::String paper;                 ///< "a4" or "letter"
+    int layout = 0;                     ///< as EventExportLayout: 1 director, 2 actor, 3 engineer
+    int delimiter = 0;                  ///< of text tables: 1 comma, 2 semicolon, 3 tab
+    bool showTakeNumbers = false;       ///< boxes for takes on the sheet
+    bool byCharacter = false;           ///< else by timecode
     bool combineIntoSingleFile = false; ///< of an export by character
 
-    bool operator== (const DocumentSettings&) const = default;
+    bool operator== (const DocumentSettings&) const = default; ///< Compares all fields.
 
     /** The table of the fields, which every stored form walks: calls visitor (name, field) for each, with the name that it
         has in the stored records. */

@@ -26,10 +26,10 @@ inline constexpr int CueGroupResultType = 64;
     A snapshot: texts and times are copies that don't follow a later edit, the events are the list's own. */
 struct EventSearchResultProxy final
 {
-    juce::String text;    ///< of the event; of a group the first member's, with "..." behind it
-    juce::String startTC; ///< of the event, or of the group's first member
-    juce::String endTC;   ///< likewise
-    juce::String cueNumber;
+    juce::String text;      ///< of the event; of a group the first member's, with "..." behind it
+    juce::String startTC;   ///< of the event, or of the group's first member
+    juce::String endTC;     ///< likewise
+    juce::String cueNumber; ///< of the event, or the group's
     juce::String character; ///< name; empty for none, "<multiple>" for a group of several names
     juce::String actor;     ///< likewise
     int type = -1;          ///< the event's EventType; CueGroupResultType for a group
@@ -51,7 +51,7 @@ class OVERMARKS_API EventArray final : public ZEP::Core::IProtobufSerializable,
                                        public std::enable_shared_from_this<EventArray>
 {
 public:
-    using Events = std::vector<std::shared_ptr<Event>>;
+    using Events = std::vector<std::shared_ptr<Event>>; ///< none of them null
 
     /** An array with nothing in it, not even the fades: what deepCopy() and loading start from. */
     EventArray();
@@ -163,16 +163,16 @@ public:
     /** Plain assignment to every event: no undo, no notification, the frame indices stay. */
     void setTimeInfoForAllEvents (std::shared_ptr<ZEP::Core::TimeInfo> timeInfo);
 
-    std::map<juce::String, juce::String> filterParameters;
-    Events filteredEvents;       ///< what the filter lets through, by timecode
-    Events sortedFilteredEvents; ///< the same, in the order of the sort column
-    Events selectedEvents;       ///< the selection, by timecode
-    Events sortedSelectedEvents; ///< the selection, in the order of the sort column; may be stale
-    Events events;               ///< everything, by timecode
-    std::shared_ptr<Event> fadeInEvent;
-    std::shared_ptr<Event> fadeOutEvent;
-    juce::String sortKey; ///< one of EventKeyValueEditor's keys; any other sorts by start
-    bool sortDescending = false;
+    std::map<juce::String, juce::String> filterParameters; ///< by the filters' keys; empty: everything
+    Events filteredEvents;                                 ///< what the filter lets through, by timecode
+    Events sortedFilteredEvents;                           ///< the same, in the order of the sort column
+    Events selectedEvents;                                 ///< the selection, by timecode
+    Events sortedSelectedEvents;         ///< the selection, in the order of the sort column; may be stale
+    Events events;                       ///< everything, by timecode
+    std::shared_ptr<Event> fadeInEvent;  ///< in `events` too; null before loading
+    std::shared_ptr<Event> fadeOutEvent; ///< likewise
+    juce::String sortKey;                ///< one of EventKeyValueEditor's keys; any other sorts by start
+    bool sortDescending = false;         ///< true: last first
 
 private:
     template <typename NotificationClass>

@@ -20,18 +20,18 @@ namespace ZEP::Overmarks
 class EventPositions final
 {
 public:
-    using List = std::vector<std::shared_ptr<Event>>;
+    using List = std::vector<std::shared_ptr<Event>>; ///< a vector of the array
 
     /** The first and the last place of some events; the length of the list stands for the place of an unlisted one. */
     struct Extent
     {
-        std::size_t least;
-        std::size_t greatest;
+        std::size_t least;    ///< counted from 0
+        std::size_t greatest; ///< counted from 0
 
-        void include (std::size_t place);
+        void include (std::size_t place); ///< Grows to take in this place.
     };
 
-    void forget();
+    void forget(); ///< For a new list: no place is known any more.
 
     /** @param wanted  at least one event. An event that the list holds several times stands at its first place. */
     Extent extentOf (std::span<const std::shared_ptr<Event>> wanted, const List& list);

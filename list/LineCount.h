@@ -29,8 +29,9 @@ public:
     /** Counts one event of the character if it is a line; any other changes nothing. */
     void add (const Event& event);
 
-    [[nodiscard]] int lines() const noexcept { return numberOfLines; }
-    [[nodiscard]] int done() const noexcept { return numberOfDone; }
+    [[nodiscard]] int lines() const noexcept { return numberOfLines; } ///< All that were added.
+    [[nodiscard]] int done() const noexcept { return numberOfDone; }   ///< Those of them that are recorded.
+    /** Different cue numbers among them. */
     [[nodiscard]] int cues() const noexcept { return static_cast<int> (cueNumbers.size()); }
 
     /** Share of the lines that is done, from 0 to 1; 0 if there are none. */

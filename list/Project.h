@@ -24,26 +24,26 @@ namespace ZEP::Overmarks
     One thread at a time. */
 struct OVERMARKS_API Project
 {
-    juce::String name;
-    std::shared_ptr<ZEP::Core::TimeInfo> timeInfo;
-    std::shared_ptr<ZEP::Core::ADRCharacterMap> characters;
-    std::vector<juce::String> userReasons; ///< up to eight names, UR1 first
-    DocumentSettings documents;
-    std::shared_ptr<EventArray> list;
+    juce::String name;                                      ///< for a person; not the file's
+    std::shared_ptr<ZEP::Core::TimeInfo> timeInfo;          ///< shared with all events; not null
+    std::shared_ptr<ZEP::Core::ADRCharacterMap> characters; ///< the cast; not null
+    std::vector<juce::String> userReasons;                  ///< up to eight names, UR1 first
+    DocumentSettings documents;                             ///< for exports
+    std::shared_ptr<EventArray> list;                       ///< not null
 
     /** What a newer version has stored in the project file and this one doesn't know, to be stored again. The list and its
         events keep theirs themselves. */
     struct NewerFields
     {
-        std::string project;
-        std::string timeInfo;
-        std::string timeOrigin;
-        std::string firstFrameOfAction;
-        std::string documents;
+        std::string project;                            ///< the project's record
+        std::string timeInfo;                           ///< that of the time reference
+        std::string timeOrigin;                         ///< that of its origin
+        std::string firstFrameOfAction;                 ///< that of its first frame of action
+        std::string documents;                          ///< that of the documents
         std::map<juce::String, std::string> characters; ///< under their identifiers
     };
 
-    NewerFields newerFields;
+    NewerFields newerFields; ///< empty for a project of this version
 
     /** A project with nothing but its two fades, which have no times yet. */
     static Project createEmpty (std::shared_ptr<ZEP::Core::TimeInfo> timeInfo);

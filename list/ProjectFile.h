@@ -33,7 +33,7 @@ class OVERMARKS_API ProjectFile final
 public:
     ProjectFile() = delete;
 
-    static constexpr const char* extension = ".overmarks";
+    static constexpr const char* extension = ".overmarks"; ///< of a file's name, with its dot
 
     /** The version of the file's form; files with a higher one can't be read. */
     static constexpr unsigned int formatVersion = 1;

@@ -43,9 +43,9 @@ public:
     /** When the message came last, in seconds of the MIDI system's clock; -1.0 for not yet. */
     double lastTriggerTimestamp = -1.0;
 
-    std::shared_ptr<Event> event;
+    std::shared_ptr<Event> event; ///< what is fired; null until one is set or loaded
 
-    juce::Colour colour = juce::Colours::transparentBlack;
+    juce::Colour colour = juce::Colours::transparentBlack; ///< the application's; stored
 
     /** A number of the application; -1 for none. */
     int actionIndex = -1;

@@ -19,21 +19,22 @@ namespace ZEP::Overmarks
 class OVERMARKS_API MIDITriggerEventFile final
 {
 public:
-    using Triggers = std::vector<std::shared_ptr<MIDITriggerEvent>>;
+    using Triggers = std::vector<std::shared_ptr<MIDITriggerEvent>>; ///< in the order of the list
 
     MIDITriggerEventFile() = delete;
 
-    static juce::String path();
+    static juce::String path(); ///< Full path, whether or not there is a file.
 
+    /** What there is to be read. */
     enum class State
     {
-        missing,
-        sound,
+        missing,   ///< nothing stored yet
+        sound,     ///< it can be read, empty or not
         damaged,   ///< what it holds is no list
         unreadable ///< it may not be read, is far too large, or is no file
     };
 
-    [[nodiscard]] static State state();
+    [[nodiscard]] static State state(); ///< Looks at it now, reading it whole.
 
     /** The triggers in the order of the list. None without a file, of which the log is told, and none of one that is
         damaged or can't be read. */

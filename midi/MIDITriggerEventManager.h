@@ -49,7 +49,7 @@ public:
         Throws std::out_of_range if the message or the time is missing, Poco::BadCastException if one is something else. */
     void onUserDefinedTriggerMsgReceived (ZEP::MIDIIO::UserEventTriggerReceivedNotification* notification);
 
-    std::vector<std::shared_ptr<MIDITriggerEvent>> events;
+    std::vector<std::shared_ptr<MIDITriggerEvent>> events; ///< in the user's order; see above
 
 private:
     void registerTriggers() const;

@@ -21,11 +21,11 @@ namespace ZEP::MIDIIO
 class ZEP_MIDIIO_API MIDIMessageFinder final
 {
 public:
-    static constexpr std::size_t longestExclusive = 512;
+    static constexpr std::size_t longestExclusive = 512; ///< bytes, both ends included
 
     explicit MIDIMessageFinder (std::span<const std::uint8_t> bytesToLookThrough) : bytes (bytesToLookThrough)
     {
-    }
+    } ///< @param bytesToLookThrough not copied
 
     /** Looks through the next piece of the same stream: running status holds, and a message that was begun goes on. */
     void goOn (std::span<const std::uint8_t> nextBytes) { bytes = nextBytes; }

@@ -35,7 +35,7 @@ namespace ZEP::MIDIIO
 class ZEP_MIDIIO_API MIDISystem final
 {
 public:
-    static MIDISystem* sharedMIDISystem();
+    static MIDISystem* sharedMIDISystem(); ///< Never null, never destroyed.
 
     MIDISystem (const MIDISystem&) = delete;
     MIDISystem& operator= (const MIDISystem&) = delete;
@@ -80,11 +80,12 @@ public:
 
     // ---- inputs -----------------------------------------------------------------------------------------------------
 
+    /** An input that is plugged in. */
     struct Input
     {
         std::string identifier; ///< of the moment: an input that comes back may have another one
-        std::string name;
-        bool isOpen = false;
+        std::string name;       ///< for a person; two may share one
+        bool isOpen = false;    ///< by this system
     };
 
     /** What is there now. An input that was unplugged and is back within a second under the same identifier can't be told

@@ -25,19 +25,20 @@ namespace ZEP::MIDIIO
     Any thread. */
 struct ZEP_MIDIIO_API SpannerMessage final
 {
+    /** What is to become of the lines. */
     enum class Command
     {
-        create,
-        update,
-        removeAll
+        create,   ///< a new line
+        update,   ///< moves the lines of this identity
+        removeAll ///< every line goes
     };
 
-    std::uint32_t lineID = 0;
-    std::uint32_t group = 0;
-    Command command = Command::removeAll;
+    std::uint32_t lineID = 0;             ///< which object; lines may share one
+    std::uint32_t group = 0;              ///< 0 to 127
+    Command command = Command::removeAll; ///< byte 10
 
     /** Each 0.0 to 1.0; 0 where the command has none. */
-    float position = 0.0f, red = 0.0f, green = 0.0f, blue = 0.0f;
+    float position = 0.0f, red = 0.0f /**< to 1.0 */, green = 0.0f /**< to 1.0 */, blue = 0.0f; ///< to 1.0
 
     /** Whether the bytes begin as a spanner message does. */
     [[nodiscard]] static bool hasHeader (std::string_view bytes);

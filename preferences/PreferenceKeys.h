@@ -13,111 +13,111 @@ namespace ZEP::Overmarks
 // Other global objects must not use these in their constructors: nothing says which of them is made first.
 
 // Timing
-OVERMARKS_API extern const std::string StreamerReferenceUnitPrefKey;
-OVERMARKS_API extern const std::string StreamerDefaultTempoPrefKey;
-OVERMARKS_API extern const std::string StreamerDefaultDurationPrefKey;
-OVERMARKS_API extern const std::string FlutterDefaultDurationPrefKey;
-OVERMARKS_API extern const std::string ADRCueDefaultDurationPrefKey;
-OVERMARKS_API extern const std::string ADRCueDefaultPrimaryPrerollDurationPrefKey;
-OVERMARKS_API extern const std::string MarkerDefaultDurationPrefKey;
+OVERMARKS_API extern const std::string StreamerReferenceUnitPrefKey;   ///< int: 1 seconds, 0 bars
+OVERMARKS_API extern const std::string StreamerDefaultTempoPrefKey;    ///< int: beats a minute
+OVERMARKS_API extern const std::string StreamerDefaultDurationPrefKey; ///< int: coded seconds
+OVERMARKS_API extern const std::string FlutterDefaultDurationPrefKey;  ///< int: frames
+OVERMARKS_API extern const std::string ADRCueDefaultDurationPrefKey;   ///< int: 1 to 5: 1, 3, 5, 10, 30 s
+OVERMARKS_API extern const std::string ADRCueDefaultPrimaryPrerollDurationPrefKey; ///< int: coded seconds
+OVERMARKS_API extern const std::string MarkerDefaultDurationPrefKey;               ///< int: seconds
 
 // Playback and display of events
-OVERMARKS_API extern const std::string EventBlackScreenBeforeInPointPrefKey;
-OVERMARKS_API extern const std::string EventBlackScreenAfterOutPointPrefKey;
-OVERMARKS_API extern const std::string EventGoToModePrefKey;
-OVERMARKS_API extern const std::string EventDisplayModePrefKey;
-OVERMARKS_API extern const std::string EventRecordModePrefKey;
+OVERMARKS_API extern const std::string EventBlackScreenBeforeInPointPrefKey; ///< bool
+OVERMARKS_API extern const std::string EventBlackScreenAfterOutPointPrefKey; ///< bool
+OVERMARKS_API extern const std::string EventGoToModePrefKey;                 ///< int: the application's
+OVERMARKS_API extern const std::string EventDisplayModePrefKey;              ///< int: the application's
+OVERMARKS_API extern const std::string EventRecordModePrefKey;               ///< int: the application's
 
 // Plain streamers
-OVERMARKS_API extern const std::string StreamerWidthPrefKey;
-OVERMARKS_API extern const std::string StreamerHeightPrefKey;
-OVERMARKS_API extern const std::string StreamerPosYPrefKey;
-OVERMARKS_API extern const std::string StreamerColorPrefKey;
-OVERMARKS_API extern const std::string StreamerDirectionPrefKey;
-OVERMARKS_API extern const std::string StreamerDrawFinishingLinePrefKey;
-OVERMARKS_API extern const std::string StreamerPlayAudioBeepsPrefKey;
+OVERMARKS_API extern const std::string StreamerWidthPrefKey;             ///< float: share of picture
+OVERMARKS_API extern const std::string StreamerHeightPrefKey;            ///< float: share of picture
+OVERMARKS_API extern const std::string StreamerPosYPrefKey;              ///< float: share of picture
+OVERMARKS_API extern const std::string StreamerColorPrefKey;             ///< colour
+OVERMARKS_API extern const std::string StreamerDirectionPrefKey;         ///< int: the application's
+OVERMARKS_API extern const std::string StreamerDrawFinishingLinePrefKey; ///< bool
+OVERMARKS_API extern const std::string StreamerPlayAudioBeepsPrefKey;    ///< bool
 
 // Punch and flutter
-OVERMARKS_API extern const std::string PunchFlutterColorPrefKey;
-OVERMARKS_API extern const std::string PunchFlutterSizePrefKey;
-OVERMARKS_API extern const std::string PunchAfterStreamerPrefKey;
+OVERMARKS_API extern const std::string PunchFlutterColorPrefKey;  ///< colour
+OVERMARKS_API extern const std::string PunchFlutterSizePrefKey;   ///< int: the application's
+OVERMARKS_API extern const std::string PunchAfterStreamerPrefKey; ///< bool
 
 // Audio beeps
-OVERMARKS_API extern const std::string AudioBeepLevelPrefKey;
-OVERMARKS_API extern const std::string AudioBeepOutIdentifierPrefKey;
-OVERMARKS_API extern const std::string AudioBeepPitchPrefKey;
+OVERMARKS_API extern const std::string AudioBeepLevelPrefKey;         ///< float: the application's
+OVERMARKS_API extern const std::string AudioBeepOutIdentifierPrefKey; ///< text: the application's
+OVERMARKS_API extern const std::string AudioBeepPitchPrefKey;         ///< int: the application's
 
 // ADR cue overlay
-OVERMARKS_API extern const std::string ADRCueOverlayTextEnabledPrefKey;
-OVERMARKS_API extern const std::string ADRCueTextBackgroundColorPrefKey;
-OVERMARKS_API extern const std::string ADRCueTextColorPrefKey;
-OVERMARKS_API extern const std::string ADRCueFontNamePrefKey;
-OVERMARKS_API extern const std::string ADRCueFontSizeFactorPrefKey;
-OVERMARKS_API extern const std::string ADRCueOverlayYPosFactorPrefKey;
-OVERMARKS_API extern const std::string ADRCueOverlayXOffsetFactorPrefKey;
-OVERMARKS_API extern const std::string ADRCueProgBarEnabledPrefKey;
-OVERMARKS_API extern const std::string ADRCueProgBarColorPrefKey;
-OVERMARKS_API extern const std::string ADRCueProgBarDirectionPrefKey;
-OVERMARKS_API extern const std::string ADRCuePlayAudioBeepsPrefKey;
-OVERMARKS_API extern const std::string ADRCuePrerollStylePrefKey;
-OVERMARKS_API extern const std::string ADRCueExpansionFramesAtInPointPrefKey;
-OVERMARKS_API extern const std::string ADRCueExpansionFramesAtOutPointPrefKey;
+OVERMARKS_API extern const std::string ADRCueOverlayTextEnabledPrefKey;        ///< bool
+OVERMARKS_API extern const std::string ADRCueTextBackgroundColorPrefKey;       ///< colour
+OVERMARKS_API extern const std::string ADRCueTextColorPrefKey;                 ///< colour
+OVERMARKS_API extern const std::string ADRCueFontNamePrefKey;                  ///< text: a family
+OVERMARKS_API extern const std::string ADRCueFontSizeFactorPrefKey;            ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCueOverlayYPosFactorPrefKey;         ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCueOverlayXOffsetFactorPrefKey;      ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCueProgBarEnabledPrefKey;            ///< bool
+OVERMARKS_API extern const std::string ADRCueProgBarColorPrefKey;              ///< colour
+OVERMARKS_API extern const std::string ADRCueProgBarDirectionPrefKey;          ///< int: the application's
+OVERMARKS_API extern const std::string ADRCuePlayAudioBeepsPrefKey;            ///< bool
+OVERMARKS_API extern const std::string ADRCuePrerollStylePrefKey;              ///< int: the application's
+OVERMARKS_API extern const std::string ADRCueExpansionFramesAtInPointPrefKey;  ///< int: frames
+OVERMARKS_API extern const std::string ADRCueExpansionFramesAtOutPointPrefKey; ///< int: frames
 
 // ADR cue streamers
-OVERMARKS_API extern const std::string ADRCueDefaultSecondaryPrerollDurationPrefKey;
-OVERMARKS_API extern const std::string ADRCuePrimaryStreamerDirectionPrefKey;
-OVERMARKS_API extern const std::string ADRCueSecondaryStreamerDirectionPrefKey;
-OVERMARKS_API extern const std::string ADRCuePrimaryStreamerColorPrefKey;
-OVERMARKS_API extern const std::string ADRCueSecondaryStreamerColorPrefKey;
-OVERMARKS_API extern const std::string ADRCuePrimaryStreamerWidthPrefKey;
-OVERMARKS_API extern const std::string ADRCueSecondaryStreamerWidthPrefKey;
-OVERMARKS_API extern const std::string ADRCuePrimaryStreamerHeightPrefKey;
-OVERMARKS_API extern const std::string ADRCueSecondaryStreamerHeightPrefKey;
-OVERMARKS_API extern const std::string ADRCuePrimaryStreamerPosYPrefKey;
-OVERMARKS_API extern const std::string ADRCueSecondaryStreamerPosYPrefKey;
+OVERMARKS_API extern const std::string ADRCueDefaultSecondaryPrerollDurationPrefKey; ///< int: coded seconds
+OVERMARKS_API extern const std::string ADRCuePrimaryStreamerDirectionPrefKey;   ///< int: the application's
+OVERMARKS_API extern const std::string ADRCueSecondaryStreamerDirectionPrefKey; ///< int: the application's
+OVERMARKS_API extern const std::string ADRCuePrimaryStreamerColorPrefKey;       ///< colour
+OVERMARKS_API extern const std::string ADRCueSecondaryStreamerColorPrefKey;     ///< colour
+OVERMARKS_API extern const std::string ADRCuePrimaryStreamerWidthPrefKey;       ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCueSecondaryStreamerWidthPrefKey;     ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCuePrimaryStreamerHeightPrefKey;      ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCueSecondaryStreamerHeightPrefKey;    ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCuePrimaryStreamerPosYPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string ADRCueSecondaryStreamerPosYPrefKey;      ///< float: share of picture
 
 // Markers
-OVERMARKS_API extern const std::string MarkerTextBGColorPrefKey;
-OVERMARKS_API extern const std::string MarkerTextColorPrefKey;
-OVERMARKS_API extern const std::string MarkerFontNamePrefKey;
-OVERMARKS_API extern const std::string MarkerPosXPrefKey;
-OVERMARKS_API extern const std::string MarkerPosYPrefKey;
-OVERMARKS_API extern const std::string MarkerSizeFactorPrefKey;
+OVERMARKS_API extern const std::string MarkerTextBGColorPrefKey; ///< colour
+OVERMARKS_API extern const std::string MarkerTextColorPrefKey;   ///< colour
+OVERMARKS_API extern const std::string MarkerFontNamePrefKey;    ///< text: a family
+OVERMARKS_API extern const std::string MarkerPosXPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string MarkerPosYPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string MarkerSizeFactorPrefKey;  ///< float: share of picture
 
 // Character overlay
-OVERMARKS_API extern const std::string CharActorOverlayModePrefKey;
-OVERMARKS_API extern const std::string CharacterFontNamePrefKey;
-OVERMARKS_API extern const std::string CharacterTextColorPrefKey;
-OVERMARKS_API extern const std::string CharacterTextBGColorPrefKey;
-OVERMARKS_API extern const std::string CharacterPosXPrefKey;
-OVERMARKS_API extern const std::string CharacterPosYPrefKey;
-OVERMARKS_API extern const std::string CharacterSizeFactorPrefKey;
+OVERMARKS_API extern const std::string CharActorOverlayModePrefKey; ///< int: the application's
+OVERMARKS_API extern const std::string CharacterFontNamePrefKey;    ///< text: a family
+OVERMARKS_API extern const std::string CharacterTextColorPrefKey;   ///< colour
+OVERMARKS_API extern const std::string CharacterTextBGColorPrefKey; ///< colour
+OVERMARKS_API extern const std::string CharacterPosXPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string CharacterPosYPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string CharacterSizeFactorPrefKey;  ///< float: share of picture
 
 // Cue number overlay
-OVERMARKS_API extern const std::string CueNumberEnabledPrefKey;
-OVERMARKS_API extern const std::string CueNumberFontNamePrefKey;
-OVERMARKS_API extern const std::string CueNumberTextColorPrefKey;
-OVERMARKS_API extern const std::string CueNumberTextBGColorPrefKey;
-OVERMARKS_API extern const std::string CueNumberPosXPrefKey;
-OVERMARKS_API extern const std::string CueNumberPosYPrefKey;
-OVERMARKS_API extern const std::string CueNumberSizeFactorPrefKey;
+OVERMARKS_API extern const std::string CueNumberEnabledPrefKey;     ///< bool
+OVERMARKS_API extern const std::string CueNumberFontNamePrefKey;    ///< text: a family
+OVERMARKS_API extern const std::string CueNumberTextColorPrefKey;   ///< colour
+OVERMARKS_API extern const std::string CueNumberTextBGColorPrefKey; ///< colour
+OVERMARKS_API extern const std::string CueNumberPosXPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string CueNumberPosYPrefKey;        ///< float: share of picture
+OVERMARKS_API extern const std::string CueNumberSizeFactorPrefKey;  ///< float: share of picture
 
 // Fades
-OVERMARKS_API extern const std::string FadeInDurationInFramesPrefKey;
-OVERMARKS_API extern const std::string FadeOutDurationInFramesPrefKey;
+OVERMARKS_API extern const std::string FadeInDurationInFramesPrefKey;  ///< int: frames
+OVERMARKS_API extern const std::string FadeOutDurationInFramesPrefKey; ///< int: frames
 
 // Mode overlay
-OVERMARKS_API extern const std::string ModeOverlayEnabledPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayFontNamePrefKey;
-OVERMARKS_API extern const std::string ModeOverlayPosXPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayPosYPrefKey;
-OVERMARKS_API extern const std::string ModeOverlaySizeFactorPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayRecordTextPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayRehearseTextPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayReviewTextPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayRecordColorPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayRehearseColorPrefKey;
-OVERMARKS_API extern const std::string ModeOverlayReviewColorPrefKey;
+OVERMARKS_API extern const std::string ModeOverlayEnabledPrefKey;       ///< bool
+OVERMARKS_API extern const std::string ModeOverlayFontNamePrefKey;      ///< text: a family
+OVERMARKS_API extern const std::string ModeOverlayPosXPrefKey;          ///< int: the application's
+OVERMARKS_API extern const std::string ModeOverlayPosYPrefKey;          ///< int: the application's
+OVERMARKS_API extern const std::string ModeOverlaySizeFactorPrefKey;    ///< int: the application's
+OVERMARKS_API extern const std::string ModeOverlayRecordTextPrefKey;    ///< text to be shown
+OVERMARKS_API extern const std::string ModeOverlayRehearseTextPrefKey;  ///< text to be shown
+OVERMARKS_API extern const std::string ModeOverlayReviewTextPrefKey;    ///< text to be shown
+OVERMARKS_API extern const std::string ModeOverlayRecordColorPrefKey;   ///< colour
+OVERMARKS_API extern const std::string ModeOverlayRehearseColorPrefKey; ///< colour
+OVERMARKS_API extern const std::string ModeOverlayReviewColorPrefKey;   ///< colour
 
 // Without a registered default: the value of an unknown key holds until the user stores one.
 
@@ -128,9 +128,9 @@ OVERMARKS_API extern const std::string EventImportIgnoreOpenEndedPrefKey;
 OVERMARKS_API extern const std::string EventSubcueImportModePrefKey;
 
 // Not preferences: the parameters of the filter of a list.
-OVERMARKS_API extern const std::string EventTextFilterKey;
-OVERMARKS_API extern const std::string EventCueNumberFilterKey;
-OVERMARKS_API extern const std::string EventCharacterFilterKey;
-OVERMARKS_API extern const std::string EventActorFilterKey;
-OVERMARKS_API extern const std::string EventNumAdjacentCuesKey;
+OVERMARKS_API extern const std::string EventTextFilterKey;      ///< a part of it, case counts
+OVERMARKS_API extern const std::string EventCueNumberFilterKey; ///< a part of it, case counts
+OVERMARKS_API extern const std::string EventCharacterFilterKey; ///< the whole name
+OVERMARKS_API extern const std::string EventActorFilterKey;     ///< the whole name
+OVERMARKS_API extern const std::string EventNumAdjacentCuesKey; ///< neighbours of a match; digits
 } // namespace ZEP::Overmarks

@@ -13,11 +13,11 @@ namespace ZEP::Overmarks
 /** What a preference holds: a bool, an int, a float, a juce::String or a juce::Colour. */
 enum class PreferenceType
 {
-    boolean,
-    integer,
-    real,
-    text,
-    colour
+    boolean, ///< bool
+    integer, ///< int
+    real,    ///< float
+    text,    ///< juce::String
+    colour   ///< juce::Colour
 };
 
 /** One preference: the title of the group it belongs to, the text of its key, and the default, which has the
@@ -25,10 +25,10 @@ enum class PreferenceType
 */
 struct PreferenceEntry
 {
-    std::string group;
-    std::string key;
-    PreferenceType type;
-    Poco::Any defaultValue;
+    std::string group;      ///< title on the settings page
+    std::string key;        ///< under which UserDefaults has it
+    PreferenceType type;    ///< of every value
+    Poco::Any defaultValue; ///< of that type
 };
 
 /** All preferences with a default, group by group, in the order in which a settings page shows them. Any

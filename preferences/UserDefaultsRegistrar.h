@@ -15,6 +15,6 @@ class OVERMARKS_API UserDefaultsRegistrar final
 public:
     UserDefaultsRegistrar() = delete;
 
-    static void registerUserDefaults();
+    static void registerUserDefaults(); ///< Before the first event is made.
 };
 } // namespace ZEP::Overmarks

@@ -15,10 +15,10 @@ namespace ZEP::Core
 class ZEP_CORE_API ADRCharacter final
 {
 public:
-    explicit ADRCharacter (const juce::String& name);
+    explicit ADRCharacter (const juce::String& name); ///< With no prefix and no actor yet.
 
-    juce::String name;
-    juce::String prefix;
-    juce::String actor;
+    juce::String name;   ///< as in the script; several characters of a map may share one
+    juce::String prefix; ///< letters before the cue numbers; may be empty
+    juce::String actor;  ///< who speaks the part; empty while nobody is cast
 };
 } // namespace ZEP::Core

@@ -43,7 +43,7 @@ public:
     /** The character with this identifier (upper and lower case differ), or a null pointer. */
     [[nodiscard]] std::shared_ptr<ADRCharacter> characterForID (const juce::String& id) const;
 
-    [[nodiscard]] bool contains (const juce::String& id) const;
+    [[nodiscard]] bool contains (const juce::String& id) const; ///< Upper and lower case differ.
 
     /** The identifier of the first character in the order that now has exactly this name, or the empty
         string.
@@ -67,7 +67,7 @@ public:
     class ZEP_CORE_API NamesAtRest final
     {
     public:
-        explicit NamesAtRest (const ADRCharacterMap& map);
+        explicit NamesAtRest (const ADRCharacterMap& map); ///< Brings the index of names up to date.
         ~NamesAtRest();
 
         NamesAtRest (const NamesAtRest&) = delete;

@@ -23,22 +23,22 @@ namespace ZEP::Core
 class ZEP_CORE_API ADRCueReasonsManager final
 {
 public:
-    static constexpr int noneCode = 1;
-    static constexpr int firstUserReasonCode = 34;
-    static constexpr int lastCode = 41;
-    static constexpr int numberOfUserReasons = lastCode - firstUserReasonCode + 1;
+    static constexpr int noneCode = 1; ///< valid, unlike 0: somebody chose that there is no reason
+    static constexpr int firstUserReasonCode = 34;                                 ///< UR1
+    static constexpr int lastCode = 41;                                            ///< UR8
+    static constexpr int numberOfUserReasons = lastCode - firstUserReasonCode + 1; ///< UR1 to UR8: how many
 
     /** A line of the table: its code, the trade's short form ("AR4", empty for none), and its name ("Clarity
         (AR4)").
     */
     struct Reason
     {
-        int code = 0;
-        juce::String codeText;
-        juce::String name;
+        int code = 0;          ///< 0 for unset
+        juce::String codeText; ///< as in print; "None" has none
+        juce::String name;     ///< what a menu shows
     };
 
-    static ADRCueReasonsManager* sharedManager();
+    static ADRCueReasonsManager* sharedManager(); ///< Never null, never destroyed.
 
     ADRCueReasonsManager (const ADRCueReasonsManager&) = delete;
     ADRCueReasonsManager& operator= (const ADRCueReasonsManager&) = delete;
@@ -64,7 +64,7 @@ public:
     /** The codes of allReasons(), most used first; equally used ones in the order of their codes. */
     [[nodiscard]] std::vector<int> codesRankedByUse() const;
 
-    void resetCounters();
+    void resetCounters(); ///< All reasons count as unused again; their names stay.
 
     /** Names UR1 onwards. White space around a name is cut off. Missing and blank names leave their reasons
         unnamed; names beyond the eighth are dropped.

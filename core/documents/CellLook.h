@@ -18,14 +18,14 @@ class PartAttributes;
 /** How characters look, as a workbook says it. */
 struct CellLook
 {
-    bool bold = false;
-    bool italic = false;
-    bool underlined = false;
-    bool struckThrough = false;
-    double points = 0.0;      ///< 0 where the workbook doesn't say
-    std::uint32_t colour = 0; ///< alpha first, always opaque; 0 for the colour of plain text
+    bool bold = false;          ///< heavier than the workbook's other text
+    bool italic = false;        ///< slanted
+    bool underlined = false;    ///< by any kind of line, single or double
+    bool struckThrough = false; ///< crossed out by a single or double line
+    double points = 0.0;        ///< 0 where the workbook doesn't say
+    std::uint32_t colour = 0;   ///< alpha first, always opaque; 0 for the colour of plain text
 
-    bool operator== (const CellLook&) const = default;
+    bool operator== (const CellLook&) const = default; ///< Compares what the workbook says, not what is seen.
 };
 
 /** The colours of a workbook: by their own value, by a place in its theme, or by a number in the old palette. */
@@ -44,8 +44,8 @@ public:
     /** The opaque colour of a "color" element; 0 where it leaves the choice to the program. */
     [[nodiscard]] std::uint32_t colourOf (const PartAttributes& attributes) const;
 
-    static constexpr std::size_t themeColours = 12;
-    static constexpr std::size_t paletteColours = 64;
+    static constexpr std::size_t themeColours = 12;   ///< how many a theme has
+    static constexpr std::size_t paletteColours = 64; ///< how many the old palette has
 
 private:
     std::array<std::uint32_t, themeColours> theme;
@@ -64,13 +64,14 @@ ZEP_CORE_API void applyToLook (CellLook& look, std::string_view element, const P
 class ZEP_CORE_API WorkbookFonts final
 {
 public:
+    /** `plainText`: without attributes */
     explicit WorkbookFonts (const CellLook& plainText) : plain (plainText) {}
 
     /** Whether a look is that of plain text. */
     [[nodiscard]] bool isPlain (const CellLook& look) const;
-
+    /** Plain text's size is the default font's. */
     [[nodiscard]] juce::Font fontOf (const CellLook& look) const;
-    [[nodiscard]] juce::Colour colourOf (const CellLook& look) const;
+    [[nodiscard]] juce::Colour colourOf (const CellLook& look) const; ///< The colour of ours; opaque.
 
 private:
     CellLook plain;

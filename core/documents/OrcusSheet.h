@@ -17,7 +17,7 @@ class SheetTable;
 class ZEP_CORE_API OrcusSheet final
 {
 public:
-    explicit OrcusSheet (SheetTable& tableToFill) : table (tableToFill) {}
+    explicit OrcusSheet (SheetTable& tableToFill) : table (tableToFill) {} ///< The table outlives this.
 
     /** Reads "row" elements whose cells are numbers ("n"), truth values ("b") and the numbers of texts ("s"), each with its place.
         Throws UnreadableWorkbook where Orcus can't. */

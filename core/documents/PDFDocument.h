@@ -30,22 +30,23 @@ class PageCanvas;
 class ZEP_CORE_API PDFDocument final
 {
 public:
+    /** The weight of letters. */
     enum FontType : int
     {
-        FontTypeRegular = 0,
-        FontTypeBold = 1
+        FontTypeRegular = 0, ///< as thick as running text
+        FontTypeBold = 1     ///< as thick as a heading
     };
-
+    /** How the ends of a line look. */
     enum LineCap : int
     {
-        LineCapPlain = 0,
-        LineCapRound = 1
+        LineCapPlain = 0, ///< ends at its points
+        LineCapRound = 1  ///< goes on by half its width, in a half circle
     };
 
     /** A document with one empty page of the locale's size.
         @param path  full path of the file to be saved */
     explicit PDFDocument (const juce::String& path);
-    PDFDocument (const juce::String& path, PaperSize paper);
+    PDFDocument (const juce::String& path, PaperSize paper); ///< The same on this paper.
 
     PDFDocument (const PDFDocument&) = delete;
     PDFDocument& operator= (const PDFDocument&) = delete;
@@ -74,8 +75,8 @@ public:
     /** Ends the current page and starts an empty one, which becomes the target of drawing. */
     void addPage();
 
-    [[nodiscard]] float getWidth() const noexcept { return size.width; }
-    [[nodiscard]] float getHeight() const noexcept { return size.height; }
+    [[nodiscard]] float getWidth() const noexcept { return size.width; }   ///< of the page, in points
+    [[nodiscard]] float getHeight() const noexcept { return size.height; } ///< of the page, in points
 
     // ---- state -------------------------------------------------------------------------------------------------------
 
@@ -98,8 +99,8 @@ public:
 
     /** @param width  of the stroke; 0 is the thinnest line that prints */
     void drawLine (float x1, float y1, float x2, float y2, float width, LineCap cap);
-    void drawRect (float x, float y, float w, float h, float lineWidth);
-    void fillRect (float x, float y, float w, float h);
+    void drawRect (float x, float y, float w, float h, float lineWidth); ///< Only the outline, on the edge.
+    void fillRect (float x, float y, float w, float h); ///< The area alone, in the fill colour.
 
     /** @param radius  of the corners, at most half of the shorter side */
     void drawRoundedRect (float x, float y, float w, float h, float lineWidth, float radius);

@@ -12,10 +12,10 @@ struct ZEP_CORE_API PaperSize
     float width = 595.0f;  ///< points
     float height = 842.0f; ///< points
 
-    bool operator== (const PaperSize&) const = default;
+    bool operator== (const PaperSize&) const = default; ///< Exact: a rounded measure is another paper.
 
-    [[nodiscard]] static PaperSize a4() { return {}; }
-    [[nodiscard]] static PaperSize letter() { return { 612.0f, 792.0f }; }
+    [[nodiscard]] static PaperSize a4() { return {}; }                     ///< 595 by 842 points.
+    [[nodiscard]] static PaperSize letter() { return { 612.0f, 792.0f }; } ///< 612 by 792 points.
 
     /** The sheet of these measures, in whole points; A4 for measures that no sheet has. */
     [[nodiscard]] static PaperSize ofMillimetres (int width, int height);

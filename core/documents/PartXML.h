@@ -16,11 +16,12 @@ namespace ZEP::Core
 class ZEP_CORE_API PartAttributes final
 {
 public:
+    /** Not copied; ends with null. */
     explicit PartAttributes (const char** namesAndValues) : list (namesAndValues) {}
 
     /** Empty where there is none. */
     [[nodiscard]] std::string_view operator[] (std::string_view name) const;
-
+    /** Or empty. */
     [[nodiscard]] bool has (std::string_view name) const { return operator[] (name).data() != nullptr; }
 
     /** A whole number of zero or more; `otherwise` where there is none, or anything else. */
@@ -41,7 +42,7 @@ private:
 class ZEP_CORE_API PartXML
 {
 public:
-    static constexpr int deepestNesting = 64;
+    static constexpr int deepestNesting = 64; ///< elements within each other
 
     PartXML();
     virtual ~PartXML();
@@ -56,8 +57,9 @@ public:
     void finish();
 
 protected:
+    /** Not called for prefixes. */
     virtual void elementStarts (std::string_view name, const PartAttributes& attributes) = 0;
-    virtual void elementEnds (std::string_view name) = 0;
+    virtual void elementEnds (std::string_view name) = 0; ///< Comes for empty elements too.
 
     /** A piece of text; comments, entities and the like cut a text in pieces. */
     virtual void textComes (std::string_view text);

@@ -26,18 +26,18 @@ namespace ZEP::Core
 class ZEP_CORE_API SheetTable final
 {
 public:
-    using Rows = std::vector<std::vector<RichTextString>>;
+    using Rows = std::vector<std::vector<RichTextString>>; ///< rows of cells, both counted from 0
 
-    static constexpr int mostRows = 1048576;
-    static constexpr int mostColumns = 16384;
+    static constexpr int mostRows = 1048576;  ///< of a sheet: its last row is one less
+    static constexpr int mostColumns = 16384; ///< of a sheet: its last column is one less
 
     /** What a cell needs to know of its workbook, which lives longer. */
     struct Workbook
     {
-        const WorkbookStrings& strings;
-        const WorkbookStyles& styles;
-        WorkbookFonts fonts;
-        bool countsFrom1904;
+        const WorkbookStrings& strings; ///< the texts that cells name by number
+        const WorkbookStyles& styles;   ///< the formats that cells name by number
+        WorkbookFonts fonts;            ///< for making the looks of texts
+        bool countsFrom1904;            ///< days begin in 1904, else in 1900
     };
 
     /** How many cells the table of a sheet may have, empty ones in gaps included.
@@ -54,14 +54,14 @@ public:
           cellsLeft (mostCells),
           runsLeft (mostRunsOfTexts)
     {
-    }
+    } ///< `mostCells` and `mostRunsOfTexts` come from the functions of these names.
 
     // Rows and columns count from 0; what lies outside a sheet is ignored.
 
     /** @param string  number of the text */
     void setText (int row, int column, std::size_t string);
-    void setNumber (int row, int column, double value);
-    void setBoolean (int row, int column, bool value);
+    void setNumber (int row, int column, double value); ///< Becomes a text as its style wants it.
+    void setBoolean (int row, int column, bool value);  ///< Becomes the text that spreadsheets show.
 
     /** Sets the style of the cell that came last, or else makes an empty cell. */
     void setStyle (int row, int column, std::size_t style);

@@ -26,18 +26,19 @@ class PartXML;
 class ZEP_CORE_API WorkbookArchive final
 {
 public:
+    /** What an archive may come to. */
     struct Limits
     {
-        std::uint64_t parts = 10000;
-        std::uint64_t bytesOfPart = std::uint64_t { 512 } << 20;
-        std::uint64_t bytes = std::uint64_t { 1 } << 30; ///< of all parts
+        std::uint64_t parts = 10000;                             ///< files in the archive, folders included
+        std::uint64_t bytesOfPart = std::uint64_t { 512 } << 20; ///< inflated size of a single part
+        std::uint64_t bytes = std::uint64_t { 1 } << 30;         ///< of all parts
         std::uint64_t ratio = 200; ///< inflated to packed, of an archive that isn't small
-        std::uint64_t smallBytes = std::uint64_t { 32 } << 20;
+        std::uint64_t smallBytes = std::uint64_t { 32 } << 20; ///< inflated: up to here any ratio is fine
     };
 
     /** Opens a file and judges it. */
     explicit WorkbookArchive (const juce::String& path) : WorkbookArchive (path, Limits()) {}
-    WorkbookArchive (const juce::String& path, const Limits& limits);
+    WorkbookArchive (const juce::String& path, const Limits& limits); ///< The same within other limits.
     ~WorkbookArchive();
 
     /** Whether there is such a part. Upper and lower case are one, as they are for spreadsheet programs. */

@@ -14,10 +14,10 @@ class WorkbookArchive;
 /** A sheet as the workbook lists it. */
 struct SheetEntry
 {
-    std::string name; ///< UTF-8
-    std::string part; ///< path in the archive; empty where the workbook has lost it
-    bool isHidden = false;
-    bool isTable = true; ///< not a chart or a dialogue
+    std::string name;      ///< UTF-8
+    std::string part;      ///< path in the archive; empty where the workbook has lost it
+    bool isHidden = false; ///< hidden from whoever opens the workbook
+    bool isTable = true;   ///< not a chart or a dialogue
 };
 
 /** What a workbook tells of itself, and where its parts lie. */
@@ -27,8 +27,8 @@ struct WorkbookParts
     std::size_t sheetInFront = 0;   ///< what a person sees on opening; an index into `sheets`
     bool countsFrom1904 = false;    ///< days, rather than from 1900
     std::string styles;             ///< paths in the archive; empty where there is no such part
-    std::string sharedStrings;      //
-    std::string theme;              //
+    std::string sharedStrings;      ///< path; empty where there is none
+    std::string theme;              ///< path; empty where there is none
 };
 
 /** Follows the relations of the archive's parts to each other. A workbook without a sheet is a UnreadableWorkbook, as is an archive

@@ -16,16 +16,17 @@ namespace ZEP::Core
 /** A text of a workbook before it stands in a cell, whose own look shows where the text has none. */
 struct CellText
 {
+    /** Neighbouring characters of one look. */
     struct Run
     {
         int length;                   ///< in characters
         std::optional<CellLook> look; ///< none for the cell's own
     };
 
-    juce::String text;
+    juce::String text;     ///< all characters, without looks
     std::vector<Run> runs; ///< none for a text without attributes; else they cover it all
     bool isLarge = false;  ///< worth being made once for all cells that share it
-
+    /** With the cell's look where the text has none. */
     [[nodiscard]] RichTextString inCell (const CellLook& cell, const WorkbookFonts& fonts) const;
 };
 
@@ -35,11 +36,12 @@ struct CellText
 class ZEP_CORE_API CellTextBuilder final
 {
 public:
+    /** The colours outlive this. */
     explicit CellTextBuilder (const WorkbookColours& coloursOfWorkbook) : colours (coloursOfWorkbook) {}
 
-    void elementStarts (std::string_view name, const PartAttributes& attributes);
-    void elementEnds (std::string_view name);
-    void textComes (std::string_view text);
+    void elementStarts (std::string_view name, const PartAttributes& attributes); ///< An element in the text.
+    void elementEnds (std::string_view name);                                     ///< The end of the element.
+    void textComes (std::string_view text); ///< UTF-8; what stands outside "t" is no text.
 
     /** The text that has been put together; the builder begins anew. */
     [[nodiscard]] CellText take();
@@ -65,9 +67,9 @@ private:
 class ZEP_CORE_API WorkbookStrings final : public PartXML
 {
 public:
-    explicit WorkbookStrings (const WorkbookColours& colours) : builder (colours) {}
+    explicit WorkbookStrings (const WorkbookColours& colours) : builder (colours) {} ///< Refers to them.
 
-    [[nodiscard]] std::size_t size() const noexcept { return texts.size(); }
+    [[nodiscard]] std::size_t size() const noexcept { return texts.size(); } ///< Texts read so far.
 
     /** The text with a number; an empty one where there is none. */
     [[nodiscard]] const CellText& operator[] (std::size_t number) const;

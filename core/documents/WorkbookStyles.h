@@ -22,6 +22,7 @@ namespace ZEP::Core
 class ZEP_CORE_API WorkbookStyles final : public PartXML
 {
 public:
+    /** Refers to the colours, which outlive this object. */
     explicit WorkbookStyles (const WorkbookColours& coloursOfWorkbook) : colours (coloursOfWorkbook) {}
 
     /** The look of the workbook's plain text. */

@@ -11,8 +11,8 @@ namespace ZEP::Core
 class IDescribable
 {
 public:
-    virtual juce::String description() = 0;
-    virtual juce::String oneLineDescription() = 0;
+    virtual juce::String description() = 0;        ///< At length, for a person; may have several lines.
+    virtual juce::String oneLineDescription() = 0; ///< For a line of a menu, a list or a log.
 
 protected:
     ~IDescribable() = default;

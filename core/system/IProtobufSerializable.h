@@ -14,7 +14,7 @@ public:
     /** Takes over what the record says; false if it can't be used. */
     virtual bool initWithProtoObject (void* message) = 0;
 
-    virtual void fillProtoObject (void* message) = 0;
+    virtual void fillProtoObject (void* message) = 0; ///< Writes everything to be stored into the record.
 
     virtual ~IProtobufSerializable() = default;
 };

@@ -24,7 +24,7 @@ public:
     /** Copies the map. */
     explicit Notification (const std::map<std::string, Poco::Any>& userInfo);
 
-    std::map<std::string, Poco::Any> userInfo;
+    std::map<std::string, Poco::Any> userInfo; ///< each derived class tells its keys; may be empty
 
 protected:
     ~Notification() override;

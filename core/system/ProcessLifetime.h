@@ -20,14 +20,14 @@ public:
     explicit ProcessLifetime (Arguments&&... arguments)
         : object (new (storage) Object (std::forward<Arguments> (arguments)...))
     {
-    }
+    } ///< Makes the object of these arguments.
 
     ~ProcessLifetime() = default;
 
     ProcessLifetime (const ProcessLifetime&) = delete;
     ProcessLifetime& operator= (const ProcessLifetime&) = delete;
 
-    [[nodiscard]] Object& get() const { return *object; }
+    [[nodiscard]] Object& get() const { return *object; } ///< The object; valid to the end of the process.
 
 private:
     alignas (Object) mutable unsigned char storage[sizeof (Object)];

@@ -19,7 +19,7 @@ struct SpannerPanLine final
     /** 0.0 to 1.0. */
     float position = 0.0f;
 
-    std::uint32_t group = 0;
+    std::uint32_t group = 0; ///< as the spanner message told it, 0 to 127
 
     /** Its alpha tells the state of the line: 0.6 while it is alive, 0.0 when it has faded. */
     juce::Colour colour;

@@ -39,15 +39,15 @@ public:
 
     SystemUtility() = delete;
 
-    static void configure (const Configuration& configuration);
+    static void configure (const Configuration& configuration); ///< Once, at start; replaces all values.
 
-    [[nodiscard]] static int getApplicationType();
+    [[nodiscard]] static int getApplicationType(); ///< See Configuration::applicationType.
 
     /** The folder need not exist yet. */
     [[nodiscard]] static juce::String applicationSupportDirectoryPath();
 
-    [[nodiscard]] static juce::String bundleResourcePath();
+    [[nodiscard]] static juce::String bundleResourcePath(); ///< Of icons and tools; may be missing.
 
-    [[nodiscard]] static juce::String executableVersion();
+    [[nodiscard]] static juce::String executableVersion(); ///< As exports show it; never empty.
 };
 } // namespace ZEP::Core

@@ -34,11 +34,11 @@ public:
     */
     static void registerUserDefaults (const std::map<juce::String, Poco::Any>& defaults);
 
-    [[nodiscard]] static int getIntForKey (const juce::String& key);
-    [[nodiscard]] static float getFloatForKey (const juce::String& key);
-    [[nodiscard]] static bool getBoolForKey (const juce::String& key);
-    [[nodiscard]] static juce::String getStringForKey (const juce::String& key);
-    [[nodiscard]] static juce::Colour getColourForKey (const juce::String& key);
+    [[nodiscard]] static int getIntForKey (const juce::String& key);     ///< The nearest int; 0 if unknown.
+    [[nodiscard]] static float getFloatForKey (const juce::String& key); ///< 0 if unknown.
+    [[nodiscard]] static bool getBoolForKey (const juce::String& key);   ///< False if unknown.
+    [[nodiscard]] static juce::String getStringForKey (const juce::String& key); ///< Empty if there's none.
+    [[nodiscard]] static juce::Colour getColourForKey (const juce::String& key); ///< Else fully transparent.
 
     /** The same for keys that are a std::string, as all key globals are, without making a juce::String of
         each.
@@ -53,13 +53,13 @@ public:
     [[nodiscard]] static float getFloatForKey (const Key& key)
     {
         return floatForKey (key);
-    }
+    } ///< As getFloatForKey() of a juce::String.
 
     template <std::same_as<std::string> Key>
     [[nodiscard]] static bool getBoolForKey (const Key& key)
     {
         return boolForKey (key);
-    }
+    } ///< As getBoolForKey() of a juce::String.
 
     /** The stored value, else the default, else an empty Any. */
     [[nodiscard]] static Poco::Any valueForKey (const juce::String& key);
@@ -76,7 +76,7 @@ public:
     /** Goes back to all defaults. */
     static juce::Result removeAllStoredValues();
 
-    [[nodiscard]] static bool hasStoredValue (const juce::String& key);
+    [[nodiscard]] static bool hasStoredValue (const juce::String& key); ///< Registered ones don't count.
 
     /** The keys with a default, in alphabetical order of their characters' codes. */
     [[nodiscard]] static std::vector<juce::String> registeredKeys();

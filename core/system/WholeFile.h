@@ -40,7 +40,7 @@ public:
                                              std::span<const std::string_view> pieces,
                                              Until until = Until::theDiskHasIt);
     [[nodiscard]] static juce::Result write (const juce::File& target, std::string_view bytes,
-                                             Until until = Until::theDiskHasIt);
+                                             Until until = Until::theDiskHasIt); ///< The same for one piece.
 
     /** Whether something stands there that is written into and never replaced. */
     [[nodiscard]] static bool isDeviceOrPipe (const juce::File& file);

@@ -19,13 +19,14 @@ public:
     macOSRomanEncoding();
     ~macOSRomanEncoding() override;
 
-    [[nodiscard]] const char* canonicalName() const override;
-    [[nodiscard]] bool isA (const std::string& encodingName) const override;
-    [[nodiscard]] const CharacterMap& characterMap() const override;
-    int convert (const unsigned char* bytes) const override;
+    [[nodiscard]] const char* canonicalName() const override;                ///< The first of its names.
+    [[nodiscard]] bool isA (const std::string& encodingName) const override; ///< In upper or lower case.
+    [[nodiscard]] const CharacterMap& characterMap() const override;         ///< All 256 have a character.
+    int convert (const unsigned char* bytes) const override;                 ///< The character of one byte.
+    /** 1, or 0 without a byte for it. */
     int convert (int character, unsigned char* bytes, int length) const override;
-    int queryConvert (const unsigned char* bytes, int length) const override;
-    int sequenceLength (const unsigned char* bytes, int length) const override;
+    int queryConvert (const unsigned char* bytes, int length) const override;   ///< -1 without a byte.
+    int sequenceLength (const unsigned char* bytes, int length) const override; ///< 1, or -1.
 };
 
 } // namespace ZEP::Core

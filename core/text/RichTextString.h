@@ -24,7 +24,7 @@ namespace ZEP::Core
 class ZEP_CORE_API RichTextString : public juce::AttributedString
 {
 public:
-    using Attribute = juce::AttributedString::Attribute;
+    using Attribute = juce::AttributedString::Attribute; ///< a run: its range, font and colour
 
     RichTextString() = default;
 
@@ -34,10 +34,10 @@ public:
     /** The text, attributes and layout settings of a text of the framework. */
     explicit RichTextString (const juce::AttributedString& other);
 
-    RichTextString (const RichTextString&) = default;
-    RichTextString (RichTextString&&) noexcept = default;
-    RichTextString& operator= (const RichTextString&) = default;
-    RichTextString& operator= (RichTextString&&) noexcept = default;
+    RichTextString (const RichTextString&) = default;                ///< Copies text and runs.
+    RichTextString (RichTextString&&) noexcept = default;            ///< The other one needs a new value.
+    RichTextString& operator= (const RichTextString&) = default;     ///< Replaces text and runs.
+    RichTextString& operator= (RichTextString&&) noexcept = default; ///< The other one needs a new value.
     virtual ~RichTextString();
 
     /** Number of characters, without counting through the text. */

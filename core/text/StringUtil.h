@@ -26,8 +26,8 @@ public:
         instead. */
     struct PlainCounterpart
     {
-        juce::juce_wchar first;
-        juce::juce_wchar last;
+        juce::juce_wchar first;  ///< code point
+        juce::juce_wchar last;   ///< code point, itself in the range
         const char* replacement; ///< ASCII; empty: the character disappears
     };
 

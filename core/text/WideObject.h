@@ -25,7 +25,7 @@ namespace ZEP::Core
 class ZEP_CORE_API WideObject final : public juce::DynamicObject
 {
 public:
-    static constexpr int plainMembers = 256;
+    static constexpr int plainMembers = 256; ///< how many the framework's object is given
 
     WideObject();
     ~WideObject() override;
@@ -42,19 +42,19 @@ public:
     [[nodiscard]] static juce::var valueOf (const juce::var& object, const juce::Identifier& name,
                                             const juce::var& otherwise = {});
 
-    [[nodiscard]] int size() const noexcept;
-
+    [[nodiscard]] int size() const noexcept; ///< All members, plain or not.
+    /** returns whether to go on */
     using Visitor = std::function<bool (const juce::String& name, const juce::var& value)>;
 
     /** Visits the members of any object in their order, until the visitor returns false.
         @returns whether all were visited */
     static bool forEachMember (juce::DynamicObject& object, const Visitor& visit);
 
-    bool hasProperty (const juce::Identifier& name) const override;
-    const juce::var& getProperty (const juce::Identifier& name) const override;
-    void setProperty (const juce::Identifier& name, const juce::var& value) override;
-    void removeProperty (const juce::Identifier& name) override;
-    Ptr clone() override;
+    bool hasProperty (const juce::Identifier& name) const override;                   ///< Finds all members.
+    const juce::var& getProperty (const juce::Identifier& name) const override;       ///< Void for none.
+    void setProperty (const juce::Identifier& name, const juce::var& value) override; ///< As setMember().
+    void removeProperty (const juce::Identifier& name) override;                      ///< From either place.
+    Ptr clone() override;                                                             ///< A deep copy.
 
     /** The form in which the framework writes an object, a member a line. */
     void writeAsJSON (juce::OutputStream& stream, int indentLevel, bool allOnOneLine,

@@ -19,7 +19,7 @@ struct _TCDef
     std::uint8_t framesPerSecond = 25; ///< whole frames of one timecode second; the arithmetic reads 0 as 25
     bool undefined = true;             ///< nobody has set the rate of this project yet
 
-    bool operator== (const _TCDef&) const = default;
+    bool operator== (const _TCDef&) const = default; ///< Equal in every field, unused ones too.
 };
 
 } // namespace ZEP::Core

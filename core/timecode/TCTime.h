@@ -15,15 +15,15 @@ namespace ZEP::Core
 */
 struct _TCTime
 {
-    std::int32_t hours = 0;
-    std::int32_t minutes = 0;
-    std::int32_t seconds = 0;
+    std::int32_t hours = 0;      ///< negative for a time before zero
+    std::int32_t minutes = 0;    ///< 0 to 59
+    std::int32_t seconds = 0;    ///< 0 to 59
     std::int32_t frames = 0;     ///< frames within the second
     std::uint32_t subFrames = 0; ///< subframes within the frame; the arithmetic counts whole frames only
     std::uint8_t subFramesPerFrame = 80; ///< base of subFrames
     bool invalid = false;                ///< the parsed text was no timecode
 
-    bool operator== (const _TCTime&) const = default;
+    bool operator== (const _TCTime&) const = default; ///< Equal fields; the count of frames isn't looked at.
 };
 
 } // namespace ZEP::Core

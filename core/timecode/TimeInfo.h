@@ -19,14 +19,14 @@ class TimeInfo
 {
 public:
     TimeInfo() = default;
-
+    /** Both as given. */
     explicit TimeInfo (_TCDef definition, _TCTime origin = {}) : timeOrigin (origin), tcDef (definition) {}
 
     /** The first frame of action of the picture, behind leader and slate; `timeOrigin` for as long as none
         is set. */
     [[nodiscard]] _TCTime getFirstFrameOfAction() const { return firstFrameOfAction.value_or (timeOrigin); }
 
-    void setFirstFrameOfAction (_TCTime time) { firstFrameOfAction = time; }
+    void setFirstFrameOfAction (_TCTime time) { firstFrameOfAction = time; } ///< Until the next call.
 
     _TCTime timeOrigin; ///< timecode of frame index 0 of the picture
     _TCDef tcDef;       ///< the timecode definition of the project

@@ -49,13 +49,13 @@ public:
         UndoRedoHelpers::CompoundStep, which cannot forget the end.
     */
     void beginCompoundStep (const juce::String& name);
-    void endCompoundStep();
+    void endCompoundStep(); ///< Ends what the matching beginCompoundStep() began.
 
     /** The application's commands, whose undo and redo entries follow the history. Not owned: the application
         sets it back to null before it destroys them. Null where there are no menus.
     */
     void setCommandManager (juce::ApplicationCommandManager* manager);
-    [[nodiscard]] juce::ApplicationCommandManager* commandManager() const;
+    [[nodiscard]] juce::ApplicationCommandManager* commandManager() const; ///< Null where none is set.
 
     /** Lets the application's menus follow the history; does nothing without a command manager. */
     void commandStatusChanged();

@@ -24,7 +24,7 @@ public:
     class ZEP_CORE_API CompoundStep final
     {
     public:
-        explicit CompoundStep (const juce::String& name);
+        explicit CompoundStep (const juce::String& name); ///< The step's name in the Edit menu.
         ~CompoundStep();
 
         CompoundStep (const CompoundStep&) = delete;

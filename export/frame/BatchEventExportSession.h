@@ -29,7 +29,8 @@ namespace ZEP::Overmarks
 class OVERMARKS_API BatchEventExportSession final : public juce::Thread, public EventExporter::Delegate
 {
 public:
-    using SettingsSets = std::vector<std::shared_ptr<EventExportSettingsSet>>;
+    using SettingsSets = std::vector<std::shared_ptr<EventExportSettingsSet>>; ///< one for each document
+    /** Makes the exporter of a set; null where its kind has none. */
     using MakeExporter =
         std::function<std::shared_ptr<EventExporter> (std::shared_ptr<EventExportSettingsSet>)>;
 
@@ -50,7 +51,7 @@ public:
         ~Delegate() = default;
     };
 
-    explicit BatchEventExportSession (SettingsSets sets);
+    explicit BatchEventExportSession (SettingsSets sets); ///< @param sets none of them null; shared
     ~BatchEventExportSession() override;
 
     /** Begins the run, on the caller's own thread where the system has no other left. */
@@ -59,7 +60,7 @@ public:
     /** Ends the batch before its next document, and the running one early where its exporter can be cancelled. */
     void cancel();
 
-    void run() override;
+    void run() override; ///< What the thread does. Call start() instead.
 
     /** From the running exporter. */
     void progressChanged (EventExporter* exporter, int current, int total) override;

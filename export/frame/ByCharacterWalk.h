@@ -24,17 +24,18 @@ namespace ZEP::Overmarks
 class OVERMARKS_API ByCharacterWalk final
 {
 public:
-    using Events = EventExportSettingsSet::Events;
+    using Events = EventExportSettingsSet::Events; ///< in the order of the settings
 
     /** The part of one character. */
     struct Block
     {
-        juce::String characterID;
+        juce::String characterID;                           ///< key of `eventsByCharacter`
         std::shared_ptr<ZEP::Core::ADRCharacter> character; ///< null for a key that names none
-        Events events;
+        Events events;                                      ///< as the settings list them
         juce::File file; ///< its own file in an export that makes one for each character
     };
 
+    /** What an error of one file means for the others. */
     enum class AfterFailure
     {
         stop, ///< the first error ends the walk and is its result
@@ -53,6 +54,7 @@ public:
     /** Whether all characters go into singleFile(). */
     [[nodiscard]] bool isCombined() const noexcept { return combined; }
 
+    /** Of an export into one file. */
     [[nodiscard]] const juce::File& singleFile() const noexcept { return combinedFile; }
 
     /** In the order of the names. */

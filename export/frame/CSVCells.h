@@ -14,24 +14,25 @@ namespace ZEP::Overmarks
 /** What becomes of the quotes of a text that goes into a quoted cell. */
 enum class CSVQuotes
 {
-    kept,
-    doubled,
-    removed
+    kept,    ///< as they are; may end the cell early
+    doubled, ///< as delimited text wants it
+    removed  ///< left out
 };
 
 /** What becomes of the line breaks of a text. */
 enum class CSVBreaks
 {
-    kept,
+    kept,              ///< a cell may have several lines
     lineFeedsToBlanks, ///< carriage returns stay
     toBlanks           ///< each of carriage return and line feed becomes a blank
 };
 
+/** What becomes of a text before it stands in a cell. */
 struct CSVTextRule
 {
-    CSVQuotes quotes = CSVQuotes::kept;
-    CSVBreaks breaks = CSVBreaks::kept;
-    bool withoutDoubleStars = false; ///< "**", which stands for a line break in imported lists, goes
+    CSVQuotes quotes = CSVQuotes::kept; ///< of the text, not those around the cell
+    CSVBreaks breaks = CSVBreaks::kept; ///< of either kind
+    bool withoutDoubleStars = false;    ///< "**", which stands for a line break in imported lists, goes
 };
 
 /** The UTF-8 bytes of a text, valid as long as the text is. */
@@ -54,7 +55,7 @@ public:
     /** The text as it stands, and the delimiter. */
     void plain (std::string_view text);
 
-    void number (int value);
+    void number (int value); ///< In digits, without quotes.
 
     /** The text of a row's last cell, which has no delimiter behind it. */
     void last (std::string_view text);

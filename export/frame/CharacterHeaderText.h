@@ -16,9 +16,9 @@ namespace ZEP::Overmarks
 /** How the head of a document names its characters. */
 struct CharacterHeaderRule
 {
-    bool trimName = false;
-    bool trimActor = false;
-    bool eachOnce = true; ///< a text that was there already isn't repeated
+    bool trimName = false;  ///< without blanks around it
+    bool trimActor = false; ///< without blanks around it
+    bool eachOnce = true;   ///< a text that was there already isn't repeated
 };
 
 /** "Ann (Mary Miller)", or the name alone while nobody speaks the role; empty without a character. */

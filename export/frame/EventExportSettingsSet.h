@@ -43,19 +43,19 @@ extern OVERMARKS_API const juce::String kExportedADROverviewPDFFilename;
 /** What the head of a document tells about the project. */
 struct EventExportProjectSettings
 {
-    juce::String projectFilePath;
-    juce::String projectName;
-    juce::String studioName;
-    juce::String soundSupervisor;
-    juce::String productionCompany;
+    juce::String projectFilePath;   ///< full path
+    juce::String projectName;       ///< for a person
+    juce::String studioName;        ///< may be empty
+    juce::String soundSupervisor;   ///< may be empty
+    juce::String productionCompany; ///< may be empty
 };
 
 /** What the head of a document tells about the picture. */
 struct EventExportTimelineSettings
 {
-    juce::String timelineName;
-    juce::String episodeReel;
-    juce::String pictureVersion;
+    juce::String timelineName;     ///< for a person
+    juce::String episodeReel;      ///< episode or reel, as printed
+    juce::String pictureVersion;   ///< of the cut, as printed
     juce::String language;         ///< language code, for TTAL
     ZEP::Core::_TCTime timelineTC; ///< carried along for applications; no exporter reads it
 };
@@ -66,15 +66,15 @@ struct EventExportTimelineSettings
     which they stand here. Made by the application and shared with the exporter, which only reads it. */
 struct EventExportSettingsSet
 {
-    using Events = std::vector<std::shared_ptr<Event>>;
+    using Events = std::vector<std::shared_ptr<Event>>; ///< none of them null
 
-    std::map<juce::String, juce::var> options;
-    EventExportTimelineSettings timelineSettings;
-    EventExportProjectSettings projectSettings;
-    Events events;
+    std::map<juce::String, juce::var> options;    ///< by the keys above; exporters tell which they need
+    EventExportTimelineSettings timelineSettings; ///< head of the document
+    EventExportProjectSettings projectSettings;   ///< head of the document
+    Events events;                                ///< by timecode, in the order to be written
     std::map<juce::String, Events>
         eventsByCharacter; ///< under identifiers of characters; any other key is a block too
-    EventExportType exportType = EventExportTypeNone;
+    EventExportType exportType = EventExportTypeNone;     ///< which exporter the factory makes
     EventExportLayout layout = EventExportLayoutDirector; ///< PDF and Word
     bool showTakeNumbers = false; ///< PDF and Word: boxes for the numbers of the takes
     juce::String outputDirectory; ///< full path of the folder of the output files

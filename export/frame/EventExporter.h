@@ -32,7 +32,7 @@ public:
         ~Delegate() = default;
     };
 
-    explicit EventExporter (std::shared_ptr<EventExportSettingsSet> settingsSet);
+    explicit EventExporter (std::shared_ptr<EventExportSettingsSet> settingsSet); ///< Not null; shared.
     EventExporter (const EventExporter&) = delete;
     EventExporter& operator= (const EventExporter&) = delete;
     virtual ~EventExporter();
@@ -43,13 +43,13 @@ public:
     /** Writes `events` into one file. */
     virtual juce::String exportEventsByTimecode() = 0;
 
-    virtual EventExportType type() const = 0;
+    virtual EventExportType type() const = 0; ///< Which kind of document this writes.
 
     /** Asks a running export to end early; called from another thread. Does nothing where an exporter can't be stopped. */
     virtual void cancel();
 
-    std::shared_ptr<EventExportSettingsSet> settings;
-    Delegate* delegate = nullptr; ///< not owned; may stay null
+    std::shared_ptr<EventExportSettingsSet> settings; ///< never null
+    Delegate* delegate = nullptr;                     ///< not owned; may stay null
 };
 
 } // namespace ZEP::Overmarks

@@ -15,7 +15,7 @@ namespace ZEP::Overmarks
 /** A kind of document that can be exported, for programs that list what there is. */
 struct ExportFormat
 {
-    EventExportType type;
+    EventExportType type;   ///< for EventExportSettingsSet::exportType
     juce::String name;      ///< for a person
     juce::String extension; ///< with its dot, in small letters
     bool available;         ///< whether this library writes it

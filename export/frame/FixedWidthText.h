@@ -20,14 +20,14 @@ public:
         @param width  of the column with its blanks; not below `most` */
     void column (std::string_view bytes, std::size_t most, std::size_t width);
 
-    void blanks (std::size_t number);
+    void blanks (std::size_t number); ///< As many blanks, none included.
 
     /** The text as it stands. */
     void text (std::string_view bytes);
 
-    void endLine();
+    void endLine(); ///< CR and LF.
 
-    [[nodiscard]] const std::string& bytes() const noexcept { return all; }
+    [[nodiscard]] const std::string& bytes() const noexcept { return all; } ///< All that was written so far.
 
 private:
     std::string all;

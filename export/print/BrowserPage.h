@@ -22,13 +22,13 @@ namespace ZEP::Overmarks
 /** How a page is laid out on paper: in points, as a person measures; the browser's inches are this class's affair. */
 struct PrintLayout
 {
-    int paperWidth = 0;
-    int paperHeight = 0;
-    int top = 0;
-    int bottom = 0;
-    int left = 0;
-    int right = 0;
-    std::string footer; ///< HTML of the size of the whole sheet, on every page
+    int paperWidth = 0;  ///< of the upright or turned sheet
+    int paperHeight = 0; ///< likewise
+    int top = 0;         ///< margin
+    int bottom = 0;      ///< margin, which holds the footer
+    int left = 0;        ///< margin
+    int right = 0;       ///< margin
+    std::string footer;  ///< HTML of the size of the whole sheet, on every page
 };
 
 /** A page in a browser that was started for it, which runs no script, reaches no network and reads no file but the page itself.
@@ -39,7 +39,7 @@ struct PrintLayout
 class OVERMARKS_API BrowserPage final
 {
 public:
-    using Clock = BrowserProcess::Clock;
+    using Clock = BrowserProcess::Clock; ///< steady: a changed time of day ends no patience
 
     /** Starts the browser and waits until it is ready. */
     BrowserPage (const std::filesystem::path& program, Clock::duration patienceWithBrowser);

@@ -20,13 +20,13 @@ class FileDescriptor final
 {
 public:
     FileDescriptor() = default;
-    explicit FileDescriptor (int openNumber) noexcept : number (openNumber) {}
-    FileDescriptor (FileDescriptor&& other) noexcept;
-    FileDescriptor& operator= (FileDescriptor&& other) noexcept;
+    explicit FileDescriptor (int openNumber) noexcept : number (openNumber) {} ///< Takes it over; -1: none.
+    FileDescriptor (FileDescriptor&& other) noexcept;            ///< Leaves the other one empty.
+    FileDescriptor& operator= (FileDescriptor&& other) noexcept; ///< Closes the own one first.
     ~FileDescriptor() { close(); }
 
-    [[nodiscard]] int get() const noexcept { return number; }
-    void close() noexcept;
+    [[nodiscard]] int get() const noexcept { return number; } ///< -1 when there is none.
+    void close() noexcept; ///< Earlier than the end; a second time does nothing.
 
 private:
     int number = -1;
@@ -39,7 +39,7 @@ private:
 class OVERMARKS_API BrowserProcess final
 {
 public:
-    using Clock = std::chrono::steady_clock;
+    using Clock = std::chrono::steady_clock; ///< what deadlines count by
 
     /** @param privateFolder  for its temporary files
         Throws PrintError if it can't be started. */

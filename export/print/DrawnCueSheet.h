@@ -34,7 +34,7 @@ class DrawnSheetHeading;
 class OVERMARKS_API DrawnCueSheet final
 {
 public:
-    using Events = EventExportSettingsSet::Events;
+    using Events = EventExportSettingsSet::Events; ///< in the order in which they are drawn
 
     /** The settings' options need both lists of reasons; addReasons() puts them there. */
     DrawnCueSheet (std::shared_ptr<ZEP::Core::PDFDocument> documentToDrawOn,
@@ -52,6 +52,7 @@ public:
     /** Draws all pages. Once. */
     void draw();
 
+    /** Of all parts. */
     [[nodiscard]] int numberOfPages() const noexcept { return static_cast<int> (pages.size()); }
 
     /** Asked before each cue; true ends the work, and the pages are not to be used. */

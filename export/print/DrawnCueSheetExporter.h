@@ -25,6 +25,7 @@ namespace ZEP::Overmarks
 class OVERMARKS_API DrawnCueSheetExporter final : public EventExporter
 {
 public:
+    /** Not null; shared. */
     explicit DrawnCueSheetExporter (std::shared_ptr<EventExportSettingsSet> settingsSet,
                                     ZEP::Core::PaperSize paper = ZEP::Core::PaperSize::ofLocale());
     ~DrawnCueSheetExporter() override;
@@ -32,7 +33,7 @@ public:
     /** @returns "Error writing file to ", the path, ": " and the reason for the first file that can't be written */
     juce::String exportEventsByCharacter() override;
     juce::String exportEventsByTimecode() override;
-    EventExportType type() const override;
+    EventExportType type() const override; ///< EventExportTypePDF.
     void cancel() override;
 
     /** The footer's picture. By default the application's, as it lies in the resource folder. */

@@ -53,23 +53,23 @@ public:
     /** The row of boxes for the takes along the lower edge. */
     void drawTakeNumberBoxes (float x, float y, float width, float height);
 
-    static const juce::String kCharacterIconIdentifier;
-    static const juce::String kInPointIconIdentifier;
-    static const juce::String kOutPointIconIdentifier;
+    static const juce::String kCharacterIconIdentifier; ///< of the picture before the name
+    static const juce::String kInPointIconIdentifier;   ///< of the picture before the in point
+    static const juce::String kOutPointIconIdentifier;  ///< of the picture before the end
 
-    std::shared_ptr<Event> event;
-    std::shared_ptr<ZEP::Core::PDFDocument> document;
-    std::shared_ptr<EventExportSettingsSet> settings;
-    juce::String reasonText;
-    float textHeight = 0.0f;          ///< of the laid-out cue text; 0: not measured yet
-    float notesHeight = 0.0f;         ///< of the laid-out notes; 0: not measured yet
-    float rightSectionWidth = 115.0f; ///< of the column on the right
-    float cueNumberHeight = 26.0f;
-    float rowHeight = 13.0f; ///< of the row for reason and engineering notes
-    float rowSpacing = 3.0f;
-    float padding = 5.0f;
-    float minimumHeight = 84.0f; ///< the box is never lower
-    int numTakeBoxes = 24;
+    std::shared_ptr<Event> event;                     ///< never null
+    std::shared_ptr<ZEP::Core::PDFDocument> document; ///< never null; drawn on
+    std::shared_ptr<EventExportSettingsSet> settings; ///< never null; layout and reasons
+    juce::String reasonText;                          ///< name of the cue's reason; may be empty
+    float textHeight = 0.0f;                          ///< of the laid-out cue text; 0: not measured yet
+    float notesHeight = 0.0f;                         ///< of the laid-out notes; 0: not measured yet
+    float rightSectionWidth = 115.0f;                 ///< of the column on the right
+    float cueNumberHeight = 26.0f;                    ///< of the box at the top right
+    float rowHeight = 13.0f;                          ///< of the row for reason and engineering notes
+    float rowSpacing = 3.0f;                          ///< between two texts
+    float padding = 5.0f;                             ///< between a text and the box's edge
+    float minimumHeight = 84.0f;                      ///< the box is never lower
+    int numTakeBoxes = 24;                            ///< in a row over the whole width
 
 private:
     bool isLayout (EventExportLayout layout) const { return settings->layout == layout; }

@@ -16,7 +16,7 @@ namespace ZEP::Overmarks
 class OVERMARKS_API PageRequests final
 {
 public:
-    using json = nlohmann::json;
+    using json = nlohmann::json; ///< the browser's messages
 
     /** The bytes of PNG files under their names. Any address of a file of that name gets them. */
     using Icons = std::map<std::string, std::string>;

@@ -17,10 +17,10 @@ struct PrintFooter
 {
     static constexpr int height = 24; ///< points, between the content and the bottom margin
 
-    juce::String version;
-    juce::String dateAndTime;
-    juce::String layoutName;
-    std::string icon; ///< bytes of a PNG file; may be empty
+    juce::String version;     ///< of the program, as printed
+    juce::String dateAndTime; ///< as printed
+    juce::String layoutName;  ///< as printed
+    std::string icon;         ///< bytes of a PNG file; may be empty
 
     /** The band as HTML of the size of the whole sheet, for a layout whose bottom margin holds it already. Where the page's number
         and that of the last page stand, there are elements of the classes "pageNumber" and "totalPages". */

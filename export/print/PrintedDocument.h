@@ -21,9 +21,10 @@ namespace ZEP::Overmarks
 class OVERMARKS_API PrintedDocument final
 {
 public:
+    /** What a document may come to. */
     struct Limits
     {
-        std::size_t pages = 0;
+        std::size_t pages = 0; ///< at most; the pages that the content can need
         std::size_t bytes = std::size_t { 256 }
                             << 20; ///< a sheet of two thousand cues has one or two million
     };
@@ -31,12 +32,12 @@ public:
     /** @param folder  for the temporary file */
     PrintedDocument (const std::filesystem::path& folder, Limits limitsOfDocument);
 
-    void write (std::string_view bytes);
+    void write (std::string_view bytes); ///< The next bytes of the document.
 
     /** Replaces the file, unless this is no document or one beyond its limits. */
     void moveTo (const juce::File& file);
 
-    [[nodiscard]] const Limits& limits() const noexcept { return limitsToKeep; }
+    [[nodiscard]] const Limits& limits() const noexcept { return limitsToKeep; } ///< What it must keep to.
 
 private:
     void flush();

@@ -19,7 +19,7 @@ public:
     PrivateFolder (const PrivateFolder&) = delete;
     PrivateFolder& operator= (const PrivateFolder&) = delete;
 
-    [[nodiscard]] const std::filesystem::path& path() const noexcept { return folder; }
+    [[nodiscard]] const std::filesystem::path& path() const noexcept { return folder; } ///< Absolute.
 
 private:
     std::filesystem::path folder;

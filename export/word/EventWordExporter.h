@@ -27,14 +27,14 @@ namespace ZEP::Overmarks
 class OVERMARKS_API EventWordExporter final : public EventExporter
 {
 public:
-    explicit EventWordExporter (std::shared_ptr<EventExportSettingsSet> settingsSet);
+    explicit EventWordExporter (std::shared_ptr<EventExportSettingsSet> settingsSet); ///< Not null; shared.
 
     /** Removes the files of the last export from the temporary folder. */
     ~EventWordExporter() override;
 
     juce::String exportEventsByCharacter() override;
     juce::String exportEventsByTimecode() override;
-    EventExportType type() const override;
+    EventExportType type() const override; ///< EventExportTypeWord.
 
     /** Tells the tool to stop, and an export by character to go no further. Not undone by a new export. */
     void cancel() override;
@@ -59,13 +59,13 @@ public:
     /** Removes the two files of the talk with the tool, and the JSON files written so far. */
     void deleteTemporaryFiles();
 
-    std::vector<juce::String> getComFilePaths() const;
-    std::vector<juce::String> getTmpJSONFilePaths() const;
+    std::vector<juce::String> getComFilePaths() const;     ///< Full paths: from the tool, to the tool.
+    std::vector<juce::String> getTmpJSONFilePaths() const; ///< Full paths, in the order of writing.
 
-    std::unique_ptr<WordDocument> wordDocument;
-    std::vector<juce::String> comFilePaths; ///< from the tool, to the tool; not changed later
-    std::vector<juce::String> tmpJSONFilePaths;
-    std::atomic<bool> cancelled = false; ///< set by one thread while others look
+    std::unique_ptr<WordDocument> wordDocument; ///< the one under work; null between two
+    std::vector<juce::String> comFilePaths;     ///< from the tool, to the tool; not changed later
+    std::vector<juce::String> tmpJSONFilePaths; ///< of this export, until they are removed
+    std::atomic<bool> cancelled = false;        ///< set by one thread while others look
 
 private:
     void startTool (const juce::StringArray& jsonFiles, const juce::StringArray& outputFiles) const;

@@ -25,11 +25,11 @@ public:
     /** Waits for the thread as long as it takes. */
     ~ProgressBarHelper() override;
 
-    void run() override;
+    void run() override; ///< What the thread does. Made for it alone.
 
     EventExporter::Delegate* delegate; ///< may be null
-    EventWordExporter* exporter;
-    int numFiles;
+    EventWordExporter* exporter;       ///< not null while the thread runs
+    int numFiles;                      ///< documents of the export
 
 private:
     bool look (const juce::File& progressFile);

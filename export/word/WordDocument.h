@@ -31,9 +31,11 @@ public:
     /** Does nothing: the documents have no header. */
     void setHeader();
 
+    /** Gives the document a footer: size in points, icon by its full path, the rest as it is printed. */
     void setFooter (int fontSize, juce::String appIconFilePath, juce::String currentDate,
                     juce::String appVersion, juce::String wordLayout);
 
+    /** Gives the document its front matter; the size in points. */
     void setFrontMatter (int fontSize, const EventExportProjectSettings& projectSettings,
                          const EventExportTimelineSettings& timelineSettings, juce::String charAndActor);
 
@@ -65,10 +67,10 @@ public:
     /** "footer", "frontMatter", "continuousPagesBlockList", "cueContentList", each only if there is something in it. */
     [[nodiscard]] juce::DynamicObject::Ptr toJSONDynamicObject() const;
 
-    std::unique_ptr<WordDocumentFooter> footer;
-    std::unique_ptr<WordDocumentFrontMatter> frontMatter;
-    std::vector<std::shared_ptr<ContinuousPagesBlock>> continuousPagesBlocks;
-    std::vector<std::shared_ptr<WordDocumentCueContent>> cueContentList; ///< since the last block
+    std::unique_ptr<WordDocumentFooter> footer;                               ///< null for none
+    std::unique_ptr<WordDocumentFrontMatter> frontMatter;                     ///< null for none
+    std::vector<std::shared_ptr<ContinuousPagesBlock>> continuousPagesBlocks; ///< one for each character
+    std::vector<std::shared_ptr<WordDocumentCueContent>> cueContentList;      ///< since the last block
 };
 
 } // namespace ZEP::Overmarks

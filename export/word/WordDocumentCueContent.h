@@ -38,27 +38,27 @@ struct OVERMARKS_API WordDocumentCueContent final
     /** Keys in the order of the fields. "cueTakes" is missing without takes. */
     [[nodiscard]] juce::DynamicObject::Ptr toJSONDynamicObject() const;
 
-    juce::String charIconFilePath;
-    juce::String startTCIconFilePath;
-    juce::String endTCIconFilePath;
-    int charNameFontSize;
-    juce::String charName;
-    int cueTextFontSize;
-    ZEP::Core::RichTextString cueText;
-    int cueNotesFontSize;
-    ZEP::Core::RichTextString cueNotes;
-    int cueEngNotesFontSize;
-    ZEP::Core::RichTextString cueEngNotes;
-    int reasonStringFontSize;
-    juce::String reasonString; ///< empty without a reason
-    int cueNumberFontSize;
-    juce::String cueNumber;
-    int forcedNarrativeRegionFontSize;
-    juce::String forcedNarrativeRegion; ///< empty for what is no forced narrative
-    int startTCFontSize;
-    juce::String startTC;
-    int endTCFontSize;
-    juce::String endTC;
+    juce::String charIconFilePath;                  ///< full path
+    juce::String startTCIconFilePath;               ///< full path
+    juce::String endTCIconFilePath;                 ///< full path
+    int charNameFontSize;                           ///< of `charName`
+    juce::String charName;                          ///< as printed; empty for none
+    int cueTextFontSize;                            ///< of `cueText`; runs with a size of their own keep it
+    ZEP::Core::RichTextString cueText;              ///< what is spoken, with its looks
+    int cueNotesFontSize;                           ///< of `cueNotes`
+    ZEP::Core::RichTextString cueNotes;             ///< empty for none
+    int cueEngNotesFontSize;                        ///< of `cueEngNotes`
+    ZEP::Core::RichTextString cueEngNotes;          ///< for the engineer; empty for none
+    int reasonStringFontSize;                       ///< of `reasonString`
+    juce::String reasonString;                      ///< empty without a reason
+    int cueNumberFontSize;                          ///< of `cueNumber`
+    juce::String cueNumber;                         ///< as printed
+    int forcedNarrativeRegionFontSize;              ///< of `forcedNarrativeRegion`
+    juce::String forcedNarrativeRegion;             ///< empty for what is no forced narrative
+    int startTCFontSize;                            ///< of `startTC`
+    juce::String startTC;                           ///< timecode of the in point, as printed
+    int endTCFontSize;                              ///< of `endTC`
+    juce::String endTC;                             ///< timecode of the end, as printed
     std::unique_ptr<WordDocumentCueTakes> cueTakes; ///< null: no boxes
 };
 

@@ -14,11 +14,11 @@ struct OVERMARKS_API WordDocumentCueTakes final
     /** Keys in the order of the fields. */
     [[nodiscard]] juce::DynamicObject::Ptr toJSONDynamicObject() const;
 
-    int numRecordedTakes;
-    int selectedTake;    ///< as the event counts them; -1: none
-    int alternativeTake; ///< likewise
-    int numberTakesToDisplay;
-    int numberRowsToDisplay;
+    int numRecordedTakes;     ///< as the event counts them
+    int selectedTake;         ///< as the event counts them; -1: none
+    int alternativeTake;      ///< likewise
+    int numberTakesToDisplay; ///< boxes, in all rows
+    int numberRowsToDisplay;  ///< over which the boxes are spread
 };
 
 } // namespace ZEP::Overmarks

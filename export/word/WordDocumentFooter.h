@@ -14,11 +14,11 @@ struct OVERMARKS_API WordDocumentFooter final
     /** Keys in the order of the fields. */
     [[nodiscard]] juce::DynamicObject::Ptr toJSONDynamicObject() const;
 
-    int fontSize; ///< points
-    juce::String appIconFilePath;
-    juce::String currentDate; ///< as it is printed
-    juce::String appVersion;
-    juce::String wordLayout; ///< as it is printed
+    int fontSize;                 ///< points
+    juce::String appIconFilePath; ///< full path of a PNG file
+    juce::String currentDate;     ///< as it is printed
+    juce::String appVersion;      ///< as it is printed
+    juce::String wordLayout;      ///< as it is printed
 };
 
 } // namespace ZEP::Overmarks

@@ -15,9 +15,9 @@ struct OVERMARKS_API WordDocumentFrontMatter final
     /** The language and the timecode of the timeline aren't printed and have no key. */
     [[nodiscard]] juce::DynamicObject::Ptr toJSONDynamicObject() const;
 
-    int fontSize; ///< points
-    EventExportProjectSettings projectSettings;
-    EventExportTimelineSettings timelineSettings;
+    int fontSize;                                 ///< points
+    EventExportProjectSettings projectSettings;   ///< a copy
+    EventExportTimelineSettings timelineSettings; ///< a copy
     juce::String charAndActor; ///< "ANNA (Mary Miller)", several of them with commas between
 };
 

@@ -20,9 +20,9 @@ namespace ZEP::Overmarks
 /** A cell of a cue list that could not be understood, for the person who made the list. */
 struct EventRowProblem
 {
-    int row;             ///< index in the importer's rows, counted from 0, the row of titles included
-    juce::String column; ///< one of EventFileImporter::columnTitles(); empty for the whole row
-    juce::String message;
+    int row;              ///< index in the importer's rows, counted from 0, the row of titles included
+    juce::String column;  ///< one of EventFileImporter::columnTitles(); empty for the whole row
+    juce::String message; ///< for a person
 };
 
 /** What became of a table. */
@@ -73,7 +73,7 @@ struct EventRowReaderOptions
 class OVERMARKS_API EventRowReader final
 {
 public:
-    using Options = EventRowReaderOptions;
+    using Options = EventRowReaderOptions; ///< short for those who read rows
 
     /** @param projectTime  time reference of the new events; with null no event gets a time
         @param projectCast  gets the characters that are new to it; null makes one, see characterMap() */
