@@ -72,7 +72,7 @@ public:
 
     OpenFile openFile = openInViewer; ///< called once, when the sheet is done
 
-    std::shared_ptr<ZEP::Core::PDFDocument> document; ///< null before exportPDF()
+    std::shared_ptr<ZEP::Core::PDFDocument> document; ///< what is drawn on; never null
     juce::String filePath;                            ///< full path of the sheet
     juce::String appVersion;                          ///< in the footer; SystemUtility's
     juce::String title;                               ///< above the table of every page

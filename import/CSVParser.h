@@ -61,7 +61,7 @@ public:
     static constexpr std::uint64_t kBytesOfEmptyRichCell = 48; ///< one without a text
     static constexpr std::uint64_t kRichTableFactor = 4;       ///< see kBytesOfRichCell
 
-    /** for cue lists of a whole season */
+    /** 8 times the file and 256 MiB; 16 384 cells */
     static constexpr Limits kDefaultLimits { 8, std::uint64_t { 256 } << 20, 16384 };
 
     /** The limits of all parsers of the process, kDefaultLimits unless the application has changed them. Change them only

@@ -39,7 +39,7 @@ public:
     ~PTSessionInfoTrackSelectionView() override;
 
     void paint (juce::Graphics& g) override; ///< The background and the strip behind Continue.
-    void resized() override;                 ///< Sets places for one size only.
+    void resized() override;                 ///< The buttons stay in the middle.
 
     int getNumRows() override; ///< One for each track.
 

@@ -109,9 +109,9 @@ OVERMARKS_API extern const std::string FadeOutDurationInFramesPrefKey; ///< int:
 // Mode overlay
 OVERMARKS_API extern const std::string ModeOverlayEnabledPrefKey;       ///< bool
 OVERMARKS_API extern const std::string ModeOverlayFontNamePrefKey;      ///< text: a family
-OVERMARKS_API extern const std::string ModeOverlayPosXPrefKey;          ///< int: the application's
-OVERMARKS_API extern const std::string ModeOverlayPosYPrefKey;          ///< int: the application's
-OVERMARKS_API extern const std::string ModeOverlaySizeFactorPrefKey;    ///< int: the application's
+OVERMARKS_API extern const std::string ModeOverlayPosXPrefKey;          ///< float: share of picture
+OVERMARKS_API extern const std::string ModeOverlayPosYPrefKey;          ///< float: share of picture
+OVERMARKS_API extern const std::string ModeOverlaySizeFactorPrefKey;    ///< float: share of picture
 OVERMARKS_API extern const std::string ModeOverlayRecordTextPrefKey;    ///< text to be shown
 OVERMARKS_API extern const std::string ModeOverlayRehearseTextPrefKey;  ///< text to be shown
 OVERMARKS_API extern const std::string ModeOverlayReviewTextPrefKey;    ///< text to be shown

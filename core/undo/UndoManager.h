@@ -49,7 +49,7 @@ public:
         UndoRedoHelpers::CompoundStep, which cannot forget the end.
     */
     void beginCompoundStep (const juce::String& name);
-    void endCompoundStep(); ///< Ends what the matching beginCompoundStep() began.
+    void endCompoundStep(); ///< Without a beginning it does nothing.
 
     /** The application's commands, whose undo and redo entries follow the history. Not owned: the application
         sets it back to null before it destroys them. Null where there are no menus.

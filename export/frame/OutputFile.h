@@ -27,7 +27,7 @@ public:
     OutputFile (const OutputFile&) = delete;
     OutputFile& operator= (const OutputFile&) = delete;
 
-    void write (const void* bytes, std::size_t numberOfBytes); ///< After a failure it does nothing.
+    void write (const void* bytes, std::size_t numberOfBytes); ///< What fails here shows in finish().
 
     /** UTF-8 and a closing zero byte. */
     void writeString (const juce::String& text);

@@ -22,7 +22,7 @@ public:
     FileDescriptor() = default;
     explicit FileDescriptor (int openNumber) noexcept : number (openNumber) {} ///< Takes it over; -1: none.
     FileDescriptor (FileDescriptor&& other) noexcept;            ///< Leaves the other one empty.
-    FileDescriptor& operator= (FileDescriptor&& other) noexcept; ///< Closes the own one first.
+    FileDescriptor& operator= (FileDescriptor&& other) noexcept; ///< Exchanges the two.
     ~FileDescriptor() { close(); }
 
     [[nodiscard]] int get() const noexcept { return number; } ///< -1 when there is none.

@@ -69,7 +69,7 @@ public:
     float rowSpacing = 3.0f;                          ///< between two texts
     float padding = 5.0f;                             ///< between a text and the box's edge
     float minimumHeight = 84.0f;                      ///< the box is never lower
-    int numTakeBoxes = 24;                            ///< in a row over the whole width
+    int numTakeBoxes = 24;                            ///< of a row, left of the right section
 
 private:
     bool isLayout (EventExportLayout layout) const { return settings->layout == layout; }

@@ -24,7 +24,7 @@ public:
     /** What a document may come to. */
     struct Limits
     {
-        std::size_t pages = 0; ///< at most; the pages that the content can need
+        std::size_t pages = 0; ///< at most
         std::size_t bytes = std::size_t { 256 }
                             << 20; ///< a sheet of two thousand cues has one or two million
     };

@@ -62,7 +62,7 @@ public:
     std::vector<juce::String> getComFilePaths() const;     ///< Full paths: from the tool, to the tool.
     std::vector<juce::String> getTmpJSONFilePaths() const; ///< Full paths, in the order of writing.
 
-    std::unique_ptr<WordDocument> wordDocument; ///< the one under work; null between two
+    std::unique_ptr<WordDocument> wordDocument; ///< under work; null before the first
     std::vector<juce::String> comFilePaths;     ///< from the tool, to the tool; not changed later
     std::vector<juce::String> tmpJSONFilePaths; ///< of this export, until they are removed
     std::atomic<bool> cancelled = false;        ///< set by one thread while others look
