@@ -7,6 +7,7 @@
 #include "core/timecode/TimeInfo.h"
 #include "event/Event.h"
 #include "import/frame/EventFileImporter.h"
+#include "import/frame/EventRowProblem.h"
 
 #include <juce_core/juce_core.h>
 
@@ -16,14 +17,6 @@
 
 namespace ZEP::Overmarks
 {
-
-/** A cell of a cue list that could not be understood, for the person who made the list. */
-struct EventRowProblem
-{
-    int row;              ///< index in the importer's rows, counted from 0, the row of titles included
-    juce::String column;  ///< one of EventFileImporter::columnTitles(); empty for the whole row
-    juce::String message; ///< for a person
-};
 
 /** What became of a table. */
 struct EventRowResult

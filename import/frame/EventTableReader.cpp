@@ -166,10 +166,10 @@ bool EventTableReader::isBlankRow() const
     return true;
 }
 
-void EventTableReader::report (Column column, const juce::String& message)
+void EventTableReader::report (Column column, const juce::String& message, EventRowProblemKind kind)
 {
     if (message.isNotEmpty())
-        result.problems.push_back ({ rowIndex, titleOf (column), message });
+        result.problems.push_back ({ rowIndex, titleOf (column), message, kind });
 }
 
 /** The value of a cell; that of an empty cell also where the cell can't be understood, which is reported. */
@@ -217,7 +217,7 @@ EventType EventTableReader::readType()
 std::optional<int> EventTableReader::readTime (Column column, bool& unreadable)
 {
     const auto time = times.read (textOf (column));
-    report (column, time.problem);
+    report (column, time.problem, time.kind);
     unreadable = time.problem.isNotEmpty();
     return time.frameIndex;
 }
@@ -233,14 +233,16 @@ EventTableReader::Place EventTableReader::readPlace()
     {
         if (end && ! startUnreadable)
             report (Column::endTC,
-                    quotedCell (textOf (Column::endTC)) + " is not used, because the event has no start");
+                    quotedCell (textOf (Column::endTC)) + " is not used, because the event has no start",
+                    EventRowProblemKind::endWithoutStart);
 
         return {};
     }
 
     if (end && *end < *inPoint)
     {
-        report (Column::endTC, quotedCell (textOf (Column::endTC)) + " is before the start of the event");
+        report (Column::endTC, quotedCell (textOf (Column::endTC)) + " is before the start of the event",
+                EventRowProblemKind::endBeforeStart);
         end.reset();
     }
 

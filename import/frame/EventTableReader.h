@@ -47,7 +47,8 @@ private:
     [[nodiscard]] const Core::RichTextString* cellOf (Column column) const;
     [[nodiscard]] const juce::String& textOf (Column column) const;
     [[nodiscard]] bool isBlankRow() const;
-    void report (Column column, const juce::String& message);
+    void report (Column column, const juce::String& message,
+                 EventRowProblemKind kind = EventRowProblemKind::other);
 
     template <typename Value, typename Reading>
     [[nodiscard]] Value valueOf (Column column, Value ofEmptyCell, Reading&& reading, const char* complaint);

@@ -118,16 +118,21 @@ TimeCell TimeCellReader::read (const juce::String& text) const
     if (saysNoTime (cell))
         return {};
     if (timeInfo == nullptr)
-        return { {}, quotedCell (text) + " can't be placed, because the project has no time reference" };
+        return { {},
+                 quotedCell (text) + " can't be placed, because the project has no time reference",
+                 EventRowProblemKind::noTimecode };
 
     const auto milliseconds = subtitleTime (cell);
     auto time = milliseconds ? TimeCell { nearestFrame (*milliseconds), {} } : readTimecode (text);
 
     if (time.frameIndex == noTime)
         return { {},
-                 quotedCell (text) + " is the frame before the picture starts, which a cue list can't hold" };
+                 quotedCell (text) + " is the frame before the picture starts, which a cue list can't hold",
+                 EventRowProblemKind::beforePicture };
     if (time.frameIndex && TCToolbox::tcTimeForFrameIndex (*time.frameIndex, *timeInfo).hours > lastHour)
-        return { {}, quotedCell (text) + " is nearest to a frame behind the last timecode there is" };
+        return { {},
+                 quotedCell (text) + " is nearest to a frame behind the last timecode there is",
+                 EventRowProblemKind::noTimecode };
 
     return time;
 }
@@ -145,9 +150,11 @@ TimeCell TimeCellReader::readTimecode (const juce::String& text) const
         wholeSeconds && isOfWholeSeconds (trimmedCell (text)) ? label + ":00" : label);
 
     if (time.invalid)
-        return { {}, quotedCell (text) + " is not a timecode such as 01:02:03:04" };
+        return { {},
+                 quotedCell (text) + " is not a timecode such as 01:02:03:04",
+                 EventRowProblemKind::noTimecode };
     if (! TCToolbox::existsUnder (time, timeInfo->tcDef))
-        return { {}, quotedCell (text) + whyNoFrame (time.frames) };
+        return withoutFrame (text, time.frames);
 
     return { TCToolbox::frameIndexForTCTime (time, timeInfo), {} };
 }
@@ -167,12 +174,19 @@ int TimeCellReader::nearestFrame (double milliseconds) const
     return std::max (earliest, static_cast<int> (std::clamp (std::floor (frames + 0.5), -latest, latest)));
 }
 
-juce::String TimeCellReader::whyNoFrame (int frames) const
+TimeCell TimeCellReader::withoutFrame (const juce::String& text, int frames) const
 {
     const auto& def = timeInfo->tcDef;
-    return frames >= wholeFramesPerSecond (def)
-               ? " has a frame number that doesn't exist at " + rateInWords (def) + " frames per second"
-               : juce::String (" is a timecode that drop-frame counting leaves out");
+
+    if (frames >= wholeFramesPerSecond (def))
+        return { {},
+                 quotedCell (text) + " has a frame number that doesn't exist at " + rateInWords (def)
+                     + " frames per second",
+                 EventRowProblemKind::noTimecode };
+
+    return { {},
+             quotedCell (text) + " is a timecode that drop-frame counting leaves out",
+             EventRowProblemKind::droppedTimecode };
 }
 
 } // namespace ZEP::Overmarks

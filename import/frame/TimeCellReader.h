@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/timecode/TimeInfo.h"
+#include "import/frame/EventRowProblem.h"
 
 #include <juce_core/juce_core.h>
 
@@ -16,6 +17,7 @@ struct TimeCell
 {
     std::optional<int> frameIndex; ///< frames from the time origin; never -1, which in an event means no time
     juce::String problem;          ///< why a cell that isn't empty gives no frame; else empty
+    EventRowProblemKind kind = EventRowProblemKind::other; ///< of the problem
 };
 
 /** Turns the time cells of a foreign cue list into frames of the project's picture.
@@ -46,7 +48,7 @@ public:
 private:
     [[nodiscard]] TimeCell readTimecode (const juce::String& text) const;
     [[nodiscard]] int nearestFrame (double milliseconds) const;
-    [[nodiscard]] juce::String whyNoFrame (int frames) const;
+    [[nodiscard]] TimeCell withoutFrame (const juce::String& text, int frames) const;
 
     std::shared_ptr<Core::TimeInfo> timeInfo;
     bool wholeSeconds;

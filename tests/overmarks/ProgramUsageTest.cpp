@@ -69,7 +69,7 @@ TEST_F (ProgramTest, wrongTimesOfTheProjectAreWrongUsage)
 TEST_F (ProgramTest, helpOfEveryCommandShowsAnExample)
 {
     for (const auto* command : { "rows", "import", "dump", "load", "list", "search", "set", "convert",
-                                 "export", "formats", "keys", "reasons", "preferences" })
+                                 "export", "check", "formats", "keys", "reasons", "preferences" })
     {
         const auto result = run ({ command, "--help" });
         EXPECT_EQ (result.status, 0) << command;

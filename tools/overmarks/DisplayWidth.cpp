@@ -54,6 +54,8 @@ bool isIn (const CharacterRange (&ranges)[size], juce::juce_wchar character)
     return behind != std::begin (ranges) && character <= std::prev (behind)->last;
 }
 
+} // namespace
+
 int displayWidth (juce::juce_wchar character)
 {
     if (character < withoutWidth[0].first)
@@ -61,8 +63,6 @@ int displayWidth (juce::juce_wchar character)
 
     return isIn (withoutWidth, character) ? 0 : isIn (wide, character) ? 2 : 1;
 }
-
-} // namespace
 
 int displayWidth (const juce::String& text)
 {

@@ -7,6 +7,7 @@
 #include "preferences/PreferenceKeys.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace overmarks
@@ -72,6 +73,23 @@ void FilterOptions::applyTo (const Project& project, const Session& session) con
                                          { EventTextFilterKey, juce::String (text) },
                                          { EventCueNumberFilterKey, juce::String (cueNumber) },
                                          { EventNumAdjacentCuesKey, juce::String (adjacent) } });
+}
+
+juce::String FilterOptions::inWords() const
+{
+    const std::pair<const char*, const std::string&> conditions[] = {
+        { "character ", character }, { "actor ", actor }, { "text ", text }, { "cue number ", cueNumber }
+    };
+    juce::StringArray words;
+
+    for (const auto& [name, value] : conditions)
+        if (! value.empty())
+            words.add (name + juce::String (value));
+
+    if (! words.isEmpty() && adjacent > 0)
+        words.add (counted (static_cast<std::size_t> (adjacent), "neighbour") + " on each side");
+
+    return words.joinIntoString (", ");
 }
 
 } // namespace overmarks

@@ -31,6 +31,9 @@ public:
     /** Whether an order is wanted. */
     bool hasOrder() const { return ! sortKey.empty() || descending; }
 
+    /** What the filter lets through, "character ANNA, text tomorrow"; empty without a filter. */
+    juce::String inWords() const;
+
 private:
     void sort (ZEP::Overmarks::EventArray& list) const;
     void sayWhatIsUnknown (const ZEP::Core::ADRCharacterMap& cast, const Session& session) const;

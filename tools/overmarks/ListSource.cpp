@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "ListSource.h"
 
+#include "ListMerger.h"
 #include "OutputFile.h"
 #include "PrivateFolder.h"
 #include "Progress.h"
@@ -9,10 +10,7 @@
 
 #include "core/text/StringUtil.h"
 #include "export/word/DocxHandlerProtocol.h"
-#include "import/CSVEventFileImporter.h"
 #include "import/DublaneDocxEventFileImporter.h"
-#include "import/PTSessionInfoFileImporter.h"
-#include "import/SRTEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
 
@@ -38,7 +36,6 @@ constexpr auto standardInput = "-";
 // Formats by their importers' number.
 constexpr int proToolsText = 0;
 constexpr int dBaseTable = 1;
-constexpr int delimitedText = 2;
 constexpr int workbook = 6;
 constexpr int ttal = 7;
 constexpr int wordCueSheet = 8;
@@ -236,12 +233,6 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     return read;
 }
 
-/** Whether the importer has rows of cues, or at least could have. */
-bool hasDataRows (EventFileImporter& importer)
-{
-    return importer.rows.size() > static_cast<std::size_t> (EventRowReader::firstDataRow (importer));
-}
-
 /** The importer of dBase tables knows two columns of every table: one of its own, and one for the cue number. */
 void refuseUnknownFields (const ReadFile& read)
 {
@@ -274,20 +265,6 @@ void refuseUnknownTable (const ReadFile& read, const ListOptions& options)
             + ": no column has a title that is known; --map \"HEADER=TITLE\" tells what a column holds");
 }
 
-/** Delimited text and SubRip subtitles are cut at single bytes, which spoils text of two bytes a character. */
-bool mayHaveLostRows (const EventFileImporter& importer)
-{
-    return importer.encoding == TextEncodingUTF16
-           && (dynamic_cast<const CSVEventFileImporter*> (&importer) != nullptr
-               || dynamic_cast<const SRTEventFileImporter*> (&importer) != nullptr);
-}
-
-std::size_t numberOfLostTracks (const EventFileImporter& importer)
-{
-    const auto* session = dynamic_cast<const PTSessionInfoFileImporter*> (&importer);
-    return session != nullptr ? session->numberOfLostTracks() : 0;
-}
-
 /** Says how the file was read, and which columns nobody reads. */
 void sayHowItWasRead (const ReadFile& read, const Session& session)
 {
@@ -316,84 +293,6 @@ void sayHowItWasRead (const ReadFile& read, const Session& session)
                          + importer.rows.front()[static_cast<std::size_t> (i)].getText() + "\" is not used");
     }
 }
-
-/** Puts a cue list's events into the project. A fade of the file takes the place of the project's own. */
-class Merger final
-{
-public:
-    Merger (Project& projectToFill, std::vector<Problem>& problemsToFill)
-        : project (projectToFill),
-          problems (problemsToFill)
-    {
-    }
-
-    void add (const ReadFile& read, const ListOptions& options)
-    {
-        EventRowReader::Options readerOptions;
-        readerOptions.starsToLineBreaks = options.turnsStarsIntoLineBreaks();
-        const auto result =
-            EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
-
-        // Not every importer has words for a file that it can make nothing of. A table may have its titles alone.
-        const bool mayHaveTitlesAlone =
-            read.importer->type() == delimitedText || read.importer->type() == workbook;
-        const bool mayBeEmpty = mayHaveTitlesAlone && ! read.importer->rows.empty();
-
-        if (! hasDataRows (*read.importer) && ! mayBeEmpty)
-            problems.push_back ({ read.shownPath, 0, {}, "no cues were found in it" });
-
-        if (mayHaveLostRows (*read.importer))
-            problems.push_back (
-                { read.shownPath, 0, {}, "rows of a file in UTF-16 may be lost; save it as UTF-8" });
-
-        if (const auto number = numberOfLostTracks (*read.importer); number > 0)
-            problems.push_back (
-                { read.shownPath,
-                  0,
-                  {},
-                  number == 1
-                      ? juce::String ("a track without two empty lines behind it is left out")
-                      : juce::String (number) + " tracks without two empty lines behind them are left out" });
-
-        for (const auto& problem : result.problems)
-            problems.push_back ({ read.shownPath, problem.row + 1, problem.column, problem.message });
-
-        for (std::size_t i = 0; i < result.events.size(); ++i)
-            addEvent (result.events[i], { read.shownPath, result.eventRows[i] + 1, {}, {} });
-    }
-
-private:
-    void addEvent (const std::shared_ptr<Event>& event, Problem place)
-    {
-        const bool isFadeIn = event->getType() == EventTypeFadeIn;
-
-        if (! isFadeIn && event->getType() != EventTypeFadeOut)
-        {
-            project.list->addEvent (event, false);
-            return;
-        }
-
-        auto& hasFade = isFadeIn ? hasFadeIn : hasFadeOut;
-
-        if (hasFade)
-        {
-            place.message = "a list has only one " + event->typeString() + "; this one is left out";
-            problems.push_back (place);
-            return;
-        }
-
-        auto& fade = isFadeIn ? project.list->fadeInEvent : project.list->fadeOutEvent;
-        project.list->removeEvent (fade, false);
-        project.list->addEvent (event, false);
-        fade = event;
-        hasFade = true;
-    }
-
-    Project& project;
-    std::vector<Problem>& problems;
-    bool hasFadeIn = false;
-    bool hasFadeOut = false;
-};
 
 Project loadProject (const juce::File& file, const juce::String& shownPath, ProjectForm form,
                      const ListOptions& options)
@@ -425,6 +324,48 @@ void noteColumns (const EventFileImporter& importer, ListScope& scope)
     for (const auto& [title, column] : importer.columnMap)
         if (column >= 0)
             scope.columns.insert (title);
+}
+
+Project mergedLists (const std::vector<std::string>& paths, const ListOptions& options, Session& session,
+                     std::vector<CellProblem>& problems, ListScope* scope)
+{
+    if (std::count (paths.begin(), paths.end(), standardInput) > 1)
+        throw WrongUsage ("Standard input can be read only once");
+
+    auto project = Project::createEmpty (options.timeInfo (nullptr));
+    project.name = nameOfList (paths.front());
+    project.userReasons = options.reasons();
+    project.makeCurrent();
+    ListMerger merger (project, problems);
+    std::vector<TrackReport> sessions;
+    constexpr int stepsOfAFile = 2;
+    Progress progress (session, "Reading", stepsOfAFile * static_cast<int> (paths.size()));
+
+    for (std::size_t i = 0; i < paths.size(); ++i)
+    {
+        const auto read = readCueList (paths[i], options, session);
+        progress.reached (stepsOfAFile * static_cast<int> (i) + 1);
+
+        if (read.error.isNotEmpty())
+            throw CommandFailure (failureInWords (read));
+
+        if (read.tracks.has_value())
+            sessions.push_back (*read.tracks);
+
+        refuseUnknownTable (read, options);
+        merger.add (read, options);
+
+        if (scope != nullptr)
+            noteColumns (*read.importer, *scope);
+
+        progress.hide();
+        sayHowItWasRead (read, session);
+        progress.reached (stepsOfAFile * static_cast<int> (i + 1));
+    }
+
+    checkTrackNames (sessions, session);
+    project.list->sortContentAndUpdateFilteredEvents();
+    return project;
 }
 
 juce::String extensionOf (const std::string& path, const ListOptions& options)
@@ -482,59 +423,33 @@ bool isProjectFile (const std::string& path, const ListOptions& options)
 Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options, Session& session,
                       std::vector<Problem>& problems, ListScope* scope)
 {
-    if (std::count (paths.begin(), paths.end(), standardInput) > 1)
-        throw WrongUsage ("Standard input can be read only once");
+    std::vector<CellProblem> cells;
+    auto project = mergedLists (paths, options, session, cells, scope);
 
-    auto project = Project::createEmpty (options.timeInfo (nullptr));
-    project.name = nameOfList (paths.front());
-    project.userReasons = options.reasons();
-    project.makeCurrent();
-    Merger merger (project, problems);
-    std::vector<TrackReport> sessions;
-    constexpr int stepsOfAFile = 2;
-    Progress progress (session, "Reading", stepsOfAFile * static_cast<int> (paths.size()));
+    for (const auto& cell : cells)
+        problems.push_back (cell.problem);
 
-    for (std::size_t i = 0; i < paths.size(); ++i)
-    {
-        const auto read = readCueList (paths[i], options, session);
-        progress.reached (stepsOfAFile * static_cast<int> (i) + 1);
-
-        if (read.error.isNotEmpty())
-            throw CommandFailure (failureInWords (read));
-
-        if (read.tracks.has_value())
-            sessions.push_back (*read.tracks);
-
-        refuseUnknownTable (read, options);
-        merger.add (read, options);
-
-        if (scope != nullptr)
-            noteColumns (*read.importer, *scope);
-
-        progress.hide();
-        sayHowItWasRead (read, session);
-        progress.reached (stepsOfAFile * static_cast<int> (i + 1));
-    }
-
-    checkTrackNames (sessions, session);
-    project.list->sortContentAndUpdateFilteredEvents();
     return project;
 }
 
 Project loadList (const std::string& path, const ListOptions& options, Session& session, ListScope* scope)
 {
+    std::vector<CellProblem> cells;
+    auto project = loadList (path, options, session, cells, scope);
+
+    for (const auto& cell : cells)
+        session.report (cell.problem);
+
+    return project;
+}
+
+Project loadList (const std::string& path, const ListOptions& options, Session& session,
+                  std::vector<CellProblem>& cells, ListScope* scope)
+{
     const auto form = projectFormNamed (extensionOf (path, options).substring (1));
 
     if (! form.has_value())
-    {
-        std::vector<Problem> problems;
-        auto project = loadCueLists ({ path }, options, session, problems, scope);
-
-        for (const auto& problem : problems)
-            session.report (problem);
-
-        return project;
-    }
+        return mergedLists ({ path }, options, session, cells, scope);
 
     sayWhatAFileDoesNotNeed (path, options, session);
     sayWhatIsUnused (options.givenImportOptions(), juce::String (path), session);

@@ -7,6 +7,7 @@
 #include "TrackChoice.h"
 
 #include "import/frame/EventFileImporter.h"
+#include "import/frame/EventRowProblem.h"
 #include "list/Project.h"
 
 #include <juce_core/juce_core.h>
@@ -55,6 +56,19 @@ bool isProjectFile (const std::string& path, const ListOptions& options);
     @param scope  unless null, set to what the list could tell */
 ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& options, Session& session,
                                   ListScope* scope = nullptr);
+
+/** A cell of a cue list that could not be taken over. */
+struct CellProblem
+{
+    Problem problem;
+    ZEP::Overmarks::EventRowProblemKind kind = ZEP::Overmarks::EventRowProblemKind::other;
+    std::shared_ptr<ZEP::Overmarks::Event> event {}; ///< what the row has become; null for a whole file
+};
+
+/** The same, for a command with words of its own for cells that can't be understood: nothing is reported.
+    @param cells  gets them, in the order of the file */
+ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& options, Session& session,
+                                  std::vector<CellProblem>& cells, ListScope* scope = nullptr);
 
 /** Several cue lists as one project, in the order of time.
     @param scope  unless null, gets the columns that were read */

@@ -34,9 +34,9 @@ void addCommands (CLI::App& program, Session& session)
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
     for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
-                       addSearchCommand, addDiffCommand, addSetCommand, addConvertCommand, addExportCommand,
-                       addOverviewCommand, addStatsCommand, addMIDICommand, addFormatsCommand, addKeysCommand,
-                       addReasonsCommand, addPreferencesCommand })
+                       addSearchCommand, addDiffCommand, addCheckCommand, addSetCommand, addConvertCommand,
+                       addExportCommand, addOverviewCommand, addStatsCommand, addMIDICommand,
+                       addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
         add (program, session);
 }
 

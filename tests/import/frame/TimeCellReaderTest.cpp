@@ -104,6 +104,20 @@ TEST (TimeCellReader, subtitleTimesOnWholeRatesReadLikeTimecodes)
                 << second << " at " << rate;
 }
 
+TEST (TimeCellReader, aProblemHasAKind)
+{
+    const auto kindOf = [] (const std::string& rate, const std::string& cell)
+    { return readAt (rate, "01:00:00:00", cell).kind; };
+
+    EXPECT_EQ (kindOf ("25", "soon"), EventRowProblemKind::noTimecode);
+    EXPECT_EQ (kindOf ("25", "01:00:00:25"), EventRowProblemKind::noTimecode);
+    EXPECT_EQ (kindOf ("25", "99:59:59,980"), EventRowProblemKind::noTimecode);
+    EXPECT_EQ (kindOf ("29.97df", "01:01:00;00"), EventRowProblemKind::droppedTimecode);
+    EXPECT_EQ (kindOf ("29.97df", "01:01:00;30"), EventRowProblemKind::noTimecode);
+    EXPECT_EQ (kindOf ("25", "00:59:59:24"), EventRowProblemKind::beforePicture);
+    EXPECT_EQ (TimeCellReader (nullptr).read ("01:00:00:00").kind, EventRowProblemKind::noTimecode);
+}
+
 TEST (TimeCellReader, coordinatesBehindASubtitleTimeArePassedOver)
 {
     expectFrames ({ { "25", "00:00:00:00", "00:00:02,000  X1:40 X2:600 Y1:20 Y2:50", 50 } });

@@ -21,6 +21,7 @@ void addSetCommand (CLI::App& program, Session& session);
 void addConvertCommand (CLI::App& program, Session& session);
 void addExportCommand (CLI::App& program, Session& session);
 void addOverviewCommand (CLI::App& program, Session& session);
+void addCheckCommand (CLI::App& program, Session& session);
 void addStatsCommand (CLI::App& program, Session& session);
 void addMIDICommand (CLI::App& program, Session& session);
 void addFormatsCommand (CLI::App& program, Session& session);

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// What documents would lose, and nobody would notice before the studio does.
+#include "quality/ListCheck.h"
+
+#include "core/text/StringUtil.h"
+#include "core/timecode/TCToolbox.h"
+
+#include <map>
+#include <utility>
+
+namespace overmarks
+{
+
+using namespace ZEP::Overmarks;
+using ZEP::Core::StringUtil;
+using ZEP::Core::TCToolbox;
+
+namespace
+{
+
+// ---- letters -------------------------------------------------------------------------------------------------------------
+
+constexpr int mostNamed = 8;
+
+/** The letters that ISO 8859-1 lacks, each once, with blanks between them; many of them end in "...". */
+juce::String foreignLetters (const juce::String& text)
+{
+    constexpr juce::juce_wchar last = 0xff;
+    juce::Array<juce::juce_wchar> letters;
+
+    for (auto p = text.getCharPointer(); ! p.isEmpty() && letters.size() <= mostNamed;)
+        if (const auto letter = p.getAndAdvance(); letter > last)
+            letters.addIfNotAlreadyThere (letter);
+
+    juce::StringArray named;
+
+    for (int i = 0; i < letters.size() && i < mostNamed; ++i)
+        named.add (juce::String::charToString (letters[i]));
+
+    if (letters.size() > mostNamed)
+        named.add ("...");
+
+    return named.joinIntoString (" ");
+}
+
+void checkLetters (CheckedList& list, const std::shared_ptr<Event>& event)
+{
+    const auto character = event->character();
+    const auto& notes = event->getNotes().getText();
+    // Only the notes go into a document with typographic signs already replaced.
+    const std::pair<const char*, juce::String> texts[] = {
+        { "the text", event->getText().getText() },
+        { "the cue number", event->getCueNumber() },
+        { "the character's name", character != nullptr ? character->name : juce::String() },
+        { "the notes", StringUtil::replaceIllegalASCIICharacters (notes) }
+    };
+    juce::StringArray places;
+
+    for (const auto& [place, text] : texts)
+        if (const auto letters = foreignLetters (text); letters.isNotEmpty())
+            places.add (juce::String (place) + " (" + letters + ")");
+
+    if (! places.isEmpty())
+        list.add (CheckRule::nonLatin1, event,
+                  "Letters of " + places.joinIntoString (", ")
+                      + " become \"?\" in lists for ASC, Arendis or DS Taker");
+}
+
+// ---- DS Taker ------------------------------------------------------------------------------------------------------------
+
+/** The first event of a cue that finds no marker any more; null if there is one for each. An event that begins with the cue needs no
+    marker, which is told from the texts: those of drop-frame timecode never are the same. */
+std::shared_ptr<Event> firstWithoutMarker (const CheckedList::Events& events)
+{
+    constexpr int mostMarkers = 4;
+    auto start = TCToolbox::tcTimeFromString (events.front()->getStartTCString());
+    auto startFrame = events.front()->getInPointFrameIndex();
+    int markers = 0;
+
+    for (const auto& event : events)
+    {
+        const auto text = event->getStartTCString();
+        const auto time = TCToolbox::tcTimeFromString (text);
+
+        if (! time.invalid && (start.invalid || event->getInPointFrameIndex() < startFrame))
+        {
+            start = time;
+            startFrame = event->getInPointFrameIndex();
+        }
+
+        if (markers == mostMarkers)
+            return event;
+        if (text != TCToolbox::stringFromTCTime (start, false))
+            ++markers;
+    }
+
+    return nullptr;
+}
+
+void checkMarkers (CheckedList& list)
+{
+    std::map<juce::String, CheckedList::Events> cues;
+
+    for (const auto& event : list.shown())
+        cues[event->getCueNumber()].push_back (event);
+
+    for (const auto& [number, events] : cues)
+        if (const auto event = firstWithoutMarker (events); event != nullptr)
+            list.add (CheckRule::dsTakerOverflow, event,
+                      (number.trim().isEmpty() ? juce::String ("Without a cue number there are ")
+                                               : "Cue number " + number + " has ")
+                          + juce::String (events.size())
+                          + " events, which DS Taker takes for one cue; it has four markers for them, and "
+                            "this event finds none");
+}
+
+} // namespace
+
+void checkDocuments (CheckedList& list)
+{
+    if (list.looksFor (CheckRule::dsTakerOverflow))
+        checkMarkers (list);
+
+    if (! list.looksFor (CheckRule::nonLatin1))
+        return;
+
+    for (const auto& event : list.shown())
+        checkLetters (list, event);
+}
+
+} // namespace overmarks
