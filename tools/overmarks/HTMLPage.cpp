@@ -32,13 +32,14 @@ th, td { padding: .35rem .6rem; border-bottom: 1px solid #d5d5d5; text-align: st
 th { border-bottom: 2px solid #777; white-space: nowrap; }
 td { white-space: pre-line; overflow-wrap: anywhere; unicode-bidi: isolate; }
 th.number, td.number { text-align: end; }
+td.whole { white-space: nowrap; }
 tbody tr:nth-child(even) { background: #f6f6f6; }
 @media screen and (max-width: 40rem) {
   body { padding: .8rem; }
   table, tbody, tr, td { display: block; width: 100%; }
   thead { display: none; }
   tr { padding: .4rem 0; border-bottom: 2px solid #777; }
-  td, td.number { padding: .1rem .4rem; border: 0; text-align: start; }
+  td, td.number { padding: .1rem .4rem; border: 0; text-align: start; white-space: pre-line; }
   td:empty { display: none; }
   td::before { content: attr(data-title) "\a0\a0"; color: #666; font-size: .85em; }
 }
@@ -73,10 +74,19 @@ bool isLeftOut (juce::juce_wchar character)
            || (character >= 0x7f && character < 0xa0);
 }
 
-/** ' class="number"' for a column of numbers, or nothing. */
-std::string classOf (std::size_t column, const std::set<std::size_t>& numbers)
+/** A timecode, a cue number or a name is not to be torn apart by a column that is a little too narrow. */
+bool staysWhole (const std::string& html)
 {
-    return numbers.count (column) > 0 ? " class=\"number\"" : "";
+    constexpr std::size_t most = 20;
+    return html.size() <= most && html.find ('\n') == std::string::npos;
+}
+
+std::string openingTag (const std::string& title, bool isNumber, bool isWhole)
+{
+    return "<td dir=\"auto\" data-title=\"" + title + "\""
+           + (isNumber  ? " class=\"number\">"
+              : isWhole ? " class=\"whole\">"
+                        : ">");
 }
 
 } // namespace
@@ -113,14 +123,14 @@ void HTMLPage::table (const Texts& columns, const std::vector<Texts>& rows,
 void HTMLPage::tableOfMarkup (const Texts& columns, const std::vector<std::vector<std::string>>& rows,
                               const std::set<std::size_t>& numbers)
 {
-    std::vector<std::string> opening; // the tag of each column's cells
+    std::vector<std::string> titles;
     body += "<table>\n<thead><tr>";
 
     for (std::size_t column = 0; column < columns.size(); ++column)
     {
-        const auto name = escaped (columns[column]);
-        body += "<th scope=\"col\"" + classOf (column, numbers) + ">" + name + "</th>";
-        opening.push_back ("<td dir=\"auto\" data-title=\"" + name + "\"" + classOf (column, numbers) + ">");
+        titles.push_back (escaped (columns[column]));
+        body += numbers.count (column) > 0 ? "<th scope=\"col\" class=\"number\">" : "<th scope=\"col\">";
+        body += titles.back() + "</th>";
     }
 
     body += "</tr></thead>\n<tbody>\n";
@@ -129,8 +139,9 @@ void HTMLPage::tableOfMarkup (const Texts& columns, const std::vector<std::vecto
     {
         body += "<tr>";
 
-        for (std::size_t column = 0; column < row.size(); ++column)
-            body += (column < opening.size() ? opening[column] : "<td>") + row[column] + "</td>";
+        for (std::size_t column = 0; column < row.size() && column < titles.size(); ++column)
+            body += openingTag (titles[column], numbers.count (column) > 0, staysWhole (row[column]))
+                    + row[column] + "</td>";
 
         body += "</tr>\n";
     }

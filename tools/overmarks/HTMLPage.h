@@ -32,6 +32,7 @@ public:
     void paragraph (const juce::String& text);
 
     /** A table, its columns' titles again on each sheet of paper; on a phone a block for each row.
+        @param rows     cells beyond the last column are left out
         @param numbers  indices of the columns that stand flush right */
     void table (const Texts& columns, const std::vector<Texts>& rows,
                 const std::set<std::size_t>& numbers = {});
