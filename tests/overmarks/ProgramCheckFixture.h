@@ -14,8 +14,32 @@ protected:
 
     static constexpr auto titles = "Start TC,End TC,Character,Text,Cue Number,Notes,Enabled\n";
 
-    /** Rows of a table with titles(), as x.csv. */
-    void writeRows (const std::string& rows) const { write ("x.csv", titles + rows); }
+    /** A table of these rows below the titles. Cells at the end of a row may be missing. */
+    static std::string table (const std::string& rows)
+    {
+        constexpr int commas = 6;
+        std::string text (titles);
+        int found = 0;
+        bool isQuoted = false;
+
+        for (const char c : rows)
+        {
+            isQuoted = isQuoted != (c == '"');
+            found += c == ',' && ! isQuoted ? 1 : 0;
+
+            if (c == '\n')
+            {
+                text.append (static_cast<std::size_t> (std::max (0, commas - found)), ',');
+                found = 0;
+            }
+
+            text += c;
+        }
+
+        return text;
+    }
+
+    void writeRows (const std::string& rows) const { write ("x.csv", table (rows)); }
 
     /** A project of 25 frames a second from 01:00:00:00 with ANNA (c1) and TOM (c2), as x.json. */
     void writeProject (const std::string& events) const
@@ -29,12 +53,13 @@ protected:
     }
 
     /** A line of ANNA that has nothing wrong, but for the members that are given; in a project. */
-    static std::string cue (const std::string& number, int start, int end, const std::string& members = {})
+    static std::string cue (const std::string& number, int start, int end, const std::string& members = {},
+                            const std::string& character = "c1")
     {
-        return R"({"type": 8, "text": "Hello", "characterID": "c1", "cueNumber": ")" + number
+        return R"({"type": 8, "characterID": ")" + character + R"(", "cueNumber": ")" + number
                + R"(", "startFrameIndex": )" + std::to_string (start - 50) + R"(, "inPointFrameIndex": )"
-               + std::to_string (start) + R"(, "endFrameIndex": )" + std::to_string (end)
-               + (members.empty() ? "" : ", " + members) + "}";
+               + std::to_string (start) + R"(, "endFrameIndex": )" + std::to_string (end) + ", "
+               + (members.empty() ? R"("text": "Hello")" : members) + "}";
     }
 
     ProgramResult check (std::vector<std::string> arguments) const

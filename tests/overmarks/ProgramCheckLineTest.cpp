@@ -41,16 +41,15 @@ TEST_F (ProgramCheckTest, aMarkerNeedsNoCharacterNoTextAndNoCueNumber)
 
 TEST_F (ProgramCheckTest, aCharacterThatTheCastDoesNotHaveIsFound)
 {
-    EXPECT_THAT (foundInProject ("unknown-character", cue ("A1", 0, 50, R"("characterID": "c9")") + ","
-                                                          + cue ("A2", 75, 100) + ","
-                                                          + cue ("A3", 125, 150, R"("characterID": "")")),
+    EXPECT_THAT (foundInProject ("unknown-character", cue ("A1", 0, 50, {}, "c9") + "," + cue ("A2", 75, 100)
+                                                          + "," + cue ("A3", 125, 150, {}, "")),
                  ElementsAre ("A1: Its character has the identifier \"c9\", which nobody in the cast has"));
 }
 
 TEST_F (ProgramCheckTest, aCueWithoutTextIsFound)
 {
     EXPECT_THAT (foundInRows ("empty-text", "01:00:02:00,01:00:04:00,ANNA,,A1\n"
-                                            "01:00:05:00,01:00:06:00,ANNA,\"  \n \",A2\n"
+                                            "01:00:05:00,01:00:06:00,ANNA,\"   \",A2\n"
                                             "01:00:07:00,01:00:08:00,ANNA,?,A3\n"),
                  ElementsAre ("A1: It has no text", "A2: It has no text"));
 }
@@ -142,18 +141,27 @@ TEST_F (ProgramCheckTest, takesThatWereRecordedAndChosenAreNoFinding)
 TEST_F (ProgramCheckTest, lettersThatSomeDocumentsLoseAreNamed)
 {
     EXPECT_THAT (
-        foundInRows ("non-latin1", "01:00:02:00,01:00:04:00,ŁUCJA,“Ñandú” Łódź,Ł1,Ω\n"
+        foundInRows ("non-latin1", "01:00:02:00,01:00:04:00,ŁUCJA,Ñandú Łódź,Ł1,Ω\n"
                                    "01:00:05:00,01:00:06:00,ANNA,abcdefg,A2,\n"),
-        ElementsAre ("Ł1: Letters of the text (“ ” Ł ź), the cue number (Ł), the character's name (Ł), the "
+        ElementsAre ("Ł1: Letters of the text (Ł ź), the cue number (Ł), the character's name (Ł), the "
                      "notes (Ω) become \"?\" in lists for ASC, Arendis or DS Taker"));
+}
+
+TEST_F (ProgramCheckTest, typographyOfTextIsAFindingSinceSomeDocumentsTakeItAsItStands)
+{
+    EXPECT_THAT (
+        foundInProject ("non-latin1", cue ("A1", 0, 50, R"("text": "“Hello” – you")")),
+        ElementsAre ("A1: Letters of the text (“ ” –) become \"?\" in lists for ASC, Arendis or DS Taker"));
+    EXPECT_THAT (
+        foundInProject ("non-latin1", cue ("A1", 0, 50, R"("text": "Hi", "notes": {"text": "“softer” –"})")),
+        IsEmpty())
+        << "that of notes is replaced by plain signs";
 }
 
 TEST_F (ProgramCheckTest, lettersThatAllDocumentsHoldAreNoFinding)
 {
-    EXPECT_THAT (
-        foundInRows ("non-latin1", "01:00:02:00,01:00:04:00,ÉMILE,Ñandú für 5 £ ÿ,É1,“quoted” – notes\n"),
-        IsEmpty())
-        << "quotes of notes become plain ones";
+    EXPECT_THAT (foundInRows ("non-latin1", "01:00:02:00,01:00:04:00,ÉMILE,Ñandú für 5 £ ÿ,É1,ß\n"),
+                 IsEmpty());
 }
 
 TEST_F (ProgramCheckTest, ofManyLettersTheFirstAreNamed)

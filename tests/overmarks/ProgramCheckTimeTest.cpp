@@ -19,9 +19,10 @@ TEST_F (ProgramCheckTest, aTextThatIsNoTimecodeIsFoundWithItsRow)
                                             "soon,01:00:04:00,ANNA,Hello,A2\n"
                                             "01:00:61:00,01:01:02:00,ANNA,Hello,A3\n"
                                             "01:00:05:00,later,ANNA,Hello,A4\n"),
-                 ElementsAre ("A2: Row 3: the start \"soon\" is not a timecode such as 01:02:03:04",
-                              "A3: Row 4: the start \"01:00:61:00\" is not a timecode such as 01:02:03:04",
-                              "A4: Row 5: the end \"later\" is not a timecode such as 01:02:03:04"));
+                 ElementsAre ("A4: Row 5: the end \"later\" is not a timecode such as 01:02:03:04",
+                              "A2: Row 3: the start \"soon\" is not a timecode such as 01:02:03:04",
+                              "A3: Row 4: the start \"01:00:61:00\" is not a timecode such as 01:02:03:04"))
+        << "what has no time stands at the end of the list";
 }
 
 TEST_F (ProgramCheckTest, aFrameNumberThatTheRateDoesNotHaveIsFound)
@@ -79,8 +80,9 @@ TEST_F (ProgramCheckTest, aTimecodeThatDropFrameLeavesOutIsFound)
                              "00:10:00;00,00:10:02;00,ANNA,Hello,A4\n";
     EXPECT_THAT (
         foundInRows ("drop-frame-illegal", rows, { "--fps", "29.97df" }),
-        ElementsAre ("A2: Row 3: the start \"00:01:00;00\" is a timecode that drop-frame counting leaves out",
-                     "A3: Row 4: the end \"00:02:00;01\" is a timecode that drop-frame counting leaves out"));
+        ElementsAre (
+            "A3: Row 4: the end \"00:02:00;01\" is a timecode that drop-frame counting leaves out",
+            "A2: Row 3: the start \"00:01:00;00\" is a timecode that drop-frame counting leaves out"));
     EXPECT_THAT (foundInRows ("tc-invalid", rows, { "--fps", "29.97df" }), IsEmpty());
 }
 
@@ -143,7 +145,7 @@ TEST_F (ProgramCheckTest, anEndBeforeTheStartIsFoundInSubtitles)
 {
     write ("x.srt", "1\n00:00:05,000 --> 00:00:04,000\nHello\n\n2\n00:00:06,000 --> 00:00:07,000\nYou\n\n");
     EXPECT_THAT (found ("end-before-start", { "x.srt" }),
-                 ElementsAre (": Row 1: the end \"00:00:04,000\" is before the start of the event"));
+                 ElementsAre ("1: Row 1: the end \"00:00:04,000\" is before the start of the event"));
     EXPECT_THAT (found ("tc-invalid", { "x.srt" }), IsEmpty());
 }
 
