@@ -107,17 +107,25 @@ TEST_F (ProjectSchemaTest, everyMemberThatIsWrittenIsDescribedAndNoOther)
 TEST_F (ProjectSchemaTest, whatItRefusesIsRefused)
 {
     for (const auto* project :
-         { "[]", "{}", R"({"overmarks": 2})", R"({"overmarks": 1, "nane": ""})", R"({"overmarks": 1, "name": 7})",
+         { "[]",
+           "{}",
+           R"({"overmarks": 2})",
+           R"({"overmarks": 1, "nane": ""})",
+           R"({"overmarks": 1, "name": 7})",
            R"({"overmarks": 1, "timeInfo": {"framesPerSecond": 0}})",
            R"({"overmarks": 1, "timeInfo": {"framesPerSecond": 101}})",
            R"({"overmarks": 1, "timeInfo": {"timeOrigin": "one o'clock"}})",
-           R"({"overmarks": 1, "timeInfo": {"rate": 25}})", R"({"overmarks": 1, "sortDescending": 1})",
+           R"({"overmarks": 1, "timeInfo": {"rate": 25}})",
+           R"({"overmarks": 1, "sortDescending": 1})",
            R"({"overmarks": 1, "userReasons": ["1", "2", "3", "4", "5", "6", "7", "8", "9"]})",
-           R"({"overmarks": 1, "characters": {"id": "c1"}})", R"({"overmarks": 1, "characters": [{"age": 7}]})",
-           R"({"overmarks": 1, "documents": {"tittle": ""}})", R"({"overmarks": 1, "events": [{"color": "red"}]})",
+           R"({"overmarks": 1, "characters": {"id": "c1"}})",
+           R"({"overmarks": 1, "characters": [{"age": 7}]})",
+           R"({"overmarks": 1, "documents": {"tittle": ""}})",
+           R"({"overmarks": 1, "events": [{"color": "red"}]})",
            R"({"overmarks": 1, "events": [{"inPointFrameIndex": 1.5}]})",
            R"({"overmarks": 1, "events": [{"inPointFrameIndex": 2147483648}]})",
-           R"({"overmarks": 1, "events": [{"done": "yes"}]})", R"({"overmarks": 1, "events": [{"text": 7}]})",
+           R"({"overmarks": 1, "events": [{"done": "yes"}]})",
+           R"({"overmarks": 1, "events": [{"text": 7}]})",
            R"({"overmarks": 1, "events": [{"text": {"text": "Go", "runs": [{"colour": "red"}]}}]})",
            R"({"overmarks": 1, "events": [{"text": {"text": "Go", "runs": [{"height": 0}]}}]})",
            R"({"overmarks": 1, "events": [{"text": {"text": "Go", "runs": [{"start": -1}]}}]})",
@@ -130,12 +138,13 @@ TEST_F (ProjectSchemaTest, whatItRefusesIsRefused)
 
 TEST_F (ProjectSchemaTest, whatItAllowsIsRead)
 {
-    for (const auto* project :
-         { R"({"overmarks": 1})", R"({"overmarks": 1, "events": []})",
-           R"({"overmarks": 1, "timeInfo": {"framesPerSecond": 30, "dropFrame": true}, "events": [{}]})",
-           R"({"overmarks": 1, "timeInfo": {"timeOrigin": "01:00:00;00", "frameRateNumerator": 30000, "frameRateDenominator": 1001, "dropFrame": true}})",
-           R"({"overmarks": 1, "characters": [{"id": "c1", "name": "ANNA"}], "events": [{"characterID": "c1", "text": "Go"}]})",
-           R"({"overmarks": 1, "events": [{"text": {"text": "Go", "runs": [{"bold": true, "colour": "ffFF0000"}]}}]})" })
+    for (
+        const auto* project :
+        { R"({"overmarks": 1})", R"({"overmarks": 1, "events": []})",
+          R"({"overmarks": 1, "timeInfo": {"framesPerSecond": 30, "dropFrame": true}, "events": [{}]})",
+          R"({"overmarks": 1, "timeInfo": {"timeOrigin": "01:00:00;00", "frameRateNumerator": 30000, "frameRateDenominator": 1001, "dropFrame": true}})",
+          R"({"overmarks": 1, "characters": [{"id": "c1", "name": "ANNA"}], "events": [{"characterID": "c1", "text": "Go"}]})",
+          R"({"overmarks": 1, "events": [{"text": {"text": "Go", "runs": [{"bold": true, "colour": "ffFF0000"}]}}]})" })
     {
         EXPECT_EQ (placeOfMistake (project), "") << project;
         EXPECT_TRUE (isRead (project)) << project;

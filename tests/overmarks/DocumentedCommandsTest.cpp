@@ -2,17 +2,19 @@
 // Every command line that README and docs show is run; where they show what it prints, that is what it prints.
 #include "overmarks/ProgramFixture.h"
 
-
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
+#include <utility>
 #include <vector>
 
 namespace
@@ -20,9 +22,10 @@ namespace
 
 struct Command
 {
-    std::string line;                ///< as somebody would type it
-    std::vector<std::string> output; ///< what the page shows of it, both streams; empty where it shows nothing
-    bool showsOutput = false;        ///< a "$" stands before it
+    std::string line; ///< as somebody would type it
+    std::vector<std::string>
+        output;               ///< what the page shows of it, both streams; empty where it shows nothing
+    bool showsOutput = false; ///< a "$" stands before it
 };
 
 /** A page of the documentation, by its path below the sources. */
@@ -117,12 +120,12 @@ protected:
             if (! file (name).exists())
                 reel.copyFileTo (file (name));
 
-        sources.getChildFile ("tests/data/import/protools/session.txt").copyFileTo (file ("reel-2.txt"));
-        EXPECT_EQ (shell ("overmarks import reel-2.csv -o film.overmarks --origin 02:00:00:00 --quiet && "
-                          "overmarks convert film.overmarks reel-2.xlsx --quiet && "
-                          "overmarks convert film.overmarks film.json --quiet")
-                       .status,
-                   0);
+        sources.getChildFile ("tests/data/import/protools/harbour.txt").copyFileTo (file ("reel-2.txt"));
+        sources.getChildFile ("tests/data/import/xlsx/harbour.xlsx").copyFileTo (file ("reel-2.xlsx"));
+        const auto made =
+            shell ("overmarks import reel-2.csv -o film.overmarks --origin 02:00:00:00 --quiet && "
+                   "overmarks convert film.overmarks film.json --quiet");
+        EXPECT_EQ (made.status, 0) << made.output;
     }
 
     Ran shell (const std::string& line) const
@@ -148,11 +151,14 @@ protected:
     /** What a command is to write must not be there yet. */
     void makeWay (const std::string& line) const
     {
-        std::istringstream words (line);
+        std::istringstream stream (line);
+        const std::vector<std::string> words (std::istream_iterator<std::string> (stream), {});
+        const auto command = words.size() > 1 ? words[1] : std::string();
 
-        for (std::string word; words >> word;)
-            if (word == "-o" && words >> word && file (word).existsAsFile() && line.find (" set ") == std::string::npos)
-                file (word).deleteFile();
+        for (std::size_t i = 2; i < words.size(); ++i)
+            if ((words[i - 1] == "-o" && command != "set") || (command == "convert" && i == 3))
+                if (file (words[i]).existsAsFile())
+                    file (words[i]).deleteFile();
     }
 
     /** A check or a comparison that finds something is no failure of the page. */
@@ -233,7 +239,8 @@ TEST (Documents, linksLeadSomewhere)
                     continue;
 
                 ++links;
-                EXPECT_TRUE (std::filesystem::exists (here.parent_path() / target.substr (0, target.find ('#'))))
+                EXPECT_TRUE (
+                    std::filesystem::exists (here.parent_path() / target.substr (0, target.find ('#'))))
                     << page.name << ": " << target;
             }
     }
