@@ -120,7 +120,8 @@ protected:
             if (! file (name).exists())
                 reel.copyFileTo (file (name));
 
-        sources.getChildFile ("tests/data/import/protools/harbour.txt").copyFileTo (file ("reel-2.txt"));
+        const auto tracks = sources.getChildFile ("tests/data/import/protools/harbour.txt").loadFileAsString();
+        write ("reel-2.txt", tracks.replace ("XY7", "AR4").toStdString());
         sources.getChildFile ("tests/data/import/xlsx/harbour.xlsx").copyFileTo (file ("reel-2.xlsx"));
         const auto made =
             shell ("overmarks import reel-2.csv -o film.overmarks --origin 02:00:00:00 --quiet && "
@@ -211,9 +212,9 @@ TEST_P (DocumentedCommandsTest, runAndPrintWhatThePageShows)
 }
 
 INSTANTIATE_TEST_SUITE_P (Pages, DocumentedCommandsTest, testing::ValuesIn (pages()),
-                          [] (const auto& info)
+                          [] (const auto& page)
                           {
-                              auto name = info.param.name;
+                              auto name = page.param.name;
                               std::replace_if (
                                   name.begin(), name.end(), [] (char c) { return ! std::isalnum (c); }, '_');
                               return name;
