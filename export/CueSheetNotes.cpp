@@ -4,6 +4,7 @@
 #include "core/cast/ADRCueReasonsManager.h"
 #include "event/EventKeyValueEditor.h"
 #include "export/RichTextHTML.h"
+#include "export/frame/CellTexts.h"
 
 #include <Poco/Any.h>
 
@@ -76,18 +77,7 @@ std::string reasonOf (const std::shared_ptr<Event>& event)
 
 std::string regionOf (const Event& event)
 {
-    if (! event.isForcedNarrative())
-        return {};
-
-    switch (event.getForcedNarrativeRegion())
-    {
-        case ForcedNarrativeRegionBottom: return "Bottom";
-        case ForcedNarrativeRegionTop: return "Top";
-        case ForcedNarrativeRegionLeft: return "Left";
-        case ForcedNarrativeRegionRight: break;
-    }
-
-    return "Right";
+    return event.isForcedNarrative() ? CellTexts::region (event.getForcedNarrativeRegion()) : "";
 }
 
 void appendEngineersRow (std::string& page, const std::shared_ptr<Event>& event)

@@ -4,6 +4,7 @@
 #include "core/cast/ADRCueReasonsManager.h"
 #include "core/system/SystemUtility.h"
 #include "export/frame/ByCharacterWalk.h"
+#include "export/frame/CellTexts.h"
 #include "export/frame/CharacterHeaderText.h"
 #include "export/frame/OutputFileNames.h"
 #include "export/word/DocxHandlerProtocol.h"
@@ -45,18 +46,7 @@ juce::String reasonOf (const Event& event)
 
 juce::String regionOf (const Event& event)
 {
-    if (! event.isForcedNarrative())
-        return {};
-
-    switch (event.getForcedNarrativeRegion())
-    {
-        case ForcedNarrativeRegionBottom: return "Bottom";
-        case ForcedNarrativeRegionTop: return "Top";
-        case ForcedNarrativeRegionLeft: return "Left";
-        case ForcedNarrativeRegionRight: break;
-    }
-
-    return "Right";
+    return event.isForcedNarrative() ? CellTexts::region (event.getForcedNarrativeRegion()) : "";
 }
 
 /** The characters of all blocks as the front matter names them. */

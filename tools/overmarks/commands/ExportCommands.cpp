@@ -8,6 +8,7 @@
 #include "ProjectForm.h"
 #include "StagingFolder.h"
 #include "Suggestion.h"
+#include "WrittenFiles.h"
 #include "commands/Commands.h"
 
 #include <algorithm>
@@ -41,30 +42,6 @@ struct ConvertOptions
     ListOptions listOptions;
     DocumentOptions documents;
 };
-
-void tellOfFiles (const std::vector<juce::File>& files, bool isDryRun, const Session& session)
-{
-    const auto messages = session.messagesAsJSON(); // the files have a member of their own
-    auto paths = json::array();
-
-    for (const auto& file : files)
-    {
-        session.say ((isDryRun ? "Would write " : "Wrote ") + file.getFullPathName());
-        paths.push_back (file.getFullPathName().toStdString());
-    }
-
-    if (! session.wantsJSON)
-        return;
-
-    json document { { "files", std::move (paths) },
-                    { "messages", messages },
-                    { "problems", session.problemsAsJSON() } };
-
-    if (isDryRun)
-        document["dryRun"] = true;
-
-    session.data (document);
-}
 
 std::vector<const DocumentFormat*> formatsNamed (const std::vector<std::string>& names,
                                                  const DocumentOptions& documents)

@@ -4,6 +4,7 @@
 #include "ListSource.h"
 #include "ProjectForm.h"
 #include "StagingFolder.h"
+#include "WrittenFiles.h"
 #include "commands/Commands.h"
 
 #include "core/system/SystemUtility.h"
@@ -78,24 +79,11 @@ void makeOverview (const OverviewOptions& options, Session& session)
     const bool isDryRun = options.documents.policy.dryRun;
     refuse (options, out);
     const auto project = loadList (options.list, options.listOptions, session);
-    const auto messages = session.messagesAsJSON();
 
     if (! isDryRun)
         writeSheet (options, project, out, session);
 
-    session.say ((isDryRun ? "Would write " : "Wrote ") + out.getFullPathName());
-
-    if (! session.wantsJSON)
-        return;
-
-    json document { { "files", json::array ({ out.getFullPathName().toStdString() }) },
-                    { "messages", messages },
-                    { "problems", session.problemsAsJSON() } };
-
-    if (isDryRun)
-        document["dryRun"] = true;
-
-    session.data (document);
+    tellOfFiles ({ out }, isDryRun, session);
 }
 
 } // namespace
