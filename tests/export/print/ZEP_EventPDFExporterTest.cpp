@@ -69,14 +69,13 @@ protected:
         std::thread killer (
             [&]
             {
-                while (! isDone && killed == 0)
+                while (! isDone)
                 {
-                    const auto found = processesOfBrowser (word);
+                    // Not in its first moment: it shall have begun, and be more than the script that starts it.
+                    std::this_thread::sleep_for (killed > 0 || processesOfBrowser (word).empty() ? 10ms
+                                                                                                 : 700ms);
 
-                    // Not in its first moment: it shall have begun.
-                    std::this_thread::sleep_for (found.empty() ? 10ms : 700ms);
-
-                    for (const auto process : found)
+                    for (const auto process : processesOfBrowser (word))
                         killed += ::kill (process, SIGKILL) == 0 ? 1 : 0;
                 }
             });
