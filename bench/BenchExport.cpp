@@ -23,23 +23,10 @@ void sizes (benchmark::internal::Benchmark* benchmark)
     benchmark->RangeMultiplier (10)->Range (1000, 100000)->Unit (benchmark::kMillisecond);
 }
 
-/** A folder that is gone again with this object. */
-class SampleFolder final
-{
-public:
-    SampleFolder() : folder (juce::File::createTempFile ("bench")) { folder.createDirectory(); }
-    ~SampleFolder() { folder.deleteRecursively(); }
-
-    SampleFolder (const SampleFolder&) = delete;
-    SampleFolder& operator= (const SampleFolder&) = delete;
-
-    const juce::File folder;
-};
-
 void exportWithFactory (benchmark::State& state, EventExportType type, const char* extension)
 {
     const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
-    const SampleFolder output;
+    const bench::SampleFolder output;
     auto settings = std::make_shared<EventExportSettingsSet>();
     settings->exportType = type;
     settings->events = project.list->filteredEvents;
@@ -90,7 +77,7 @@ private:
 void printPDF (benchmark::State& state)
 {
     const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
-    const SampleFolder output;
+    const bench::SampleFolder output;
     auto settings = std::make_shared<EventExportSettingsSet>();
     settings->exportType = EventExportTypePDF;
     settings->events = project.list->filteredEvents;
@@ -122,7 +109,7 @@ template <typename Export>
 void exportToPath (benchmark::State& state, Export exportEvents)
 {
     const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
-    const SampleFolder output;
+    const bench::SampleFolder output;
     const auto file = output.folder.getChildFile ("bench.txt");
 
     for (auto _ : state)

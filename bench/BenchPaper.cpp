@@ -14,24 +14,11 @@ using namespace ZEP::Overmarks;
 using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 
-/** A folder that is gone again with this object. */
-class SampleFolder final
-{
-public:
-    SampleFolder() : folder (juce::File::createTempFile ("bench")) { folder.createDirectory(); }
-    ~SampleFolder() { folder.deleteRecursively(); }
-
-    SampleFolder (const SampleFolder&) = delete;
-    SampleFolder& operator= (const SampleFolder&) = delete;
-
-    const juce::File folder;
-};
-
 /** A cue sheet for the director, with the boxes of the takes. */
 void drawCueSheet (benchmark::State& state)
 {
     const auto project = bench::sampleProject (static_cast<int> (state.range (0)));
-    const SampleFolder output;
+    const bench::SampleFolder output;
     auto settings = std::make_shared<EventExportSettingsSet>();
     settings->exportType = EventExportTypePDF;
     settings->events = project.list->filteredEvents;
@@ -55,7 +42,7 @@ void drawOverview (benchmark::State& state)
         characters.push_back ({ "CHARACTER " + juce::String (i), "Actor " + juce::String (i),
                                 "C" + juce::String (i), i, i / 2, static_cast<float> (i % 101) / 100.0f });
 
-    const SampleFolder output;
+    const bench::SampleFolder output;
     const auto path = output.folder.getChildFile ("overview.pdf").getFullPathName();
 
     for (auto _ : state)

@@ -11,6 +11,19 @@
 namespace bench
 {
 
+/** A folder that is gone again with this object. */
+class SampleFolder final
+{
+public:
+    SampleFolder() : folder (juce::File::createTempFile ("bench")) { folder.createDirectory(); }
+    ~SampleFolder() { folder.deleteRecursively(); }
+
+    SampleFolder (const SampleFolder&) = delete;
+    SampleFolder& operator= (const SampleFolder&) = delete;
+
+    const juce::File folder;
+};
+
 /** A season's list as a studio would have it: cues of forty characters in the order of time, every tenth event a streamer or a
     marker, some without a time. The same for the same number. The project is the current one afterwards. */
 ZEP::Overmarks::Project sampleProject (int numberOfEvents);

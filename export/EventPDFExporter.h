@@ -59,8 +59,9 @@ public:
     juce::String oneCueContent (std::shared_ptr<Event> event);              ///< A whole cue with its boxes.
     /** Below the text, as the layout wants it. */
     juce::String oneCueNotesSection (std::shared_ptr<Event> event);
-    juce::String oneCueTakeNumberBoxes (std::shared_ptr<Event> event);      ///< The numbered boxes.
-    juce::String htmlStringFromRichText (const Core::RichTextString& text); ///< Escaped, with its looks.
+    juce::String oneCueTakeNumberBoxes (std::shared_ptr<Event> event); ///< The numbered boxes.
+    juce::String htmlStringFromRichText (
+        const Core::RichTextString& text); ///< With its looks; its words as they stand.
 
     /** Makes the adapter of each document: what prints, on this machine. Never empty. */
     MakeAdapter makePrintAdapter;

@@ -10,4 +10,6 @@ juce::String PDFPrintAdapter::failure() const { return {}; }
 
 bool PDFPrintAdapter::hasWaitedInVain() const { return false; }
 
+void PDFPrintAdapter::expectLittle() {}
+
 } // namespace ZEP::Overmarks

@@ -34,9 +34,12 @@ public:
     /** Why there is no file, in words for a person; empty as long as all went well. */
     [[nodiscard]] virtual juce::String failure() const;
 
-    /** Whether it failed since what prints has kept it waiting in vain. After the second document of an export that ends so, the
-        others aren't tried. */
+    /** Whether it failed since what prints has kept it waiting in vain. */
     [[nodiscard]] virtual bool hasWaitedInVain() const;
+
+    /** Is called first of all after two documents of an export were waited for in vain: each of the others is tried, but may keep
+        the studio waiting only as long as one that prints at all. */
+    virtual void expectLittle();
 };
 
 } // namespace ZEP::Overmarks

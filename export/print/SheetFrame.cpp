@@ -40,9 +40,12 @@ std::string frameOfSheet (const PrintLayout& layout)
     // they are aimed. And the first title of a document is its title.
     //
     // A cue that is torn apart between two pages can't be read out, and one word without an end must not make the whole sheet
-    // small.
+    // small. Labels keep their words whole, however long the text beside them. A line of Arabic or Hebrew is set from the right:
+    // from the left its full stop would stand at the wrong end.
     return "<!DOCTYPE html><title>Dublane - Event List</title><style>@layer sheet{" + rulesOfPages (layout)
-           + ".oneCueOuterContainer{break-inside:avoid!important}p{overflow-wrap:anywhere!important}}</style>";
+           + ".oneCueOuterContainer{break-inside:avoid!important}"
+             "p{overflow-wrap:anywhere!important;unicode-bidi:plaintext!important}"
+             ".cueNotesSectionHeaderItem>p{overflow-wrap:normal!important}}</style>";
 }
 
 } // namespace ZEP::Overmarks

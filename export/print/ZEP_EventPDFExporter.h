@@ -42,6 +42,9 @@ public:
     [[nodiscard]] juce::String failure() const override { return reason; }
     [[nodiscard]] bool hasWaitedInVain() const override { return waitedInVain; }
 
+    /** Leaves a twelfth of the patience. */
+    void expectLittle() override { patience /= 12; }
+
     /** What the browser itself needed to load and print the page. */
     [[nodiscard]] std::chrono::duration<double> browsersOwnTime() const noexcept { return ownTime; }
 

@@ -146,20 +146,7 @@ TEST_F (HostileSheetTest, aStyleTearsNoCueApartAndLeavesEndlessWordsBroken)
     ASSERT_EQ (print(), "");
     const PrintedPDF sheet (path());
     expectUsualSheet (sheet);
-
-    // A cue's number stands at its top and its end at its bottom.
-    for (int page = 0; page < sheet.pages(); ++page)
-    {
-        int numbers = 0, times = 0;
-
-        for (const auto& word : sheet.words (page))
-        {
-            numbers += word.text[0] == 'N' ? 1 : 0;
-            times += word.text.starts_with ("01:") && word.text.size() == 11 ? 1 : 0; // no time of day
-        }
-
-        EXPECT_EQ (times, 2 * numbers) << page;
-    }
+    expectWholeCues (sheet);
 }
 
 TEST_F (HostileSheetTest, theTitleIsTheSheetsWhateverACueSays)

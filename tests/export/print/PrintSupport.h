@@ -112,6 +112,23 @@ protected:
         return print();
     }
 
+    /** That no cue is on two pages. Their numbers, which begin with N, stand at the top and their ends at the bottom. */
+    static void expectWholeCues (const PrintedPDF& sheet)
+    {
+        for (int page = 0; page < sheet.pages(); ++page)
+        {
+            int numbers = 0, times = 0;
+
+            for (const auto& word : sheet.words (page))
+            {
+                numbers += word.text[0] == 'N' ? 1 : 0;
+                times += word.text.starts_with ("01:") && word.text.size() == 11 ? 1 : 0; // no time of day
+            }
+
+            EXPECT_EQ (times, 2 * numbers) << page;
+        }
+    }
+
     std::string path() const { return (folder.path / "Reel 2.pdf").string(); }
     bool wasPrinted() const { return std::filesystem::exists (path()); }
 

@@ -197,21 +197,34 @@ TEST_F (PrintedSheetTest, everyPageHasItsNumberAndNothingStandsInTheMarginsOrThe
 TEST_F (PrintedSheetTest, noCueIsTornApart)
 {
     addCues (40);
-    const auto document = printed();
+    expectWholeCues (printed());
+}
 
-    // A cue's number stands at its top and its end at its bottom.
-    for (int page = 0; page < document.pages(); ++page)
-    {
-        int numbers = 0, times = 0;
+TEST_F (PrintedSheetTest, labelsStayWholeBesideTheLongestNotes)
+{
+    juce::String notes;
 
-        for (const auto& word : document.words (page))
-        {
-            numbers += word.text[0] == 'N' ? 1 : 0;
-            times += word.text.starts_with ("01:") && word.text.size() == 11 ? 1 : 0; // no time of day
-        }
+    for (int i = 0; i < 24; ++i)
+        notes << "the actor turns away from the window and speaks softly to the child ";
 
-        EXPECT_EQ (times, 2 * numbers) << page;
-    }
+    auto long1 = event ({ .cueNumber = "N1", .words = "Hello", .notes = notes.toStdString() });
+    settings->events = { long1 };
+    const auto words = printed().words (0);
+    EXPECT_TRUE (
+        std::any_of (words.begin(), words.end(), [] (const auto& word) { return word.text == "NOTES"; }));
+}
+
+TEST_F (PrintedSheetTest, linesOfArabicAreSetFromTheRight)
+{
+    settings->events = { event ({ .cueNumber = "N1", .words = "\u0645\u0631\u062d\u0628\u0627 Mary" }) };
+    const auto sheet = printed();
+    const auto words = sheet.words (0);
+    const auto isArabic = [] (char byte) { return static_cast<unsigned char> (byte) >= 0xd8; };
+    const auto arabic = std::find_if (words.begin(), words.end(),
+                                      [&] (const auto& word)
+                                      { return std::any_of (word.text.begin(), word.text.end(), isArabic); });
+    ASSERT_NE (arabic, words.end());
+    EXPECT_GT (arabic->left, sheet.word (0, "Mary").right);
 }
 
 TEST_F (PrintedSheetTest, backgroundsIconsAndColoursArePrinted)
