@@ -286,4 +286,25 @@ const EventAttribute& settableAttributeWithKey (const juce::String& key)
     return attribute;
 }
 
+std::vector<std::string> attributeKeys()
+{
+    std::vector<std::string> keys;
+
+    for (const auto& attribute : EventAttribute::all())
+        keys.push_back (attribute.key.toStdString());
+
+    return keys;
+}
+
+std::vector<std::string> settableAttributeKeys()
+{
+    std::vector<std::string> keys;
+
+    for (const auto& attribute : EventAttribute::all())
+        if (attribute.isSettable())
+            keys.push_back (attribute.key.toStdString());
+
+    return keys;
+}
+
 } // namespace overmarks

@@ -7,6 +7,8 @@
 #include <juce_core/juce_core.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace overmarks
 {
@@ -25,5 +27,9 @@ const ZEP::Overmarks::EventAttribute& attributeWithKey (const juce::String& key)
 
 /** The same, of an attribute that can be set. Throws WrongUsage. */
 const ZEP::Overmarks::EventAttribute& settableAttributeWithKey (const juce::String& key);
+
+/** All keys, and those of the attributes that can be set. */
+std::vector<std::string> attributeKeys();
+std::vector<std::string> settableAttributeKeys();
 
 } // namespace overmarks

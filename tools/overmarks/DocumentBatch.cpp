@@ -65,6 +65,26 @@ std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const
     return names;
 }
 
+/** The events of each file of a table, in the order of namesOf(). */
+std::vector<EventExportSettingsSet::Events> eventsOfFiles (const EventExportSettingsSet& settings,
+                                                           bool byCharacter)
+{
+    if (! byCharacter)
+        return { settings.events };
+
+    const ByCharacterWalk walk (settings, {});
+
+    if (walk.isCombined())
+        return { walk.joinedEvents() };
+
+    std::vector<EventExportSettingsSet::Events> all;
+
+    for (const auto& block : walk.blocks())
+        all.push_back (block.events);
+
+    return all;
+}
+
 constexpr auto nothingWritten = "nothing was written";
 constexpr auto tooLargeToImport =
     " is too large to be imported again; what is changed in it has to be brought back by hand";
@@ -228,6 +248,37 @@ void DocumentBatch::refuse (const std::vector<Work>& works) const
             if (! taken.insert (target.getFullPathName()).second)
                 throw CommandFailure ("Two documents would be written to " + target.getFullPathName());
         }
+}
+
+/** The questions of DS Taker's tables, whose rows are made for that and go nowhere. */
+void DocumentBatch::sayWhatWouldBeAsked (const std::vector<Work>& works, const Session& session) const
+{
+    for (const auto& work : works)
+    {
+        if (options.yes || work.names.empty() || work.format->name != "ds-taker")
+            continue;
+
+        std::size_t place = 0;
+        const auto exporter =
+            exporterFor (work,
+                         [&] (const juce::String& question)
+                         {
+                             session.say ("Would ask before writing " + work.targets[place].getFullPathName()
+                                          + ", and --yes agrees: " + question);
+                             return false;
+                         });
+        auto* const table = dynamic_cast<EventCSVExporter*> (exporter.get());
+
+        if (table == nullptr)
+            continue;
+
+        for (const auto& events : eventsOfFiles (*work.settings, isByCharacter (*work.format)))
+        {
+            static_cast<void> (table->csvHeaderString()); // which also chooses the columns
+            table->createCSVLinesForTemplateDSTaker (events);
+            ++place;
+        }
+    }
 }
 
 /** Whether a document has an exporter of the factory that tells all there is to know. One by timecode of a list without events
@@ -426,6 +477,9 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     }
 
     refuse (works);
+
+    if (options.policy.dryRun)
+        sayWhatWouldBeAsked (works, session);
 
     if (options.policy.dryRun || files.empty())
         return files;

@@ -60,6 +60,7 @@ private:
     std::vector<juce::File> moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,
                                            Session& session) const;
     void refuse (const std::vector<Work>& works) const;
+    void sayWhatWouldBeAsked (const std::vector<Work>& works, const Session& session) const;
     bool isByCharacter (const DocumentFormat& format) const;
     void writeWordDocuments (const Work& work, Progress& progress, const juce::File& stage,
                              int filesBefore) const;

@@ -207,6 +207,16 @@ const std::vector<DocumentFormat>& documentFormats()
     return formats;
 }
 
+std::vector<std::string> documentFormatNames()
+{
+    std::vector<std::string> names;
+
+    for (const auto& format : documentFormats())
+        names.push_back (format.name);
+
+    return names;
+}
+
 const DocumentFormat& drawnCueSheet()
 {
     static const DocumentFormat format {
@@ -235,16 +245,11 @@ bool DocumentFormat::canBeByCharacter() const
 
 const DocumentFormat& documentFormat (const std::string& name, const std::vector<std::string>& furtherNames)
 {
-    std::vector<std::string> known;
-
     for (const auto& format : documentFormats())
-    {
         if (format.name == name)
             return format;
 
-        known.push_back (format.name);
-    }
-
+    auto known = documentFormatNames();
     known.insert (known.end(), furtherNames.begin(), furtherNames.end());
     throw WrongUsage ("\"" + juce::String (name) + "\" is no format that can be written; there are "
                       + joined (known) + "." + didYouMean (name, known));

@@ -42,6 +42,9 @@ struct DocumentFormat
 /** All documents that can be written now. */
 const std::vector<DocumentFormat>& documentFormats();
 
+/** Their names. */
+std::vector<std::string> documentFormatNames();
+
 /** What `pdf` is with --engine drawn. */
 const DocumentFormat& drawnCueSheet();
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "DocumentOptions.h"
 
+#include "OptionValues.h"
 #include "Suggestion.h"
 
 #include "core/system/SystemUtility.h"
@@ -63,25 +64,36 @@ std::map<juce::String, EventArray::Events> groupedByCharacter (const EventArray:
 } // namespace
 
 template <typename Value>
-void DocumentOptions::add (CLI::App& command, const std::string& name, Value& value,
-                           const std::string& explanation)
+CLI::Option* DocumentOptions::add (CLI::App& command, const std::string& name, Value& value,
+                                   const std::string& explanation)
 {
+    CLI::Option* option = nullptr;
+
     if constexpr (std::is_same_v<Value, bool>)
-        declared.push_back (command.add_flag (name, value, explanation));
+        option = command.add_flag (name, value, explanation);
     else
-        declared.push_back (command.add_option (name, value, explanation));
+        option = command.add_option (name, value, explanation);
+
+    declared.push_back (option);
+    return option;
 }
 
 void DocumentOptions::addTo (CLI::App& command)
 {
     add (command, "--by-character", byCharacter, "One file for each character");
     add (command, "--combine", combine, "With --by-character: all characters in one file");
-    add (command, "--layout", layout, "director, actor or engineer (the project's, else director)");
-    add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
-    add (command, "--browser", browser, "Name or path of the browser that prints (the installed one)");
-    add (command, "--engine", engine, "browser or drawn: what a PDF is made with (browser)");
+    takesOneOf (
+        add (command, "--layout", layout, "director, actor or engineer (the project's, else director)"),
+        layouts);
+    takesOneOf (add (command, "--paper", paper, "a4 or letter (what is usual at this place)"), papers);
+    add (command, "--browser", browser, "Name or path of the browser that prints (the installed one)")
+        ->type_name ("FILE");
+    takesOneOf (add (command, "--engine", engine, "browser or drawn: what a PDF is made with (browser)"),
+                engines);
     add (command, "--take-numbers", takeNumbers, "Print boxes for the numbers of the takes");
-    add (command, "--delimiter", delimiter, "comma, semicolon or tab (the project's, else comma)");
+    takesOneOf (
+        add (command, "--delimiter", delimiter, "comma, semicolon or tab (the project's, else comma)"),
+        delimiters);
     add (command, "--title", title, "Title of the project (the project's, else the list's name)");
     add (command, "--studio", studio, "Sound studio");
     add (command, "--supervisor", supervisor, "Sound supervisor");
@@ -96,7 +108,7 @@ void DocumentOptions::addTo (CLI::App& command)
 
 void DocumentOptions::addToOverview (CLI::App& command)
 {
-    add (command, "--paper", paper, "a4 or letter (what is usual at this place)");
+    takesOneOf (add (command, "--paper", paper, "a4 or letter (what is usual at this place)"), papers);
     add (command, "--title", title, "Title of the project (the project's, else the list's name)");
     add (command, "--studio", studio, "Sound studio");
     add (command, "--supervisor", supervisor, "Sound supervisor");

@@ -53,7 +53,8 @@ public:
 
 private:
     template <typename Value>
-    void add (CLI::App& command, const std::string& name, Value& value, const std::string& explanation);
+    CLI::Option* add (CLI::App& command, const std::string& name, Value& value,
+                      const std::string& explanation);
 
     void addPolicyTo (CLI::App& command);
 

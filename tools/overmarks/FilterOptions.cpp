@@ -2,6 +2,7 @@
 #include "FilterOptions.h"
 
 #include "AttributeText.h"
+#include "OptionValues.h"
 #include "Suggestion.h"
 
 #include "preferences/PreferenceKeys.h"
@@ -18,13 +19,16 @@ using namespace ZEP::Overmarks;
 
 void FilterOptions::addTo (CLI::App& command)
 {
-    command.add_option ("--character", character, "Only events of this character");
-    command.add_option ("--actor", actor, "Only events of this actor");
-    command.add_option ("--text", text, "Only events with this in their text");
-    command.add_option ("--cue", cueNumber, "Only events with this in their cue number");
+    command.add_option ("--character", character, "Only events of this character")->type_name ("NAME");
+    command.add_option ("--actor", actor, "Only events of this actor")->type_name ("NAME");
+    command.add_option ("--text", text, "Only events with this in their text")->type_name ("PART");
+    command.add_option ("--cue", cueNumber, "Only events with this in their cue number")->type_name ("PART");
     command.add_option ("--adjacent", adjacent, "Also so many neighbours on each side of a match")
         ->check (CLI::Range (0, 1000000));
-    command.add_option ("--sort", sortKey, "Attribute to sort by, such as CueNumber (StartTCString)");
+    takesOneOf (
+        command.add_option ("--sort", sortKey, "Attribute to sort by, such as CueNumber (StartTCString)"),
+        attributeKeys())
+        ->type_name ("KEY");
     command.add_flag ("--descending", descending, "Sort downwards");
 }
 

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "ListOptions.h"
 
+#include "OptionValues.h"
 #include "OutputFile.h"
+#include "ProjectForm.h"
 #include "Session.h"
 #include "Suggestion.h"
+#include "columns/ColumnHeaders.h"
 
 #include "core/system/SystemUtility.h"
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
 #include "core/timecode/TCToolbox.h"
+#include "import/frame/EventFileImporterFactory.h"
 #include "preferences/UserDefaultsRegistrar.h"
 
 #include <algorithm>
@@ -49,6 +53,30 @@ std::vector<std::string> texts (const std::vector<juce::String>& strings)
     return result;
 }
 
+std::vector<std::string> encodingNames()
+{
+    std::vector<std::string> names;
+
+    for (const auto& [name, value] : encodings())
+        names.push_back (name);
+
+    return names;
+}
+
+/** What a list on standard input may be, by the extensions without their dots. */
+std::vector<std::string> inputFormats()
+{
+    std::vector<std::string> names;
+
+    for (const auto& format : ZEP::Overmarks::EventFileImporterFactory::formats())
+        for (const auto& extension : format.extensions)
+            names.push_back (extension.substring (1).toStdString());
+
+    const auto& forms = projectFormNames();
+    names.insert (names.end(), forms.begin(), forms.end());
+    return names;
+}
+
 _TCTime timecode (const std::string& option, const std::string& text, const _TCDef& def)
 {
     const auto time = TCToolbox::tcTimeFromString (text);
@@ -63,41 +91,9 @@ _TCTime timecode (const std::string& option, const std::string& text, const _TCD
     return time;
 }
 
-/** Index of the column that is meant by a header, or by #3 counted from 1. */
-int columnIndex (const EventFileImporter& importer, const std::string& header)
-{
-    const int columns = importer.rows.empty() ? 0 : static_cast<int> (importer.rows.front().size());
-
-    if (header.size() > 1 && header.front() == '#'
-        && juce::String (header.substr (1)).containsOnly ("0123456789"))
-    {
-        const int number = juce::String (header.substr (1)).getIntValue();
-
-        if (number < 1 || number > columns)
-            throw WrongUsage ("--map: there is no column " + header + "; the file has "
-                              + std::to_string (columns));
-
-        return number - 1;
-    }
-
-    std::vector<std::string> headers;
-
-    for (int i = 0; i < columns; ++i)
-    {
-        headers.push_back (importer.rows.front()[static_cast<std::size_t> (i)].getText().toStdString());
-
-        if (juce::String (headers.back()).trim().equalsIgnoreCase (juce::String (header).trim()))
-            return i;
-    }
-
-    throw WrongUsage ("--map: the file has no column \"" + header + "\"." + didYouMean (header, headers));
-}
-
 juce::String columnTitle (const std::string& title)
 {
-    // The first title stands for a column that isn't used.
-    const auto all = texts (EventFileImporter::columnTitles());
-    const std::vector<std::string> known (all.begin() + 1, all.end());
+    const auto known = usableColumnTitles();
 
     for (const auto& candidate : known)
         if (juce::String (candidate).equalsIgnoreCase (juce::String (title).trim()))
@@ -159,34 +155,53 @@ std::string encodingName (TextEncoding encoding)
 
 void ListOptions::addTimeOptions (CLI::App& command, const std::string& whose)
 {
-    command.add_option ("--" + whose + "fps", rate,
-                        "Frame rate, such as 25 or 29.97df (the project's, else 25)");
-    command.add_option ("--" + whose + "origin", origin,
-                        "Timecode of frame 0 (the project's, else 00:00:00:00)");
-    command.add_option ("--" + whose + "first-frame-of-action", firstFrameOfAction,
-                        "Timecode of the first frame of action (the origin)");
+    const auto name = [&whose] (const char* option) { return "--" + whose + option; };
+    takesOneOf (
+        command.add_option (name ("fps"), rate, "Frame rate, such as 25 or 29.97df (the project's, else 25)"),
+        texts (TCToolbox::rateNames()))
+        ->type_name ("RATE");
+    command.add_option (name ("origin"), origin, "Timecode of frame 0 (the project's, else 00:00:00:00)")
+        ->type_name ("TC");
+    command
+        .add_option (name ("first-frame-of-action"), firstFrameOfAction,
+                     "Timecode of the first frame of action (the origin)")
+        ->type_name ("TC");
 }
 
 void ListOptions::addImportOptions (CLI::App& command, const std::string& whose)
 {
     const auto name = [&whose] (const char* option) { return "--" + whose + option; };
-    importOptions.push_back (
-        command.add_option (name ("encoding"), encodingName, "Encoding of the text (detected)"));
-    importOptions.push_back (
-        command
-            .add_option (name ("map"), mappings,
-                         "\"HEADER=TITLE\" uses a column for a title; #3 is the third column; repeatable")
-            ->allow_extra_args (false));
-    importOptions.push_back (
-        command
-            .add_option (
-                name ("tracks"), trackNames,
-                "Tracks of a Pro Tools text: all, cue or names joined by commas (cue); \\, is a comma of a name")
-            ->allow_extra_args (false));
-    importOptions.push_back (
-        command.add_option (name ("sheet"), sheetName, "Sheet of a workbook (the one in front)"));
-    importOptions.push_back (command.add_flag (name ("line-breaks"), lineBreaks,
-                                               "Turn \"**\" of the imported text into line breaks"));
+    auto* encodingOption =
+        command.add_option (name ("encoding"), encodingName, "Encoding of the text (detected)");
+    takesOneOf (encodingOption, encodingNames())->type_name ("NAME");
+
+    auto* map = command.add_option (name ("map"), mappings,
+                                    "Use a column for a title; #3 is the third column; repeatable");
+    map->allow_extra_args (false)->type_name ("HEADER=TITLE");
+
+    auto* tracksOption = command.add_option (
+        name ("tracks"), trackNames,
+        "Tracks of a Pro Tools text: all, cue or names joined by commas (cue); \\, is a comma of a name");
+    takesOneOf (tracksOption->allow_extra_args (false), { "all", "cue" })->type_name ("all|cue|NAME,...");
+
+    auto* sheet = command.add_option (name ("sheet"), sheetName, "Sheet of a workbook (the one in front)");
+    sheet->type_name ("NAME");
+
+    auto* breaks = command.add_flag (name ("line-breaks"), lineBreaks,
+                                     "Turn \"**\" of the imported text into line breaks");
+    importOptions = { encodingOption, map, tracksOption, sheet, breaks };
+}
+
+void ListOptions::addMappingOptions (CLI::App& command)
+{
+    auto* mapping = command.add_option ("--mapping", mappingName,
+                                        "Use columns as --save-mapping has kept them in --settings");
+    mapping->type_name ("NAME");
+
+    auto* saving = command.add_option ("--save-mapping", newMappingName,
+                                       "Keep what --map assigns in --settings, under this name");
+    saving->type_name ("NAME");
+    importOptions.insert (importOptions.end(), { mapping, saving });
 }
 
 void ListOptions::addForOneOfTwoTo (CLI::App& command, const std::string& whose)
@@ -227,19 +242,26 @@ void ListOptions::addProcessOptionsTo (CLI::App& command)
     command
         .add_option ("--reasons", reasonNames,
                      "Up to eight user reasons, joined by commas; an empty place has no name")
-        ->allow_extra_args (false);
-    command.add_option ("--application", application, "orvelle or dublane (dublane)");
-    command.add_option ("--settings", settingsFile, "Preferences file");
-    command.add_option ("--resources", resourceFolder, "Folder of the icons and tools");
+        ->allow_extra_args (false)
+        ->type_name ("NAME,...");
+    takesOneOf (command.add_option ("--application", application, "orvelle or dublane (dublane)"),
+                { "orvelle", "dublane" });
+    command.add_option ("--settings", settingsFile, "Preferences file")->type_name ("FILE");
+    command.add_option ("--resources", resourceFolder, "Folder of the icons and tools")->type_name ("FOLDER");
 }
 
 void ListOptions::addTo (CLI::App& command, const std::string& nameOfInputFormat)
 {
+    owner = &command;
     addTimeOptions (command);
     addImportOptions (command);
+    addMappingOptions (command);
     addProcessOptionsTo (command);
     inputFormatOption = nameOfInputFormat;
-    command.add_option (inputFormatOption, inputFormat, "Format of the list on standard input, such as csv");
+    takesOneOf (command.add_option (inputFormatOption, inputFormat,
+                                    "Format of the list on standard input, such as csv"),
+                inputFormats())
+        ->type_name ("NAME");
 }
 
 juce::File ListOptions::getSettingsFile() const { return fileFromPath (settingsFile); }
@@ -252,6 +274,7 @@ void ListOptions::checkNames() const
     for (const auto& mapping : mappings)
         assignment (mapping);
 
+    checkMappingNames();
     static_cast<void> (encoding());
     static_cast<void> (reasons());
     static_cast<void> (tracks());
@@ -265,6 +288,9 @@ void ListOptions::applyToProcess() const
     if (hasSettingsFile())
         if (const auto result = UserDefaults::setSettingsFile (getSettingsFile()); result.failed())
             throw CommandFailure (result.getErrorMessage());
+
+    if (! mappingName.empty())
+        static_cast<void> (keptMapping (mappingName, getSettingsFile()));
 
     SystemUtility::Configuration configuration;
 
@@ -362,19 +388,99 @@ std::vector<juce::String> ListOptions::reasons() const
     return names;
 }
 
-void ListOptions::mapColumns (EventFileImporter& importer) const
+void ListOptions::checkMappingNames() const
 {
-    if (mappings.empty())
-        return;
+    for (const auto& [option, name] :
+         { std::pair ("--mapping", &mappingName), std::pair ("--save-mapping", &newMappingName) })
+    {
+        const auto* const declared = owner == nullptr ? nullptr : owner->get_option_no_throw (option);
 
-    if (! importer.userMappingEnabled())
-        throw WrongUsage ("--map: the columns of this format are fixed");
+        if (declared == nullptr || declared->count() == 0)
+            continue;
+        if (! juce::String (*name).containsNonWhitespaceChars())
+            throw WrongUsage (std::string (option) + ": a mapping has a name");
+        if (! hasSettingsFile())
+            throw WrongUsage (std::string (option)
+                              + " needs the preferences file that holds the mappings: --settings FILE");
+    }
+
+    if (! newMappingName.empty() && ! hasMapping())
+        throw WrongUsage ("--save-mapping keeps what --map assigns; there is no --map");
+}
+
+ColumnMapping ListOptions::assignments() const
+{
+    auto all = mappingName.empty() ? ColumnMapping() : keptMapping (mappingName, getSettingsFile());
 
     for (const auto& mapping : mappings)
     {
         const auto [header, title] = assignment (mapping);
-        importer.columnMap[title] = columnIndex (importer, header);
+        all[title.toStdString()] = header;
     }
+
+    return all;
+}
+
+std::vector<juce::String> ListOptions::mapColumns (EventFileImporter& importer) const
+{
+    if (! hasMapping())
+        return {};
+
+    if (! importer.userMappingEnabled())
+    {
+        if (! mappings.empty())
+            throw WrongUsage ("--map: the columns of this format are fixed");
+
+        return { "--mapping makes no difference to this list" };
+    }
+
+    std::vector<juce::String> missing;
+
+    if (! mappingName.empty())
+        for (const auto& [title, header] : keptMapping (mappingName, getSettingsFile()))
+        {
+            if (const auto column = columnWithHeader (importer, header); column.has_value())
+                importer.columnMap[juce::String (title)] = *column;
+            else
+                missing.push_back ("--mapping: there is no column \"" + juce::String (header)
+                                   + "\" in it for " + juce::String (title));
+        }
+
+    for (const auto& mapping : mappings)
+    {
+        const auto [header, title] = assignment (mapping);
+        const auto column = columnWithHeader (importer, header);
+
+        if (! column.has_value())
+            refuseHeader (importer, header);
+
+        importer.columnMap[title] = *column;
+    }
+
+    return missing;
+}
+
+void ListOptions::saveMapping (const Session& session) const
+{
+    if (newMappingName.empty())
+        return;
+
+    const auto* const dryRun = owner->get_option_no_throw ("--dry-run");
+    const bool isDryRun = dryRun != nullptr && dryRun->count() > 0;
+    const auto mapping = assignments();
+    const auto file = getSettingsFile();
+    const auto kept = keptMappings (file);
+    const auto old = kept.find (newMappingName);
+
+    if (old != kept.end() && old->second == mapping)
+        return;
+
+    if (! isDryRun)
+        keepMapping (newMappingName, mapping, file);
+
+    session.say ((isDryRun ? "Would keep the mapping \"" : "Kept the mapping \"")
+                 + juce::String (newMappingName) + "\" in " + file.getFullPathName() + ": "
+                 + inWords (mapping) + (old != kept.end() ? "; it replaces one of this name" : ""));
 }
 
 std::optional<std::vector<juce::String>> ListOptions::tracks() const

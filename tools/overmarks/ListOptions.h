@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "Session.h"
+#include "columns/ColumnMappings.h"
+
 #include "core/text/TextEncoding.h"
 #include "core/timecode/TimeInfo.h"
 #include "import/frame/EventFileImporter.h"
@@ -61,8 +64,13 @@ public:
     /** The names of the user's reasons; at most eight. */
     std::vector<juce::String> reasons() const;
 
-    /** Assigns the columns that --map names. */
-    void mapColumns (ZEP::Overmarks::EventFileImporter& importer) const;
+    /** Assigns the columns that --mapping and --map name, where --map has the last word.
+        @returns what there is to say of columns of --mapping that the list doesn't have */
+    std::vector<juce::String> mapColumns (ZEP::Overmarks::EventFileImporter& importer) const;
+
+    /** Keeps the assignments under the name that --save-mapping gives, and says so; not in a dry run. To be called when the
+        lists have been read, so that nothing is kept that led nowhere. */
+    void saveMapping (const Session& session) const;
 
     /** The tracks of a Pro Tools text that are read: empty for all, else their names; nothing for the cue tracks. */
     std::optional<std::vector<juce::String>> tracks() const;
@@ -84,12 +92,15 @@ public:
     bool hasSettingsFile() const { return ! settingsFile.empty(); }
     juce::File getSettingsFile() const; ///< only if there is one
     bool hasTracks() const { return ! trackNames.empty(); }
-    bool hasMapping() const { return ! mappings.empty(); }
+    bool hasMapping() const { return ! mappings.empty() || ! mappingName.empty(); }
 
 private:
     void addTimeOptions (CLI::App& command, const std::string& whose = {});
     void addImportOptions (CLI::App& command, const std::string& whose = {});
+    void addMappingOptions (CLI::App& command);
     void checkNames() const;
+    void checkMappingNames() const;
+    ColumnMapping assignments() const;
     std::shared_ptr<ZEP::Core::TimeInfo> timeInfoOfProject (const ZEP::Core::TimeInfo& project) const;
 
     std::string rate;
@@ -97,6 +108,8 @@ private:
     std::string firstFrameOfAction;
     std::string encodingName;
     std::vector<std::string> mappings;
+    std::string mappingName;
+    std::string newMappingName;
     std::vector<std::string> reasonNames;
     std::string application = "dublane";
     std::string settingsFile;
@@ -108,6 +121,7 @@ private:
     bool lineBreaks = false;
     std::shared_ptr<ZEP::Core::TimeInfo> assumed;
     std::vector<const CLI::Option*> importOptions; ///< owned by their command
+    const CLI::App* owner = nullptr;
 };
 
 /** The name of an encoding as --encoding takes it; empty for one that isn't known. */

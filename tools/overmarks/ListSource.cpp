@@ -7,6 +7,7 @@
 #include "Progress.h"
 #include "ProjectForm.h"
 #include "ToolRun.h"
+#include "columns/ColumnHeaders.h"
 
 #include "core/text/StringUtil.h"
 #include "export/word/DocxHandlerProtocol.h"
@@ -224,7 +225,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
 
     if (read.error.isEmpty())
     {
-        options.mapColumns (*read.importer);
+        read.missing = options.mapColumns (*read.importer);
 
         if (! options.hasMapping())
             EventRowReader::adoptOwnTableColumns (read.importer->rows, read.importer->columnMap);
@@ -268,30 +269,14 @@ void refuseUnknownTable (const ReadFile& read, const ListOptions& options)
 /** Says how the file was read, and which columns nobody reads. */
 void sayHowItWasRead (const ReadFile& read, const Session& session)
 {
-    const auto& importer = *read.importer;
-
     if (read.sheets.has_value())
         session.say (read.shownPath + ": " + read.sheets->words());
-    else if (const auto name = encodingName (importer.encoding);
+    else if (const auto name = encodingName (read.importer->encoding);
              ! name.empty() && read.importer->type() != wordCueSheet)
         session.say (read.shownPath + ": read as " + name);
 
     sayWhichTracks (read, session);
-
-    if (! importer.userMappingEnabled() || importer.rows.empty())
-        return;
-
-    for (int i = 0; i < static_cast<int> (importer.rows.front().size()); ++i)
-    {
-        bool isUsed = false;
-
-        for (const auto& [title, column] : importer.columnMap)
-            isUsed = isUsed || column == i;
-
-        if (! isUsed)
-            session.say (read.shownPath + ": column " + juce::String (i + 1) + " \""
-                         + importer.rows.front()[static_cast<std::size_t> (i)].getText() + "\" is not used");
-    }
+    sayWhichColumns (read, session);
 }
 
 Project loadProject (const juce::File& file, const juce::String& shownPath, ProjectForm form,
@@ -339,7 +324,8 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
     ListMerger merger (project, problems);
     std::vector<TrackReport> sessions;
     constexpr int stepsOfAFile = 2;
-    Progress progress (session, "Reading", stepsOfAFile * static_cast<int> (paths.size()));
+    Progress progress (session, "Reading", stepsOfAFile * static_cast<int> (paths.size()),
+                       { "files", stepsOfAFile });
 
     for (std::size_t i = 0; i < paths.size(); ++i)
     {
@@ -364,6 +350,7 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
     }
 
     checkTrackNames (sessions, session);
+    options.saveMapping (session);
     project.list->sortContentAndUpdateFilteredEvents();
     return project;
 }
@@ -393,6 +380,15 @@ void sayWhichTracks (const ReadFile& read, const Session& session)
 {
     if (read.tracks.has_value())
         session.say (read.tracks->list + ": " + read.tracks->inWords());
+}
+
+void sayWhichColumns (const ReadFile& read, const Session& session)
+{
+    for (const auto& line : read.missing)
+        session.say (read.shownPath + ": " + line);
+
+    for (const auto& line : unusedColumns (*read.importer))
+        session.say (read.shownPath + ": " + line);
 }
 
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session)

@@ -30,6 +30,7 @@ struct ReadFile
     std::optional<TrackReport>
         tracks {}; ///< of a Pro Tools session; nothing if its tracks were not asked for
     std::optional<SheetReport> sheets {}; ///< of a workbook
+    std::vector<juce::String> missing {}; ///< what there is to say of columns that it doesn't have
 };
 
 /** What the importer said of its failure, with the list's name, once. */
@@ -75,6 +76,9 @@ ZEP::Overmarks::Project loadList (const std::string& path, const ListOptions& op
 ZEP::Overmarks::Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options,
                                       Session& session, std::vector<Problem>& problems,
                                       ListScope* scope = nullptr);
+
+/** Says which columns of a table nobody reads, and which ones a mapping wants in vain. */
+void sayWhichColumns (const ReadFile& read, const Session& session);
 
 /** Says which tracks of a Pro Tools session were read. */
 void sayWhichTracks (const ReadFile& read, const Session& session);

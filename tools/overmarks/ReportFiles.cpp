@@ -53,9 +53,11 @@ void ReportFiles::addTo (CLI::App& command, const std::string& contents)
     const auto hasName = [] (const std::string& path)
     { return path.empty() ? std::string ("there is no name of a file") : std::string(); };
     command.add_option ("--html", htmlPath, "Also write " + contents + " as a page to read, print or send")
-        ->check (hasName, {});
+        ->check (hasName, {})
+        ->type_name ("FILE");
     command.add_option ("--csv", csvPath, "Also write " + contents + " as comma-separated text")
-        ->check (hasName, {});
+        ->check (hasName, {})
+        ->type_name ("FILE");
     command.add_flag ("--force", policy.force, "Replace existing files");
     command.add_flag ("--dry-run", policy.dryRun, "Only say which files would be written");
 }

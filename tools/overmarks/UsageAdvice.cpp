@@ -93,6 +93,21 @@ std::string tellingWord (const std::vector<std::string>& words)
     return option != words.end() ? *option : words.empty() ? std::string() : words.front();
 }
 
+/** "-q" may stand for the only option that begins so. */
+std::string didYouMeanOption (const std::string& typed, const std::vector<std::string>& known)
+{
+    if (typed.size() != 2)
+        return didYouMean (typed, known);
+
+    std::vector<std::string> beginnings;
+
+    for (const auto& name : known)
+        if (name.compare (0, 3, "-" + typed) == 0)
+            beginnings.push_back (name);
+
+    return beginnings.size() == 1 ? " Did you mean \"" + beginnings.front() + "\"?" : std::string();
+}
+
 /** An option that stands before the command, or without one. */
 std::string adviceOnFrontOption (const CLI::App& program, const std::string& option)
 {
@@ -108,7 +123,7 @@ std::string adviceOnFrontOption (const CLI::App& program, const std::string& opt
         }
     }
 
-    return "There is no option " + quoted (option) + "." + didYouMean (option, optionNames (program));
+    return "There is no option " + quoted (option) + "." + didYouMeanOption (option, optionNames (program));
 }
 
 std::string adviceOnWord (const CLI::App& program, const std::string& word, bool isBeforeCommand)
@@ -123,7 +138,7 @@ std::string adviceOnWord (const CLI::App& program, const std::string& word, bool
 
     if (isOption (word))
         return "There is no option " + quoted (withoutValue (word)) + "."
-               + didYouMean (withoutValue (word), optionNames (*given));
+               + didYouMeanOption (withoutValue (word), optionNames (*given));
 
     if (const auto further = allCommands (*given); ! further.empty())
         return "There is no command " + quoted (wholeName (*given) + " " + word) + "."
@@ -154,18 +169,36 @@ std::string complaint (const CLI::App& program, const CLI::ParseError& error,
     return program.get_subcommands().empty() ? "A command is missing" : error.what();
 }
 
-} // namespace
-
-std::string usageAdvice (const CLI::App& program, const CLI::ParseError& error,
-                         const std::vector<std::string>& arguments)
+std::string withPlaceOfHelp (const CLI::App& program, std::string advice)
 {
     const auto* const given = givenCommand (program);
-    auto advice = complaint (program, error, arguments);
 
     if (advice.back() != '.' && advice.back() != '?')
         advice += ".";
 
     return advice + " See overmarks " + (given == nullptr ? "" : wholeName (*given) + " ") + "--help";
+}
+
+} // namespace
+
+std::string usageAdvice (const CLI::App& program, const CLI::ParseError& error,
+                         const std::vector<std::string>& arguments)
+{
+    return withPlaceOfHelp (program, complaint (program, error, arguments));
+}
+
+std::string adviceOnUnknownCommand (const CLI::App& program, const std::vector<std::string>& arguments)
+{
+    const auto* const given = givenCommand (program);
+
+    if (given != nullptr && allCommands (*given).empty())
+        return {};
+
+    for (const auto& word : unknownWords (program, arguments))
+        if (! isOption (word))
+            return withPlaceOfHelp (program, adviceOnWord (program, word, false));
+
+    return {};
 }
 
 } // namespace overmarks

@@ -14,4 +14,8 @@ namespace overmarks
 std::string usageAdvice (const CLI::App& program, const CLI::ParseError& error,
                          const std::vector<std::string>& arguments);
 
+/** The same for a word where a command should stand, on a command line that asks for help and would get some of another
+    kind; empty where there is no such word. */
+std::string adviceOnUnknownCommand (const CLI::App& program, const std::vector<std::string>& arguments);
+
 } // namespace overmarks

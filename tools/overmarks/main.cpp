@@ -31,12 +31,14 @@ void addCommands (CLI::App& program, Session& session)
     program.set_version_flag ("--version",
                               "overmarks " + ZEP::Core::SystemUtility::executableVersion().toStdString());
     session.addOutputOptions (program);
+    addManualOption (program, session);
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
     for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
                        addSearchCommand, addDiffCommand, addCheckCommand, addSetCommand, addConvertCommand,
                        addExportCommand, addOverviewCommand, addStatsCommand, addMIDICommand,
-                       addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand })
+                       addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand,
+                       addCompletionCommand })
         add (program, session);
 }
 
@@ -95,8 +97,11 @@ int run (int argc, char** argv)
         program.parse (argc, argv);
         return session.exitStatus;
     }
-    catch (const CLI::Success& asked) // --help and --version
+    catch (const CLI::Success& asked) // --help, --version and --man
     {
+        if (const auto advice = adviceOnUnknownCommand (program, arguments); ! advice.empty())
+            return failure.tell (advice, wrongUsage);
+
         return program.exit (asked);
     }
     catch (const CLI::ParseError& error)

@@ -28,6 +28,10 @@ void addFormatsCommand (CLI::App& program, Session& session);
 void addKeysCommand (CLI::App& program, Session& session);
 void addReasonsCommand (CLI::App& program, Session& session);
 void addPreferencesCommand (CLI::App& program, Session& session);
+void addCompletionCommand (CLI::App& program, Session& session);
+
+/** --man, an option of the program itself. To be added behind --json, which it follows. */
+void addManualOption (CLI::App& program, Session& session);
 
 /** midi monitor, which addMIDICommand() adds as well. @param midi  the command that it belongs to */
 void addMIDIMonitorCommand (CLI::App& midi, Session& session);

@@ -5,6 +5,7 @@
 #include "FilterOptions.h"
 #include "FormatLosses.h"
 #include "ListSource.h"
+#include "OptionValues.h"
 #include "ProjectForm.h"
 #include "StagingFolder.h"
 #include "Suggestion.h"
@@ -180,13 +181,18 @@ void addExportCommand (CLI::App& program, Session& session)
     auto* command = program.add_subcommand ("export", "Write documents of a list into a folder");
     command->footer ("Example:\n  overmarks export film.overmarks -o . --format csv --by-character");
     command->add_option ("LIST", options->list, projectOrCueList)->required();
-    command->add_option ("-o,--output", options->folder, "Folder of the documents")->required();
-    command
-        ->add_option ("--format", options->formats, "Documents to write, such as csv; see overmarks formats")
+    command->add_option ("-o,--output", options->folder, "Folder of the documents")
         ->required()
-        ->delimiter (',');
-    command->add_option ("--name", options->baseName,
-                         "Name of the files without extension (the list's name)");
+        ->type_name ("FOLDER");
+    takesOneOf (command
+                    ->add_option ("--format", options->formats,
+                                  "Documents to write, such as csv; see overmarks formats")
+                    ->required()
+                    ->delimiter (','),
+                documentFormatNames())
+        ->type_name ("FORMAT,...");
+    command->add_option ("--name", options->baseName, "Name of the files without extension (the list's name)")
+        ->type_name ("BASE");
     options->filter.addTo (*command);
     options->documents.addTo (*command);
     options->listOptions.addTo (*command, "--input-format");
@@ -201,7 +207,12 @@ void addConvertCommand (CLI::App& program, Session& session)
     command->footer ("Example:\n  overmarks convert reel-2.csv reel-2.json --origin 02:00:00:00");
     command->add_option ("LIST", options->list, projectOrCueList)->required();
     command->add_option ("OUT", options->out, "File to write; its extension tells the format")->required();
-    command->add_option ("--format", options->format, "Format of OUT, where its extension doesn't tell");
+    auto formats = documentFormatNames();
+    formats.insert (formats.end(), projectFormNames().begin(), projectFormNames().end());
+    takesOneOf (
+        command->add_option ("--format", options->format, "Format of OUT, where its extension doesn't tell"),
+        formats)
+        ->type_name ("FORMAT");
     options->documents.addTo (*command);
     options->listOptions.addTo (*command, "--input-format");
     session.addOutputOptions (*command);

@@ -222,9 +222,11 @@ void addBindTo (CLI::App& midi, Session& session)
     command->add_option ("LIST", options->list, projectOrCueList)->required();
     command
         ->add_option ("--message", options->message, "NoteOn 1 60, NoteOff 1 60, CC 1 64, PC 1 5 or MMC 02")
-        ->required();
+        ->required()
+        ->type_name ("MESSAGE");
     command->add_option ("--uuid", options->uuid, "The identity of the event, see overmarks list --json")
-        ->required();
+        ->required()
+        ->type_name ("ID");
     command->add_option ("--label", options->label, "A text of your own for the binding");
     command->add_flag ("--dry-run", options->isDryRun, "Only say what would be bound");
     options->listOptions.addTo (*command);
@@ -237,7 +239,9 @@ void addUnbindTo (CLI::App& midi, Session& session)
     auto message = std::make_shared<std::string>();
     auto* command = midi.add_subcommand ("unbind", "Let a MIDI message fire nothing any more");
     command->footer ("Example:\n  overmarks midi unbind --message \"NoteOn 1 60\"");
-    command->add_option ("--message", *message, "As overmarks midi list shows it")->required();
+    command->add_option ("--message", *message, "As overmarks midi list shows it")
+        ->required()
+        ->type_name ("MESSAGE");
     session.addOutputOptions (*command);
     command->callback ([message, &session] { unbind (*message, session); });
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // overmarks midi monitor: MIDI messages and pan lines as they come, until it is interrupted.
+#include "OptionValues.h"
 #include "commands/Commands.h"
 #include "commands/MIDITriggers.h"
 
@@ -416,8 +417,9 @@ void addMIDIMonitorCommand (CLI::App& midi, Session& session)
     auto* command =
         midi.add_subcommand ("monitor", "Show MIDI messages and pan lines as they come, until interrupted");
     command->footer ("Examples:\n  overmarks midi monitor\n  overmarks midi monitor - < bytes.txt");
-    command->add_option ("SOURCE", *source,
-                         "- for bytes in hexadecimal on standard input; else all MIDI inputs");
+    takesOneOf (command->add_option ("SOURCE", *source,
+                                     "- for bytes in hexadecimal on standard input; else all MIDI inputs"),
+                { "-" });
     session.addOutputOptions (*command);
     command->callback ([source, &session] { monitor (*source, session); });
 }

@@ -95,7 +95,7 @@ void addOverviewCommand (CLI::App& program, Session& session)
         "overview", "Write a sheet that tells how many lines each character has, and how many are done");
     command->footer ("Example:\n  overmarks overview film.overmarks -o overview.pdf");
     command->add_option ("LIST", options->list, projectOrCueList)->required();
-    command->add_option ("-o,--output", options->out, "The sheet, a PDF")->required();
+    command->add_option ("-o,--output", options->out, "The sheet, a PDF")->required()->type_name ("FILE");
     command->add_flag ("--open", options->open, "Show the finished sheet");
     options->documents.addToOverview (*command);
     options->listOptions.addTo (*command);

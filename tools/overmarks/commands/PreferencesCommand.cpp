@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // overmarks preferences: the preferences with their defaults, and storing them.
 #include "ListOptions.h"
+#include "OptionValues.h"
 #include "PreferenceText.h"
-#include "StagingFolder.h"
+#include "SettingsStore.h"
+#include "TextTable.h"
+#include "columns/ColumnMappings.h"
 #include "commands/Catalogue.h"
 #include "commands/Commands.h"
 
 #include "core/system/UserDefaults.h"
 
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -23,6 +27,7 @@ namespace
 struct PreferencesOptions
 {
     std::vector<std::string> assignments;
+    std::string mappingToForget;
     ListOptions list;
 };
 
@@ -47,33 +52,6 @@ Values valuesOf (const std::vector<std::string>& assignments)
     return values;
 }
 
-void throwOnFailure (const juce::Result& result, const juce::File& written, const juce::File& meant)
-{
-    if (result.failed())
-        throw CommandFailure (
-            result.getErrorMessage().replace (written.getFullPathName(), meant.getFullPathName()));
-}
-
-/** Stores all values or none: each is written to a copy, which then takes the file's place. */
-void store (const Values& values, const juce::File& file)
-{
-    if (const auto made = file.getParentDirectory().createDirectory(); made.failed())
-        throw CommandFailure (made.getErrorMessage());
-
-    const StagingFolder stage (file);
-    const auto copy = stage.getFolder().getChildFile ("settings");
-
-    if (file.exists() && ! file.copyFileTo (copy))
-        throw CommandFailure ("Can't write into " + file.getParentDirectory().getFullPathName());
-
-    throwOnFailure (UserDefaults::setSettingsFile (copy), copy, file);
-
-    for (const auto& [key, value] : values)
-        throwOnFailure (UserDefaults::setValueForKey (juce::String (key), value), copy, file);
-
-    StagingFolder::moveIntoPlace (copy, file);
-}
-
 json preferenceObject (const PreferenceEntry& entry)
 {
     const juce::String key (entry.key);
@@ -85,24 +63,94 @@ json preferenceObject (const PreferenceEntry& entry)
              { "stored", stored.toStdString() } };
 }
 
-void showPreferences (const PreferencesOptions& options, Session& session)
+json mappingsAsJSON (const std::map<std::string, ColumnMapping>& mappings)
+{
+    auto list = json::array();
+
+    for (const auto& [name, mapping] : mappings)
+    {
+        auto& columns = list.emplace_back (json { { "name", name } })["columns"] = json::object();
+
+        for (const auto& [title, header] : mapping)
+            columns[title] = header;
+    }
+
+    return list;
+}
+
+std::string tableOf (const std::map<std::string, ColumnMapping>& mappings)
+{
+    TextTable table (std::vector<juce::String> { "Mapping", "Columns" });
+
+    for (const auto& [name, mapping] : mappings)
+        table.addRow ({ juce::String (name), inWords (mapping) });
+
+    return table.textForStandardOutput();
+}
+
+void change (const PreferencesOptions& options)
 {
     const auto values = valuesOf (options.assignments);
+    const bool forgets = ! options.mappingToForget.empty();
 
     if (! values.empty() && ! options.list.hasSettingsFile())
         throw WrongUsage ("--set needs the preferences file that it writes: --settings FILE");
+    if (forgets && ! options.list.hasSettingsFile())
+        throw WrongUsage ("--forget-mapping needs the preferences file that it writes: --settings FILE");
 
     options.list.applyToProcess();
 
+    if (forgets)
+        forgetMapping (options.mappingToForget, options.list.getSettingsFile());
     if (! values.empty())
-        store (values, options.list.getSettingsFile());
+        storeSettings (values, options.list.getSettingsFile());
+}
 
+/** What can't be read of them is no hindrance to the preferences. */
+std::map<std::string, ColumnMapping> mappingsToShow (const ListOptions& options, Session& session)
+{
+    try
+    {
+        if (options.hasSettingsFile())
+            return keptMappings (options.getSettingsFile());
+    }
+    catch (const CommandFailure& failure)
+    {
+        session.report ({ {}, 0, {}, failure.what() });
+    }
+
+    return {};
+}
+
+void showPreferences (const PreferencesOptions& options, Session& session)
+{
+    change (options);
+    const auto mappings = mappingsToShow (options.list, session);
     auto preferences = json::array();
 
     for (const auto& entry : preferenceTable())
         preferences.push_back (preferenceObject (entry));
 
+    if (session.wantsJSON)
+    {
+        session.data (json { { "preferences", preferences }, { "mappings", mappingsAsJSON (mappings) } });
+        return;
+    }
+
     showCatalogue (session, "preferences", { "Group", "Key", "Default", "Stored" }, preferences);
+
+    if (! mappings.empty())
+        session.data ("\n" + tableOf (mappings));
+}
+
+std::vector<std::string> preferenceKeys()
+{
+    std::vector<std::string> keys;
+
+    for (const auto& entry : preferenceTable())
+        keys.push_back (entry.key);
+
+    return keys;
 }
 
 } // namespace
@@ -110,11 +158,18 @@ void showPreferences (const PreferencesOptions& options, Session& session)
 void addPreferencesCommand (CLI::App& program, Session& session)
 {
     auto options = std::make_shared<PreferencesOptions>();
-    auto* command = program.add_subcommand ("preferences", "List the preferences, or store some");
+    auto* command = program.add_subcommand (
+        "preferences", "List the preferences and the mappings of columns, or store some");
     command->footer (
         "Example:\n  overmarks preferences --set ADRCueDefaultDuration=3 --settings studio.settings");
-    command->add_option ("--set", options->assignments, "KEY=VALUE to store; repeatable")
-        ->allow_extra_args (false);
+    takesOneOf (command->add_option ("--set", options->assignments, "KEY=VALUE to store; repeatable")
+                    ->allow_extra_args (false),
+                withEqualsSign (preferenceKeys()))
+        ->type_name ("KEY=VALUE");
+    command
+        ->add_option ("--forget-mapping", options->mappingToForget,
+                      "Take a mapping out of --settings that --save-mapping has kept there")
+        ->type_name ("NAME");
     options->list.addProcessOptionsTo (*command);
     session.addOutputOptions (*command);
     command->callback ([options, &session] { showPreferences (*options, session); });

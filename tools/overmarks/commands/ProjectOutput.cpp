@@ -23,7 +23,9 @@ std::optional<ProjectForm> projectFormOf (const juce::File& file)
 void ProjectOutput::addTo (CLI::App& command, bool isEditor)
 {
     replacesItsProject = isEditor;
-    command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)")->required();
+    command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)")
+        ->required()
+        ->type_name ("PROJECT");
     command.add_flag ("--force", policy.force, "Replace an existing file");
     command.add_flag ("--dry-run", policy.dryRun, "Only say what would be written");
 }
@@ -67,8 +69,9 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
     refuseToReplace (file, getPolicy());
 }
 
-void ProjectOutput::write (const Project& project, const Session& session) const
+void ProjectOutput::write (const Project& project, const Session& session)
 {
+    messagesBefore = session.messagesAsJSON(); // the project has a member of its own
     const auto file = fileFromPath (path);
     const auto count = counted (project.list->filteredEvents.size(), "event");
 
@@ -89,6 +92,7 @@ void ProjectOutput::tell (const Session& session, const json& members) const
 
     json document { { "project", path } };
     document.update (members);
+    document["messages"] = messagesBefore;
     document["problems"] = session.problemsAsJSON();
 
     if (getPolicy().dryRun)

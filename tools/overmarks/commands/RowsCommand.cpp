@@ -128,6 +128,16 @@ std::string rowsAsText (const EventFileImporter& importer)
     return table.textForStandardOutput();
 }
 
+/** Of a list that could be read. */
+void tellOfColumns (const ReadFile& read, const ListOptions& options, const Session& session)
+{
+    if (read.error.isNotEmpty())
+        return;
+
+    sayWhichColumns (read, session);
+    options.saveMapping (session);
+}
+
 void showRows (const RowsOptions& options, Session& session)
 {
     options.list.applyToProcess();
@@ -138,13 +148,17 @@ void showRows (const RowsOptions& options, Session& session)
 
     if (session.wantsJSON)
     {
-        session.data (rowsAsJSON (read, options.rich));
+        tellOfColumns (read, options.list, session);
+        auto document = rowsAsJSON (read, options.rich);
+        document["messages"] = session.messagesAsJSON();
+        session.data (document);
     }
     else
     {
         session.say (read.shownPath + ": " + counted (read.importer->rows.size(), "row") + ", "
                      + howItWasRead (read));
         sayWhichTracks (read, session);
+        tellOfColumns (read, options.list, session);
         session.data (rowsAsText (*read.importer));
     }
 

@@ -3,6 +3,7 @@
 #include "AttributeText.h"
 #include "EventMatcher.h"
 #include "ListSource.h"
+#include "OptionValues.h"
 #include "ProjectForm.h"
 #include "commands/Commands.h"
 #include "commands/ProjectOutput.h"
@@ -93,7 +94,7 @@ int setCell (const std::shared_ptr<Event>& event, const Change& change, Session&
     return steps;
 }
 
-void editList (const SetOptions& options, Session& session)
+void editList (SetOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
     const auto changes = parseChanges (options.assignments);
@@ -132,12 +133,16 @@ void addSetCommand (CLI::App& program, Session& session)
     command->footer (
         "Example:\n  overmarks set film.overmarks -o film.overmarks --where CharacterID=ANNA Done=yes Notes=\"softer, please\"");
     command->add_option ("LIST", options->list, projectOrCueList)->required();
-    command->add_option ("ASSIGNMENT", options->assignments, "KEY=VALUE, see overmarks keys")->required();
-    command
-        ->add_option ("--where", options->where,
-                      "KEY=VALUE or KEY~PART: only events where that holds; repeatable")
-        ->allow_extra_args (false);
-    command->add_option ("--uuid", options->uuid, "Only the event with this identity");
+    takesOneOf (
+        command->add_option ("ASSIGNMENT", options->assignments, "KEY=VALUE, see overmarks keys")->required(),
+        withEqualsSign (settableAttributeKeys()));
+    takesOneOf (command
+                    ->add_option ("--where", options->where,
+                                  "KEY=VALUE or KEY~PART: only events where that holds; repeatable")
+                    ->allow_extra_args (false),
+                withEqualsSign (attributeKeys()))
+        ->type_name ("FILTER");
+    command->add_option ("--uuid", options->uuid, "Only the event with this identity")->type_name ("ID");
     options->output.addTo (*command, true);
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace overmarks
+{
+
+/** Tells which values an option or an argument takes, for shells that complete them and for the manual; a few short ones also
+    stand in the help in place of the option's type. Whoever reads the value still checks it, in words of its own.
+
+    A value that ends with "=" is the beginning of one, such as the key of KEY=VALUE. */
+CLI::Option* takesOneOf (CLI::Option* option, const std::vector<std::string>& values);
+
+/** What takesOneOf() was told; else nothing. */
+std::vector<std::string> valuesTaken (CLI::Option& option);
+
+/** The same words, each as the beginning of KEY=VALUE. */
+std::vector<std::string> withEqualsSign (std::vector<std::string> keys);
+
+} // namespace overmarks

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "SettingsStore.h"
+
+#include "Session.h"
+#include "StagingFolder.h"
+
+#include "core/system/UserDefaults.h"
+
+namespace overmarks
+{
+
+using ZEP::Core::UserDefaults;
+
+namespace
+{
+
+void throwOnFailure (const juce::Result& result, const juce::File& written, const juce::File& meant)
+{
+    if (result.failed())
+        throw CommandFailure (
+            result.getErrorMessage().replace (written.getFullPathName(), meant.getFullPathName()));
+}
+
+} // namespace
+
+void storeSettings (const std::vector<std::pair<std::string, Poco::Any>>& values, const juce::File& file)
+{
+    if (const auto made = file.getParentDirectory().createDirectory(); made.failed())
+        throw CommandFailure (made.getErrorMessage());
+
+    const StagingFolder stage (file);
+    const auto copy = stage.getFolder().getChildFile ("settings");
+
+    if (file.exists() && ! file.copyFileTo (copy))
+        throw CommandFailure ("Can't write into " + file.getParentDirectory().getFullPathName());
+
+    throwOnFailure (UserDefaults::setSettingsFile (copy), copy, file);
+
+    for (const auto& [key, value] : values)
+        throwOnFailure (UserDefaults::setValueForKey (juce::String (key), value), copy, file);
+
+    StagingFolder::moveIntoPlace (copy, file);
+    throwOnFailure (UserDefaults::setSettingsFile (file), file, file);
+}
+
+} // namespace overmarks
