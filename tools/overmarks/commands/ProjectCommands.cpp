@@ -31,7 +31,7 @@ struct DumpOptions
     ListOptions listOptions;
 };
 
-void importLists (ImportOptions& options, Session& session)
+void importLists (const ImportOptions& options, Session& session)
 {
     options.list.applyToProcess();
     options.output.check (options.files);
@@ -46,7 +46,7 @@ void importLists (ImportOptions& options, Session& session)
     options.output.tell (session, { { "events", project.list->filteredEvents.size() } });
 }
 
-void loadProject (ImportOptions& options, Session& session)
+void loadProject (const ImportOptions& options, Session& session)
 {
     options.list.applyToProcess();
     options.output.check (options.files);

@@ -69,7 +69,7 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
     refuseToReplace (file, getPolicy());
 }
 
-void ProjectOutput::write (const Project& project, const Session& session)
+void ProjectOutput::write (const Project& project, const Session& session) const
 {
     messagesBefore = session.messagesAsJSON(); // the project has a member of its own
     const auto file = fileFromPath (path);

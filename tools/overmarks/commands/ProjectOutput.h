@@ -28,7 +28,7 @@ public:
         @param sources  what the command reads: none of it may be overwritten by a command that doesn't edit */
     void check (const std::vector<std::string>& sources) const;
 
-    void write (const ZEP::Overmarks::Project& project, const Session& session);
+    void write (const ZEP::Overmarks::Project& project, const Session& session) const;
 
     /** With --json: the document that tells what was written.
         @param members  what the command has to say itself, an object */
@@ -43,7 +43,7 @@ private:
     const CLI::Option* force = nullptr;  ///< the command's own, which it owns
     const CLI::Option* dryRun = nullptr; ///< likewise
     bool replacesItsProject = false;
-    json messagesBefore = json::array(); ///< what was said before the project was written
+    mutable json messagesBefore = json::array(); ///< what was said before the project was written
 };
 
 } // namespace overmarks

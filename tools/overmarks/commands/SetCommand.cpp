@@ -94,7 +94,7 @@ int setCell (const std::shared_ptr<Event>& event, const Change& change, Session&
     return steps;
 }
 
-void editList (SetOptions& options, Session& session)
+void editList (const SetOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
     const auto changes = parseChanges (options.assignments);
