@@ -394,6 +394,12 @@ TEST_F (ProgramStatsTest, linesWithoutATimeAreTheLastReel)
     EXPECT_THAT (run ({ "stats", "x.json" }).output, HasSubstr ("\n<no time> "));
 }
 
+TEST_F (ProgramStatsTest, whatTellsAReelIsRefusedWithTheKnownWays)
+{
+    EXPECT_EQ (errorOf ({ "stats", "x.json", "--reels", "hours" }, 2),
+               "--reels: \"hours\" is none of hour, cue, none. Did you mean \"hour\"?");
+}
+
 TEST_F (ProgramStatsTest, theBeginningOfTheCueNumberCanBeTheReel)
 {
     writeList ({ { "c1", "ANNA" } }, { { "c1", "R2-014", 0, 25 },

@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr auto nameOfValues = "values";
+constexpr auto nameOfJoinedValues = "values joined by commas";
 
 std::string joinedBy (char separator, const std::vector<std::string>& words)
 {
@@ -21,30 +22,21 @@ std::string joinedBy (char separator, const std::vector<std::string>& words)
     return text;
 }
 
-} // namespace
-
-CLI::Option* takesOneOf (CLI::Option* option, const std::vector<std::string>& values)
+/** A check that is off refuses nothing and shows nowhere: it carries the words to those who ask. */
+CLI::Option* carry (CLI::Option* option, const std::string& name, const std::vector<std::string>& values)
 {
-    constexpr std::size_t roomInHelp = 32;
-    const auto shown = joinedBy ('|', values);
-
-    if (! option->get_positional() && shown.size() <= roomInHelp)
-        option->type_name (shown);
-
-    // A check that is off refuses nothing and shows nowhere: it carries the words to those who ask.
-    CLI::Validator carrier ([] (std::string&) { return std::string(); }, joinedBy ('\n', values),
-                            nameOfValues);
+    CLI::Validator carrier ([] (std::string&) { return std::string(); }, joinedBy ('\n', values), name);
     carrier.active (false);
     return option->check (carrier);
 }
 
-std::vector<std::string> valuesTaken (CLI::Option& option)
+std::vector<std::string> carried (CLI::Option& option, const std::string& name)
 {
     std::vector<std::string> values;
 
     try
     {
-        auto carrier = *option.get_validator (nameOfValues);
+        auto carrier = *option.get_validator (name);
         carrier.active (true);
         std::istringstream words (carrier.get_description());
 
@@ -57,6 +49,32 @@ std::vector<std::string> valuesTaken (CLI::Option& option)
 
     return values;
 }
+
+} // namespace
+
+CLI::Option* takesOneOf (CLI::Option* option, const std::vector<std::string>& values)
+{
+    constexpr std::size_t roomInHelp = 32;
+    const auto shown = joinedBy ('|', values);
+
+    if (! option->get_positional() && shown.size() <= roomInHelp)
+        option->type_name (shown);
+
+    return carry (option, nameOfValues, values);
+}
+
+CLI::Option* takesSomeOf (CLI::Option* option, const std::vector<std::string>& values,
+                          const std::string& name)
+{
+    return carry (option->type_name (name + ",..."), nameOfJoinedValues, values);
+}
+
+std::vector<std::string> valuesTaken (CLI::Option& option)
+{
+    return carried (option, takesSeveral (option) ? nameOfJoinedValues : nameOfValues);
+}
+
+bool takesSeveral (CLI::Option& option) { return ! carried (option, nameOfJoinedValues).empty(); }
 
 std::vector<std::string> withEqualsSign (std::vector<std::string> keys)
 {

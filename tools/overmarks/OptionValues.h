@@ -15,8 +15,15 @@ namespace overmarks
     A value that ends with "=" is the beginning of one, such as the key of KEY=VALUE. */
 CLI::Option* takesOneOf (CLI::Option* option, const std::vector<std::string>& values);
 
-/** What takesOneOf() was told; else nothing. */
+/** The same of an option that takes several of the values, joined by commas. @param name  what the help calls one of them */
+CLI::Option* takesSomeOf (CLI::Option* option, const std::vector<std::string>& values,
+                          const std::string& name);
+
+/** What takesOneOf() or takesSomeOf() was told; else nothing. */
 std::vector<std::string> valuesTaken (CLI::Option& option);
+
+/** Whether the values may be joined by commas. */
+bool takesSeveral (CLI::Option& option);
 
 /** The same words, each as the beginning of KEY=VALUE. */
 std::vector<std::string> withEqualsSign (std::vector<std::string> keys);

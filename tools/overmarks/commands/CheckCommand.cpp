@@ -2,6 +2,7 @@
 // overmarks check: what is wrong with a list, before the studio finds out.
 #include "FilterOptions.h"
 #include "ListSource.h"
+#include "OptionValues.h"
 #include "ProjectForm.h"
 #include "ReportFiles.h"
 #include "commands/Commands.h"
@@ -134,12 +135,15 @@ std::string footer()
 
 void addRuleOptions (CLI::App& command, CheckOptions& options)
 {
-    command
-        .add_option ("--rule", options.rules,
-                     "Look for these rules alone, joined by commas; repeatable (all)")
-        ->allow_extra_args (false);
-    command.add_option ("--skip", options.skippedRules, "Don't look for these rules; repeatable")
-        ->allow_extra_args (false);
+    takesSomeOf (command
+                     .add_option ("--rule", options.rules,
+                                  "Look for these rules alone, joined by commas; repeatable (all)")
+                     ->allow_extra_args (false),
+                 checkRuleIds(), "RULE");
+    takesSomeOf (
+        command.add_option ("--skip", options.skippedRules, "Don't look for these rules; repeatable")
+            ->allow_extra_args (false),
+        checkRuleIds(), "RULE");
 
     auto& limits = options.order.limits;
     options.maxCharactersPerSecond =

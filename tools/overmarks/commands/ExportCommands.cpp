@@ -184,13 +184,12 @@ void addExportCommand (CLI::App& program, Session& session)
     command->add_option ("-o,--output", options->folder, "Folder of the documents")
         ->required()
         ->type_name ("FOLDER");
-    takesOneOf (command
-                    ->add_option ("--format", options->formats,
-                                  "Documents to write, such as csv; see overmarks formats")
-                    ->required()
-                    ->delimiter (','),
-                documentFormatNames())
-        ->type_name ("FORMAT,...");
+    takesSomeOf (command
+                     ->add_option ("--format", options->formats,
+                                   "Documents to write, such as csv; see overmarks formats")
+                     ->required()
+                     ->delimiter (','),
+                 documentFormatNames(), "FORMAT");
     command->add_option ("--name", options->baseName, "Name of the files without extension (the list's name)")
         ->type_name ("BASE");
     options->filter.addTo (*command);

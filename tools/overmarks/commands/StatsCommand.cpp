@@ -2,14 +2,18 @@
 // overmarks stats: how much there is to speak, who speaks it, and how much of it is recorded.
 #include "FilterOptions.h"
 #include "ListSource.h"
+#include "OptionValues.h"
 #include "ProjectForm.h"
 #include "ReportFiles.h"
+#include "Suggestion.h"
 #include "commands/Commands.h"
 #include "statistics/StatisticsForms.h"
 #include "statistics/StatisticsPage.h"
 
-#include <map>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace overmarks
 {
@@ -28,12 +32,31 @@ struct StatsOptions
     FilterOptions filter;
 };
 
-const std::map<std::string, ReelRule>& reelRules()
+const std::vector<std::pair<std::string, ReelRule>>& reelRules()
 {
-    static const std::map<std::string, ReelRule> rules { { "hour", ReelRule::hour },
-                                                         { "cue", ReelRule::cueNumber },
-                                                         { "none", ReelRule::none } };
+    static const std::vector<std::pair<std::string, ReelRule>> rules { { "hour", ReelRule::hour },
+                                                                       { "cue", ReelRule::cueNumber },
+                                                                       { "none", ReelRule::none } };
     return rules;
+}
+
+std::vector<std::string> reelRuleNames()
+{
+    std::vector<std::string> names;
+
+    for (const auto& [name, rule] : reelRules())
+        names.push_back (name);
+
+    return names;
+}
+
+ReelRule reelRuleNamed (const std::string& wanted)
+{
+    for (const auto& [name, rule] : reelRules())
+        if (name == wanted)
+            return rule;
+
+    refuseValue ("--reels", wanted, reelRuleNames());
 }
 
 void tell (const StatsOptions& options, const Statistics& statistics, const json& messages,
@@ -59,11 +82,11 @@ void tell (const StatsOptions& options, const Statistics& statistics, const json
 void showStatistics (const StatsOptions& options, Session& session)
 {
     options.listOptions.applyToProcess();
+    const auto reels = reelRuleNamed (options.reels);
     options.files.check ({ options.list });
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (project, session);
-    const Statistics statistics (
-        project, { reelRules().at (options.reels), ! options.filter.hasFilter(), options.filter.hasOrder() });
+    const Statistics statistics (project, { reels, ! options.filter.hasFilter(), options.filter.hasOrder() });
 
     for (const auto& note : notesOn (statistics))
         session.say (note);
@@ -85,11 +108,10 @@ void addStatsCommand (CLI::App& program, Session& session)
     command->footer ("Example:\n  overmarks stats film.overmarks --html film.html");
     command->add_option ("LIST", options->list, projectOrCueList)->required();
     options->files.addTo (*command, "the numbers");
-    command
-        ->add_option ("--reels", options->reels,
-                      "What tells the reel of a line: the hour of its timecode, the beginning of its cue "
-                      "number, or nothing (hour)")
-        ->check (CLI::IsMember ({ "hour", "cue", "none" }));
+    takesOneOf (command->add_option ("--reels", options->reels,
+                                     "What tells the reel of a line: the hour of its timecode, the beginning "
+                                     "of its cue number, or nothing (hour)"),
+                reelRuleNames());
     options->filter.addTo (*command);
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);

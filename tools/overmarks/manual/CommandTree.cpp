@@ -26,12 +26,12 @@ std::string placeholderOf (const CLI::Option& option)
     return type.substr (0, type.find (':'));
 }
 
-ValueKind kindOf (const CLI::Option& option, const ParameterDescription& described)
+ValueKind kindOf (CLI::Option& option, const ParameterDescription& described)
 {
     if (option.get_items_expected_max() == 0)
         return ValueKind::none;
     if (! described.choices.empty())
-        return option.get_delimiter() == ',' ? ValueKind::wordList : ValueKind::words;
+        return takesSeveral (option) ? ValueKind::wordList : ValueKind::words;
     if (described.placeholder == wordForFolders)
         return ValueKind::folder;
 

@@ -46,23 +46,13 @@ constexpr bool isInOrder()
 
 static_assert (isInOrder(), "a row is found by its number");
 
-std::vector<std::string> ids()
-{
-    std::vector<std::string> all;
-
-    for (const auto& row : table)
-        all.emplace_back (row.id);
-
-    return all;
-}
-
 CheckRule ruleNamed (const std::string& option, const juce::String& name)
 {
     for (const auto& row : table)
         if (name.equalsIgnoreCase (row.id))
             return row.rule;
 
-    refuseValue (option, name.toStdString(), ids());
+    refuseValue (option, name.toStdString(), checkRuleIds());
 }
 
 CheckRuleSet rulesIn (const std::string& option, const std::vector<std::string>& lists)
@@ -83,6 +73,16 @@ CheckRuleSet rulesIn (const std::string& option, const std::vector<std::string>&
 } // namespace
 
 const Table& checkRules() { return table; }
+
+std::vector<std::string> checkRuleIds()
+{
+    std::vector<std::string> all;
+
+    for (const auto& row : table)
+        all.emplace_back (row.id);
+
+    return all;
+}
 
 const CheckRuleRow& rowOf (CheckRule rule) { return table[static_cast<std::size_t> (rule)]; }
 

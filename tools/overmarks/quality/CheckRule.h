@@ -45,6 +45,9 @@ struct CheckRuleRow
 /** All rules, in the order of the enumeration. */
 const std::array<CheckRuleRow, numberOfCheckRules>& checkRules();
 
+/** Their ids, in the same order. */
+std::vector<std::string> checkRuleIds();
+
 const CheckRuleRow& rowOf (CheckRule rule);
 
 using CheckRuleSet = std::set<CheckRule>;
