@@ -120,7 +120,7 @@ TEST_F (ProgramMappingTest, aHeaderThatCannotBeTypedIsHintedAtByItsNumber)
 
 TEST_F (ProgramMappingTest, whatStandsBesideTheTitlesIsNamedAndWhatIsEmptyIsNot)
 {
-    write ("x.csv", "Start TC,,Text,\n01:00:00:00,lost,Hello,,stray\n");
+    write ("x.csv", "Start TC,,Text,,\n01:00:00:00,lost,Hello,,stray\n");
     const auto errors = run ({ "list", "x.csv" }).errors;
     EXPECT_THAT (errors, HasSubstr ("x.csv: column 2 is not used; it has no title\n"));
     EXPECT_THAT (errors, HasSubstr ("x.csv: column 5 is not used; it has no title\n"));
@@ -279,6 +279,42 @@ TEST_F (ProgramMappingTest, aDryRunKeepsNothing)
     EXPECT_EQ (result.status, 0);
     EXPECT_THAT (result.errors, HasSubstr ("Would keep the mapping \"studio\" in " + path ("s.settings")));
     EXPECT_EQ (filesInFolder(), std::vector<std::string> { "x.csv" });
+}
+
+TEST_F (ProgramMappingTest, aComparisonKeepsTheMappingOfBothListsOnce)
+{
+    write ("new.csv", "In,Out,Speaker,Line,Loop #,Mood\n"
+                      "01:00:02:00,01:00:04:00,ANNA,Hello!,12,angry\n");
+    const std::vector<std::string> call { "diff",           "x.csv",  "new.csv",    "--map",
+                                          "Line=Text",      "--json", "--settings", "s.settings",
+                                          "--save-mapping", "studio", "--old-map",  "Mood=Text" };
+    auto dryRun = call;
+    dryRun.emplace_back ("--dry-run");
+
+    for (const auto& [arguments, words] :
+         { std::pair (dryRun, "Would keep the mapping"), std::pair (call, "Kept the mapping") })
+    {
+        const auto result = run (arguments);
+        EXPECT_EQ (result.status, 1);
+        EXPECT_EQ (result.json()["changes"].size(), 1u);
+        EXPECT_THAT (result.errors, HasSubstr (words));
+        EXPECT_EQ (result.errors.find (words), result.errors.rfind (words));
+        EXPECT_THAT (result.errors, HasSubstr (": Line=Text\n"));
+    }
+
+    EXPECT_THAT (shownPreferences(), HasSubstr ("studio   Line=Text\n"));
+}
+
+TEST_F (ProgramMappingTest, aMappingServesBothListsOfAComparison)
+{
+    keep ("studio", { "Loop #=Cue Number", "Line=Text", "Speaker=Character" });
+    write ("new.csv", "In,Out,Speaker,Line,Loop #,Mood\n"
+                      "01:00:02:00,01:00:04:00,ANNA,Hello!,12,angry\n");
+    const auto changes =
+        run ({ "diff", "x.csv", "new.csv", "--json", "--mapping", "studio", "--settings", "s.settings" })
+            .json()["changes"];
+    ASSERT_EQ (changes.size(), 1u);
+    EXPECT_EQ (changes[0]["kind"], "text");
 }
 
 TEST_F (ProgramMappingTest, aColumnThatALaterListLacksIsSaidAndTheOthersAreUsed)

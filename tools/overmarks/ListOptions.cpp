@@ -462,7 +462,7 @@ std::vector<juce::String> ListOptions::mapColumns (EventFileImporter& importer) 
 
 void ListOptions::saveMapping (const Session& session) const
 {
-    if (newMappingName.empty())
+    if (newMappingName.empty() || ! keepsMapping)
         return;
 
     const auto* const dryRun = owner->get_option_no_throw ("--dry-run");

@@ -38,6 +38,9 @@ public:
     void forgetImportOptions();
     void forgetInputFormat() { inputFormat.clear(); }
 
+    /** For the first of two lists: the assignments are kept when the second one has been read. */
+    void forgetMappingToKeep() { keepsMapping = false; }
+
     /** A list that has no time reference of its own gets this one, where no option tells otherwise. */
     void assumeTimeInfo (const ZEP::Core::TimeInfo& info)
     {
@@ -119,6 +122,7 @@ private:
     std::vector<std::string> trackNames;
     std::string sheetName;
     bool lineBreaks = false;
+    bool keepsMapping = true;
     std::shared_ptr<ZEP::Core::TimeInfo> assumed;
     std::vector<const CLI::Option*> importOptions; ///< owned by their command
     const CLI::App* owner = nullptr;

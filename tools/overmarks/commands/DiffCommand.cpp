@@ -58,6 +58,8 @@ ListOptions optionsFor (Side side, const DiffOptions& options)
         chosen.forgetInputFormat();
     if (isProjectFile (side, options) && ! isProjectFile (other, options))
         chosen.forgetImportOptions();
+    if (side == Side::old && ! isProjectFile (other, options))
+        chosen.forgetMappingToKeep();
 
     return chosen;
 }

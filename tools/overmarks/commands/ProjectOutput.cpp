@@ -34,7 +34,8 @@ void ProjectOutput::addTo (CLI::App& command, const CLI::Option& forceOption, co
 {
     force = &forceOption;
     dryRun = &dryRunOption;
-    command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)");
+    command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)")
+        ->type_name ("PROJECT");
 }
 
 OutputPolicy ProjectOutput::getPolicy() const
@@ -90,9 +91,8 @@ void ProjectOutput::tell (const Session& session, const json& members) const
     if (! session.wantsJSON)
         return;
 
-    json document { { "project", path } };
+    json document { { "project", path }, { "messages", messagesBefore } };
     document.update (members);
-    document["messages"] = messagesBefore;
     document["problems"] = session.problemsAsJSON();
 
     if (getPolicy().dryRun)
