@@ -121,8 +121,3 @@ inline ToolResult runTool (const juce::StringArray& command)
     tool.waitForProcessToFinish (-1);
     return { output, static_cast<int> (tool.getExitCode()) };
 }
-
-inline bool isInstalled (const juce::String& tool)
-{
-    return runTool ({ "sh", "-c", "command -v " + tool }).status == 0;
-}

@@ -34,11 +34,11 @@ void addCommands (CLI::App& program, Session& session)
     addManualOption (program, session);
     program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
 
-    for (auto* add : { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand,
-                       addSearchCommand, addDiffCommand, addCheckCommand, addSetCommand, addConvertCommand,
-                       addExportCommand, addOverviewCommand, addStatsCommand, addMIDICommand,
-                       addFormatsCommand, addKeysCommand, addReasonsCommand, addPreferencesCommand,
-                       addCompletionCommand })
+    for (auto* add :
+         { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand, addSearchCommand,
+           addDiffCommand, addCheckCommand, addSetCommand, addConvertCommand, addExportCommand,
+           addOverviewCommand, addStatsCommand, addMIDICommand, addFormatsCommand, addKeysCommand,
+           addReasonsCommand, addPreferencesCommand, addCompletionCommand })
         add (program, session);
 }
 

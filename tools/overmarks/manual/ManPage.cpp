@@ -73,18 +73,19 @@ std::string sentence (const std::string& text)
     return text.empty() || std::string (".?!").find (text.back()) != std::string::npos ? text : text + ".";
 }
 
-/** Not where the placeholder lists the values itself, nor keys, which a command of their own lists. */
-bool isWorthListing (const ParameterDescription& parameter)
+/** Not where the placeholder or the help's end lists the values, nor keys, which a command of their own lists. */
+bool isWorthListing (const ParameterDescription& parameter, const std::string& footer)
 {
     return parameter.choices.size() > 1 && ! parameter.choices.front().ends_with ('=')
-           && parameter.placeholder.find ('|') == std::string::npos;
+           && parameter.placeholder.find ('|') == std::string::npos
+           && footer.find ("\n  " + parameter.choices.front() + " ") == std::string::npos;
 }
 
-std::string explanationOf (const ParameterDescription& parameter)
+std::string explanationOf (const ParameterDescription& parameter, const std::string& footer)
 {
     auto text = escaped (sentence (parameter.explanation));
 
-    if (isWorthListing (parameter))
+    if (isWorthListing (parameter, footer))
     {
         std::string choices;
 
@@ -97,14 +98,14 @@ std::string explanationOf (const ParameterDescription& parameter)
     return text + (parameter.isRequired ? "\nRequired.\n" : "\n");
 }
 
-std::string entry (const ParameterDescription& option)
+std::string entry (const ParameterDescription& option, const std::string& footer = {})
 {
-    return ".TP\n" + headOf (option) + "\n" + explanationOf (option);
+    return ".TP\n" + headOf (option) + "\n" + explanationOf (option, footer);
 }
 
 std::string entryOfArgument (const ParameterDescription& argument)
 {
-    return ".TP\n" + italic (argument.placeholder) + "\n" + explanationOf (argument);
+    return ".TP\n" + italic (argument.placeholder) + "\n" + explanationOf (argument, {});
 }
 
 bool isSame (const ParameterDescription& a, const ParameterDescription& b)
@@ -165,6 +166,13 @@ std::string synopsisOf (const CommandDescription& command)
     return text + "\n";
 }
 
+/** A line of a table in the help, whose columns stand two blanks apart at least: the first cell heads what is said of it. */
+std::string tableLine (const std::string& line, std::size_t endOfFirstCell)
+{
+    return ".TP\n" + bold (line.substr (0, endOfFirstCell)) + "\n"
+           + escaped (line.substr (line.find_first_not_of (' ', endOfFirstCell))) + "\n";
+}
+
 /** The lines that the help ends with, examples as they are typed. */
 std::string footerOf (const CommandDescription& command)
 {
@@ -175,8 +183,15 @@ std::string footerOf (const CommandDescription& command)
     {
         const auto first = line.find_first_not_of (' ');
 
-        if (first != std::string::npos)
-            text += (first > 0 ? ".IP\n" : ".PP\n") + escaped (line.substr (first)) + "\n";
+        if (first == std::string::npos)
+            continue;
+
+        const auto words = line.substr (first);
+
+        if (const auto gap = words.find ("  "); first > 0 && gap != std::string::npos)
+            text += tableLine (words, gap);
+        else
+            text += (first > 0 ? ".IP\n" : ".PP\n") + escaped (words) + "\n";
     }
 
     return text;
@@ -193,7 +208,7 @@ std::string sectionOf (const CommandDescription& command, const std::vector<Para
 
     for (const auto& option : command.options)
         if (! isAmong (common, option))
-            text += entry (option);
+            text += entry (option, command.footer);
         else
             for (const auto& name : option.names)
                 shared += (shared.empty() ? "" : ", ") + bold (name);
