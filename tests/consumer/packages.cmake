@@ -29,6 +29,8 @@ endforeach()
 # What has to be there, whatever the lists above say.
 foreach(file IN ITEMS bin/overmarks libexec/overmarks/docxHandler share/overmarks/resources/docxHandler
         share/overmarks/resources/pdf-export-in-point-icon.png share/overmarks/examples/data/harbour-lights-reel-2.csv
+        share/man/man1/overmarks.1 share/bash-completion/completions/overmarks share/zsh/site-functions/_overmarks
+        share/zsh/vendor-completions/_overmarks share/fish/vendor_completions.d/overmarks.fish
         share/doc/overmarks/copyright share/doc/overmarks/docs/csv.md)
     if(NOT EXISTS "${WORK_DIR}/runtime/${file}") # follows links
         message(SEND_ERROR "${file} is missing in the package of the program")

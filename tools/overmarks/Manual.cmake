@@ -16,7 +16,12 @@ add_custom_command(TARGET overmarks POST_BUILD
     BYPRODUCTS "${manual}" "${completions}/overmarks" "${completions}/_overmarks" "${completions}/overmarks.fish"
     VERBATIM)
 
-install(FILES "${manual}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-install(FILES "${completions}/overmarks" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
-install(FILES "${completions}/_overmarks" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
-install(FILES "${completions}/overmarks.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+install(FILES "${manual}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT runtime)
+install(FILES "${completions}/overmarks" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
+    COMPONENT runtime)
+# zsh looks into the first of them below /usr/local, Debian's into the other below /usr.
+foreach(functions IN ITEMS site-functions vendor-completions)
+    install(FILES "${completions}/_overmarks" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/${functions}" COMPONENT runtime)
+endforeach()
+install(FILES "${completions}/overmarks.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d"
+    COMPONENT runtime)
