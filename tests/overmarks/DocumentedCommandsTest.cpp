@@ -123,9 +123,21 @@ protected:
             sources.getChildFile ("tests/data/import/protools/harbour.txt").loadFileAsString();
         write ("reel-2.txt", tracks.replace ("XY7", "AR4").toStdString());
         sources.getChildFile ("tests/data/import/xlsx/harbour.xlsx").copyFileTo (file ("reel-2.xlsx"));
+
+        // A studio's own titles, an assignment of them that is kept, and where shells look for completions.
+        for (const auto* name : { "loops-1.csv", "loops-2.csv" })
+            write (name, "In,Out,Speaker,Line,Loop #,Mood\n"
+                         "01:00:02:00,01:00:04:00,ANNA,Who's there?,12,frightened\n");
+
+        for (const auto* name :
+             { ".local/share/bash-completion/completions", ".zsh/functions", ".config/fish/completions" })
+            file (name).createDirectory();
+
         const auto made =
             shell ("overmarks import reel-2.csv -o film.overmarks --origin 02:00:00:00 --quiet && "
-                   "overmarks convert film.overmarks film.json --quiet");
+                   "overmarks convert film.overmarks film.json --quiet && "
+                   "overmarks rows loops-1.csv --map 'Loop #=Cue Number' --map 'Line=Text' --map "
+                   "'Speaker=Character' --save-mapping studio --settings studio.settings --quiet > rows.txt");
         EXPECT_EQ (made.status, 0) << made.output;
     }
 
