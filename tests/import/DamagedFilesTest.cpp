@@ -150,6 +150,8 @@ const auto nameOfCase = [] (const auto& info)
     return name;
 };
 
+INSTANTIATE_TEST_SUITE_P (DelimitedText, DamagedFiles, testing::ValuesIn (filesIn ("csv")), nameOfCase);
+INSTANTIATE_TEST_SUITE_P (Taker, DamagedFiles, testing::ValuesIn (filesIn ("taker")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (SubRip, DamagedFiles, testing::ValuesIn (filesIn ("srt")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (EBU, DamagedFiles, testing::ValuesIn (filesIn ("stl")), nameOfCase);
 INSTANTIATE_TEST_SUITE_P (TextSTL, DamagedFiles, testing::ValuesIn (filesIn ("textstl")), nameOfCase);
