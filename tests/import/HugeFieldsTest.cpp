@@ -14,7 +14,8 @@ using ZEP::Overmarks::EventFileImporterFactory;
 namespace
 {
 
-class HugeFields : public ZEP::Overmarks::Testing::OvermarksTest, public testing::WithParamInterface<const char*>
+class HugeFields : public ZEP::Overmarks::Testing::OvermarksTest,
+                   public testing::WithParamInterface<const char*>
 {
 };
 
@@ -23,23 +24,25 @@ class HugeFields : public ZEP::Overmarks::Testing::OvermarksTest, public testing
 TEST_P (HugeFields, areKeptWhole)
 {
     juce::String message;
-    const auto importer =
-        EventFileImporterFactory::fileImporterWithFilepath (juce::String (dataFile (GetParam())), message, {}, {});
+    const auto importer = EventFileImporterFactory::fileImporterWithFilepath (
+        juce::String (dataFile (GetParam())), message, {}, {});
     ASSERT_NE (importer, nullptr);
     EXPECT_EQ (message, "");
 
     const auto table = textsOf (importer->rows);
     const auto rowsWith = [&table] (const std::string& text)
     {
-        return std::count_if (table.begin(), table.end(), [&text] (const auto& row)
+        return std::count_if (table.begin(), table.end(),
+                              [&text] (const auto& row)
                               { return std::find (row.begin(), row.end(), text) != row.end(); });
     };
     EXPECT_EQ (rowsWith (std::string (60000, 'x')), 1);
     EXPECT_EQ (rowsWith ("Out."), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P (Formats, HugeFields,
-                          testing::Values ("csv/huge_field.csv", "srt/huge_field.srt", "textstl/huge_field.stl",
-                                           "taker/huge_field.csv"),
-                          [] (const auto& format)
-                          { return std::string (format.param).substr (0, std::string (format.param).find ('/')); });
+INSTANTIATE_TEST_SUITE_P (
+    Formats, HugeFields,
+    testing::Values ("csv/huge_field.csv", "srt/huge_field.srt", "textstl/huge_field.stl",
+                     "taker/huge_field.csv"),
+    [] (const auto& format)
+    { return std::string (format.param).substr (0, std::string (format.param).find ('/')); });

@@ -85,7 +85,6 @@ void DocumentOptions::addTo (CLI::App& command)
     takesOneOf (
         add (command, "--layout", layout, "director, actor or engineer (the project's, else director)"),
         layouts);
-    takesOneOf (add (command, "--paper", paper, "a4 or letter (what is usual at this place)"), papers);
     add (command, "--browser", browser, "Name or path of the browser that prints (the installed one)")
         ->type_name ("FILE");
     takesOneOf (add (command, "--engine", engine, "browser or drawn: what a PDF is made with (browser)"),
@@ -94,11 +93,8 @@ void DocumentOptions::addTo (CLI::App& command)
     takesOneOf (
         add (command, "--delimiter", delimiter, "comma, semicolon or tab (the project's, else comma)"),
         delimiters);
-    add (command, "--title", title, "Title of the project (the project's, else the list's name)");
-    add (command, "--studio", studio, "Sound studio");
-    add (command, "--supervisor", supervisor, "Sound supervisor");
+    addSheetTo (command);
     add (command, "--company", company, "Production company");
-    add (command, "--timeline", timeline, "Name of the timeline");
     add (command, "--reel", reel, "Episode or reel");
     add (command, "--picture-version", pictureVersion, "Version of the picture");
     add (command, "--language", language, "Language code of the dialogue");
@@ -108,12 +104,18 @@ void DocumentOptions::addTo (CLI::App& command)
 
 void DocumentOptions::addToOverview (CLI::App& command)
 {
+    addSheetTo (command);
+    addPolicyTo (command);
+}
+
+/** The paper, and what stands at the head of every kind of sheet. */
+void DocumentOptions::addSheetTo (CLI::App& command)
+{
     takesOneOf (add (command, "--paper", paper, "a4 or letter (what is usual at this place)"), papers);
     add (command, "--title", title, "Title of the project (the project's, else the list's name)");
     add (command, "--studio", studio, "Sound studio");
     add (command, "--supervisor", supervisor, "Sound supervisor");
     add (command, "--timeline", timeline, "Name of the timeline");
-    addPolicyTo (command);
 }
 
 void DocumentOptions::addPolicyTo (CLI::App& command)

@@ -56,6 +56,7 @@ private:
     CLI::Option* add (CLI::App& command, const std::string& name, Value& value,
                       const std::string& explanation);
 
+    void addSheetTo (CLI::App& command);
     void addPolicyTo (CLI::App& command);
 
     bool combine = false;
