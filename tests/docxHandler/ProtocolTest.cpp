@@ -273,7 +273,7 @@ TEST_F (Protocol, cancelStopsItInTheMidstOfADocument)
     const auto taken = Clock::now() - before;
 
     EXPECT_EQ (outcome.status, 3);
-    EXPECT_LT (taken, std::chrono::seconds (5)); // it looks every 50 ms; the rest is for a busy machine
+    EXPECT_LT (taken, std::chrono::seconds (30)); // it looks every 50 ms; the rest is for a busy machine
     EXPECT_EQ (folder.bytes ("a.docx"), "old");
     EXPECT_THAT (folder.names(), ElementsAre ("a.docx", "a.txt", "c.txt", "p.txt"));
     EXPECT_NE (folder.bytes ("p.txt"), "completionLevel=100\n");

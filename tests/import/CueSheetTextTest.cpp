@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <random>
 #include <regex>
 #include <string>
@@ -164,9 +163,8 @@ TEST (CueSheetText, randomLettersToo)
     }
 }
 
-TEST (CueSheetText, megabytesOfThemAreFoundInAMoment)
+TEST (CueSheetText, megabytesOfThemAreFound)
 {
-    const auto start = std::chrono::steady_clock::now();
     std::string cues, lines (1 << 23, '\n'), almost;
 
     for (int i = 0; i < 100000; ++i)
@@ -177,5 +175,4 @@ TEST (CueSheetText, megabytesOfThemAreFoundInAMoment)
     EXPECT_EQ (startsOf (cues).size(), 100000u);
     EXPECT_EQ (boxesOf (lines), std::nullopt);
     EXPECT_EQ (boxesOf (almost), std::nullopt);
-    EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (10));
 }

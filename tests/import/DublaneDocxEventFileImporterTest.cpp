@@ -414,7 +414,7 @@ TEST_F (DocxText, readingAddsToTheRowsThatAreThere)
     EXPECT_EQ (importer.rows.size(), 2u);
 }
 
-TEST_F (DocxText, tenThousandCuesTakeAMoment)
+TEST_F (DocxText, tenThousandCuesAreRead)
 {
     std::string content;
     for (int i = 0; i < 10000; ++i)

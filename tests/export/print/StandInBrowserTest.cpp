@@ -78,7 +78,7 @@ protected:
         useBrowser (script);
         const auto start = std::chrono::steady_clock::now();
         const auto reason = print();
-        EXPECT_LT (std::chrono::steady_clock::now() - start, 20s);
+        EXPECT_LT (std::chrono::steady_clock::now() - start, 60s) << "it hangs";
         return reason;
     }
 };
@@ -287,7 +287,7 @@ TEST_F (StandInBrowserTest, complaintsThatComeFasterThanTheyAreReadHoldUpNothing
 
 TEST_F (StandInBrowserTest, afterTheSecondCharacterOneThatHangsIsWaitedForLessLong)
 {
-    patience = 1200ms;
+    patience = 2000ms;
     useBrowser ("sleep 1000");
 
     for (const std::string id : { "a", "b", "c", "d", "e" })
