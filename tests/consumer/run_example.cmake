@@ -8,7 +8,7 @@ file(MAKE_DIRECTORY "${folder}")
 
 unset(ENV{DISPLAY}) # none of them needs one
 # The framework's cache of typefaces lasts as long as the process (tests/support/LeakSuppressions.cpp).
-set(ENV{LSAN_OPTIONS} "suppressions=${TESTS}/leaks.txt")
+set(ENV{LSAN_OPTIONS} "suppressions=${TESTS}/leaks.txt:print_suppressions=0")
 step("Running ${EXAMPLE}" "${WORK_DIR}/build/${EXAMPLE}"
     "${WORK_DIR}/prefix/share/overmarks/examples/data/harbour-lights-reel-2.csv" "${folder}")
 
