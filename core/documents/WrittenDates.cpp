@@ -41,12 +41,13 @@ bool take (std::string_view& text, char sign)
     return isThere;
 }
 
-std::optional<int> msOfFraction (std::string_view digits)
+/** @returns -1 for what isn't digits */
+int msOfFraction (std::string_view digits)
 {
     const auto number = wholeNumber (digits);
 
     if (number < 0)
-        return std::nullopt;
+        return -1;
 
     return static_cast<int> (
         std::lround (number * std::pow (10.0, -static_cast<double> (digits.size())) * msOfSecond));
@@ -57,15 +58,12 @@ std::optional<int> msOfTime (std::string_view text)
     const auto hours = takeTwoDigits (text);
     const auto minutes = take (text, ':') ? takeTwoDigits (text) : -1;
     const auto seconds = take (text, ':') ? takeTwoDigits (text) : 0;
-    const auto fraction = take (text, '.') ? msOfFraction (text)
-                          : text.empty()   ? std::optional (0)
-                                           : std::nullopt;
+    const auto fraction = take (text, '.') ? msOfFraction (text) : text.empty() ? 0 : -1;
 
-    if (hours < 0 || hours > 23 || minutes < 0 || minutes > 59 || seconds < 0 || seconds > 59
-        || ! fraction.has_value())
+    if (hours < 0 || hours > 23 || minutes < 0 || minutes > 59 || seconds < 0 || seconds > 59 || fraction < 0)
         return std::nullopt;
 
-    return ((hours * 60 + minutes) * 60 + seconds) * msOfSecond + *fraction;
+    return ((hours * 60 + minutes) * 60 + seconds) * msOfSecond + fraction;
 }
 
 /** A written date without the zone behind its time. */
