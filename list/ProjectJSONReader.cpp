@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-only
+#include "core/cast/ADRCueReasonsManager.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
 #include "list/JSONMember.h"
@@ -24,6 +25,7 @@ namespace ZEP::Overmarks
 using json = nlohmann::ordered_json;
 using ZEP::Core::ADRCharacter;
 using ZEP::Core::ADRCharacterMap;
+using ZEP::Core::ADRCueReasonsManager;
 using ZEP::Core::RichTextString;
 using ZEP::Core::TCToolbox;
 using ZEP::Core::TimeInfo;
@@ -226,8 +228,26 @@ private:
     template <typename Value>
     void readField (std::size_t place, const char* name, Value& value) const
     {
-        if (values[place] != nullptr)
-            read (JSONMember (*values[place], object, name), value);
+        if (values[place] == nullptr)
+            return;
+
+        const JSONMember member (*values[place], object, name);
+
+        if constexpr (std::is_same_v<Value, int>)
+            if (static const auto placeOfReason = placeOf ("reason"); place == placeOfReason)
+            {
+                value = readReason (member);
+                return;
+            }
+
+        read (member, value);
+    }
+
+    /** A code that no table has would read "None" and be lost with the next saving. -1 is that of an event made by hand. */
+    static int readReason (const JSONMember& member)
+    {
+        constexpr int unset = -1, lastReason = ADRCueReasonsManager::lastCode - 1;
+        return member.integer (unset, lastReason);
     }
 
     static void read (const JSONMember& member, juce::String& value) { value = member.text(); }

@@ -43,6 +43,7 @@ std::string noJSONAt (int byte)
 }
 
 const std::string wholeNumber = "a whole number from -2147483648 to 2147483647 is expected";
+const std::string reasonExpected = "a whole number from -1 to 40 is expected";
 const std::string noProject = R"(The text: an Overmarks project in JSON begins with the member "overmarks")";
 const std::string timecodeExpected = "a timecode such as 01:00:00:00 is expected";
 
@@ -151,6 +152,11 @@ const std::vector<Mistake> mistakes {
       "events[1].endFrameIndex: " + wholeNumber },
     { "regionAboveRange", secondEvent (R"("forcedNarrativeRegion": 4294967296)"),
       "events[1].forcedNarrativeRegion: " + wholeNumber },
+    { "reasonBehindTheTable", project (R"("events": [{"reason": 41}])"),
+      "events[0].reason: " + reasonExpected },
+    { "reasonBeforeTheTable", secondEvent (R"("reason": -2)"), "events[1].reason: " + reasonExpected },
+    { "reasonHuge", secondEvent (R"("reason": 2147483647)"), "events[1].reason: " + reasonExpected },
+    { "reasonNoNumber", secondEvent (R"("reason": "AR4")"), "events[1].reason: " + reasonExpected },
     { "tempoTooLarge", secondEvent (R"("beatsPerMinute": 1e39)"),
       "events[1].beatsPerMinute: the number is too large" },
     { "numberBeyondAll", secondEvent (R"("beatsPerMinute": 1e400)"),

@@ -320,9 +320,10 @@ TEST_F (ProjectJSONTest, aCharacterWithoutAnIdentifierGetsOne)
         EXPECT_EQ (id.length(), 36) << id;
 }
 
-TEST_F (ProjectJSONTest, aReasonThatNobodyKnowsStays)
+TEST_F (ProjectJSONTest, theReasonsAtTheEndsOfTheTableAreRead)
 {
-    EXPECT_EQ (withEvents (R"({"reason": 4711})").list->events[0]->getReason(), 4711);
+    EXPECT_EQ (withEvents (R"({"reason": 0})").list->events[0]->getReason(), 0);
+    EXPECT_EQ (withEvents (R"({"reason": 40})").list->events[0]->getReason(), 40);
 }
 
 TEST_F (ProjectJSONTest, anEventThatIsInTheListTwiceComesBackTwice)

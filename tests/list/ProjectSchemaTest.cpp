@@ -124,6 +124,8 @@ TEST_F (ProjectSchemaTest, whatItRefusesIsRefused)
            R"({"overmarks": 1, "events": [{"color": "red"}]})",
            R"({"overmarks": 1, "events": [{"inPointFrameIndex": 1.5}]})",
            R"({"overmarks": 1, "events": [{"inPointFrameIndex": 2147483648}]})",
+           R"({"overmarks": 1, "events": [{"reason": 41}]})",
+           R"({"overmarks": 1, "events": [{"reason": -2}]})",
            R"({"overmarks": 1, "events": [{"done": "yes"}]})",
            R"({"overmarks": 1, "events": [{"text": 7}]})",
            R"({"overmarks": 1, "events": [{"text": {"text": "Go", "runs": [{"colour": "red"}]}}]})",
@@ -141,6 +143,7 @@ TEST_F (ProjectSchemaTest, whatItAllowsIsRead)
     for (
         const auto* project :
         { R"({"overmarks": 1})", R"({"overmarks": 1, "events": []})",
+          R"({"overmarks": 1, "events": [{"reason": -1}, {"reason": 40}]})",
           R"({"overmarks": 1, "timeInfo": {"framesPerSecond": 30, "dropFrame": true}, "events": [{}]})",
           R"({"overmarks": 1, "timeInfo": {"timeOrigin": "01:00:00;00", "frameRateNumerator": 30000, "frameRateDenominator": 1001, "dropFrame": true}})",
           R"({"overmarks": 1, "characters": [{"id": "c1", "name": "ANNA"}], "events": [{"characterID": "c1", "text": "Go"}]})",

@@ -233,11 +233,10 @@ TEST_F (ProgramTest, aDryRunWritesNothing)
 TEST_F (ProgramTest, numbersOfAProjectThatNobodyKnowsAreListedAndComeBackAsTheyStand)
 {
     write ("x.json",
-           R"({"overmarks":1,"events":[{"cueNumber":"1","type":8,"reason":4711,"forcedNarrativeRegion":9},
+           R"({"overmarks":1,"events":[{"cueNumber":"1","type":8,"forcedNarrativeRegion":9},
                                                   {"cueNumber":"2","type":77,"inPointFrameIndex":50}]})");
     const auto result = run ({ "list", "x.json" });
     EXPECT_EQ (result.status, 0) << result.errors;
-    EXPECT_THAT (result.output, HasSubstr ("None"));
     EXPECT_THAT (result.output, HasSubstr ("77"));
 
     const auto project = run ({ "dump", "x.json" }).json();
@@ -246,9 +245,21 @@ TEST_F (ProgramTest, numbersOfAProjectThatNobodyKnowsAreListedAndComeBackAsTheyS
     for (const auto& event : project["events"])
         events[event["cueNumber"]] = event;
 
-    EXPECT_EQ (events["1"]["reason"], 4711);
     EXPECT_EQ (events["1"]["forcedNarrativeRegion"], 9);
     EXPECT_EQ (events["2"]["type"], 77);
+}
+
+TEST_F (ProgramTest, aReasonThatNoTableHasIsRefusedWithItsPlace)
+{
+    write ("x.json", R"({"overmarks":1,"events":[{"cueNumber":"1","type":8,"reason":4711}]})");
+
+    for (const auto& call : std::vector<std::vector<std::string>> { { "load", "x.json", "-o", "y.overmarks" },
+                                                                    { "list", "x.json" } })
+        EXPECT_EQ (errorOf (call, 1), "x.json: events[0].reason: a whole number from -1 to 40 is expected");
+
+    EXPECT_EQ (filesInFolder(), std::vector<std::string> { "x.json" });
+    write ("x.json", R"({"overmarks":1,"events":[{"cueNumber":"1","type":8,"reason":-1}]})");
+    EXPECT_EQ (run ({ "load", "x.json", "-o", "y.overmarks" }).status, 0);
 }
 
 } // namespace

@@ -161,8 +161,9 @@ private:
         for (const auto* field : { "text", "notes", "engineeringNotes" })
             setField (*made, field, richText());
         for (const auto* field :
-             { "streamerDuration", "recTrackIndex", "numRecordedTakes", "selectedTake", "altTake", "reason" })
+             { "streamerDuration", "recTrackIndex", "numRecordedTakes", "selectedTake", "altTake" })
             setField (*made, field, anyInt());
+        setField (*made, "reason", random.between (-1, 40));
         for (const auto* field : { "enabled", "done", "storedFlag", "isForcedNarrative" })
             setField (*made, field, random.oneIn (2));
         setField (*made, "forcedNarrativeRegion", static_cast<ForcedNarrativeRegion> (anyInt()));
