@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // The command-line program: finds the command, runs it, and turns every failure into words and an exit status.
+#include "JSONRequest.h"
 #include "Session.h"
 #include "UsageAdvice.h"
 #include "commands/Commands.h"
@@ -32,7 +33,8 @@ void addCommands (CLI::App& program, Session& session)
                               "overmarks " + ZEP::Core::SystemUtility::executableVersion().toStdString());
     session.addOutputOptions (program);
     addManualOption (program, session);
-    program.footer ("overmarks COMMAND --help tells the options of a command, with an example.");
+    program.footer ("overmarks COMMAND --help tells the options of a command, with an example.\n"
+                    "Example:\n  overmarks convert reel-2.csv reel-2.pdf --origin 02:00:00:00");
 
     for (auto* add :
          { addRowsCommand, addImportCommand, addDumpCommand, addLoadCommand, addListCommand, addSearchCommand,
@@ -85,8 +87,7 @@ int run (int argc, char** argv)
     CLI::App program ("Cue lists for dialogue replacement and dubbing: read, edit, convert, write documents",
                       "overmarks");
     addCommands (program, session);
-    const bool wantsJSON = std::find (arguments.begin(), arguments.end(), "--json") != arguments.end();
-    const Failure failure (session, wantsJSON);
+    const Failure failure (session, asksForJSON (program, arguments));
 
     for (const auto& argument : arguments)
         if (! isStrictUTF8 (argument))
