@@ -54,7 +54,7 @@ TEST_F (ProgramTest, aTypingMistakeInATimecodeNeverClearsATime)
     ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
     const auto before = read ("film.json");
     const auto result = run ({ "set", "film.json", "-o", "film.json", "StartTCString=01:00:0x:00" });
-    EXPECT_EQ (result.status, 1);
+    EXPECT_EQ (result.status, 2);
     EXPECT_THAT (result.errors, HasSubstr ("There is no timecode \"01:00:0x:00\" at 25 frames per second"));
     EXPECT_EQ (read ("film.json"), before);
 }
@@ -127,11 +127,11 @@ protected:
     }
 
     /** The refusal of an edit of the first cue, which leaves the project as it is. */
-    std::string refusal (const std::string& assignment, int status = 1) const
+    std::string refusal (const std::string& assignment) const
     {
         const auto before = read ("film.json");
         const auto error =
-            errorOf ({ "set", "film.json", "-o", "film.json", "--where", "CueNumber=1", assignment }, status);
+            errorOf ({ "set", "film.json", "-o", "film.json", "--where", "CueNumber=1", assignment }, 2);
         EXPECT_EQ (read ("film.json"), before);
         return error;
     }
@@ -162,7 +162,7 @@ TEST_F (ProgramConditionTest, reasonsAreMeantByNameShortFormOrCode)
     EXPECT_EQ (meant ("Reason=clarity (ar4)"), "#1");
     EXPECT_EQ (meant ("Reason=5"), "#1");
     EXPECT_EQ (meant ("Reason=None"), "#2#3#4");
-    EXPECT_EQ (meant ("Reason=Whim"), "1");
+    EXPECT_EQ (meant ("Reason=Whim"), "2") << "wrong usage";
 }
 
 TEST_F (ProgramConditionTest, numbersAndTimesAreMeantHoweverTheyAreWritten)
@@ -252,6 +252,35 @@ TEST_F (ProgramConditionTest, whatCannotBeSetIsFoundBeforeTheListIsRead)
                "\"Done\" is not of the form KEY=VALUE");
     EXPECT_EQ (errorOf ({ "set", "missing.json", "-o", "film.json", "--where", "Type=8x", "Done=yes" }, 2),
                "--where: Type: \"8x\" is none of Streamer, Marker, Flutter, ADR Cue, Fade In, Fade Out.");
+}
+
+TEST_F (ProgramTest, aValueThatAKeyCantTakeIsWrongUsage)
+{
+    write ("x.csv", threeCues);
+    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
+    const auto before = read ("film.json");
+
+    for (const auto* assignment :
+         { "Done=maybe", "Reason=Foo", "CharacterID=EVA", "Type=Cue", "NumRecordedTakes=-1",
+           "BeatsPerMinute=x", "SelectedTake=9", "StreamerDuration=4", "ForcedNarrativeRegion=middle",
+           "RecTrackIndex=1000", "StartTCString=soon", "EndTCString=01:00:02:25", "Type=Fade In" })
+        EXPECT_NE (errorOf ({ "set", "film.json", "-o", "film.json", assignment }, 2), "") << assignment;
+
+    EXPECT_EQ (errorOf ({ "set", "film.json", "-o", "film.json", "--where", "Reason=Foo", "Done=yes" }, 2),
+               "\"Foo\" is no cue reason; `overmarks reasons` lists them");
+    EXPECT_EQ (read ("film.json"), before);
+}
+
+TEST_F (ProgramTest, noneStillTakesATimeAway)
+{
+    write ("x.csv", threeCues);
+    ASSERT_EQ (run ({ "import", "x.csv", "-o", "film.json" }).status, 0);
+    ASSERT_EQ (
+        run ({ "set", "film.json", "-o", "film.json", "--where", "CueNumber=A1", "StartTCString=none" })
+            .status,
+        0);
+    for (const auto& event : run ({ "list", "film.json", "--json" }).json()["events"])
+        EXPECT_EQ (event["startTC"] == "--:--:--:--", event["cueNumber"] == "A1") << event;
 }
 
 } // namespace

@@ -45,7 +45,7 @@ int characterItem (const juce::String& text)
         names.push_back (characters[i]->name.toStdString());
     }
 
-    throw CommandFailure ("There is no character \"" + text + "\"." + didYouMean (text.toStdString(), names));
+    throw WrongUsage ("There is no character \"" + text + "\"." + didYouMean (text.toStdString(), names));
 }
 
 int reasonCode (const juce::String& text)
@@ -53,7 +53,7 @@ int reasonCode (const juce::String& text)
     const auto code = reasonNamed (text);
 
     if (! code)
-        throw CommandFailure ("\"" + text + "\" is no cue reason; `overmarks reasons` lists them");
+        throw WrongUsage ("\"" + text + "\" is no cue reason; `overmarks reasons` lists them");
 
     return *code;
 }
@@ -63,7 +63,7 @@ bool flag (const juce::String& key, const juce::String& text)
     const auto value = yesOrNo (text);
 
     if (! value)
-        throw CommandFailure (key + ": \"" + text + "\" is neither yes nor no");
+        throw WrongUsage (key + ": \"" + text + "\" is neither yes nor no");
 
     return *value;
 }
@@ -76,9 +76,9 @@ juce::String timecode (const Event& event, const juce::String& text)
     const auto time = TCToolbox::tcTimeFromString (text);
 
     if (time.invalid || ! TCToolbox::existsUnder (time, event.getTimeInfo()->tcDef))
-        throw CommandFailure ("There is no timecode \"" + text + "\" at "
-                              + TCToolbox::rateNameForTCDef (event.getTimeInfo()->tcDef)
-                              + " frames per second; \"none\" takes the time away");
+        throw WrongUsage ("There is no timecode \"" + text + "\" at "
+                          + TCToolbox::rateNameForTCDef (event.getTimeInfo()->tcDef)
+                          + " frames per second; \"none\" takes the time away");
 
     return text;
 }
@@ -88,8 +88,8 @@ int numberBetween (const juce::String& key, const juce::String& text, int lowest
     const auto number = wholeNumber (text);
 
     if (! number || *number < lowest || *number > highest)
-        throw CommandFailure (key + ": \"" + text + "\" is no whole number from " + juce::String (lowest)
-                              + " to " + juce::String (highest));
+        throw WrongUsage (key + ": \"" + text + "\" is no whole number from " + juce::String (lowest) + " to "
+                          + juce::String (highest));
 
     return *number;
 }
@@ -100,9 +100,9 @@ int takeItem (const Event& event, const juce::String& key, const juce::String& t
     const auto number = wholeNumber (text);
 
     if (! number || *number < itemOfNoTake || *number > takes + itemOfNoTake)
-        throw CommandFailure (key + ": \"" + text + "\" is no item of the menu of takes: 1 is none"
-                              + (takes > 0 ? ", 2 to " + juce::String (takes + itemOfNoTake) + " the takes"
-                                           : juce::String (", and there are no takes")));
+        throw WrongUsage (key + ": \"" + text + "\" is no item of the menu of takes: 1 is none"
+                          + (takes > 0 ? ", 2 to " + juce::String (takes + itemOfNoTake) + " the takes"
+                                       : juce::String (", and there are no takes")));
 
     return *number;
 }
@@ -146,8 +146,8 @@ int duration (const Event& event, const juce::String& key, const juce::String& t
     for (const int code : known)
         codes.push_back (std::to_string (code));
 
-    throw CommandFailure (key + ": \"" + text + "\" is no code of a streamer's length; for the type "
-                          + event.typeString() + " there are " + joined (codes));
+    throw WrongUsage (key + ": \"" + text + "\" is no code of a streamer's length; for the type "
+                      + event.typeString() + " there are " + joined (codes));
 }
 
 int eventType (const Event& event, const juce::String& key, const juce::String& text)
@@ -155,13 +155,13 @@ int eventType (const Event& event, const juce::String& key, const juce::String& 
     const auto type = eventTypeNamed (text);
 
     if (! type)
-        throw CommandFailure (key + ": \"" + text + "\" is none of " + joined (namesOfEventTypes()) + "."
-                              + didYouMean (text.toStdString(), namesOfEventTypes()));
+        throw WrongUsage (key + ": \"" + text + "\" is none of " + joined (namesOfEventTypes()) + "."
+                          + didYouMean (text.toStdString(), namesOfEventTypes()));
 
     if (*type != event.getType() && (isFade (*type) || isFade (event.getType())))
-        throw CommandFailure (key
-                              + ": a list has exactly one Fade In and one Fade Out; no event becomes one, "
-                                "and they become nothing else");
+        throw WrongUsage (key
+                          + ": a list has exactly one Fade In and one Fade Out; no event becomes one, "
+                            "and they become nothing else");
 
     return *type;
 }
@@ -183,8 +183,8 @@ int region (const juce::String& key, const juce::String& text)
     const auto item = regionNamed (text);
 
     if (! item)
-        throw CommandFailure (key + ": \"" + text + "\" is none of " + joined (namesOfRegions()) + "."
-                              + didYouMean (text.toStdString(), namesOfRegions()));
+        throw WrongUsage (key + ": \"" + text + "\" is none of " + joined (namesOfRegions()) + "."
+                          + didYouMean (text.toStdString(), namesOfRegions()));
 
     return *item;
 }
@@ -257,7 +257,7 @@ Poco::Any attributeValue (const Event& event, const EventAttribute& attribute, c
         case CellType::none: break;
     }
 
-    throw CommandFailure ("\"" + attribute.key + "\" has no value");
+    throw WrongUsage ("\"" + attribute.key + "\" has no value");
 }
 
 const EventAttribute& attributeWithKey (const juce::String& key)

@@ -84,7 +84,7 @@ Test reasonTest (const Condition& condition)
         const auto code = reasonNamed (text);
 
         if (! code)
-            throw CommandFailure ("\"" + text + "\" is no cue reason; `overmarks reasons` lists them");
+            throw WrongUsage ("\"" + text + "\" is no cue reason; `overmarks reasons` lists them");
 
         return holds<int> (*attribute, *code) (event);
     };
