@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "UsageAdvice.h"
 
+#include "DocumentFormats.h"
+#include "OutputFile.h"
 #include "Suggestion.h"
 
 #include <algorithm>
@@ -147,6 +149,49 @@ std::string adviceOnWord (const CLI::App& program, const std::string& word, bool
     return wholeName (*given) + " has no use for " + quoted (word);
 }
 
+/** The name of the first argument that has to be there and isn't. */
+std::string missingArgument (const CLI::App& command)
+{
+    for (const auto* option : command.get_options())
+        if (option->get_positional() && option->get_required() && option->count() == 0)
+            return option->get_name();
+
+    return {};
+}
+
+/** Whether a word among an option's values was meant for something else: it is a file, or no such value. */
+bool isOutOfPlace (const std::string& word, const CLI::Option& option)
+{
+    const auto formats = documentFormatNames();
+    return fileFromPath (juce::String (word)).existsAsFile()
+           || (option.get_name() == "--format"
+               && std::find (formats.begin(), formats.end(), word) == formats.end());
+}
+
+/** An option of several values has taken the argument behind it for one of them; empty if none has. */
+std::string adviceOnSwallowedArgument (const CLI::App& program)
+{
+    const auto* const given = givenCommand (program);
+    const auto missing = given == nullptr ? std::string() : missingArgument (*given);
+
+    if (missing.empty())
+        return {};
+
+    for (const auto* option : given->get_options())
+    {
+        if (option->get_positional() || ! option->get_allow_extra_args() || option->results().size() < 2)
+            continue;
+
+        for (const auto& word : option->results())
+            if (isOutOfPlace (word, *option))
+                return missing + " is missing: " + option->get_name()
+                       + " takes everything up to the next option, " + quoted (word) + " too. Put " + missing
+                       + " before it";
+    }
+
+    return {};
+}
+
 /** What is told of an option that is missing while another one is mistyped is the mistyping. */
 std::string complaint (const CLI::App& program, const CLI::ParseError& error,
                        const std::vector<std::string>& arguments)
@@ -166,7 +211,11 @@ std::string complaint (const CLI::App& program, const CLI::ParseError& error,
         return adviceOnWord (program, word, isBeforeCommand);
     }
 
-    return program.get_subcommands().empty() ? "A command is missing" : error.what();
+    if (program.get_subcommands().empty())
+        return "A command is missing";
+
+    const auto advice = adviceOnSwallowedArgument (program);
+    return advice.empty() ? error.what() : advice;
 }
 
 std::string withPlaceOfHelp (const CLI::App& program, std::string advice)
