@@ -363,4 +363,23 @@ TEST_F (ProgramDiffTest, anotherActorThroughoutIsToldOnce)
     EXPECT_THAT (kinds(), ElementsAre ("other One", "other Two"));
 }
 
+TEST_F (ProgramDiffTest, anotherActorOfAnotherCharacterIsNoChangeOfItsOwn)
+{
+    const std::string columns = "Start TC,End TC,Character,Actor,Text,Cue Number\n";
+    const std::string anna = "01:00:02:00,01:00:03:00,ANNA,B. Miller,Hello?,A1\n";
+    write ("old.csv", columns + anna + "01:00:08:00,01:00:09:00,ANNA,B. Miller,Me.,A3\n");
+    write ("new.csv", columns + anna + "01:00:08:00,01:00:09:00,BOB,,Me.,A3\n");
+    EXPECT_THAT (kinds(), ElementsAre ("character A3"));
+    EXPECT_EQ (changes()[0]["fields"], std::vector<std::string> { "character" });
+}
+
+TEST_F (ProgramDiffTest, anotherActorOfTheSameCharacterIsAChange)
+{
+    const std::string columns = "Start TC,End TC,Character,Actor,Text,Cue Number\n";
+    write ("old.csv", columns + "01:00:08:00,01:00:09:00,ANNA,B. Miller,Me.,A3\n");
+    write ("new.csv", columns + "01:00:08:00,01:00:09:00,ANNA,C. Berg,Me.,A3\n");
+    EXPECT_THAT (kinds(), ElementsAre ("other A3"));
+    EXPECT_EQ (changes()[0]["fields"], std::vector<std::string> { "actor" });
+}
+
 } // namespace

@@ -54,17 +54,13 @@ constexpr ComparedField lookField {
     [] (const ComparedEvent& e) { return juce::String (e.event->getText().isPlain() ? "plain" : "marked"); }
 };
 
-/** Another character has another actor: that is no change of its own. */
-constexpr ComparedField actorField { "actor", "Actor", "Actor", ChangeKind::other,
-                                     [] (const ComparedEvent& e) { return e.actor; } };
-
 /** The attributes whose words tell whether they are the same. */
 constexpr std::array fieldTable {
     ComparedField { "text", "Text", "Text", ChangeKind::text, richTextOf<&Event::getText> },
     ComparedField { "character", "Character", "Character", ChangeKind::character,
                     [] (const ComparedEvent& e) { return e.character; } },
     ComparedField { "actor", "Actor", "Actor", ChangeKind::other,
-                    [] (const ComparedEvent& e) { return e.actor; } },
+                    [] (const ComparedEvent& e) { return e.actor; }, true },
     ComparedField { "cueNumber", "Cue number", "Cue Number", ChangeKind::other,
                     [] (const ComparedEvent& e)
                     { return juce::String (juce::CharPointer_UTF8 (e.number.c_str())); } },
@@ -220,7 +216,7 @@ void ListChanges::compareRest (const ComparedEvent& one, const ComparedEvent& ot
         rest { ChangeKind::other, &one, &other };
 
     const auto isTold = [&] (const ComparedField& field)
-    { return field.value != actorField.value || one.character == other.character; };
+    { return ! field.goesWithCharacter || one.character == other.character; };
 
     for (const auto* field : fields)
         if (isTold (*field) && field->value (one) != field->value (other))

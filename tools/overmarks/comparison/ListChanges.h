@@ -40,6 +40,7 @@ struct ComparedField
         column; ///< title of the column that a cue list has to have for it; empty if only projects tell
     ChangeKind kind;
     juce::String (*value) (const ComparedEvent&); ///< in words
+    bool goesWithCharacter = false; ///< differs with the character, which is no change of its own then
 };
 
 /** One thing that has become of one event. An event that was moved and rewritten has two changes. */
