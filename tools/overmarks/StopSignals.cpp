@@ -3,6 +3,7 @@
 
 #include "Session.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/signalfd.h>
@@ -177,6 +178,27 @@ public:
         patience += more;
     }
 
+    /** @returns false if there is an answer already, or no standard output */
+    bool setAnswer (const std::string& text)
+    {
+        const std::lock_guard lock (mutex);
+
+        if (placeOfAnswer >= 0)
+            return false;
+
+        answer = text;
+        placeOfAnswer =
+            fcntl (STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1); // a tool may borrow the other
+        return placeOfAnswer >= 0;
+    }
+
+    void clearAnswer()
+    {
+        const std::lock_guard lock (mutex);
+        close (placeOfAnswer);
+        placeOfAnswer = -1;
+    }
+
     void setCancel (std::function<void()> newCancel)
     {
         const std::lock_guard lock (mutex);
@@ -256,14 +278,34 @@ private:
             for (int i = 0; i < mostTries && ! folder.deleteRecursively(); ++i)
                 std::this_thread::yield();
 
+        if (placeOfAnswer >= 0)
+            endWithAnswer();
+
         std::signal (last, SIG_DFL);
         pthread_sigmask (SIG_UNBLOCK, &stops, nullptr);
         kill (getpid(), last);
     }
 
+    [[noreturn]] void endWithAnswer() const
+    {
+        for (std::size_t written = 0; written < answer.size();)
+        {
+            const auto more = write (placeOfAnswer, answer.data() + written, answer.size() - written);
+
+            if (more <= 0)
+                break;
+
+            written += static_cast<std::size_t> (more);
+        }
+
+        _exit (1);
+    }
+
     mutable std::mutex mutex;
     std::vector<juce::File> folders;
     std::function<void()> cancel; ///< only while the tool works
+    std::string answer;           ///< what is written when a signal ends the program
+    int placeOfAnswer = -1;       ///< a descriptor; -1 if there is no answer
     int patience = 0;
     int number = 0;        ///< of signals so far
     int last = 0;          ///< of the signals
@@ -298,6 +340,18 @@ StopSignals::Patience::Patience (const StopSignals& stopSignals) : signals (stop
 }
 
 StopSignals::Patience::~Patience() { signals.watch->addPatience (-1); }
+
+StopSignals::Answer::Answer (const StopSignals& stopSignals, const std::string& text)
+    : signals (stopSignals),
+      isOutermost (signals.watch->setAnswer (text))
+{
+}
+
+StopSignals::Answer::~Answer()
+{
+    if (isOutermost)
+        signals.watch->clearAnswer();
+}
 
 void StopSignals::whileToolWorks (std::function<void()> cancel, const std::function<void()>& work) const
 {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace overmarks
 {
@@ -47,6 +48,22 @@ public:
 
     private:
         const StopSignals& signals;
+    };
+
+    /** While it lives, a signal that ends the program is answered on standard output, and the exit status is 1. Nobody else may write
+        there meanwhile. Within another one it changes nothing. */
+    class Answer final
+    {
+    public:
+        /** @param text  whole lines */
+        Answer (const StopSignals& stopSignals, const std::string& text);
+        Answer (const Answer&) = delete;
+        Answer& operator= (const Answer&) = delete;
+        ~Answer();
+
+    private:
+        const StopSignals& signals;
+        bool isOutermost;
     };
 
     /** While another program works for this one. The first signal calls `cancel`, again and again and from another thread; the
