@@ -134,4 +134,36 @@ TEST_F (ProgramDiffReportTest, aDryRunWritesNothing)
     EXPECT_THAT (filesInFolder(), ElementsAre ("new.csv", "old.csv"));
 }
 
+TEST_F (ProgramDiffReportTest, theDocumentNamesTheFiles)
+{
+    const auto written = diff ({ "--csv", "changes.csv", "--html", "changes.html", "--json" }).json();
+    EXPECT_EQ (written["files"], (std::vector<std::string> { path ("changes.html"), path ("changes.csv") }));
+    EXPECT_FALSE (written.contains ("dryRun"));
+    EXPECT_FALSE (written["changes"].empty());
+
+    const auto tried = diff ({ "--csv", "more.csv", "--dry-run", "--json" }).json();
+    EXPECT_EQ (tried["files"], std::vector<std::string> { path ("more.csv") });
+    EXPECT_EQ (tried["dryRun"], true);
+    EXPECT_FALSE (file ("more.csv").exists());
+
+    const auto equal = diff ({ "--csv", "more.csv", "--json" }, "old.csv", "old.csv").json();
+    EXPECT_EQ (equal["files"], std::vector<std::string> { path ("more.csv") });
+    EXPECT_TRUE (equal["changes"].empty());
+}
+
+TEST_F (ProgramDiffReportTest, aDocumentWithoutFilesHasTheChangesAlone)
+{
+    EXPECT_EQ (diff ({ "--json" }).json().size(), 1u);
+    EXPECT_EQ (diff ({ "--json" }, "old.csv", "old.csv").json().size(), 1u);
+}
+
+TEST_F (ProgramDiffReportTest, applyingNamesTheFilesToo)
+{
+    const auto told =
+        diff ({ "--apply", "-o", "merged.json", "--html", "changes.html", "--dry-run", "--json" }).json();
+    EXPECT_EQ (told["files"], std::vector<std::string> { path ("changes.html") });
+    EXPECT_EQ (told["dryRun"], true);
+    EXPECT_EQ (told["project"], "merged.json");
+}
+
 } // namespace

@@ -33,7 +33,9 @@ protected:
         for (const auto& option : help.required)
         {
             call.push_back (option);
-            call.emplace_back (option == "--output"    ? (help.name() == "export" ? "." : "new.json")
+            call.emplace_back (option == "--output"    ? (help.name() == "export"     ? "."
+                                                          : help.name() == "overview" ? "new.pdf"
+                                                                                      : "new.json")
                                : option == "--format"  ? "csv"
                                : option == "--message" ? "NoteOn 1 60"
                                                        : "x");

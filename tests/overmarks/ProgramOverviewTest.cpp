@@ -227,4 +227,14 @@ TEST_F (OverviewTest, timesAreWholeOnAMachineWithWideLetters)
     }
 }
 
+TEST_F (OverviewTest, aSheetOfAnotherExtensionIsWrongUsage)
+{
+    for (const auto* name : { "o.txt", "o", "o.pdf.html" })
+        EXPECT_EQ (errorOf ({ "overview", "x.csv", "-o", name }, 2),
+                   "-o: the sheet is a PDF, and the name \"" + std::string (name) + "\" doesn't end in .pdf");
+
+    EXPECT_EQ (filesInFolder(), Names { "x.csv" });
+    EXPECT_EQ (run ({ "overview", "x.csv", "-o", "O.PDF" }).status, 0);
+}
+
 } // namespace

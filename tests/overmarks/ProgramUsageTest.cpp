@@ -205,4 +205,72 @@ TEST_F (ProgramTest, theBuiltProgramFindsItsResourcesWhereTheInstalledOneDoes)
     EXPECT_TRUE (tree.getChildFile ("share/overmarks/resources").isDirectory());
 }
 
+// ---- JSON on failure -----------------------------------------------------------------------------------------------------
+
+TEST_F (ProgramTest, aFlagWithAValueAsksForJSONTooWhenTheCommandFails)
+{
+    for (const auto* flag : { "--json", "--json=true", "--json=1", "--json=yes", "--json=maybe" })
+        for (const auto& call : std::vector<std::vector<std::string>> {
+                 { "list", "missing.csv", flag }, { flag, "list", "missing.csv" }, { "lst", flag } })
+        {
+            const auto result = run (call);
+            const auto document = ordered_json::parse (result.output, nullptr, false);
+            EXPECT_TRUE (document.is_object() && document.contains ("error")) << flag << result.output;
+            EXPECT_EQ (result.errors, "") << flag;
+        }
+}
+
+TEST_F (ProgramTest, whatOnlyLooksLikeTheFlagAsksForNoJSON)
+{
+    write ("x.csv", threeCues);
+
+    for (const auto& call :
+         std::vector<std::vector<std::string>> { { "list", "missing.csv", "--json=false" },
+                                                 { "list", "missing.csv", "--json=0" },
+                                                 { "list", "--text", "--json", "missing.csv" },
+                                                 { "list", "missing.csv", "--jsonx" },
+                                                 { "list", "--", "--json" } })
+    {
+        const auto result = run (call);
+        EXPECT_EQ (result.output, "") << call.back();
+        EXPECT_THAT (result.errors, StartsWith ("overmarks: ")) << call.back();
+    }
+
+    EXPECT_EQ (run ({ "list", "--text", "--json", "x.csv", "--json" }).json()["events"].size(), 0u);
+}
+
+// ---- values that can't be ------------------------------------------------------------------------------------------------
+
+TEST_F (ProgramTest, aFormatOfStandardInputThatNobodyReadsIsWrongUsage)
+{
+    EXPECT_THAT (errorOf ({ "list", "-", "--format", "cvs" }, 2),
+                 testing::AllOf (StartsWith ("--format: \"cvs\" is none of csv, "),
+                                 testing::EndsWith (". Did you mean \"csv\"?")));
+    EXPECT_THAT (errorOf ({ "export", "-", "--input-format", "cvs", "--format", "csv", "-o", "." }, 2),
+                 StartsWith ("--input-format: \"cvs\" is none of "));
+    write ("x.csv", threeCues);
+    EXPECT_EQ (run ({ "list", "x.csv", "--format", "cvs" }).status, 2) << "also where it is not needed";
+    EXPECT_EQ (run ({ "list", "-", "--format", ".CSV" }, threeCues).status, 0);
+}
+
+TEST_F (ProgramTest, aListThatAnOptionHasSwallowedIsToldOf)
+{
+    write ("x.csv", threeCues);
+    EXPECT_EQ (errorOf ({ "export", "-o", ".", "--format", "csv", "x.csv" }, 2),
+               "LIST is missing: --format takes everything up to the next option, \"x.csv\" too. Put LIST "
+               "before it. See overmarks export --help");
+    EXPECT_THAT (errorOf ({ "export", "-o", ".", "--format", "csv,pdf", "missing.overmarks" }, 2),
+                 HasSubstr (" \"missing.overmarks\" too."));
+    EXPECT_EQ (errorOf ({ "export", "-o", ".", "--format", "csv", "pdf" }, 2),
+               "LIST is required. See overmarks export --help");
+    EXPECT_EQ (run ({ "export", "x.csv", "-o", ".", "--name", "y", "--format", "csv", "html" }).status, 0);
+}
+
+TEST_F (ProgramTest, theProgramsOwnHelpEndsWithAnExample)
+{
+    EXPECT_THAT (run ({ "--help" }).output,
+                 testing::EndsWith ("\nExample:\n  overmarks convert reel-2.csv reel-2.pdf --origin "
+                                    "02:00:00:00\n"));
+}
+
 } // namespace

@@ -6,7 +6,6 @@
 #include "ProjectForm.h"
 #include "Session.h"
 #include "Suggestion.h"
-#include "columns/ColumnHeaders.h"
 
 #include "core/system/SystemUtility.h"
 #include "core/system/UserDefaults.h"
@@ -23,7 +22,6 @@ namespace overmarks
 {
 
 using namespace ZEP::Core;
-using ZEP::Overmarks::EventFileImporter;
 
 namespace
 {
@@ -91,29 +89,6 @@ _TCTime timecode (const std::string& option, const std::string& text, const _TCD
     return time;
 }
 
-juce::String columnTitle (const std::string& title)
-{
-    const auto known = usableColumnTitles();
-
-    for (const auto& candidate : known)
-        if (juce::String (candidate).equalsIgnoreCase (juce::String (title).trim()))
-            return candidate;
-
-    refuseValue ("--map", title, known);
-}
-
-/** Header and title of "HEADER=TITLE". */
-std::pair<std::string, juce::String> assignment (const std::string& mapping)
-{
-    // A header may hold the sign itself, a title never does.
-    const auto sign = mapping.rfind ('=');
-
-    if (sign == std::string::npos || sign == 0)
-        throw WrongUsage ("--map: \"" + mapping + "\" is not of the form HEADER=TITLE");
-
-    return { mapping.substr (0, sign), columnTitle (mapping.substr (sign + 1)) };
-}
-
 /** What an option lists, without the blanks around each name. "\\," is a comma that belongs to a name. */
 std::vector<juce::String> namesIn (const std::vector<std::string>& lists)
 {
@@ -142,6 +117,11 @@ std::vector<juce::String> namesIn (const std::vector<std::string>& lists)
     return names;
 }
 
+bool isOneOf (const std::vector<std::string>& words, const std::string& word)
+{
+    return std::find (words.begin(), words.end(), word) != words.end();
+}
+
 } // namespace
 
 std::string encodingName (TextEncoding encoding)
@@ -153,9 +133,9 @@ std::string encodingName (TextEncoding encoding)
     return {};
 }
 
-void ListOptions::addTimeOptions (CLI::App& command, const std::string& whose)
+void ListOptions::addTimeOptions (CLI::App& command)
 {
-    const auto name = [&whose] (const char* option) { return "--" + whose + option; };
+    const auto name = [this] (const char* option) { return "--" + whose + option; };
     takesOneOf (
         command.add_option (name ("fps"), rate, "Frame rate, such as 25 or 29.97df (the project's, else 25)"),
         texts (TCToolbox::rateNames()))
@@ -168,9 +148,9 @@ void ListOptions::addTimeOptions (CLI::App& command, const std::string& whose)
         ->type_name ("TC");
 }
 
-void ListOptions::addImportOptions (CLI::App& command, const std::string& whose)
+void ListOptions::addImportOptions (CLI::App& command)
 {
-    const auto name = [&whose] (const char* option) { return "--" + whose + option; };
+    const auto name = [this] (const char* option) { return "--" + whose + option; };
     auto* encodingOption =
         command.add_option (name ("encoding"), encodingName, "Encoding of the text (detected)");
     takesOneOf (encodingOption, encodingNames())->type_name ("NAME");
@@ -204,31 +184,48 @@ void ListOptions::addMappingOptions (CLI::App& command)
     importOptions.insert (importOptions.end(), { mapping, saving });
 }
 
-void ListOptions::addForOneOfTwoTo (CLI::App& command, const std::string& whose)
+void ListOptions::addForOneOfTwoTo (CLI::App& command, const std::string& list)
 {
-    addTimeOptions (command, whose + "-");
-    addImportOptions (command, whose + "-");
+    whose = list + "-";
+    addTimeOptions (command);
+    addImportOptions (command);
 
     for (auto* option : command.get_options())
-        if (option->get_single_name().starts_with (whose + "-"))
-            option->group ("Only for " + juce::String (whose).toUpperCase().toStdString());
+        if (option->get_single_name().starts_with (whose))
+            option->group ("Only for " + juce::String (list).toUpperCase().toStdString());
+}
+
+std::string ListOptions::optionName (const std::string& name) const
+{
+    return "--" + (ownOptions.count (name) > 0 ? whose : std::string()) + name;
 }
 
 ListOptions ListOptions::over (const ListOptions& common) const
 {
     auto both = common;
 
-    for (const auto member : { &ListOptions::rate, &ListOptions::origin, &ListOptions::firstFrameOfAction,
-                               &ListOptions::encodingName, &ListOptions::sheetName })
+    both.whose = whose;
+
+    for (const auto& [name, member] :
+         { std::pair ("fps", &ListOptions::rate), std::pair ("origin", &ListOptions::origin),
+           std::pair ("first-frame-of-action", &ListOptions::firstFrameOfAction),
+           std::pair ("encoding", &ListOptions::encodingName), std::pair ("sheet", &ListOptions::sheetName) })
         if (! (this->*member).empty())
+        {
             both.*member = this->*member;
+            both.ownOptions.insert (name);
+        }
 
     if (! origin.empty() && firstFrameOfAction.empty())
         both.firstFrameOfAction.clear();
 
-    for (const auto member : { &ListOptions::mappings, &ListOptions::trackNames })
+    for (const auto& [name, member] :
+         { std::pair ("map", &ListOptions::mappings), std::pair ("tracks", &ListOptions::trackNames) })
         if (! (this->*member).empty())
+        {
             both.*member = this->*member;
+            both.ownOptions.insert (name);
+        }
 
     both.lineBreaks = both.lineBreaks || lineBreaks;
     both.importOptions.insert (both.importOptions.end(), importOptions.begin(), importOptions.end());
@@ -266,28 +263,38 @@ void ListOptions::addTo (CLI::App& command, const std::string& nameOfInputFormat
 
 juce::File ListOptions::getSettingsFile() const { return fileFromPath (settingsFile); }
 
-void ListOptions::checkNames() const
+void ListOptions::check() const
 {
     if (! rate.empty() && ! TCToolbox::tcDefForRateName (rate).has_value())
-        refuseValue ("--fps", rate, texts (TCToolbox::rateNames()));
+        refuseValue (optionName ("fps"), rate, texts (TCToolbox::rateNames()));
+    if (! inputFormat.empty() && ! isOneOf (inputFormats(), plainInputFormat().toStdString()))
+        refuseValue (inputFormatOption, inputFormat, inputFormats());
 
-    for (const auto& mapping : mappings)
-        assignment (mapping);
-
-    checkMappingNames();
+    checkMappings();
     static_cast<void> (encoding());
     static_cast<void> (reasons());
     static_cast<void> (tracks());
 }
 
-void ListOptions::applyToProcess() const
+void ListOptions::sayWhetherSettingsAreMissing (const Session& session, SettingsUse use) const
 {
-    checkNames();
+    const bool isEdited = use == SettingsUse::edited || ! newMappingName.empty();
+
+    if (hasSettingsFile() && ! isEdited && ! getSettingsFile().exists())
+        session.say ("There is no file " + juce::String (settingsFile)
+                     + "; the registered defaults are used");
+}
+
+void ListOptions::applyToProcess (const Session& session, SettingsUse use) const
+{
+    check();
     ZEP::Overmarks::UserDefaultsRegistrar::registerUserDefaults();
 
     if (hasSettingsFile())
         if (const auto result = UserDefaults::setSettingsFile (getSettingsFile()); result.failed())
             throw CommandFailure (result.getErrorMessage());
+
+    sayWhetherSettingsAreMissing (session, use);
 
     if (! mappingName.empty())
         static_cast<void> (keptMapping (mappingName, getSettingsFile()));
@@ -314,7 +321,7 @@ void ListOptions::applyToProcess() const
 
 std::shared_ptr<TimeInfo> ListOptions::timeInfo (const TimeInfo* project) const
 {
-    checkNames();
+    check();
 
     if (project == nullptr)
         project = assumed.get();
@@ -324,10 +331,12 @@ std::shared_ptr<TimeInfo> ListOptions::timeInfo (const TimeInfo* project) const
                     : std::make_shared<TimeInfo> (*TCToolbox::tcDefForRateName (rate.empty() ? "25" : rate));
 
     if (! origin.empty()) // the first frame of action goes along
-        info = std::make_shared<TimeInfo> (info->tcDef, timecode ("--origin", origin, info->tcDef));
+        info =
+            std::make_shared<TimeInfo> (info->tcDef, timecode (optionName ("origin"), origin, info->tcDef));
 
     if (! firstFrameOfAction.empty())
-        info->setFirstFrameOfAction (timecode ("--first-frame-of-action", firstFrameOfAction, info->tcDef));
+        info->setFirstFrameOfAction (
+            timecode (optionName ("first-frame-of-action"), firstFrameOfAction, info->tcDef));
 
     return info;
 }
@@ -343,16 +352,16 @@ std::shared_ptr<TimeInfo> ListOptions::timeInfoOfProject (const TimeInfo& projec
     const auto check = [&] (const char* name, const char* option, const _TCTime& time)
     {
         if (! TCToolbox::existsUnder (time, info->tcDef))
-            throw WrongUsage ("--fps: the project's " + juce::String (name) + " "
+            throw WrongUsage (juce::String (optionName ("fps")) + ": the project's " + name + " "
                               + TCToolbox::stringFromTCTime (time, project.tcDef.dropFrame)
-                              + " doesn't exist at " + rate + " frames per second; " + option
+                              + " doesn't exist at " + rate + " frames per second; --" + whose + option
                               + " names another");
     };
 
     if (origin.empty())
-        check ("time origin", "--origin", project.timeOrigin);
+        check ("time origin", "origin", project.timeOrigin);
     if (origin.empty() && firstFrameOfAction.empty())
-        check ("first frame of action", "--first-frame-of-action", project.getFirstFrameOfAction());
+        check ("first frame of action", "first-frame-of-action", project.getFirstFrameOfAction());
 
     return info;
 }
@@ -372,7 +381,7 @@ TextEncoding ListOptions::encoding() const
             return value;
     }
 
-    refuseValue ("--encoding", encodingName, known);
+    refuseValue (optionName ("encoding"), encodingName, known);
 }
 
 std::vector<juce::String> ListOptions::reasons() const
@@ -388,101 +397,6 @@ std::vector<juce::String> ListOptions::reasons() const
     return names;
 }
 
-void ListOptions::checkMappingNames() const
-{
-    for (const auto& [option, name] :
-         { std::pair ("--mapping", &mappingName), std::pair ("--save-mapping", &newMappingName) })
-    {
-        const auto* const declared = owner == nullptr ? nullptr : owner->get_option_no_throw (option);
-
-        if (declared == nullptr || declared->count() == 0)
-            continue;
-        if (! juce::String (*name).containsNonWhitespaceChars())
-            throw WrongUsage (std::string (option) + ": a mapping has a name");
-        if (! hasSettingsFile())
-            throw WrongUsage (std::string (option)
-                              + " needs the preferences file that holds the mappings: --settings FILE");
-    }
-
-    if (! newMappingName.empty() && ! hasMapping())
-        throw WrongUsage ("--save-mapping keeps what --map assigns; there is no --map");
-}
-
-ColumnMapping ListOptions::assignments() const
-{
-    auto all = mappingName.empty() ? ColumnMapping() : keptMapping (mappingName, getSettingsFile());
-
-    for (const auto& mapping : mappings)
-    {
-        const auto [header, title] = assignment (mapping);
-        all[title.toStdString()] = header;
-    }
-
-    return all;
-}
-
-std::vector<juce::String> ListOptions::mapColumns (EventFileImporter& importer) const
-{
-    if (! hasMapping())
-        return {};
-
-    if (! importer.userMappingEnabled())
-    {
-        if (! mappings.empty())
-            throw WrongUsage ("--map: the columns of this format are fixed");
-
-        return { "--mapping makes no difference to this list" };
-    }
-
-    std::vector<juce::String> missing;
-
-    if (! mappingName.empty())
-        for (const auto& [title, header] : keptMapping (mappingName, getSettingsFile()))
-        {
-            if (const auto column = columnWithHeader (importer, header); column.has_value())
-                importer.columnMap[juce::String (title)] = *column;
-            else
-                missing.push_back ("--mapping: there is no column \"" + juce::String (header)
-                                   + "\" in it for " + juce::String (title));
-        }
-
-    for (const auto& mapping : mappings)
-    {
-        const auto [header, title] = assignment (mapping);
-        const auto column = columnWithHeader (importer, header);
-
-        if (! column.has_value())
-            refuseHeader (importer, header);
-
-        importer.columnMap[title] = *column;
-    }
-
-    return missing;
-}
-
-void ListOptions::saveMapping (const Session& session) const
-{
-    if (newMappingName.empty() || ! keepsMapping)
-        return;
-
-    const auto* const dryRun = owner->get_option_no_throw ("--dry-run");
-    const bool isDryRun = dryRun != nullptr && dryRun->count() > 0;
-    const auto mapping = assignments();
-    const auto file = getSettingsFile();
-    const auto kept = keptMappings (file);
-    const auto old = kept.find (newMappingName);
-
-    if (old != kept.end() && old->second == mapping)
-        return;
-
-    if (! isDryRun)
-        keepMapping (newMappingName, mapping, file);
-
-    session.say ((isDryRun ? "Would keep the mapping \"" : "Kept the mapping \"")
-                 + juce::String (newMappingName) + "\" in " + file.getFullPathName() + ": "
-                 + inWords (mapping) + (old != kept.end() ? "; it replaces one of this name" : ""));
-}
-
 std::optional<std::vector<juce::String>> ListOptions::tracks() const
 {
     auto names = namesIn (trackNames);
@@ -495,7 +409,7 @@ std::optional<std::vector<juce::String>> ListOptions::tracks() const
                                       { return name.isEmpty() || name == "all" || name == "cue"; });
 
     if (isMixed && (names.size() > 1 || names.front().isEmpty()))
-        throw WrongUsage ("--tracks: it is either all or cue, or the names of tracks");
+        throw WrongUsage (optionName ("tracks") + ": it is either all or cue, or the names of tracks");
 
     if (isMixed)
         return std::vector<juce::String>();
@@ -514,12 +428,17 @@ std::vector<std::string> ListOptions::givenImportOptions() const
     return given;
 }
 
+juce::String ListOptions::plainInputFormat() const
+{
+    return juce::String (inputFormat).trimCharactersAtStart (".").toLowerCase();
+}
+
 juce::String ListOptions::extensionOfStandardInput() const
 {
     if (inputFormat.empty())
         throw WrongUsage ("A list on standard input needs its format, such as " + inputFormatOption + " csv");
 
-    return "." + juce::String (inputFormat).trimCharactersAtStart (".").toLowerCase();
+    return "." + plainInputFormat();
 }
 
 } // namespace overmarks

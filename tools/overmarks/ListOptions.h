@@ -13,11 +13,19 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace overmarks
 {
+
+/** What becomes of the preferences file: a command that edits it makes the one that isn't there. */
+enum class SettingsUse
+{
+    read,
+    edited
+};
 
 /** The options of every command that takes a list: its time reference, and how a foreign cue list is read.
 
@@ -28,8 +36,8 @@ public:
     /** @param inputFormatOption  "--format", or "--input-format" where that name tells what is written */
     void addTo (CLI::App& command, const std::string& nameOfInputFormat = "--format");
 
-    /** The options that one of two lists may have for itself, under names such as --old-fps. @param whose  "old" */
-    void addForOneOfTwoTo (CLI::App& command, const std::string& whose);
+    /** The options that one of two lists may have for itself, under names such as --old-fps. @param list  "old" */
+    void addForOneOfTwoTo (CLI::App& command, const std::string& list);
 
     /** These options for one list, and what isn't given as the other ones have it. */
     ListOptions over (const ListOptions& common) const;
@@ -54,8 +62,14 @@ public:
     void addProcessOptionsTo (CLI::App& command);
 
     /** Puts in place what is process-wide: the preferences, the application type, the resource folder. What no list could
-        make good in the other options is found here too. */
-    void applyToProcess() const;
+        make good in the other options is found here too. A preferences file that is missing where it is only read is said. */
+    void applyToProcess (const Session& session, SettingsUse use = SettingsUse::read) const;
+
+    /** Throws WrongUsage for what no list could make good. */
+    void check() const;
+
+    /** The name that the user has given an option by: "--old-map" for "map" where that list has its own. */
+    std::string optionName (const std::string& name) const;
 
     /** The given time reference; what isn't given comes from `project`, or is 25 frames a second from 00:00:00:00. A time of
         the project that doesn't exist at the given rate is wrong usage. */
@@ -98,14 +112,17 @@ public:
     bool hasMapping() const { return ! mappings.empty() || ! mappingName.empty(); }
 
 private:
-    void addTimeOptions (CLI::App& command, const std::string& whose = {});
-    void addImportOptions (CLI::App& command, const std::string& whose = {});
+    void addTimeOptions (CLI::App& command);
+    void addImportOptions (CLI::App& command);
     void addMappingOptions (CLI::App& command);
-    void checkNames() const;
-    void checkMappingNames() const;
+    void sayWhetherSettingsAreMissing (const Session& session, SettingsUse use) const;
+    void checkMappings() const;
+    juce::String plainInputFormat() const;
     ColumnMapping assignments() const;
     std::shared_ptr<ZEP::Core::TimeInfo> timeInfoOfProject (const ZEP::Core::TimeInfo& project) const;
 
+    std::string whose;                ///< "old-" for the options of one of two lists, else empty
+    std::set<std::string> ownOptions; ///< which of them that list has for itself, by their common names
     std::string rate;
     std::string origin;
     std::string firstFrameOfAction;

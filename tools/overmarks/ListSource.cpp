@@ -6,6 +6,7 @@
 #include "PrivateFolder.h"
 #include "Progress.h"
 #include "ProjectForm.h"
+#include "StopSignals.h"
 #include "ToolRun.h"
 #include "columns/ColumnHeaders.h"
 
@@ -76,6 +77,25 @@ public:
 private:
     PrivateFolder folder;
     juce::File file;
+};
+
+/** With --json, whoever stops the reading gets an answer as for any other failure. */
+class AnsweredStop final
+{
+public:
+    explicit AnsweredStop (const Session& session)
+    {
+        if (! session.wantsJSON)
+            return;
+
+        const json document { { "error", "Stopped while the list was read" } };
+        signals.emplace();
+        answer.emplace (*signals, document.dump (1) + "\n");
+    }
+
+private:
+    std::optional<StopSignals> signals;
+    std::optional<StopSignals::Answer> answer;
 };
 
 juce::File existingFile (const std::string& path)
@@ -213,7 +233,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
     if (read.tracks.has_value())
         read.tracks->list = shownPath;
 
-    read.sheets = readWantedSheet (*read.importer, options.sheet(), read.error);
+    read.sheets = readWantedSheet (*read.importer, options.optionName ("sheet"), options.sheet(), read.error);
 
     if (const auto encoding = options.encoding();
         encoding != TextEncodingUnknown && hasTextOfAnyEncoding (*read.importer))
@@ -293,9 +313,10 @@ Project loadProject (const juce::File& file, const juce::String& shownPath, Proj
 }
 
 /** A name of --tracks has to be found in one of the files. */
-void checkTrackNames (const std::vector<TrackReport>& sessions, const Session& session)
+void checkTrackNames (const std::vector<TrackReport>& sessions, const ListOptions& options,
+                      const Session& session)
 {
-    refuseMissingTracks (sessions);
+    refuseMissingTracks (options.optionName ("tracks"), sessions);
 
     for (const auto& report : sessions)
         for (const auto& name : report.missing)
@@ -349,7 +370,7 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
         progress.reached (stepsOfAFile * static_cast<int> (i + 1));
     }
 
-    checkTrackNames (sessions, session);
+    checkTrackNames (sessions, options, session);
     options.saveMapping (session);
     project.list->sortContentAndUpdateFilteredEvents();
     return project;
@@ -393,20 +414,21 @@ void sayWhichColumns (const ReadFile& read, const Session& session)
 
 ReadFile readCueList (const std::string& path, const ListOptions& options, const Session& session)
 {
+    const AnsweredStop stop (session);
     sayWhatAFileDoesNotNeed (path, options, session);
     auto read = withFile (path, options,
                           [&options] (const juce::File& file, const juce::String& shownPath)
                           { return readFile (file, shownPath, options); });
 
     if (options.hasTracks() && read.importer->type() != proToolsText)
-        sayWhatIsUnused ({ "--tracks" }, read.shownPath, session);
+        sayWhatIsUnused ({ options.optionName ("tracks") }, read.shownPath, session);
 
     if (! options.sheet().empty() && read.importer->type() != workbook)
-        sayWhatIsUnused ({ "--sheet" }, read.shownPath, session);
+        sayWhatIsUnused ({ options.optionName ("sheet") }, read.shownPath, session);
 
     if (options.encoding() != TextEncodingUnknown
         && (read.importer->type() == ttal || ! hasTextOfAnyEncoding (*read.importer)))
-        sayWhatIsUnused ({ "--encoding" }, read.shownPath, session);
+        sayWhatIsUnused ({ options.optionName ("encoding") }, read.shownPath, session);
 
     return read;
 }
@@ -419,6 +441,7 @@ bool isProjectFile (const std::string& path, const ListOptions& options)
 Project loadCueLists (const std::vector<std::string>& paths, const ListOptions& options, Session& session,
                       std::vector<Problem>& problems, ListScope* scope)
 {
+    const AnsweredStop stop (session);
     std::vector<CellProblem> cells;
     auto project = mergedLists (paths, options, session, cells, scope);
 
@@ -442,6 +465,7 @@ Project loadList (const std::string& path, const ListOptions& options, Session& 
 Project loadList (const std::string& path, const ListOptions& options, Session& session,
                   std::vector<CellProblem>& cells, ListScope* scope)
 {
+    const AnsweredStop stop (session);
     const auto form = projectFormNamed (extensionOf (path, options).substring (1));
 
     if (! form.has_value())

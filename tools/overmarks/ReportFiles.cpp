@@ -108,6 +108,18 @@ json ReportFiles::pathsAsJSON() const
     return list;
 }
 
+json ReportFiles::asMembers() const
+{
+    auto members = json::object();
+
+    if (! paths().empty())
+        members["files"] = pathsAsJSON();
+    if (policy.dryRun)
+        members["dryRun"] = true;
+
+    return members;
+}
+
 std::string csvText (const std::vector<juce::String>& columns,
                      const std::vector<std::vector<juce::String>>& rows)
 {

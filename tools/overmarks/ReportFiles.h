@@ -40,6 +40,9 @@ public:
 
     bool isDryRun() const { return policy.dryRun; }
 
+    /** For a JSON document: "files" if any are wanted, and "dryRun" in a dry run. */
+    json asMembers() const;
+
 private:
     std::vector<std::string> paths() const;
 

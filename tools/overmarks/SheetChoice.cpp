@@ -43,8 +43,8 @@ juce::String SheetReport::words() const
                              : "; the workbook also has " + StringUtil::fromUTF8 (joined (others)));
 }
 
-std::optional<SheetReport> readWantedSheet (EventFileImporter& importer, const std::string& wanted,
-                                            juce::String& error)
+std::optional<SheetReport> readWantedSheet (EventFileImporter& importer, const std::string& option,
+                                            const std::string& wanted, juce::String& error)
 {
     auto* workbook = dynamic_cast<ExcelEventFileImporter*> (&importer);
 
@@ -70,7 +70,7 @@ std::optional<SheetReport> readWantedSheet (EventFileImporter& importer, const s
                       [&name] (const auto& candidate) { return candidate.equalsIgnoreCase (name); });
 
     if (found == report.names.end())
-        refuseValue ("--sheet", wanted, texts (report.names));
+        refuseValue (option, wanted, texts (report.names));
 
     error.clear();
     importer.rows.clear();

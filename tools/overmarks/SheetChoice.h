@@ -23,10 +23,12 @@ struct SheetReport
 };
 
 /** Has an importer of workbooks read the wanted sheet. Wrong usage if the workbook has none of that name.
+    @param option  that names it, for people: "--sheet"
     @param wanted  empty for the one in front
     @param error   of the importer, which may be about the sheet in front
     @returns nothing for other formats, and for a workbook that can't be read */
 std::optional<SheetReport> readWantedSheet (ZEP::Overmarks::EventFileImporter& importer,
-                                            const std::string& wanted, juce::String& error);
+                                            const std::string& option, const std::string& wanted,
+                                            juce::String& error);
 
 } // namespace overmarks

@@ -51,7 +51,8 @@ juce::String someOf (const juce::StringArray& names)
 }
 
 /** Wrong usage, with a suggestion and the names that there are. */
-[[noreturn]] void refuseName (const juce::String& name, const std::vector<TrackReport>& sessions)
+[[noreturn]] void refuseName (const std::string& option, const juce::String& name,
+                              const std::vector<TrackReport>& sessions)
 {
     juce::StringArray tracks;
     std::set<juce::String> seen;
@@ -70,7 +71,8 @@ juce::String someOf (const juce::StringArray& names)
     for (const auto& track : tracks)
         words.push_back (track.toStdString());
 
-    throw WrongUsage ("--tracks: there is no track \"" + name + "\"." + didYouMean (name.toStdString(), words)
+    throw WrongUsage (juce::String (option) + ": there is no track \"" + name + "\"."
+                      + didYouMean (name.toStdString(), words)
                       + (tracks.isEmpty() ? juce::String() : " There are " + someOf (tracks)));
 }
 
@@ -135,7 +137,7 @@ bool TrackChoice::isWanted (const PTSessionInfoTrack& track) const
                            [&track] (const auto& name) { return isCalled (track, name.trim()); });
 }
 
-void refuseMissingTracks (const std::vector<TrackReport>& sessions)
+void refuseMissingTracks (const std::string& option, const std::vector<TrackReport>& sessions)
 {
     if (sessions.empty())
         return;
@@ -143,7 +145,7 @@ void refuseMissingTracks (const std::vector<TrackReport>& sessions)
     for (const auto& name : sessions.front().missing)
         if (std::all_of (sessions.begin(), sessions.end(),
                          [&name] (const auto& session) { return session.missing.contains (name); }))
-            refuseName (name, sessions);
+            refuseName (option, name, sessions);
 }
 
 } // namespace overmarks

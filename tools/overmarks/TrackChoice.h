@@ -52,7 +52,7 @@ private:
     std::optional<TrackReport> lastReport;
 };
 
-/** A name that none of the sessions has is wrong usage, with a suggestion. */
-void refuseMissingTracks (const std::vector<TrackReport>& sessions);
+/** A name that none of the sessions has is wrong usage, with a suggestion. @param option  that names tracks: "--tracks" */
+void refuseMissingTracks (const std::string& option, const std::vector<TrackReport>& sessions);
 
 } // namespace overmarks

@@ -206,13 +206,13 @@ std::optional<int> columnWithHeader (const EventFileImporter& importer, const st
     return std::nullopt;
 }
 
-void refuseHeader (const EventFileImporter& importer, const std::string& header)
+void refuseHeader (const std::string& option, const EventFileImporter& importer, const std::string& header)
 {
     if (isNumberOfColumn (header))
-        throw WrongUsage ("--map: there is no column " + header + "; the file has "
+        throw WrongUsage (option + ": there is no column " + header + "; the file has "
                           + std::to_string (numberOfColumns (importer)));
 
-    throw WrongUsage ("--map: the file has no column \"" + header + "\"."
+    throw WrongUsage (option + ": the file has no column \"" + header + "\"."
                       + didYouMean (header, headersOf (importer)));
 }
 

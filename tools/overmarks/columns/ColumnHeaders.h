@@ -19,8 +19,9 @@ std::vector<std::string> usableColumnTitles();
 std::optional<int> columnWithHeader (const ZEP::Overmarks::EventFileImporter& importer,
                                      const std::string& header);
 
-/** Throws WrongUsage for a header that --map names and the list doesn't have, with a suggestion. */
-[[noreturn]] void refuseHeader (const ZEP::Overmarks::EventFileImporter& importer, const std::string& header);
+/** Throws WrongUsage for a header that an option names and the list doesn't have, with a suggestion. @param option  "--map" */
+[[noreturn]] void refuseHeader (const std::string& option, const ZEP::Overmarks::EventFileImporter& importer,
+                                const std::string& header);
 
 /** The title that a column's header stands for in the trade, as far as that is known; it may mean something else to this studio, so
     nobody uses the column for it unasked. */

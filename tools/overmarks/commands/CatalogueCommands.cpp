@@ -162,7 +162,7 @@ void showKeys (Session& session)
 
 void showReasons (const ListOptions& options, Session& session)
 {
-    options.applyToProcess();
+    options.applyToProcess (session);
     auto* manager = ADRCueReasonsManager::sharedManager();
     manager->setUserReasonNames (options.reasons());
     auto reasons = json::array();

@@ -70,12 +70,7 @@ void tell (const CheckReport& report, const ReportFiles& files, const Session& s
         document["findings"] = report.findings();
         document["checked"] = report.result.checkedEvents;
         document["problems"] = session.problemsAsJSON();
-
-        if (files.wantsHTML() || files.wantsCSV())
-            document["files"] = files.pathsAsJSON();
-        if (files.isDryRun())
-            document["dryRun"] = true;
-
+        document.update (files.asMembers());
         session.data (document);
     }
     else if (! report.result.findings.empty())
@@ -92,7 +87,7 @@ void tell (const CheckReport& report, const ReportFiles& files, const Session& s
 
 void check (CheckOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     options.order.rules = chosenCheckRules (options.rules, options.skippedRules);
     refuseOddLimits (options.order.limits);
     options.files.check ({ options.list });

@@ -160,15 +160,17 @@ void applyWork (const DiffOptions& options, const ComparedList& old, ComparedLis
     for (const auto& lost : result.lost)
         session.report ({ juce::String (options.oldPath), 0, {}, lost });
 
-    options.merged.tell (session, { { "events", project.list->filteredEvents.size() },
-                                    { "carried", result.carried },
-                                    { "messages", session.messagesAsJSON() } });
+    json members { { "events", project.list->filteredEvents.size() },
+                   { "carried", result.carried },
+                   { "messages", session.messagesAsJSON() } };
+    members.update (options.reports.asMembers());
+    options.merged.tell (session, members);
 }
 
-void tellChanges (const ListChanges& changes, Session& session)
+void tellChanges (const ListChanges& changes, const ReportFiles& reports, Session& session)
 {
     if (session.wantsJSON)
-        session.data (changesAsJSON (changes));
+        session.data (changesAsJSON (changes, reports.asMembers()));
     else if (const auto table = changeTable (changes, standardOutputTakesColours()); ! table.empty())
         session.data (table);
 
@@ -178,7 +180,7 @@ void tellChanges (const ListChanges& changes, Session& session)
         session.exitStatus = 1;
 }
 
-void checkOptions (const DiffOptions& options)
+void checkOptions (const DiffOptions& options, const Session& session)
 {
     if (options.oldPath == "-" && options.newPath == "-")
         throw WrongUsage ("Standard input can be read only once");
@@ -187,7 +189,8 @@ void checkOptions (const DiffOptions& options)
     if (! options.applies && ! options.merged.path.empty())
         throw WrongUsage ("-o belongs to --apply; --html and --csv write what has changed");
 
-    options.both.applyToProcess();
+    options.both.applyToProcess (session);
+    options.forOld.over (options.both).check();
     options.reports.check ({ options.oldPath, options.newPath });
 
     if (options.applies)
@@ -196,7 +199,7 @@ void checkOptions (const DiffOptions& options)
 
 void compareLists (const DiffOptions& options, Session& session)
 {
-    checkOptions (options);
+    checkOptions (options, session);
     auto [old, now] = readLists (options, session);
     const auto& counting = now.project.timeInfo->tcDef;
     old.countAs (counting);
@@ -218,7 +221,7 @@ void compareLists (const DiffOptions& options, Session& session)
             [&] { return changesAsCSV (changes); });
 
         if (! options.applies)
-            tellChanges (changes, session);
+            tellChanges (changes, options.reports, session);
     }
 
     if (options.applies)

@@ -79,7 +79,7 @@ juce::String baseNameOf (const ExportOptions& options)
 
 void exportDocuments (const ExportOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     options.documents.check();
     const auto formats = formatsNamed (options.formats, options.documents);
     DocumentBatch batch (options.documents, fileFromPath (options.folder), options.list);
@@ -147,7 +147,7 @@ std::string formatNameOf (const ConvertOptions& options)
 
 void convertList (const ConvertOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     options.documents.check();
     const auto out = fileFromPath (options.out);
     const auto name = formatNameOf (options);

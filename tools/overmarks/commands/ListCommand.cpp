@@ -84,7 +84,7 @@ std::string tableOf (const EventArray::Events& events)
 
 void showList (const ListCommandOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (project, session);
     const auto& shown = project.list->sortedFilteredEvents;

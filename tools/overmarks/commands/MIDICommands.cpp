@@ -32,6 +32,12 @@ struct BindOptions
     ListOptions listOptions;
 };
 
+struct UnbindOptions
+{
+    std::string message;
+    bool isDryRun = false;
+};
+
 juce::String textOf (const std::string& text) { return juce::String::fromUTF8 (text.c_str()); }
 
 juce::String counted (std::size_t number, const juce::String& one)
@@ -158,7 +164,7 @@ std::shared_ptr<Event> eventWithIdentity (const EventArray& list, const std::str
 void bind (const BindOptions& options, Session& session)
 {
     requireMessage (options.message);
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     const auto project = loadList (options.list, options.listOptions, session);
     const auto trigger = std::make_shared<MIDITriggerEvent>();
     trigger->triggerMessage = options.message;
@@ -189,20 +195,35 @@ void bind (const BindOptions& options, Session& session)
     session.data (document);
 }
 
-void unbind (const std::string& message, Session& session)
+void unbind (const UnbindOptions& options, Session& session)
 {
+    const auto message = textOf (options.message);
     auto triggers = triggersToEdit (session);
-    const auto removed = forget (triggers, message);
+    const auto removed = forget (triggers, options.message);
 
     if (removed == 0)
-        throw CommandFailure ("Nothing is bound to \"" + textOf (message) + "\"");
+        throw CommandFailure ("Nothing is bound to \"" + message + "\"");
 
-    store (triggers);
-    session.say (textOf (message) + " fires nothing any more; " + counted (removed, "binding") + " removed");
+    if (options.isDryRun)
+    {
+        session.say ("Would write " + MIDITriggerEventFile::path() + ": " + message + " would fire nothing, "
+                     + counted (removed, "binding") + " removed");
+    }
+    else
+    {
+        store (triggers);
+        session.say (message + " fires nothing any more; " + counted (removed, "binding") + " removed");
+    }
 
-    if (session.wantsJSON)
-        session.data (
-            json { { "file", MIDITriggerEventFile::path().toStdString() }, { "removed", removed } });
+    if (! session.wantsJSON)
+        return;
+
+    json document { { "file", MIDITriggerEventFile::path().toStdString() }, { "removed", removed } };
+
+    if (options.isDryRun)
+        document["dryRun"] = true;
+
+    session.data (document);
 }
 
 void addListTo (CLI::App& midi, Session& session)
@@ -236,14 +257,15 @@ void addBindTo (CLI::App& midi, Session& session)
 
 void addUnbindTo (CLI::App& midi, Session& session)
 {
-    auto message = std::make_shared<std::string>();
+    auto options = std::make_shared<UnbindOptions>();
     auto* command = midi.add_subcommand ("unbind", "Let a MIDI message fire nothing any more");
     command->footer ("Example:\n  overmarks midi unbind --message \"NoteOn 1 60\"");
-    command->add_option ("--message", *message, "As overmarks midi list shows it")
+    command->add_option ("--message", options->message, "As overmarks midi list shows it")
         ->required()
         ->type_name ("MESSAGE");
+    command->add_flag ("--dry-run", options->isDryRun, "Only say what would be unbound");
     session.addOutputOptions (*command);
-    command->callback ([message, &session] { unbind (*message, session); });
+    command->callback ([options, &session] { unbind (*options, session); });
 }
 
 } // namespace

@@ -39,6 +39,10 @@ void refuse (const OverviewOptions& options, const juce::File& out)
     if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
         throw CommandFailure (options.out + " is the list itself");
 
+    if (! out.hasFileExtension ("pdf") && ! isDeviceOrPipe (out))
+        throw WrongUsage ("-o: the sheet is a PDF, and the name \"" + out.getFileName()
+                          + "\" doesn't end in .pdf");
+
     refuseFolderOf (out);
     refuseToReplace (out, options.documents.policy);
 }
@@ -73,7 +77,7 @@ void writeSheet (const OverviewOptions& options, const Project& project, const j
 
 void makeOverview (const OverviewOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     options.documents.check();
     const auto out = fileFromPath (options.out);
     const bool isDryRun = options.documents.policy.dryRun;

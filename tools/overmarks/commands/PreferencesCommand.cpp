@@ -28,6 +28,7 @@ struct PreferencesOptions
 {
     std::vector<std::string> assignments;
     std::string mappingToForget;
+    bool isDryRun = false;
     ListOptions list;
 };
 
@@ -88,22 +89,46 @@ std::string tableOf (const std::map<std::string, ColumnMapping>& mappings)
     return table.textForStandardOutput();
 }
 
-void change (const PreferencesOptions& options)
+/** Whether there is anything to write. */
+bool changes (const PreferencesOptions& options)
 {
-    const auto values = valuesOf (options.assignments);
-    const bool forgets = ! options.mappingToForget.empty();
+    return ! options.assignments.empty() || ! options.mappingToForget.empty();
+}
 
-    if (! values.empty() && ! options.list.hasSettingsFile())
-        throw WrongUsage ("--set needs the preferences file that it writes: --settings FILE");
-    if (forgets && ! options.list.hasSettingsFile())
-        throw WrongUsage ("--forget-mapping needs the preferences file that it writes: --settings FILE");
-
-    options.list.applyToProcess();
-
-    if (forgets)
+void write (const PreferencesOptions& options, const Values& values)
+{
+    if (! options.mappingToForget.empty())
         forgetMapping (options.mappingToForget, options.list.getSettingsFile());
     if (! values.empty())
         storeSettings (values, options.list.getSettingsFile());
+}
+
+/** What would be refused is refused here too. */
+void tellWhatWouldBeWritten (const PreferencesOptions& options, const Session& session)
+{
+    if (! options.mappingToForget.empty())
+        static_cast<void> (keptMapping (options.mappingToForget, options.list.getSettingsFile()));
+
+    session.say ("Would write " + options.list.getSettingsFile().getFullPathName());
+}
+
+void change (const PreferencesOptions& options, const Session& session)
+{
+    const auto values = valuesOf (options.assignments);
+
+    if (! values.empty() && ! options.list.hasSettingsFile())
+        throw WrongUsage ("--set needs the preferences file that it writes: --settings FILE");
+    if (! options.mappingToForget.empty() && ! options.list.hasSettingsFile())
+        throw WrongUsage ("--forget-mapping needs the preferences file that it writes: --settings FILE");
+
+    options.list.applyToProcess (session, changes (options) ? SettingsUse::edited : SettingsUse::read);
+
+    if (! changes (options))
+        return;
+    if (options.isDryRun)
+        tellWhatWouldBeWritten (options, session);
+    else
+        write (options, values);
 }
 
 /** What can't be read of them is no hindrance to the preferences. */
@@ -124,7 +149,11 @@ std::map<std::string, ColumnMapping> mappingsToShow (const ListOptions& options,
 
 void showPreferences (const PreferencesOptions& options, Session& session)
 {
-    change (options);
+    change (options, session);
+
+    if (options.isDryRun && ! changes (options))
+        session.say ("--dry-run makes no difference without --set or --forget-mapping");
+
     const auto mappings = mappingsToShow (options.list, session);
     auto preferences = json::array();
 
@@ -133,7 +162,12 @@ void showPreferences (const PreferencesOptions& options, Session& session)
 
     if (session.wantsJSON)
     {
-        session.data (json { { "preferences", preferences }, { "mappings", mappingsAsJSON (mappings) } });
+        json document { { "preferences", preferences }, { "mappings", mappingsAsJSON (mappings) } };
+
+        if (options.isDryRun)
+            document["dryRun"] = true;
+
+        session.data (document);
         return;
     }
 
@@ -161,6 +195,7 @@ void addPreferencesCommand (CLI::App& program, Session& session)
     auto* command = program.add_subcommand (
         "preferences", "List the preferences and the mappings of columns, or store some");
     command->footer (
+        "The preferences file is edited where it lies: it needs no --force, and what isn't named stays.\n"
         "Example:\n  overmarks preferences --set ADRCueDefaultDuration=3 --settings studio.settings");
     takesOneOf (command->add_option ("--set", options->assignments, "KEY=VALUE to store; repeatable")
                     ->allow_extra_args (false),
@@ -170,6 +205,7 @@ void addPreferencesCommand (CLI::App& program, Session& session)
         ->add_option ("--forget-mapping", options->mappingToForget,
                       "Take a mapping out of --settings that --save-mapping has kept there")
         ->type_name ("NAME");
+    command->add_flag ("--dry-run", options->isDryRun, "Only say what would be written");
     options->list.addProcessOptionsTo (*command);
     session.addOutputOptions (*command);
     command->callback ([options, &session] { showPreferences (*options, session); });

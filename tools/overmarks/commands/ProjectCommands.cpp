@@ -33,7 +33,7 @@ struct DumpOptions
 
 void importLists (const ImportOptions& options, Session& session)
 {
-    options.list.applyToProcess();
+    options.list.applyToProcess (session);
     options.output.check (options.files);
     std::vector<Problem> problems;
     auto project = loadCueLists (options.files, options.list, session, problems);
@@ -48,7 +48,7 @@ void importLists (const ImportOptions& options, Session& session)
 
 void loadProject (const ImportOptions& options, Session& session)
 {
-    options.list.applyToProcess();
+    options.list.applyToProcess (session);
     options.output.check (options.files);
     const auto project = loadList (options.files.front(), options.list, session);
     options.output.write (project, session);
@@ -83,7 +83,7 @@ void addDumpCommand (CLI::App& program, Session& session)
     command->callback (
         [options, &session]
         {
-            options->listOptions.applyToProcess();
+            options->listOptions.applyToProcess (session);
             session.data (ProjectJSON::toText (loadList (options->list, options->listOptions, session)));
         });
 }

@@ -140,11 +140,11 @@ void tellOfColumns (const ReadFile& read, const ListOptions& options, const Sess
 
 void showRows (const RowsOptions& options, Session& session)
 {
-    options.list.applyToProcess();
+    options.list.applyToProcess (session);
     const auto read = readCueList (options.file, options.list, session);
 
     if (read.tracks.has_value())
-        refuseMissingTracks ({ *read.tracks });
+        refuseMissingTracks (options.list.optionName ("tracks"), { *read.tracks });
 
     if (session.wantsJSON)
     {

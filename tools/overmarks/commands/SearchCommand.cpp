@@ -81,7 +81,7 @@ std::string tableOf (const Results& results)
 
 void searchList (const SearchOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     const auto project = loadList (options.list, options.listOptions, session);
     options.filter.applyTo (project, session);
     const auto results = project.list->itemsForSearchString (juce::String (options.query));

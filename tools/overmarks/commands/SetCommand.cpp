@@ -96,7 +96,7 @@ int setCell (const std::shared_ptr<Event>& event, const Change& change, Session&
 
 void editList (const SetOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     const auto changes = parseChanges (options.assignments);
     std::vector<EventMatcher> conditions;
 

@@ -81,7 +81,7 @@ void tell (const StatsOptions& options, const Statistics& statistics, const json
 
 void showStatistics (const StatsOptions& options, Session& session)
 {
-    options.listOptions.applyToProcess();
+    options.listOptions.applyToProcess (session);
     const auto reels = reelRuleNamed (options.reels);
     options.files.check ({ options.list });
     const auto project = loadList (options.list, options.listOptions, session);

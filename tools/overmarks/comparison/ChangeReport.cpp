@@ -208,7 +208,7 @@ std::string changeTable (const ListChanges& changes, bool colours)
     return table;
 }
 
-std::string changesAsJSON (const ListChanges& changes)
+std::string changesAsJSON (const ListChanges& changes, const json& members)
 {
     const EventObjects olds (changes, &ListChange::old, changes.old.project);
     const EventObjects news (changes, &ListChange::now, changes.now.project);
@@ -231,7 +231,13 @@ std::string changesAsJSON (const ListChanges& changes)
         text += "}";
     }
 
-    return text + (changes.all().empty() ? "]\n}" : "\n ]\n}");
+    text += changes.all().empty() ? "]" : "\n ]";
+
+    for (const auto& [name, value] : members.items())
+        text +=
+            ",\n " + json (name).dump() + ": " + value.dump (-1, ' ', false, json::error_handler_t::replace);
+
+    return text + "\n}";
 }
 
 std::string changesAsCSV (const ListChanges& changes)

@@ -13,8 +13,8 @@ namespace overmarks
 std::string changeTable (const ListChanges& changes, bool colours);
 
 /** {"changes": [{"kind", "old", "new", "fields"}]}, one entry for each change. The events as overmarks list --json writes them; null
-    for the missing side. A retimed event has "shift" besides. */
-std::string changesAsJSON (const ListChanges& changes);
+    for the missing side. A retimed event has "shift" besides. @param members  what else the document tells, an object */
+std::string changesAsJSON (const ListChanges& changes, const json& members);
 
 /** One row for each change, under a row of titles. */
 std::string changesAsCSV (const ListChanges& changes);
