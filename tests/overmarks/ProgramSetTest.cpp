@@ -279,7 +279,10 @@ TEST_F (ProgramTest, noneStillTakesATimeAway)
         run ({ "set", "film.json", "-o", "film.json", "--where", "CueNumber=A1", "StartTCString=none" })
             .status,
         0);
-    for (const auto& event : run ({ "list", "film.json", "--json" }).json()["events"])
+
+    const auto list = run ({ "list", "film.json", "--json" }).json();
+
+    for (const auto& event : list["events"])
         EXPECT_EQ (event["startTC"] == "--:--:--:--", event["cueNumber"] == "A1") << event;
 }
 
