@@ -2,6 +2,7 @@
 #include "DocumentBatch.h"
 
 #include "DocumentRun.h"
+#include "ExportedFiles.h"
 #include "HTMLFileAdapter.h"
 #include "PlacedFiles.h"
 #include "Progress.h"
@@ -17,7 +18,6 @@
 #include "export/EventPDFExporter.h"
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/EventExporterFactory.h"
-#include "export/frame/OutputFileNames.h"
 #include "export/frame/PaperOfSettings.h"
 #include "export/print/DrawnCueSheetExporter.h"
 
@@ -40,49 +40,6 @@ void refuseToReplaceSource (const juce::File& file, const std::string& source)
     if (source != "-" && fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
         throw CommandFailure (file.getFullPathName()
                               + ": the document would replace the list that it is made from");
-}
-
-/** The names that the exporter gives to its files. */
-std::vector<juce::String> namesOf (const EventExportSettingsSet& settings, const juce::String& extension,
-                                   bool byCharacter)
-{
-    if (! byCharacter)
-        return {
-            OutputFileNames (settings.outputDirectory, settings.fileName, extension).single().getFileName()
-        };
-
-    const ByCharacterWalk walk (settings, extension,
-                                settings.exportType == EventExportTypeWord ? "," : juce::String());
-
-    if (walk.isCombined())
-        return { walk.singleFile().getFileName() };
-
-    std::vector<juce::String> names;
-
-    for (const auto& block : walk.blocks())
-        names.push_back (block.file.getFileName());
-
-    return names;
-}
-
-/** The events of each file of a table, in the order of namesOf(). */
-std::vector<EventExportSettingsSet::Events> eventsOfFiles (const EventExportSettingsSet& settings,
-                                                           bool byCharacter)
-{
-    if (! byCharacter)
-        return { settings.events };
-
-    const ByCharacterWalk walk (settings, {});
-
-    if (walk.isCombined())
-        return { walk.joinedEvents() };
-
-    std::vector<EventExportSettingsSet::Events> all;
-
-    for (const auto& block : walk.blocks())
-        all.push_back (block.events);
-
-    return all;
 }
 
 constexpr auto nothingWritten = "nothing was written";
@@ -219,7 +176,9 @@ DocumentBatch::Work DocumentBatch::workFor (const Order& order, const Project& p
                              || (order.format->type == EventExportTypeWord && isByCharacter (*order.format));
 
     if (! needsEvents || ! work.settings->events.empty())
-        work.names = namesOf (*work.settings, order.format->extension, isByCharacter (*order.format));
+        for (const auto& file :
+             filesOfExport (*work.settings, order.format->extension, isByCharacter (*order.format)))
+            work.names.push_back (file.getFileName());
 
     for (const auto& name : work.names)
         work.targets.push_back (

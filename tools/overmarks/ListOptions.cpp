@@ -51,16 +51,6 @@ std::vector<std::string> texts (const std::vector<juce::String>& strings)
     return result;
 }
 
-std::vector<std::string> encodingNames()
-{
-    std::vector<std::string> names;
-
-    for (const auto& [name, value] : encodings())
-        names.push_back (name);
-
-    return names;
-}
-
 /** What a list on standard input may be, by the extensions without their dots. */
 std::vector<std::string> inputFormats()
 {
@@ -153,7 +143,7 @@ void ListOptions::addImportOptions (CLI::App& command)
     const auto name = [this] (const char* option) { return "--" + whose + option; };
     auto* encodingOption =
         command.add_option (name ("encoding"), encodingName, "Encoding of the text (detected)");
-    takesOneOf (encodingOption, encodingNames())->type_name ("NAME");
+    takesOneOf (encodingOption, namesOfTable (encodings()))->type_name ("NAME");
 
     auto* map = command.add_option (name ("map"), mappings,
                                     "Use a column for a title; #3 is the third column; repeatable");
@@ -371,17 +361,11 @@ TextEncoding ListOptions::encoding() const
     if (encodingName.empty())
         return TextEncodingUnknown;
 
-    std::vector<std::string> known;
-
     for (const auto& [name, value] : encodings())
-    {
-        known.push_back (name);
-
         if (juce::String (name).equalsIgnoreCase (juce::String (encodingName)))
             return value;
-    }
 
-    refuseValue (optionName ("encoding"), encodingName, known);
+    refuseValue (optionName ("encoding"), encodingName, namesOfTable (encodings()));
 }
 
 std::vector<juce::String> ListOptions::reasons() const

@@ -28,4 +28,16 @@ bool takesSeveral (CLI::Option& option);
 /** The same words, each as the beginning of KEY=VALUE. */
 std::vector<std::string> withEqualsSign (std::vector<std::string> keys);
 
+/** The names of a table of names and what they stand for, in its order. */
+template <typename Table>
+std::vector<std::string> namesOfTable (const Table& table)
+{
+    std::vector<std::string> names;
+
+    for (const auto& [name, meaning] : table)
+        names.push_back (name);
+
+    return names;
+}
+
 } // namespace overmarks

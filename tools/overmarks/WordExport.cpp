@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "WordExport.h"
 
+#include "ExportedFiles.h"
 #include "Session.h"
 #include "ToolRun.h"
 
 #include "export/frame/ByCharacterWalk.h"
-#include "export/frame/OutputFileNames.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "export/word/EventWordExporter.h"
 
@@ -29,25 +29,6 @@ namespace
 
 const juce::String extension { ".docx" };
 constexpr auto commaToBlank = ",";
-
-/** The files that an exporter makes for these settings, in their order. */
-std::vector<juce::File> filesOf (const EventExportSettingsSet& settings, bool byCharacter)
-{
-    if (! byCharacter)
-        return { OutputFileNames (settings.outputDirectory, settings.fileName, extension).single() };
-
-    const ByCharacterWalk walk (settings, extension, commaToBlank);
-
-    if (walk.isCombined())
-        return { walk.singleFile() };
-
-    std::vector<juce::File> files;
-
-    for (const auto& block : walk.blocks())
-        files.push_back (block.file);
-
-    return files;
-}
 
 /** What a document takes of a command line, in bytes. A sign that the shell has to be told of takes two. */
 std::size_t lengthInCommandLine (const ByCharacterWalk::Block& block)
@@ -211,7 +192,7 @@ void WordExport::write (const std::function<void (int)>& filesDone) const
         tool.throwIfStopped (undone);
 
         tool.leaveOut (listener.wordsOfTool());
-        const auto made = filesOf (run, byCharacter);
+        const auto made = filesOfExport (run, extension, byCharacter);
 
         for (std::size_t i = 0; i < made.size(); ++i)
         {

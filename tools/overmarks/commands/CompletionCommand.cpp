@@ -29,16 +29,6 @@ const std::vector<std::pair<std::string, Script>>& shells()
     return all;
 }
 
-std::vector<std::string> shellNames()
-{
-    std::vector<std::string> names;
-
-    for (const auto& [name, script] : shells())
-        names.push_back (name);
-
-    return names;
-}
-
 void writeCompletion (CLI::App& program, const std::string& shell, const Session& session)
 {
     for (const auto& [name, script] : shells())
@@ -56,7 +46,7 @@ void writeCompletion (CLI::App& program, const std::string& shell, const Session
         return;
     }
 
-    refuseValue ("SHELL", shell, shellNames());
+    refuseValue ("SHELL", shell, namesOfTable (shells()));
 }
 
 void writeManual (CLI::App& program, const Session& session)
@@ -84,7 +74,8 @@ void addCompletionCommand (CLI::App& program, Session& session)
         program.add_subcommand ("completion", "Write a script that completes commands, options and values");
     command->footer (
         "Example:\n  overmarks completion bash > ~/.local/share/bash-completion/completions/overmarks");
-    takesOneOf (command->add_option ("SHELL", *shell, "The shell that reads the script"), shellNames())
+    takesOneOf (command->add_option ("SHELL", *shell, "The shell that reads the script"),
+                namesOfTable (shells()))
         ->required();
     session.addOutputOptions (*command);
     command->callback ([&program, shell, &session] { writeCompletion (program, *shell, session); });

@@ -40,23 +40,13 @@ const std::vector<std::pair<std::string, ReelRule>>& reelRules()
     return rules;
 }
 
-std::vector<std::string> reelRuleNames()
-{
-    std::vector<std::string> names;
-
-    for (const auto& [name, rule] : reelRules())
-        names.push_back (name);
-
-    return names;
-}
-
 ReelRule reelRuleNamed (const std::string& wanted)
 {
     for (const auto& [name, rule] : reelRules())
         if (name == wanted)
             return rule;
 
-    refuseValue ("--reels", wanted, reelRuleNames());
+    refuseValue ("--reels", wanted, namesOfTable (reelRules()));
 }
 
 void tell (const StatsOptions& options, const Statistics& statistics, const json& messages,
@@ -111,7 +101,7 @@ void addStatsCommand (CLI::App& program, Session& session)
     takesOneOf (command->add_option ("--reels", options->reels,
                                      "What tells the reel of a line: the hour of its timecode, the beginning "
                                      "of its cue number, or nothing (hour)"),
-                reelRuleNames());
+                namesOfTable (reelRules()));
     options->filter.addTo (*command);
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);
