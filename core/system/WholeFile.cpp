@@ -3,6 +3,7 @@
 
 #include "core/system/RandomIdentity.h"
 #include "core/system/SizeLimitIsAnError.h"
+#include "core/system/Uninterrupted.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -63,11 +64,8 @@ void writeAll (int descriptor, std::string_view bytes)
 
     while (! bytes.empty())
     {
-        const auto written = ::write (descriptor, bytes.data(), std::min (bytes.size(), mostAtOnce));
-
-        if (written < 0 && errno == EINTR)
-            continue;
-
+        const auto written = uninterrupted (
+            [&] { return ::write (descriptor, bytes.data(), std::min (bytes.size(), mostAtOnce)); });
         require (written >= 0);
         bytes.remove_prefix (static_cast<std::size_t> (written));
     }
@@ -146,7 +144,8 @@ public:
             takeOwnerAndPermissions();
 
         writeAll (descriptor->number(), pieces);
-        require (until == Until::theSystemHasIt || ::fsync (descriptor->number()) == 0);
+        require (until == Until::theSystemHasIt
+                 || uninterrupted ([this] { return ::fsync (descriptor->number()); }) == 0);
         descriptor->close();
     }
 
@@ -170,7 +169,8 @@ private:
         for (;;)
         {
             path = target.parent_path() / (start + randomIdentity().substring (0, 8).toStdString());
-            const int number = ::open (path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+            const int number = uninterrupted (
+                [&] { return ::open (path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
 
             if (number < 0 && errno == EEXIST)
                 continue;
@@ -203,7 +203,8 @@ private:
             return;
 
         const Descriptor folder (number);
-        require (::fsync (folder.number()) == 0 || errno == EINVAL || errno == ENOTSUP);
+        require (uninterrupted ([&folder] { return ::fsync (folder.number()); }) == 0 || errno == EINVAL
+                 || errno == ENOTSUP);
     }
 
     fs::path target;
