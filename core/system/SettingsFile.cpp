@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/SettingsFile.h"
 
+#include "core/system/FileInput.h"
 #include "core/system/SettingsFileCheck.h"
+#include "core/system/SettingsLimits.h"
+#include "core/system/WholeFile.h"
+#include "core/text/StringUtil.h"
 
 #include <juce_graphics/juce_graphics.h>
 
@@ -18,9 +22,6 @@ constexpr auto fileTag = "PROPERTIES";
 constexpr auto valueTag = "VALUE";
 constexpr auto nameAttribute = "name";
 constexpr auto valueAttribute = "val";
-
-// Far beyond what any number of preferences needs.
-constexpr int maximumBytes = 16 * 1024 * 1024;
 
 template <typename Number>
 std::string textOf (Number number)
@@ -125,6 +126,12 @@ juce::Result damaged (const juce::File& file)
 }
 } // namespace
 
+SettingsLimits& SettingsLimits::limits()
+{
+    static SettingsLimits current;
+    return current;
+}
+
 bool SettingsFile::canHold (const Poco::Any& value)
 {
     for (const auto& type : valueTypes())
@@ -135,18 +142,16 @@ bool SettingsFile::canHold (const Poco::Any& value)
 
 juce::Result SettingsFile::read (const juce::File& file, Values& values)
 {
-    juce::FileInputStream input (file);
-    juce::MemoryBlock bytes;
-    if (input.failedToOpen())
-        return juce::Result::fail ("The settings file " + quoted (file) + " can't be read");
-    input.readIntoMemoryBlock (bytes, maximumBytes + 1);
-    if (input.getStatus().failed())
-        return juce::Result::fail ("The settings file " + quoted (file) + " can't be read");
-    if (bytes.getSize() > maximumBytes
-        || ! SettingsFileCheck::isSound ({ static_cast<const char*> (bytes.getData()), bytes.getSize() }))
+    std::string bytes;
+    if (const auto result =
+            FileInput::readWhole (file.getFullPathName(), bytes, SettingsLimits::limits().bytesOfFile);
+        result.failed())
+        return juce::Result::fail ("The settings file " + quoted (file)
+                                   + " can't be read: " + result.getErrorMessage());
+    if (! SettingsFileCheck::isSound (bytes))
         return damaged (file);
 
-    const auto document = juce::parseXML (bytes.toString());
+    const auto document = juce::parseXML (StringUtil::fromUTF8 (bytes));
     if (document == nullptr)
         return damaged (file);
 
@@ -174,7 +179,9 @@ juce::Result SettingsFile::write (const juce::File& file, const Values& values)
         element->setAttribute (valueAttribute, juce::String (typedText (value)));
     }
 
-    if (file.getParentDirectory().createDirectory().failed() || ! document.writeTo (file))
+    // The framework's own way of writing takes a disk that is full in the middle for a success.
+    if (file.getParentDirectory().createDirectory().failed() || WholeFile::isDeviceOrPipe (file)
+        || WholeFile::write (file, document.toString().toStdString()).failed())
         return juce::Result::fail ("Error writing the settings file " + quoted (file));
     return juce::Result::ok();
 }

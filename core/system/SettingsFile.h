@@ -30,7 +30,8 @@ public:
     /** Whether a value is of one of the types above. */
     [[nodiscard]] static bool canHold (const Poco::Any& value);
 
-    /** Replaces the values by those of the file. A damaged file gives a message and leaves them alone. */
+    /** Replaces the values by those of the file. A file that is damaged, larger than SettingsLimits allow, or no file but a
+        pipe or the like, gives a message and leaves them alone. */
     [[nodiscard]] static juce::Result read (const juce::File& file, Values& values);
 
     /** Writes all values, each of which canHold must accept. At every moment the file is the old or the new

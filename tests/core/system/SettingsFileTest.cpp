@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/SettingsFile.h"
 
+#include "core/system/SettingsLimits.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <juce_graphics/juce_graphics.h>
+
+#include <sys/stat.h>
 
 #include <limits>
 
@@ -124,9 +127,10 @@ TEST_F (Settings, aPlaceThatCannotBeWrittenGivesAMessage)
 TEST_F (Settings, aFileThatCannotBeReadGivesAMessage)
 {
     SettingsFile::Values read { { "other", 2 } };
-    for (const auto& place : { file, juce::File (folder.directory()) })
+    for (const auto& [place, reason] : { std::pair (file, "No such file or directory"),
+                                         std::pair (juce::File (folder.directory()), "it is no file") })
         EXPECT_EQ (SettingsFile::read (place, read).getErrorMessage(),
-                   "The settings file \"" + place.getFullPathName() + "\" can't be read");
+                   "The settings file \"" + place.getFullPathName() + "\" can't be read: " + reason);
     EXPECT_EQ (read.count ("other"), 1u);
 }
 
@@ -148,7 +152,35 @@ TEST_F (Settings, aFileWithoutEndGivesAMessage)
     SettingsFile::Values read;
 
     EXPECT_EQ (SettingsFile::read (juce::File ("/dev/zero"), read).getErrorMessage(),
-               "The settings file \"/dev/zero\" is damaged");
+               "The settings file \"/dev/zero\" can't be read: it is no file");
+}
+
+TEST_F (Settings, aFileMayHaveExactlySoManyBytes)
+{
+    ASSERT_TRUE (SettingsFile::write (file, { { "key", 1 } }));
+    const auto size = static_cast<std::uint64_t> (file.getSize());
+    SettingsFile::Values read;
+    auto& limits = ZEP::Core::SettingsLimits::limits();
+    EXPECT_EQ (limits.bytesOfFile, 16777216u);
+
+    limits.bytesOfFile = size;
+    EXPECT_TRUE (SettingsFile::read (file, read));
+    limits.bytesOfFile = size - 1;
+    EXPECT_EQ (SettingsFile::read (file, read).getErrorMessage(),
+               "The settings file \"" + file.getFullPathName() + "\" can't be read: it is larger than "
+                   + juce::String (size - 1) + " bytes");
+    limits = {};
+    EXPECT_EQ (read.size(), 1u) << "what was read before";
+}
+
+TEST_F (Settings, aPipeIsNeverWaitedFor)
+{
+    ASSERT_EQ (::mkfifo (file.getFullPathName().toRawUTF8(), 0600), 0);
+    SettingsFile::Values read;
+    EXPECT_EQ (SettingsFile::read (file, read).getErrorMessage(),
+               "The settings file \"" + file.getFullPathName() + "\" can't be read: it is no file");
+    EXPECT_EQ (SettingsFile::write (file, {}).getErrorMessage(),
+               "Error writing the settings file \"" + file.getFullPathName() + "\"");
 }
 
 TEST_P (EveryDamagedValue, givesAMessageAndNoValues)
