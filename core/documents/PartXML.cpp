@@ -2,6 +2,7 @@
 #include "core/documents/PartXML.h"
 
 #include "core/documents/UnreadableWorkbook.h"
+#include "core/documents/WorkbookArchive.h"
 
 #include <expat.h>
 
@@ -87,8 +88,8 @@ struct PartXML::Callbacks
         guarded (walk,
                  [=] (PartXML& self)
                  {
-                     if (++self.nesting > deepestNesting)
-                         refuse();
+                     if (++self.nesting > WorkbookArchive::limits().nesting)
+                         throw UnreadableWorkbook (WorkbookWords::isTooDeep);
 
                      self.elementStarts (withoutPrefix (name), PartAttributes (attributes));
                  });

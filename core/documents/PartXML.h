@@ -37,13 +37,11 @@ private:
 /** A walk through the XML of a workbook's part, from beginning to end, for a class that knows what stands in it.
 
     Elements are told by their names without a prefix, since programs choose prefixes as they like. A part that isn't
-    well-formed, has a document type, or nests its elements deeper than any workbook does, is a UnreadableWorkbook. One walk goes
-    over one part. */
+    well-formed, has a document type, or nests its elements deeper than any workbook does, is a UnreadableWorkbook: as
+    WorkbookArchive::limits() say. One walk goes over one part. */
 class ZEP_CORE_API PartXML
 {
 public:
-    static constexpr int deepestNesting = 64; ///< elements within each other
-
     PartXML();
     virtual ~PartXML();
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/documents/SheetTable.h"
 
+#include "core/documents/WorkbookArchive.h"
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@ namespace
 
 // An empty cell takes some fifty bytes of memory, a text some two hundred.
 constexpr std::uint64_t bytesPerCell = 4;
-constexpr std::uint64_t spareCells = std::uint64_t { 2 } << 20;
-constexpr std::uint64_t mostCellsOfAll = std::uint64_t { 16 } << 20;
 
 bool isInSheet (int row, int column)
 {
@@ -25,7 +24,8 @@ bool isInSheet (int row, int column)
 
 std::uint64_t SheetTable::mostCells (std::uint64_t bytes)
 {
-    return std::min (bytes / bytesPerCell + spareCells, mostCellsOfAll);
+    const auto& limits = WorkbookArchive::limits();
+    return std::min (bytes / bytesPerCell + limits.spareCells, limits.cells);
 }
 
 // A run takes some thirty bytes of memory, and no fewer in a workbook that has it once.

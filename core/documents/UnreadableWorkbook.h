@@ -17,10 +17,12 @@ namespace WorkbookWords
 {
 
 inline constexpr auto cantBeOpened = "The file can't be opened.";
+inline constexpr auto cantBeRead = "The file can't be read to its end.";
 inline constexpr auto isEmpty = "The file is empty.";
 inline constexpr auto isNoWorkbook = "The file is not an Excel workbook.";
 inline constexpr auto isDamaged = "The workbook is damaged or incomplete.";
 inline constexpr auto isTooLarge = "The workbook is too large to be a cue list.";
+inline constexpr auto isTooDeep = "The workbook's parts are nested too deeply to be those of a cue list.";
 inline constexpr auto isTooWide = "The sheet's cells lie so far apart that its table would be too large.";
 inline constexpr auto isProtected =
     "The workbook is protected by a password. Open it in a spreadsheet program and save it without one.";

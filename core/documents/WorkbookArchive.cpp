@@ -9,14 +9,14 @@
 
 #include "core/documents/PartXML.h"
 #include "core/documents/UnreadableWorkbook.h"
+#include "core/system/FileInput.h"
 
 #include <zip.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 
 namespace ZEP::Core
 {
@@ -46,11 +46,14 @@ std::string inUTF16 (std::string_view name)
 
 [[noreturn]] void fail (const char* words) { throw UnreadableWorkbook (words); }
 
-[[noreturn]] void refuseCompoundFile (std::ifstream& stream)
+[[noreturn]] void refuseCompoundFile (FileInput& file)
 {
     std::string bytes (mostBytesOfCompoundFile, '\0');
-    stream.read (bytes.data(), static_cast<std::streamsize> (bytes.size()));
-    bytes.resize (static_cast<std::size_t> (stream.gcount()));
+    bytes.resize (static_cast<std::size_t> (file.read (bytes.data(), static_cast<int> (bytes.size()))));
+
+    if (file.getStatus().failed())
+        fail (WorkbookWords::cantBeRead);
+
     const auto holds = [&bytes] (std::string_view name)
     { return bytes.find (inUTF16 (name)) != std::string::npos; };
 
@@ -61,27 +64,18 @@ std::string inUTF16 (std::string_view name)
 }
 
 /** Looks at the first bytes of a file. Returns only for an archive. */
-void refuseOtherFiles (const std::string& path)
+void refuseOtherFiles (FileInput& file)
 {
-    std::error_code error;
-
-    if (! std::filesystem::is_regular_file (path, error)) // to open a pipe may mean to wait for ever
-        fail (WorkbookWords::cantBeOpened);
-
-    std::ifstream stream (path, std::ios::binary);
-
-    if (! stream.is_open())
-        fail (WorkbookWords::cantBeOpened);
-
     std::array<char, startOfCompoundFile.size()> buffer {};
-    stream.read (buffer.data(), buffer.size());
-    const std::string_view start (buffer.data(), static_cast<std::size_t> (stream.gcount()));
-    stream.clear();
+    const auto length = file.read (buffer.data(), static_cast<int> (buffer.size()));
+    const std::string_view start (buffer.data(), static_cast<std::size_t> (length));
 
+    if (file.getStatus().failed())
+        fail (WorkbookWords::cantBeOpened);
     if (start.empty())
         fail (WorkbookWords::isEmpty);
-    if (start == startOfCompoundFile)
-        refuseCompoundFile (stream);
+    if (file.setPosition (0) && start == startOfCompoundFile)
+        refuseCompoundFile (file);
     if (! start.starts_with (startOfArchive) && ! start.starts_with (startOfEmptyArchive))
         fail (WorkbookWords::isNoWorkbook);
 }
@@ -91,10 +85,19 @@ void refuseOtherFiles (const std::string& path)
 /** The open archive. */
 struct WorkbookArchive::Zip
 {
-    explicit Zip (const std::string& path) : handle (zip_open (path.c_str(), ZIP_RDONLY, nullptr))
+    explicit Zip (const juce::String& path) : file (path)
     {
-        if (handle == nullptr)
-            fail (WorkbookWords::isDamaged);
+        refuseOtherFiles (file);
+        auto* source = zip_source_function_create (answer, this, nullptr);
+
+        if (source != nullptr)
+            handle = zip_open_from_source (source, ZIP_RDONLY, nullptr);
+
+        if (handle != nullptr)
+            return;
+
+        zip_source_free (source);
+        failAsDamaged();
     }
 
     ~Zip() { zip_discard (handle); }
@@ -116,22 +119,99 @@ struct WorkbookArchive::Zip
         constexpr zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
 
         if (zip_stat_index (handle, index, 0, &stat) != 0 || (stat.valid & needed) != needed)
-            fail (WorkbookWords::isDamaged);
+            failAsDamaged();
 
         return stat;
     }
 
-    zip_t* handle;
+    /** What the archive makes no sense of is damaged, unless the disk gave nothing. */
+    [[noreturn]] void failAsDamaged() const
+    {
+        fail (file.getStatus().failed() ? WorkbookWords::cantBeRead : WorkbookWords::isDamaged);
+    }
+
+    zip_t* handle = nullptr;
+
+private:
+    /** Gives the library what it asks for. @returns -1 on failure */
+    zip_int64_t answer (void* data, zip_uint64_t length, zip_source_cmd_t command)
+    {
+        // No enumeration of ours: most of the commands belong to writing.
+        if (command == ZIP_SOURCE_SUPPORTS)
+            return zip_source_make_command_bitmap (ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE,
+                                                   ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
+                                                   ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL, ZIP_SOURCE_SUPPORTS, -1);
+        if (command == ZIP_SOURCE_OPEN)
+            return file.setPosition (0) ? 0 : -1;
+        if (command == ZIP_SOURCE_READ)
+            return read (data, length);
+        if (command == ZIP_SOURCE_TELL)
+            return file.getPosition();
+        if (command == ZIP_SOURCE_SEEK)
+            return seek (data, length);
+        if (command == ZIP_SOURCE_STAT)
+            return tellSize (data);
+        if (command == ZIP_SOURCE_ERROR)
+            return tellError (data, length);
+
+        return 0;
+    }
+
+    zip_int64_t read (void* data, zip_uint64_t length)
+    {
+        constexpr zip_uint64_t mostAtOnce = zip_uint64_t { 1 } << 30;
+        const auto got = file.read (data, static_cast<int> (std::min (length, mostAtOnce)));
+        return file.getStatus().failed() ? -1 : got;
+    }
+
+    zip_int64_t seek (void* data, zip_uint64_t length)
+    {
+        const auto place = zip_source_seek_compute_offset (static_cast<zip_uint64_t> (file.getPosition()),
+                                                           static_cast<zip_uint64_t> (file.getTotalLength()),
+                                                           data, length, nullptr);
+        return place >= 0 && file.setPosition (place) ? 0 : -1;
+    }
+
+    zip_int64_t tellSize (void* data)
+    {
+        auto& stat = *static_cast<zip_stat_t*> (data);
+        zip_stat_init (&stat);
+        stat.valid = ZIP_STAT_SIZE;
+        stat.size = static_cast<zip_uint64_t> (file.getTotalLength());
+        return static_cast<zip_int64_t> (sizeof (stat));
+    }
+
+    static zip_int64_t tellError (void* data, zip_uint64_t length)
+    {
+        constexpr int codes[] = { ZIP_ER_READ, EIO };
+
+        if (length < sizeof (codes))
+            return -1;
+
+        std::memcpy (data, codes, sizeof (codes));
+        return static_cast<zip_int64_t> (sizeof (codes));
+    }
+
+    static zip_int64_t answer (void* zip, void* data, zip_uint64_t length, zip_source_cmd_t command)
+    {
+        return static_cast<Zip*> (zip)->answer (data, length, command);
+    }
+
+    FileInput file;
 };
 
-WorkbookArchive::WorkbookArchive (const juce::String& path, const Limits& limitsToKeep)
-    : limits (limitsToKeep)
+WorkbookArchive::Limits& WorkbookArchive::limits()
 {
-    const auto file = path.toStdString();
-    refuseOtherFiles (file);
-    zip = std::make_unique<Zip> (file);
+    static Limits current;
+    return current;
+}
 
-    if (zip->size() > limits.parts)
+WorkbookArchive::WorkbookArchive (const juce::String& path, const Limits& limitsToKeep)
+    : limitsHere (limitsToKeep)
+{
+    zip = std::make_unique<Zip> (path);
+
+    if (zip->size() > limitsHere.parts)
         fail (WorkbookWords::isTooLarge);
 
     judgeContent();
@@ -150,17 +230,17 @@ void WorkbookArchive::judgeContent() const
 
         if (entry.encryption_method != ZIP_EM_NONE)
             fail (WorkbookWords::isProtected);
-        if (entry.size > limits.bytesOfPart)
+        if (entry.size > limitsHere.bytesOfPart)
             fail (WorkbookWords::isTooLarge);
 
         inflated += entry.size;
-        packed += std::min<std::uint64_t> (entry.comp_size, limits.bytes);
+        packed += std::min<std::uint64_t> (entry.comp_size, limitsHere.bytes);
 
-        if (inflated > limits.bytes)
+        if (inflated > limitsHere.bytes)
             fail (WorkbookWords::isTooLarge);
     }
 
-    if (inflated > limits.smallBytes && inflated / limits.ratio > packed)
+    if (inflated > limitsHere.smallBytes && inflated / limitsHere.ratio > packed)
         fail (WorkbookWords::isTooLarge);
 }
 
@@ -178,7 +258,7 @@ void WorkbookArchive::read (const std::string& part, const std::function<void (s
         zip_fopen_index (zip->handle, static_cast<zip_uint64_t> (index), 0), zip_fclose);
 
     if (file == nullptr)
-        fail (WorkbookWords::isDamaged);
+        zip->failAsDamaged();
 
     std::string piece (bytesOfPiece, '\0');
 
@@ -187,7 +267,7 @@ void WorkbookArchive::read (const std::string& part, const std::function<void (s
         const auto length = zip_fread (file.get(), piece.data(), piece.size());
 
         if (length < 0 || static_cast<zip_uint64_t> (length) > left)
-            fail (WorkbookWords::isDamaged);
+            zip->failAsDamaged();
         if (length == 0)
             break;
 

@@ -34,11 +34,22 @@ public:
         std::uint64_t bytes = std::uint64_t { 1 } << 30;         ///< of all parts
         std::uint64_t ratio = 200; ///< inflated to packed, of an archive that isn't small
         std::uint64_t smallBytes = std::uint64_t { 32 } << 20; ///< inflated: up to here any ratio is fine
+        std::uint64_t cells = std::uint64_t { 16 } << 20;      ///< of a sheet's table, empty ones among them
+
+        /** Cells that a table may have however small its sheet is, beside one for each four bytes of the sheet; never more than
+            `cells`. The same goes for runs of formatted text. */
+        std::uint64_t spareCells = std::uint64_t { 2 } << 20;
+        int nesting = 64; ///< elements of XML within each other
     };
 
-    /** Opens a file and judges it. */
-    explicit WorkbookArchive (const juce::String& path) : WorkbookArchive (path, Limits()) {}
-    WorkbookArchive (const juce::String& path, const Limits& limits); ///< The same within other limits.
+    /** The limits of all workbooks that the process reads, as they stand above unless the application has changed them. Change
+        them only while no workbook is being read. */
+    static Limits& limits();
+
+    /** Opens a file and judges it within limits(). */
+    explicit WorkbookArchive (const juce::String& path) : WorkbookArchive (path, limits()) {}
+    WorkbookArchive (const juce::String& path,
+                     const Limits& limitsToKeep); ///< The same within other limits of the archive.
     ~WorkbookArchive();
 
     /** Whether there is such a part. Upper and lower case are one, as they are for spreadsheet programs. */
@@ -58,7 +69,7 @@ private:
 
     void judgeContent() const;
 
-    Limits limits;
+    Limits limitsHere;
     std::unique_ptr<Zip> zip;
 };
 

@@ -24,6 +24,7 @@ constexpr auto isEmpty = "The file is empty.";
 constexpr auto isNoWorkbook = "The file is not an Excel workbook.";
 constexpr auto isDamaged = "The workbook is damaged or incomplete.";
 constexpr auto isTooLarge = "The workbook is too large to be a cue list.";
+constexpr auto isTooDeep = "The workbook's parts are nested too deeply to be those of a cue list.";
 constexpr auto isTooWide = "The sheet's cells lie so far apart that its table would be too large.";
 constexpr auto isProtected =
     "The workbook is protected by a password. Open it in a spreadsheet program and save it without one.";
@@ -243,9 +244,9 @@ TEST_F (UnreadableWorkbooks, areThoseWhoseElementsNestTooDeep)
 {
     constexpr std::size_t depth = 200000;
     const auto deep = repeated ("<a>", depth) + repeated ("</a>", depth);
-    EXPECT_EQ (failureWith ("xl/sharedStrings.xml", "<sst><si>" + deep + "</si></sst>"), isDamaged);
+    EXPECT_EQ (failureWith ("xl/sharedStrings.xml", "<sst><si>" + deep + "</si></sst>"), isTooDeep);
     EXPECT_EQ (failureWith ("xl/worksheets/sheet1.xml", "<worksheet>" + deep + "<sheetData/></worksheet>"),
-               isDamaged);
+               isTooDeep);
 }
 
 TEST_F (UnreadableWorkbooks, areCharts)

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// Each limit of workbooks: what fits exactly, what is one too much, what is said of it, and that an application can raise it.
+#include "core/documents/WorkbookArchive.h"
+
+#include "core/documents/SheetTable.h"
+#include "core/documents/WorkbookReaderSupport.h"
+
+using namespace ZEP::Core;
+
+namespace
+{
+
+constexpr auto tooLarge = "The workbook is too large to be a cue list.";
+
+/** Limits that end with the test. */
+class WorkbookLimits : public WorkbookReading
+{
+protected:
+    ~WorkbookLimits() override { WorkbookArchive::limits() = {}; }
+
+    static Book bookOfRows (int number)
+    {
+        Book book;
+
+        for (int row = 1; row <= number; ++row)
+            book.sheetData += "<row r=\"" + std::to_string (row) + "\"><c r=\"A" + std::to_string (row)
+                              + "\"><v>1</v></c></row>";
+
+        return book;
+    }
+
+    /** The smallest value of a limit with which a workbook is read. */
+    std::uint64_t smallest (std::uint64_t WorkbookArchive::Limits::*limit, const std::string& bytes)
+    {
+        std::uint64_t refused = 0, read = std::uint64_t { 1 } << 30;
+
+        while (read - refused > 1)
+        {
+            const auto middle = refused + (read - refused) / 2;
+            limits.*limit = middle;
+            (failureOf (bytes).empty() ? read : refused) = middle;
+        }
+
+        return read;
+    }
+
+    WorkbookArchive::Limits& limits = WorkbookArchive::limits();
+};
+
+} // namespace
+
+TEST_F (WorkbookLimits, areGenerousUnlessTheyAreChanged)
+{
+    EXPECT_EQ (limits.parts, 10000u);
+    EXPECT_EQ (limits.bytesOfPart, 536870912u);
+    EXPECT_EQ (limits.bytes, 1073741824u);
+    EXPECT_EQ (limits.ratio, 200u);
+    EXPECT_EQ (limits.smallBytes, 33554432u);
+    EXPECT_EQ (limits.cells, 16777216u);
+    EXPECT_EQ (limits.spareCells, 2097152u);
+    EXPECT_EQ (limits.nesting, 64);
+}
+
+TEST_F (WorkbookLimits, oneLessThanAWorkbookNeedsRefusesIt)
+{
+    const auto bytes = bookOfRows (3).zipped();
+
+    for (const auto limit : { &WorkbookArchive::Limits::parts, &WorkbookArchive::Limits::bytesOfPart,
+                              &WorkbookArchive::Limits::bytes })
+    {
+        const auto needed = smallest (limit, bytes);
+        EXPECT_GT (needed, 2u);
+        limits.*limit = needed;
+        EXPECT_EQ (failureOf (bytes), "");
+        limits.*limit = needed - 1;
+        EXPECT_EQ (failureOf (bytes), tooLarge);
+        limits = {};
+    }
+}
+
+TEST_F (WorkbookLimits, aLargeArchiveMayBecomeExactlySoManyTimesItsSize)
+{
+    Book book = bookOfRows (3);
+    book.others = { { "xl/media/image1.png", std::string (100000, ' ') } };
+    const auto bytes = book.zipped();
+    limits.smallBytes = 1000;
+    const auto needed = smallest (&WorkbookArchive::Limits::ratio, bytes);
+    EXPECT_GT (needed, 2u);
+    limits.ratio = needed - 1;
+    EXPECT_EQ (failureOf (bytes), tooLarge);
+
+    limits.smallBytes = std::uint64_t { 1 } << 20;
+    EXPECT_EQ (failureOf (bytes), "");
+}
+
+TEST_F (WorkbookLimits, aTableMayHaveExactlySoManyCells)
+{
+    const auto bytes = bookOfRows (100).zipped();
+    const auto needed = smallest (&WorkbookArchive::Limits::cells, bytes);
+    EXPECT_GE (needed, 100u);
+    limits.cells = needed - 1;
+    EXPECT_EQ (failureOf (bytes), tooLarge);
+    limits.cells = needed;
+    EXPECT_EQ (failureOf (bytes), "");
+    EXPECT_EQ (rows.size(), 100u);
+}
+
+TEST_F (WorkbookLimits, cellsOfATableGrowWithItsSheet)
+{
+    limits.spareCells = 10;
+    EXPECT_EQ (SheetTable::mostCells (0), 10u);
+    EXPECT_EQ (SheetTable::mostCells (400), 110u);
+    EXPECT_EQ (SheetTable::mostRuns (400), 110u);
+    limits.cells = 50;
+    EXPECT_EQ (SheetTable::mostCells (400), 50u);
+    limits = {};
+    limits.cells = std::uint64_t { 1 } << 40;
+    EXPECT_EQ (SheetTable::mostCells (std::uint64_t { 1 } << 30), (1u << 28) + 2097152u);
+}
+
+TEST_F (WorkbookLimits, elementsMayLieExactlySoDeepInEachOther)
+{
+    const auto bytes = bookOfRows (1).zipped(); // worksheet, sheetData, row, c, v
+    limits.nesting = 5;
+    EXPECT_EQ (failureOf (bytes), "");
+    limits.nesting = 1;
+    EXPECT_EQ (failureOf (bytes), "The workbook's parts are nested too deeply to be those of a cue list.");
+
+    Book deep = bookOfRows (1);
+    std::string inner;
+    for (int i = 0; i < 100; ++i)
+        inner = "<x>" + inner + "</x>";
+    deep.others = { { "xl/sharedStrings.xml", "<sst><si>" + inner + "</si></sst>" } };
+    limits = {};
+    EXPECT_EQ (failureOf (deep.zipped()),
+               "The workbook's parts are nested too deeply to be those of a cue list.");
+    limits.nesting = 200;
+    EXPECT_EQ (failureOf (deep.zipped()), "");
+}
