@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/ADRStudioEventFileImporter.h"
 
+#include "core/system/Logger.h"
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
 #include "import/frame/ImportedBytes.h"
@@ -132,8 +133,14 @@ bool ADRStudioEventFileImporter::readCues (const juce::XmlElement& cues, std::si
 
     for (const auto* cue = cues.getFirstChildElement(); cue != nullptr; cue = cue->getNextElement())
     {
-        if (! cue->hasTagName (kDict) || ! budget.takeRow (columnNames.size()))
+        if (! cue->hasTagName (kDict))
             return false;
+
+        if (! budget.takeRow (columnNames.size()))
+        {
+            Core::Logger::error (filePath + ": it grows into a table that is too large");
+            return false;
+        }
 
         rows.push_back (rowOf (*cue, ignoreOpenEnded, charactersAreBytes));
     }

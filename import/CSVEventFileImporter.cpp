@@ -63,6 +63,13 @@ void CSVEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding
 
     auto& table = parser.parse (textEncoding);
     parser.fileContent = {};
+
+    if (parser.readFailed)
+    {
+        errorMessage += kCantBeOpened;
+        return;
+    }
+
     encoding = textEncoding;
     richBytesLeft = CSVParser::kRichTableFactor * CSVParser::limits().tableBytes (parser.fileSize);
     unfoldingLimitExceeded = false;

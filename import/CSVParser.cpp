@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/CSVParser.h"
 
+#include "core/system/Logger.h"
 #include "import/frame/EventFileImporter.h"
-#include "import/frame/ImportedBytes.h"
+#include "import/frame/ImportLimits.h"
 
 #include <algorithm>
 #include <array>
@@ -189,17 +190,40 @@ void CSVParser::readFile()
     fileContent.clear();
     stream.seekg (0, std::ios::end);
     const auto end = stream.tellg();
+    stream.clear(); // files of the system itself have no end to go to
     stream.seekg (0);
 
+    const auto most = ImportLimits::limits().bytesOfFile;
     fileSize = end > 0 ? static_cast<std::uint64_t> (end) : 0;
-    limitExceeded = end > kMostBytesOfAFile;
-    if (limitExceeded)
-        return;
-
-    fileContent.resize (fileSize);
-    stream.read (fileContent.data(), static_cast<std::streamsize> (fileSize));
-    fileContent.resize (static_cast<std::size_t> (stream.gcount()));
+    limitExceeded = fileSize > most || ! readUpTo (most);
+    readFailed =
+        stream.bad() || (! limitExceeded && fileContent.size() < fileSize); // or it was cut meanwhile
     stream.close();
+
+    if (limitExceeded)
+        Core::Logger::error (juce::String::fromUTF8 (filePath.c_str()) + " can't be read: it is larger than "
+                             + juce::String (most) + " bytes");
+    if (limitExceeded || readFailed)
+        fileContent.clear();
+
+    fileSize = std::max<std::uint64_t> (fileSize, fileContent.size());
+}
+
+/** Reads to the end, wherever it is by now. False if that is further away. */
+bool CSVParser::readUpTo (std::uint64_t most)
+{
+    constexpr std::uint64_t piece = 16384;
+    fileContent.reserve (fileSize + piece);
+
+    while (stream.good() && fileContent.size() <= most)
+    {
+        const auto start = fileContent.size();
+        fileContent.resize (start + (fileSize > start ? fileSize - start : piece));
+        stream.read (&fileContent[start], static_cast<std::streamsize> (fileContent.size() - start));
+        fileContent.resize (start + static_cast<std::size_t> (stream.gcount()));
+    }
+
+    return fileContent.size() <= most;
 }
 
 void CSVParser::settleEncoding (Core::TextEncoding& textEncoding)

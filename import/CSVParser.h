@@ -78,8 +78,8 @@ public:
     /** Reads the whole file and splits it.
         @param textEncoding  TextEncodingUnknown asks the parser to find the encoding, which it then leaves here; any other
                              value is taken as given
-        @returns `parsedRows`, empty when no delimiter fits, when all lines are one cell wide, and when the table went beyond
-                 the limits (`limitExceeded`) */
+        @returns `parsedRows`, empty when no delimiter fits, when all lines are one cell wide, when the file can't be read to its
+                 end (`readFailed`), and when it or the table went beyond the limits (`limitExceeded`) */
     Table& parse (Core::TextEncoding& textEncoding);
 
     /** Splits one line. When it ends inside a quoted cell, `outsideQuotes` is false afterwards, and the next line continues
@@ -96,12 +96,14 @@ public:
         false; ///< byte order of UTF-16 content, from its mark or else from where its zeros are
     bool outsideQuotes = true;           ///< survives from line to line and from delimiter to delimiter
     std::int32_t minConsistentLines = 5; ///< so many lines must not disagree in their number of cells
-    bool limitExceeded = false;          ///< the table went beyond the limits and was given up
+    bool limitExceeded = false;          ///< the file or its table went beyond the limits and was given up
+    bool readFailed = false;             ///< the file couldn't be read to its end, and nothing of it is kept
 
 private:
     struct Attempt;
 
     void readFile();
+    [[nodiscard]] bool readUpTo (std::uint64_t most);
     void settleEncoding (Core::TextEncoding& textEncoding);
     [[nodiscard]] bool tryDelimiter (char delimiter);
     [[nodiscard]] bool takeLine (std::string_view line, Attempt& attempt);

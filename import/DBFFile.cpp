@@ -2,6 +2,7 @@
 #include "import/DBFFile.h"
 
 #include "core/system/Logger.h"
+#include "import/frame/ImportLimits.h"
 #include "import/frame/ImportedBytes.h"
 #include "import/frame/TableBudget.h"
 
@@ -76,8 +77,8 @@ DBFFile::DBFFile (const char* path) : filePath (juce::String::fromUTF8 (path))
         noteOtherHeaderLength();
     else if (eof())
         note ("it ends before the list of its fields does; it may be no dBase table of the older kind");
-    else
-        note ("it has more than " + juce::String (mostFields)
+    else if (! bad()) // of a disk that fails Parse() tells
+        note ("it has more than " + juce::String (ImportLimits::limits().fieldsOfDBase)
               + " fields, and no record is read; it may be no dBase table of the older kind");
 }
 
@@ -90,8 +91,8 @@ void DBFFile::openFile (const char* path)
 
     if (! isOrdinaryFile (filePath))
         reason = "there is no such file";
-    else if (std::cmp_greater (sizeOfFile (filePath), kMostBytesOfAFile))
-        reason = "it is larger than a gigabyte and is not read";
+    else if (const auto most = ImportLimits::limits().bytesOfFile; sizeOfFile (filePath) > most)
+        reason = "it is larger than " + juce::String (most) + " bytes and is not read";
     else if (open (path, std::ios::in | std::ios::binary); ! is_open())
         reason = "it can't be opened";
 
@@ -116,7 +117,7 @@ void DBFFile::readDescriptors()
 /** False if the file ends inside the descriptor, or there are more of them than any table has. */
 bool DBFFile::readDescriptor (char firstByte)
 {
-    if (fieldDescriptors.size() == mostFields)
+    if (fieldDescriptors.size() >= ImportLimits::limits().fieldsOfDBase)
     {
         setstate (std::ios::failbit);
         return false;
@@ -187,6 +188,12 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
     if (good())
         readRecords();
 
+    if (bad()) // the disk failed: nobody knows what is missing
+    {
+        noteFailedRead();
+        table.clear();
+    }
+
     columns = columnMap;
     return table;
 }
@@ -228,7 +235,7 @@ bool DBFFile::readRecord (Reading& reading)
 
     if (! readFields (reading, row))
     {
-        if (flag != kEndOfFile)
+        if (flag != kEndOfFile && ! bad())
             note ("it ends inside a record, which is left out");
         return false;
     }
@@ -280,6 +287,8 @@ bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
     table.push_back (std::move (row));
     return true;
 }
+
+void DBFFile::noteFailedRead() const { note ("it can't be read to its end, and nothing of it is taken"); }
 
 void DBFFile::note (const juce::String& whatIsOdd) const
 {

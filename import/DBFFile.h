@@ -48,14 +48,14 @@ namespace ZEP::Overmarks
     The rule that callers get wrong: without a TAKE field the first field counts as cue number.
 
     A file that ends too early gives what was whole before, one whose list of fields doesn't end gives their names alone, and
-    one that can't be read or is larger than kMostBytesOfAFile gives an empty table. No locks: one thread at a time. */
+    one that can't be read, to its end or at all, or is larger than ImportLimits allow gives an empty table. The log is told. No
+    locks: one thread at a time. */
 class OVERMARKS_API DBFFile : public std::ifstream
 {
 public:
     using Table = std::vector<std::vector<std::string>>; ///< rows of cells, undecoded
     using FieldDescriptor = std::array<char, 32>;        ///< bytes as in the file
 
-    static constexpr std::size_t mostFields = 4096;      ///< dBase allows 255, others some 2000
     static constexpr std::uint64_t fileBytesPerCell = 8; ///< what the TableBudget of a large file goes by
 
     /** Opens the file, reads header and descriptors, and makes the row of titles.
@@ -83,6 +83,7 @@ private:
 
     void openFile (const char* path);
     void readDescriptors();
+    void noteFailedRead() const;
     [[nodiscard]] bool readDescriptor (char firstByte);
     void recogniseName (const std::string& name, int index);
     void addTitles (std::vector<std::string> titles);

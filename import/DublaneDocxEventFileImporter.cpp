@@ -7,6 +7,7 @@
 #include "import/CueSheetText.h"
 #include "import/DocxCueList.h"
 #include "import/RichTextSlicer.h"
+#include "import/frame/ImportLimits.h"
 #include "import/frame/ImportedBytes.h"
 #include "import/frame/TableBudget.h"
 
@@ -30,9 +31,6 @@ const juce::String engineeringNotesHeading { "\nEng. Notes\n" };
 const juce::String reasonHeading { "\nReason\n" };
 
 constexpr auto tooManyCues = "A cue sheet asks for more cues than any list has; the rest is left out";
-
-/** Repeated timecodes let the cues of a text overlap, so that a small text asks for endless ones. */
-constexpr std::int64_t mostCharactersOfCues = std::int64_t { 1 } << 28;
 
 /** The text up to the first line feed, which goes with it. Without a line feed there is none. */
 juce::String takeLine (RichTextString& cue)
@@ -136,7 +134,8 @@ std::vector<RichTextString> DublaneDocxEventFileImporter::parseCueBlocks (const 
     const auto starts = cueStarts (content.getText());
     const RichTextSlicer slicer (content);
     std::vector<RichTextString> blocks;
-    std::int64_t charactersLeft = mostCharactersOfCues;
+    // Repeated timecodes let the cues of a text overlap, so that a small text asks for endless ones.
+    auto charactersLeft = ImportLimits::limits().charactersOfWordCues;
 
     for (std::size_t i = 1; i < starts.size(); ++i)
     {

@@ -85,7 +85,11 @@ bool SRTEventFileImporter::readBlocks (std::string_view bytes)
         if (outcome == Outcome::blockIsComplete)
         {
             if (! budget.takeRow (kColumns.size()))
+            {
+                Core::Logger::error (filePath + ": it grows into a table that is too large");
                 return false;
+            }
+
             addRow (reader.block(), starsForLineBreaks);
         }
     }

@@ -23,6 +23,8 @@ namespace
 /** The columns in the order of their cells. */
 constexpr std::array kColumns { "Start TC", "End TC", "Text" };
 
+constexpr auto kFailedRead = "it can't be read to its end, and nothing of it is taken";
+
 /** A file from its start; one that can't be read gives no bytes. */
 std::ifstream streamOfFile (const juce::String& path)
 {
@@ -71,9 +73,7 @@ void STLEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
 
     std::array<char, EBUSubtitles::kLengthToTellFormat> firstBytes {};
     auto start = streamOfFile (filePath);
-    if (! start.is_open())
-        note ("can't be read");
-    else if (! readBlock (start, firstBytes) && start.gcount() == 0)
+    if (start.is_open() && ! readBlock (start, firstBytes) && start.gcount() == 0 && ! start.bad())
         note ("is empty");
 
     for (std::size_t column = 0; column < kColumns.size(); ++column)
@@ -94,7 +94,7 @@ void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
 
     if (! readBlock (stream, head))
     {
-        note ("the file ends before its subtitles begin");
+        note (stream.bad() ? kFailedRead : "the file ends before its subtitles begin");
         return;
     }
 
@@ -120,6 +120,13 @@ void STLEventFileImporter::readBlocks (std::ifstream& stream, int promised)
         EBUSubtitles::TTI block;
         if (! readBlock (stream, block))
         {
+            if (stream.bad()) // the disk failed: nobody knows what is missing
+            {
+                note (kFailedRead);
+                rows.clear();
+                return;
+            }
+
             note ("the file says that it has " + counted (promised, "block") + " but ends after "
                   + juce::String (number));
             return;
@@ -133,7 +140,11 @@ void STLEventFileImporter::readBlocks (std::ifstream& stream, int promised)
 
 void STLEventFileImporter::parseASCIISTLFile (Core::TextEncoding textEncoding)
 {
-    auto bytes = bytesOfFile (filePath);
+    const auto content = contentOfFile (filePath);
+    if (! content.has_value() && ! isOrdinaryFile (filePath)) // of others the log has been told
+        note ("can't be read");
+
+    auto bytes = content.value_or (std::string());
     encoding = textEncoding == Core::TextEncodingUnknown ? detectEncoding (bytes) : textEncoding;
 
     // A line break in UTF-16 is two bytes, of which the second would spoil the next line.

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/ImportedBytes.h"
 
+#include "core/system/FileInput.h"
+#include "core/system/Logger.h"
+#include "import/frame/ImportLimits.h"
+
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -17,24 +20,19 @@ bool isOrdinaryFile (const juce::String& path)
 
 std::optional<std::string> contentOfFile (const juce::String& path)
 {
-    if (! isOrdinaryFile (path))
-        return std::nullopt;
+    std::string bytes;
+    const auto result = Core::FileInput::readWhole (path, bytes, ImportLimits::limits().bytesOfFile);
 
-    std::ifstream stream (path.toStdString(), std::ios::in | std::ios::binary);
+    if (result.wasOk())
+        return bytes;
 
-    if (! stream.is_open())
-        return std::nullopt;
+    std::error_code error;
 
-    stream.seekg (0, std::ios::end);
-    const auto end = static_cast<std::streamoff> (stream.tellg());
-    stream.seekg (0);
-    if (end > kMostBytesOfAFile)
-        return std::nullopt;
+    if (std::filesystem::exists (path.toStdString(),
+                                 error)) // of a missing file the importer's words tell enough
+        Core::Logger::error (path + " can't be read: " + result.getErrorMessage());
 
-    std::string bytes (static_cast<std::size_t> (std::max (end, std::streamoff { 0 })), '\0');
-    stream.read (bytes.data(), static_cast<std::streamsize> (bytes.size()));
-    bytes.resize (static_cast<std::size_t> (stream.gcount()));
-    return bytes;
+    return std::nullopt;
 }
 
 std::string bytesOfFile (const juce::String& path) { return contentOfFile (path).value_or (std::string()); }

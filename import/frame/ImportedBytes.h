@@ -3,7 +3,6 @@
 
 #include <juce_core/juce_core.h>
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,10 +13,8 @@ namespace ZEP::Overmarks
 /** Whether a path names an ordinary file. To read anything else, a pipe above all, could mean to wait for ever. */
 [[nodiscard]] bool isOrdinaryFile (const juce::String& path);
 
-/** No cue list comes near this size; a file that claims more isn't read into memory. */
-inline constexpr std::int64_t kMostBytesOfAFile = std::int64_t { 1 } << 30;
-
-/** The bytes of a whole file; nothing if it can't be opened, is no ordinary file, or is larger than kMostBytesOfAFile. */
+/** The bytes of a whole file; nothing if it can't be opened or read to its end, is no ordinary file, becomes shorter meanwhile,
+    or is larger than ImportLimits allow. The log is told why. */
 [[nodiscard]] std::optional<std::string> contentOfFile (const juce::String& path);
 
 /** The bytes of a whole file; none where contentOfFile has nothing. */

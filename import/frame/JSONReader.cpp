@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/JSONReader.h"
 
+#include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
+#include "import/frame/ImportLimits.h"
 
 #include <algorithm>
 #include <charconv>
@@ -20,7 +22,6 @@ constexpr std::string_view digits = "0123456789";
 
 constexpr std::size_t mostDigitsOfWholeNumber = 18; // that many always fit 64 bits
 constexpr std::size_t bytesPerContainer = 16;       // an event of a cue list takes more than a hundred
-constexpr std::size_t spareContainers = 1 << 16;
 
 constexpr unsigned firstHighHalf = 0xd800;
 constexpr unsigned firstLowHalf = 0xdc00;
@@ -75,6 +76,13 @@ juce::var numberOf (std::string_view text, bool isWhole)
     return number;
 }
 
+template <typename Number>
+void noteTooMany (const char* things, Number most)
+{
+    Core::Logger::error ("A JSON text has more than " + juce::String (most) + " " + things
+                         + "; it is not read");
+}
+
 } // namespace
 
 std::optional<juce::var> JSONReader::read (const juce::String& text)
@@ -90,7 +98,7 @@ std::optional<juce::var> JSONReader::read (const juce::String& text)
 /** Each object and each list takes some hundred bytes of memory, and a hostile text asks for one with two. */
 std::size_t JSONReader::mostContainers (std::size_t bytes)
 {
-    return spareContainers + bytes / bytesPerContainer;
+    return ImportLimits::limits().sparePartsOfJSON + bytes / bytesPerContainer;
 }
 
 bool JSONReader::readRoot()
@@ -166,8 +174,18 @@ bool JSONReader::readValue()
 
 bool JSONReader::enter (char end)
 {
-    if (open.size() == deepestNesting || containersLeft == 0)
+    if (const auto deepest = ImportLimits::limits().nestingOfJSON;
+        std::cmp_greater_equal (open.size(), deepest))
+    {
+        noteTooMany ("objects and lists within each other", deepest);
         return false;
+    }
+
+    if (containersLeft == 0)
+    {
+        noteTooMany ("objects and lists", containersAllowed);
+        return false;
+    }
 
     --containersLeft;
     Open container;

@@ -27,10 +27,10 @@ namespace ZEP::Overmarks
 class JSONReader final
 {
 public:
-    static constexpr int deepestNesting = 64;           ///< objects and lists within each other
     static constexpr std::size_t mostPooledNames = 512; ///< the formats know some twenty
 
-    /** @returns a value whose objects are Core::WideObject, a void one for a text of blanks, and nothing for what is no
+    /** How much a text may have say ImportLimits; of one that has more the log is told.
+        @returns a value whose objects are Core::WideObject, a void one for a text of blanks, and nothing for what is no
                  JSON, is nested too deeply, or is made of more lists and objects than any cue list */
     [[nodiscard]] static std::optional<juce::var> read (const juce::String& text);
 
@@ -44,7 +44,10 @@ private:
         juce::String name;                                        ///< of the member that is being read
     };
 
-    explicit JSONReader (std::string_view text) : rest (text), containersLeft (mostContainers (text.size()))
+    explicit JSONReader (std::string_view text)
+        : rest (text),
+          containersAllowed (mostContainers (text.size())),
+          containersLeft (containersAllowed)
     {
     }
 
@@ -71,6 +74,7 @@ private:
     void skipSpace();
 
     std::string_view rest;
+    std::size_t containersAllowed;
     std::size_t containersLeft;
     std::vector<Open> open;
     std::set<juce::String> pooledNames;

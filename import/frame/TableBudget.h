@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "import/frame/ImportLimits.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -16,12 +18,12 @@ class TableBudget final
 {
 public:
     static constexpr std::uint64_t kFileBytesPerCell = 4;
-    static constexpr std::uint64_t kCellsOfRow = 4;       ///< a row counts as so many cells more than it has
-    static constexpr std::uint64_t kSpareCells = 1 << 20; ///< for small files, whatever they look like
+    static constexpr std::uint64_t kCellsOfRow = 4; ///< a row counts as so many cells more than it has
 
-    /** @param bytesPerCell  of a file that isn't small; more than zero */
-    explicit TableBudget (std::uint64_t fileBytes, std::uint64_t bytesPerCell = kFileBytesPerCell) noexcept
-        : cellsLeft (fileBytes / bytesPerCell + kSpareCells)
+    /** What a small file may have, whatever it looks like, say ImportLimits.
+        @param bytesPerCell  of a file that isn't small; more than zero */
+    explicit TableBudget (std::uint64_t fileBytes, std::uint64_t bytesPerCell = kFileBytesPerCell)
+        : cellsLeft (fileBytes / bytesPerCell + ImportLimits::limits().spareCells)
     {
     }
 

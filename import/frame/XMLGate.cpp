@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/XMLGate.h"
 
+#include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
+#include "import/frame/ImportLimits.h"
 
 #include <expat.h>
 
@@ -23,7 +25,6 @@ constexpr std::size_t longestDocument = std::numeric_limits<int>::max();
 // Each element, attribute and piece of text takes some hundred bytes of memory, and a hostile document asks for one with
 // two or four.
 constexpr std::size_t bytesPerNode = 8;
-constexpr std::size_t spareNodes = 1 << 16;
 
 constexpr std::string_view space = " \t\r\n";
 constexpr std::string_view startOfLiteralText = "<![CDATA[";
@@ -53,7 +54,10 @@ public:
     std::optional<std::string> root()
     {
         if (document.size() > longestDocument)
+        {
+            refuse ("bytes", longestDocument);
             return std::nullopt;
+        }
 
         const auto status =
             XML_Parse (parser.get(), document.data(), static_cast<int> (document.size()), XML_TRUE);
@@ -72,8 +76,8 @@ private:
         if (self (walk).depth == 0)
             self (walk).keptUpTo = self (walk).here();
 
-        if (++self (walk).depth > XMLGate::deepestNesting)
-            self (walk).refuse();
+        if (++self (walk).depth > self (walk).limits.nestingOfXML)
+            self (walk).refuse ("elements within each other", self (walk).limits.nestingOfXML);
 
         self (walk).isInText = false;
         self (walk).countNode();
@@ -137,8 +141,8 @@ private:
 
     void countNode()
     {
-        if (++nodes > spareNodes + document.size() / bytesPerNode)
-            refuse();
+        if (const auto most = limits.sparePartsOfXML + document.size() / bytesPerNode; ++nodes > most)
+            refuse ("elements, attributes and texts", most);
     }
 
     void countName (std::string_view name)
@@ -146,8 +150,8 @@ private:
         if (names.find (name) == names.end())
             names.emplace (name);
 
-        if (names.size() > XMLGate::mostNames)
-            refuse();
+        if (names.size() > limits.namesOfXML)
+            refuse ("different names", limits.namesOfXML);
     }
 
     /** @param attributes  name and value by turns, and a null */
@@ -155,9 +159,9 @@ private:
     {
         for (std::size_t i = 0; attributes[2 * i] != nullptr; ++i)
         {
-            if (i == XMLGate::mostAttributes)
+            if (i == limits.attributesOfXML)
             {
-                refuse();
+                refuse ("attributes in one element", limits.attributesOfXML);
                 return;
             }
 
@@ -167,6 +171,18 @@ private:
     }
 
     void refuse() { XML_StopParser (parser.get(), XML_FALSE); }
+
+    /** Stopping ends the parsing, but not at once. */
+    template <typename Number>
+    void refuse (const char* things, Number most)
+    {
+        if (! isRefused)
+            Core::Logger::error ("An XML document has more than " + juce::String (most) + " " + things
+                                 + "; it is not read");
+
+        isRefused = true;
+        refuse();
+    }
 
     void keepUpTo (std::size_t end)
     {
@@ -188,6 +204,7 @@ private:
         void operator() (XML_Parser parserToFree) const { XML_ParserFree (parserToFree); }
     };
 
+    const ImportLimits limits = ImportLimits::limits();
     std::string_view document;
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> parser;
     std::string kept;
@@ -195,6 +212,7 @@ private:
     std::size_t nodes = 0;
     std::set<std::string, std::less<>> names;
     bool isInText = false;
+    bool isRefused = false;
     int depth = 0;
 };
 

@@ -3,7 +3,6 @@
 
 #include <juce_core/juce_core.h>
 
-#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -28,12 +27,8 @@ class XMLGate final
 public:
     XMLGate() = delete;
 
-    static constexpr int deepestNesting = 100;
-    static constexpr std::size_t mostNames =
-        2000; ///< different ones, of elements and attributes; a cue list has ten
-    static constexpr std::size_t mostAttributes = 64; ///< of one element
-
-    /** @param document  in UTF-8, whatever encoding it claims to have
+    /** How much a document may have say ImportLimits; of one that has more the log is told.
+        @param document  in UTF-8, whatever encoding it claims to have
         @returns the root element; null for a document that isn't well-formed or doesn't pass */
     [[nodiscard]] static std::unique_ptr<juce::XmlElement> rootOf (std::string_view document);
 };

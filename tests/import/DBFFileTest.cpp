@@ -383,7 +383,7 @@ TEST_F (DBFFileTest, aFileOfMoreThanAGigabyteIsNotRead)
     std::filesystem::resize_file (path, (std::uintmax_t { 1 } << 30U) + 1);
     DBFFile file (path.c_str());
     EXPECT_EQ (file.Parse (columns), DBFFile::Table());
-    EXPECT_EQ (logged(), (Pieces { "it is larger than a gigabyte and is not read" }));
+    EXPECT_EQ (logged(), (Pieces { "it is larger than 1073741824 bytes and is not read" }));
 }
 
 TEST_F (DBFFileTest, parsingAgainReturnsTheSameTable)
@@ -399,11 +399,12 @@ TEST_F (DBFFileTest, fieldsHaveALimit)
         return parse (head (std::vector<Field> (count, Field { "X", 0 })) + "  ");
     };
 
-    const auto rows = withFields (DBFFile::mostFields);
+    const auto rows = withFields (ImportLimits().fieldsOfDBase);
     EXPECT_EQ (rows.size(), 3u);
-    EXPECT_EQ (rows.at (0).size(), DBFFile::mostFields + 1);
+    EXPECT_EQ (rows.at (0).size(), ImportLimits().fieldsOfDBase + 1);
 
-    EXPECT_EQ (withFields (DBFFile::mostFields + 1), DBFFile::Table (rows.begin(), rows.begin() + 1));
+    EXPECT_EQ (withFields (ImportLimits().fieldsOfDBase + 1),
+               DBFFile::Table (rows.begin(), rows.begin() + 1));
     EXPECT_EQ (logged().back(), "it has more than 4096 fields, and no record is read; it may be no dBase "
                                 "table of the older kind");
 }
@@ -412,9 +413,9 @@ TEST_F (DBFFileTest, fieldsWithoutEndLeaveTheFirstTitles)
 {
     const auto rows = parse (std::string (32 << 20, '\0'));
     EXPECT_EQ (rows.size(), 1u);
-    EXPECT_EQ (rows.at (0).size(), DBFFile::mostFields + 1);
+    EXPECT_EQ (rows.at (0).size(), ImportLimits().fieldsOfDBase + 1);
     EXPECT_EQ (rows.at (0).back(), "Event Type");
-    EXPECT_EQ (columns, (Columns { { "Event Type", static_cast<int> (DBFFile::mostFields) } }));
+    EXPECT_EQ (columns, (Columns { { "Event Type", static_cast<int> (ImportLimits().fieldsOfDBase) } }));
     EXPECT_EQ (logged().size(), 1u);
 }
 
@@ -423,7 +424,7 @@ TEST_F (DBFFileTest, fieldsOfNoLengthByTheThousandDoNotFillTheMemory)
     const std::vector<Field> fields (4000, Field { "X", 0 });
     const auto rows = parse (head (fields) + std::string (1 << 20, ' '));
     EXPECT_LE (rows.size() * rows.at (0).size(),
-               TableBudget::kSpareCells + (4000u * 32u + (2u << 20U)) / DBFFile::fileBytesPerCell);
+               ImportLimits().spareCells + (4000u * 32u + (2u << 20U)) / DBFFile::fileBytesPerCell);
     EXPECT_EQ (logged().back().substr (0, 38), "it grows into a table that is too larg");
 }
 
@@ -432,8 +433,8 @@ TEST_F (DBFFileTest, fieldsOfOneByteDoNotTakeAHundredTimesTheirFile)
     const std::vector<Field> fields (100, Field { "X", 1 });
     constexpr std::size_t bytes = 4 << 20;
     const auto rows = parse (head (fields) + std::string (bytes, ' '));
-    EXPECT_GT (rows.size() * 101, TableBudget::kSpareCells);
-    EXPECT_LE (rows.size() * 101, TableBudget::kSpareCells + bytes / DBFFile::fileBytesPerCell + 1000);
+    EXPECT_GT (rows.size() * 101, ImportLimits().spareCells);
+    EXPECT_LE (rows.size() * 101, ImportLimits().spareCells + bytes / DBFFile::fileBytesPerCell + 1000);
 }
 
 TEST_F (DBFFileTest, aLargeTableOfAStudioIsReadWhole)

@@ -349,7 +349,7 @@ TEST_F (SRTImport, aTextOfAMegabyteComesThroughWhole)
 TEST_F (SRTImport, emptySubtitlesByTheMillionAreNoCueList)
 {
     std::string bytes;
-    for (std::uint64_t i = 0; i < TableBudget::kSpareCells; ++i)
+    for (std::uint64_t i = 0; i < ImportLimits().spareCells; ++i)
         bytes += "1\n\n";
     EXPECT_EQ (import (bytes), TextTable());
     EXPECT_EQ (message, cantBeParsed);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/JSONReader.h"
 
+#include "import/frame/ImportLimits.h"
+
 #include "core/text/StringUtil.h"
 
 #include <gtest/gtest.h>
@@ -191,8 +193,8 @@ TEST (JSONReader, aTextOfBlanksIsNothing)
 
 TEST (JSONReader, nestingHasALimit)
 {
-    EXPECT_TRUE (read (nested (JSONReader::deepestNesting)).has_value());
-    EXPECT_FALSE (read (nested (JSONReader::deepestNesting + 1)).has_value());
+    EXPECT_TRUE (read (nested (ImportLimits().nestingOfJSON)).has_value());
+    EXPECT_FALSE (read (nested (ImportLimits().nestingOfJSON + 1)).has_value());
     EXPECT_FALSE (read (std::string (10000000, '[')).has_value());
 
     std::string objects;

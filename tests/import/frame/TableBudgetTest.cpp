@@ -3,12 +3,13 @@
 
 #include <gtest/gtest.h>
 
+using ZEP::Overmarks::ImportLimits;
 using ZEP::Overmarks::TableBudget;
 
 namespace
 {
 
-constexpr auto spare = TableBudget::kSpareCells;
+constexpr auto spare = ImportLimits().spareCells;
 constexpr auto ofRow = TableBudget::kCellsOfRow;
 
 } // namespace

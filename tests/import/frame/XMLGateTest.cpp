@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/XMLGate.h"
 
+#include "import/frame/ImportLimits.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -202,8 +204,8 @@ TEST (XMLGate, lettersBeyondASCIIInNamesAreWrittenAsUnderscores)
 
 TEST (XMLGate, nestingHasALimit)
 {
-    EXPECT_EQ (textOf (nested (XMLGate::deepestNesting)), "x");
-    EXPECT_EQ (textOf (nested (XMLGate::deepestNesting + 1)), refused);
+    EXPECT_EQ (textOf (nested (ImportLimits().nestingOfXML)), "x");
+    EXPECT_EQ (textOf (nested (ImportLimits().nestingOfXML + 1)), refused);
     EXPECT_EQ (textOf (nested (200000)), refused);
 }
 
@@ -232,20 +234,20 @@ TEST (XMLGate, aListWithBlanksBetweenItsElementsPasses)
 
 TEST (XMLGate, namesHaveALimit)
 {
-    EXPECT_EQ (textOf ("<r>x" + elements (XMLGate::mostNames - 1) + "</r>"), "x");
-    EXPECT_EQ (textOf ("<r>x" + elements (XMLGate::mostNames) + "</r>"), refused);
+    EXPECT_EQ (textOf ("<r>x" + elements (ImportLimits().namesOfXML - 1) + "</r>"), "x");
+    EXPECT_EQ (textOf ("<r>x" + elements (ImportLimits().namesOfXML) + "</r>"), refused);
     EXPECT_EQ (textOf ("<r>x" + elements (150000) + "</r>"), refused);
 
     std::string others = "<r>x";
-    for (std::size_t i = 0; i < XMLGate::mostNames / XMLGate::mostAttributes; ++i)
-        others += "<a" + attributes (XMLGate::mostAttributes, "n" + std::to_string (i) + "_") + "/>";
+    for (std::size_t i = 0; i < ImportLimits().namesOfXML / ImportLimits().attributesOfXML; ++i)
+        others += "<a" + attributes (ImportLimits().attributesOfXML, "n" + std::to_string (i) + "_") + "/>";
     EXPECT_EQ (textOf (others + "</r>"), "x");
-    EXPECT_EQ (textOf (others + "<a" + attributes (XMLGate::mostAttributes, "o") + "/></r>"), refused);
+    EXPECT_EQ (textOf (others + "<a" + attributes (ImportLimits().attributesOfXML, "o") + "/></r>"), refused);
 }
 
 TEST (XMLGate, theAttributesOfAnElementHaveALimit)
 {
-    EXPECT_EQ (textOf ("<r" + attributes (XMLGate::mostAttributes) + ">x</r>"), "x");
-    EXPECT_EQ (textOf ("<r" + attributes (XMLGate::mostAttributes + 1) + ">x</r>"), refused);
+    EXPECT_EQ (textOf ("<r" + attributes (ImportLimits().attributesOfXML) + ">x</r>"), "x");
+    EXPECT_EQ (textOf ("<r" + attributes (ImportLimits().attributesOfXML + 1) + ">x</r>"), refused);
     EXPECT_EQ (textOf ("<r" + attributes (150000) + ">x</r>"), refused);
 }
