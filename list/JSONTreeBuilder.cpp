@@ -2,6 +2,7 @@
 #include "list/JSONTreeBuilder.h"
 
 #include "list/JSONMember.h"
+#include "list/ProjectJSON.h"
 
 #include <stdexcept>
 
@@ -12,11 +13,6 @@ using json = nlohmann::ordered_json;
 
 namespace
 {
-
-// A project nests six deep (project, events, event, text, runs, run), and its largest object is an event with twenty-two
-// members.
-constexpr std::size_t deepestNesting = 16;
-constexpr std::size_t mostMembers = 64;
 
 /** Growing an object copies the names of its members, so it grows in few steps. */
 void makeRoomForAnother (json::object_t& members)
@@ -47,8 +43,9 @@ bool JSONTreeBuilder::add (json value)
 
 bool JSONTreeBuilder::open (json container)
 {
-    if (containers.size() == deepestNesting)
-        throw std::invalid_argument ("The text is nested too deeply for a project");
+    if (const auto deepest = ProjectJSON::limits().nesting; containers.size() >= deepest)
+        throw std::invalid_argument ("The text is nested too deeply for a project: it has more than "
+                                     + std::to_string (deepest) + " objects and lists within each other");
 
     containers.push_back (&put (std::move (container)));
     return true;
@@ -74,8 +71,10 @@ bool JSONTreeBuilder::key (string_t& name)
         throw std::invalid_argument ("The member " + JSONMember::quoted (name)
                                      + " stands twice in one object");
 
-    if (members.size() == mostMembers)
-        throw std::invalid_argument ("An object in the text has more members than any of a project");
+    if (const auto most = ProjectJSON::limits().members; members.size() >= most)
+        throw std::invalid_argument (
+            "An object in the text has more members than any of a project: more than "
+            + std::to_string (most));
 
     makeRoomForAnother (members);
     static_cast<std::vector<json::object_t::value_type>&> (members).emplace_back (std::move (name), nullptr);

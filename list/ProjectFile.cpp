@@ -6,10 +6,12 @@
 //                   the file as if it were text
 //        8       4  version of this form; a reader refuses a higher one. Fields that a reader may pass over don't raise it
 //       12       4  CRC-32 of the record
-//       16       8  length of the record in bytes, at most 1 073 741 800, which makes a file of 1 GB
+//       16       8  length of the record in bytes, at most 1 073 741 800, which makes a file of 1 GB, unless an application has
+//                   raised ProjectFile::limits()
 //       24          the record, a tessera1::ProtoProject; nothing follows it
 #include "list/ProjectFile.h"
 
+#include "core/system/FileInput.h"
 #include "core/system/WholeFile.h"
 #include "list/ProjectRecord.h"
 #include "list/RecordRepair.h"
@@ -20,9 +22,10 @@
 #include <google/protobuf/arena.h>
 #include <google/protobuf/stubs/logging.h>
 
+#include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <functional>
+#include <limits>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -39,7 +42,27 @@ constexpr std::string_view mark { "\x89OVM\r\n\x1a\n", 8 };
 constexpr std::size_t lengthOfMarkWithoutLineEnds = 4;
 constexpr std::size_t versionOffset = 8, checksumOffset = 12, lengthOffset = 16, recordOffset = 24;
 
-constexpr std::uint64_t longestRecord = ProjectFile::mostBytes - recordOffset;
+std::uint64_t longestRecord()
+{
+    constexpr std::uint64_t mostOfAnyRecord = std::numeric_limits<int>::max();
+    const auto most = ProjectFile::limits().bytesOfFile;
+    return std::min (most - std::min<std::uint64_t> (most, recordOffset), mostOfAnyRecord);
+}
+
+/** "1 GB", "3 MB", "5000 bytes". */
+juce::String sizeInWords (std::uint64_t bytes)
+{
+    constexpr std::uint64_t gigabyte = std::uint64_t { 1 } << 30, megabyte = std::uint64_t { 1 } << 20;
+
+    if (bytes % gigabyte == 0)
+        return juce::String (bytes / gigabyte) + " GB";
+    if (bytes % megabyte == 0)
+        return juce::String (bytes / megabyte) + " MB";
+
+    return juce::String (bytes) + " bytes";
+}
+
+juce::String mostInWords() { return sizeInWords (ProjectFile::limits().bytesOfFile); }
 
 /** What is wrong with a file, to be told behind its name. */
 [[noreturn]] void fail (const juce::String& what) { throw std::invalid_argument (what.toStdString()); }
@@ -110,9 +133,9 @@ void checkHeader (std::string_view header, std::uint64_t size)
     checkVersion (header);
     const auto length = numberAt<std::uint64_t> (header, lengthOffset);
 
-    if (length > longestRecord)
+    if (length > longestRecord())
         fail ("is damaged or too large: it claims to hold " + juce::String (length)
-              + " bytes, and a project has at most 1 GB");
+              + " bytes, and a project has at most " + mostInWords());
     if (size < recordOffset + length)
         fail ("is cut off: " + juce::String (size) + " of its " + juce::String (recordOffset + length)
               + " bytes are there");
@@ -258,9 +281,9 @@ std::string fileOf (const Project& project)
     ProjectRecord::fill (record, project);
     const auto length = record.ByteSizeLong();
 
-    if (length > longestRecord)
+    if (length > longestRecord())
         throw std::length_error ("it takes " + std::to_string (length)
-                                 + " bytes, and a project file holds at most 1 GB");
+                                 + " bytes, and a project file holds at most " + mostInWords().toStdString());
 
     auto made = fileOf (record, length);
 
@@ -271,6 +294,12 @@ std::string fileOf (const Project& project)
 }
 
 } // namespace
+
+ProjectFile::Limits& ProjectFile::limits()
+{
+    static Limits current;
+    return current;
+}
 
 juce::String ProjectFile::toBytes (const Project& project, std::string& bytes)
 {
@@ -322,14 +351,8 @@ juce::String ProjectFile::save (const Project& project, const juce::File& file)
 juce::String ProjectFile::load (const juce::File& file, Project& project)
 {
     const auto path = file.getFullPathName();
-    std::error_code error;
-
-    if (const auto status = std::filesystem::status (path.toStdString(), error);
-        std::filesystem::exists (status) && ! std::filesystem::is_regular_file (status))
-        return "Can't read " + path + ": it is no file";
-
-    juce::FileInputStream stream (file);
-    return loadFrom (stream, path, project, [&stream] { return stream.getStatus().getErrorMessage(); });
+    ZEP::Core::FileInput input (path);
+    return loadFrom (input, path, project, [&input] { return input.getStatus().getErrorMessage(); });
 }
 
 juce::String ProjectFile::load (juce::InputStream& stream, const juce::String& name, Project& project)

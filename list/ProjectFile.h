@@ -38,8 +38,21 @@ public:
     /** The version of the file's form; files with a higher one can't be read. */
     static constexpr unsigned int formatVersion = 1;
 
-    /** No project comes near this size; a file that has or claims more isn't read into memory, and none is written. */
-    static constexpr std::uint64_t mostBytes = std::uint64_t { 1 } << 30;
+    /** How large a project may be. No project comes near these numbers; a damaged or hostile file claims them. */
+    struct Limits
+    {
+        /** A file that has or claims more isn't read into memory, and none is written; 1 GB. What lies above 2 GB counts as 2 GB, since a
+            record has no more. */
+        std::uint64_t bytesOfFile = std::uint64_t { 1 } << 30;
+
+        /** Memory that the events, texts and characters of a file may take however small it is, in bytes, beside twenty for each byte of
+            the file; 128 MB. */
+        std::uint64_t spareMemory = std::uint64_t { 1 } << 27;
+    };
+
+    /** The limits of the process, as they stand above unless the application has changed them. Change them only while no project
+        is being loaded or saved. */
+    static Limits& limits();
 
     /** Writes the project. Its list needs both fades; one that it has lost is stored all the same.
         @returns the reason of a failure in words; empty on success */

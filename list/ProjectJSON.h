@@ -6,6 +6,8 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace ZEP::Overmarks
@@ -23,6 +25,20 @@ public:
 
     /** The version of the form, the value of its first member "overmarks". */
     static constexpr int formatVersion = 1;
+
+    /** How much a text may hold. No project comes near these numbers; a damaged or hostile text asks for more. */
+    struct Limits
+    {
+        std::uint64_t bytes = std::uint64_t { 1 } << 30; ///< of the text; 1 GB
+
+        /** Objects and lists within each other; a project has six. With a stack of 8 MB not more than ten thousand. */
+        std::size_t nesting = 16;
+        std::size_t members = 64; ///< of one object; an event has some twenty
+    };
+
+    /** The limits of the process, as they stand above unless the application has changed them. Change them only while no text
+        is being read. */
+    static Limits& limits();
 
     /** The whole project; the events in the order of EventArray::events. */
     static std::string toText (const Project& project);

@@ -429,8 +429,17 @@ private:
 
 } // namespace
 
+ProjectJSON::Limits& ProjectJSON::limits()
+{
+    static Limits current;
+    return current;
+}
+
 juce::String ProjectJSON::fromText (const std::string& text, Project& project)
 {
+    if (const auto most = limits().bytes; text.size() > most)
+        return "The text is too large for a project: it has more than " + juce::String (most) + " bytes";
+
     try
     {
         project = Reader().read (text);

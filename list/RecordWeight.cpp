@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/RecordWeight.h"
 
+#include "list/ProjectFile.h"
 #include "proto/overmarks.pb.h"
 
 #include <google/protobuf/io/coded_stream.h>
@@ -24,9 +25,8 @@ constexpr std::uint64_t weightOfEvent = 1100, weightOfCharacter = 700, weightOfR
                         weightOfNewerField = 64;
 
 // The lightest event that a program stores has its identity and a few numbers, 64 bytes; the lightest run has 20, the lightest
-// character with a random identity 40. What lies above this is no list of cues.
+// character with a random identity 40. What lies above this, and what ProjectFile allows besides, is no list of cues.
 constexpr std::uint64_t heaviestByte = 20;
-constexpr std::uint64_t alwaysAllowed = std::uint64_t { 1 } << 27;
 
 std::uint64_t weightOf (const Descriptor* record)
 {
@@ -46,7 +46,7 @@ class Scales final
 public:
     explicit Scales (std::string_view bytes)
         : input (reinterpret_cast<const std::uint8_t*> (bytes.data()), static_cast<int> (bytes.size())),
-          most (bytes.size() * heaviestByte + alwaysAllowed)
+          most (bytes.size() * heaviestByte + ProjectFile::limits().spareMemory)
     {
     }
 

@@ -213,9 +213,10 @@ const std::vector<Mistake> mistakes {
       "characters[0].id: the text holds a NUL character" },
 
     // made to hurt
-    { "deepLists", std::string (100000, '['), "The text is nested too deeply for a project" },
+    { "deepLists", std::string (100000, '['),
+      "The text is nested too deeply for a project: it has more than 16 objects and lists within each other" },
     { "deepListsInside", project ("\"events\": " + std::string (100000, '[') + std::string (100000, ']')),
-      "The text is nested too deeply for a project" },
+      "The text is nested too deeply for a project: it has more than 16 objects and lists within each other" },
 };
 
 class ProjectJSONMistakesTest : public OvermarksTest, public ::testing::WithParamInterface<Mistake>
@@ -284,7 +285,7 @@ TEST_F (ProjectJSONHostileTest, manyMembersOfOneObjectAreRefusedAtOnce)
     for (int i = 0; i < 200000; ++i)
         members += ",\"m" + std::to_string (i) + "\":0";
     EXPECT_EQ (errorOf (R"({"overmarks": 1, )" + members + "}"),
-               "An object in the text has more members than any of a project");
+               "An object in the text has more members than any of a project: more than 64");
 }
 
 TEST_F (ProjectJSONHostileTest, aRunPerCharacterOfALongTextIsRead)

@@ -24,7 +24,7 @@ protected:
 TEST_F (ProjectFileMemoryTest, aFileOfMoreThanAGigabyteIsNotRead)
 {
     auto bytes = bytesOf (smallProject());
-    const std::uint64_t record = ProjectFile::mostBytes - headerLength + 1;
+    const std::uint64_t record = ProjectFile::limits().bytesOfFile - headerLength + 1;
     bytes.replace (16, 8, littleEndian (record, 8));
     folder.write ("reel.overmarks", bytes);
     std::filesystem::resize_file (folder.path / "reel.overmarks", headerLength + record);
