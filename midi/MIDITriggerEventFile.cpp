@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "midi/MIDITriggerEventFile.h"
 
+#include "core/system/FileInput.h"
 #include "core/system/Logger.h"
 #include "core/system/SystemUtility.h"
 #include "core/system/WholeFile.h"
@@ -10,6 +11,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
@@ -33,12 +35,13 @@ bool isReadable (const juce::File& file) { return file.existsAsFile() && ! Whole
 
 std::optional<std::string> bytesOf (const juce::File& file)
 {
-    juce::MemoryBlock block;
+    constexpr std::uint64_t most = std::numeric_limits<int>::max(); // what a list of this kind can hold
+    std::string bytes;
 
-    if (file.getSize() > std::numeric_limits<int>::max() || ! file.loadFileAsData (block))
+    if (ZEP::Core::FileInput::readWhole (file.getFullPathName(), bytes, most).failed())
         return {};
 
-    return std::string (block.begin(), block.end());
+    return bytes;
 }
 
 /** Nothing if the bytes are no list. */
