@@ -90,7 +90,7 @@ juce::String EventASCExporter::exportEvents (const std::vector<std::shared_ptr<E
             lines.endLine();
     }
 
-    OutputFile file { juce::File (path) };
+    OutputFile file (juce::File (path), OutputFile::OnFailure::nothingStaysThere);
     file.write (lines.bytes().data(), lines.bytes().size());
     std::ignore = file.finish(); // whoever wants to know looks for the file
     return {};

@@ -104,7 +104,7 @@ juce::String EventArendisTXTExporter::exportEvents (const std::vector<std::share
         writeDialogue (lines, *event);
     }
 
-    OutputFile file { juce::File (path) };
+    OutputFile file (juce::File (path), OutputFile::OnFailure::nothingStaysThere);
     file.write (lines.bytes().data(), lines.bytes().size());
     std::ignore = file.finish(); // whoever wants to know looks for the file
     return {};

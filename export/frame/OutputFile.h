@@ -6,22 +6,35 @@
 #include <juce_core/juce_core.h>
 
 #include <cstddef>
-#include <optional>
+#include <string>
+#include <string_view>
 
 namespace ZEP::Overmarks
 {
 
-/** A document on its way to the disk: the old file goes, the new one is there as a whole or not at all.
+/** A document on its way to the disk: it takes the place of an older one as a whole, or the older one stays as it was,
+    unless it is meant to go.
 
-    The rule that is easily missed: until finish() has returned true the document isn't safe, and it is removed again when
-    this object goes. What isn't a regular file (a folder in the file's place, a device behind a link) is never removed.
+    It is written to a hidden file beside its target, which a crash may leave behind. Only in a folder in which nobody may make a
+    file the older document is written over. What isn't a regular file (a folder in the file's place, a device behind a link) is never removed; a link to
+    a file goes, and the file behind it stays.
+
+    The rule that is easily missed: until finish() has returned true nothing stands in the target's place, and what was written
+    is removed again when this object goes.
 
     One thread. */
 class OVERMARKS_API OutputFile final
 {
 public:
-    /** Removes an existing file and begins the new one. What fails here shows in finish(). */
-    explicit OutputFile (const juce::File& target);
+    /** What becomes of an older document when the new one can't be written. */
+    enum class OnFailure
+    {
+        theOlderStays, ///< and what was written of the new one goes
+        nothingStaysThere ///< for an exporter that has no words for a failure: its caller looks whether there is a file
+    };
+
+    /** Begins the document. What fails here shows in finish(). */
+    explicit OutputFile (const juce::File& target, OnFailure onFailure = OnFailure::theOlderStays);
     ~OutputFile();
 
     OutputFile (const OutputFile&) = delete;
@@ -32,16 +45,27 @@ public:
     /** UTF-8 and a closing zero byte. */
     void writeString (const juce::String& text);
 
-    /** Hands everything to the system, without waiting for the disk itself. Nothing is written after it.
-        @returns whether the file has taken every byte */
+    /** Hands everything to the system, without waiting for the disk itself, and puts the document into its place. Nothing is written after
+        it.
+        @returns whether the document stands there, whole */
     [[nodiscard]] bool finish();
 
 private:
-    bool isRegularFile() const;
+    void open();
+    void openBeside();
+    void openInPlace (int flags);
+    void writeBuffer();
+    void writeAll (std::string_view bytes);
+    [[nodiscard]] bool close();
 
-    juce::File file;
-    std::optional<juce::FileOutputStream> stream;
-    bool begun = false;   ///< the file was opened
+    void removeOlder() const;
+
+    juce::String target;
+    OnFailure whenItFails;
+    std::string buffer;
+    std::string removedUnlessKept; ///< path of the file that is being written; empty for a device
+    int descriptor = -1;
+    bool isBeside = false;
     bool complete = true; ///< nothing has failed so far
     bool keep = false;
 };

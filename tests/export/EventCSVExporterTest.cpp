@@ -282,14 +282,15 @@ class CSVEncodingsThatAreNone : public CSVExportTest, public ::testing::WithPara
 {
 };
 
-TEST_P (CSVEncodingsThatAreNone, areAFailureAndLeaveNothing)
+TEST_P (CSVEncodingsThatAreNone, areAFailureAndLeaveTheOlderFile)
 {
     folder.write ("list.csv", "older");
     exporter.textEncoding = static_cast<ZEP::Core::TextEncoding> (GetParam());
     exporter.csvString = "text";
     EXPECT_EQ (exporter.writeCSVStringToFile (folder.file ("list.csv")),
                "Error writing file to " + folder.directory() + "/list.csv");
-    EXPECT_TRUE (folder.names().empty());
+    EXPECT_EQ (folder.names(), std::vector<std::string> { "list.csv" });
+    EXPECT_EQ (folder.bytes ("list.csv"), "older");
 }
 
 INSTANTIATE_TEST_SUITE_P (CSVExport, CSVEncodingsThatAreNone, ::testing::Values (0, 1, 3, 7, -1));
