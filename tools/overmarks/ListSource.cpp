@@ -10,16 +10,21 @@
 #include "ToolRun.h"
 #include "columns/ColumnHeaders.h"
 
+#include "core/system/FileInput.h"
+#include "core/system/Uninterrupted.h"
 #include "core/text/StringUtil.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "import/DublaneDocxEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
+#include "import/frame/ImportLimits.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <functional>
 #include <iterator>
 #include <utility>
@@ -52,31 +57,44 @@ public:
     {
         juce::FileOutputStream stream (file);
         chmod (file.getFullPathName().toRawUTF8(), S_IRUSR | S_IWUSR);
-        char buffer[65536];
+        copyTo (stream);
 
-        for (;;)
-        {
-            const auto length = std::fread (buffer, 1, sizeof (buffer), stdin);
-
-            if (length == 0)
-                break;
-
-            stream.write (buffer, length);
-        }
-
-        stream.flush();
-
-        if (stream.getStatus().failed())
-            throw CommandFailure ("Can't keep standard input in "
-                                  + folder.get().getParentDirectory().getFullPathName() + ": "
-                                  + stream.getStatus().getErrorMessage());
+        // A disk that takes only a part of it gives no reason.
+        if (stream.getStatus().failed() || file.getSize() != length)
+            throw CommandFailure (
+                "Can't keep standard input in " + folder.get().getParentDirectory().getFullPathName() + ": "
+                + (stream.getStatus().failed() ? stream.getStatus().getErrorMessage()
+                                               : juce::String ("it didn't take everything")));
     }
 
     juce::File getFile() const { return file; }
 
 private:
+    void copyTo (juce::FileOutputStream& stream)
+    {
+        char buffer[65536];
+
+        while (stream.getStatus().wasOk())
+        {
+            const auto read =
+                uninterrupted ([&buffer] { return ::read (STDIN_FILENO, buffer, sizeof (buffer)); });
+
+            if (read < 0)
+                throw CommandFailure ("Can't read standard input: "
+                                      + juce::String::fromUTF8 (std::strerror (errno)));
+            if (read == 0)
+                break;
+
+            stream.write (buffer, static_cast<std::size_t> (read));
+            length += read;
+        }
+
+        stream.flush();
+    }
+
     PrivateFolder folder;
     juce::File file;
+    juce::int64 length = 0;
 };
 
 /** With --json, whoever stops the reading gets an answer as for any other failure. */
@@ -204,6 +222,20 @@ void readWithTool (ReadFile& read, const std::function<void()>& load)
     refuseBrokenCues (read);
 }
 
+/** Not every importer has words for a file that can't be read, and an empty list would take a project's place. */
+void refuseUnreadable (const ReadFile& read, const juce::File& file)
+{
+    if (read.error.isNotEmpty() || hasDataRows (*read.importer))
+        return;
+
+    std::string bytes;
+
+    if (const auto result =
+            FileInput::readWhole (file.getFullPathName(), bytes, ImportLimits::limits().bytesOfFile);
+        result.failed())
+        throw CommandFailure (read.shownPath + ": " + result.getErrorMessage());
+}
+
 ReadFile readFile (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
 {
     ReadFile read;
@@ -229,6 +261,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
                              ? "; overmarks load reads a project"
                              : ""));
 
+    refuseUnreadable (read, file);
     read.tracks = tracks.report();
     if (read.tracks.has_value())
         read.tracks->list = shownPath;

@@ -4,6 +4,7 @@
 #include "OutputFile.h"
 #include "Session.h"
 
+#include "core/system/FileInput.h"
 #include "list/ProjectFile.h"
 #include "list/ProjectJSON.h"
 
@@ -15,16 +16,16 @@ using namespace ZEP::Overmarks;
 namespace
 {
 
-std::string wholeText (const juce::File& file)
+/** The bytes of a project's file. @param shownPath  what messages call it */
+std::string wholeFile (const juce::File& file, const juce::String& shownPath, std::uint64_t most)
 {
-    juce::MemoryBlock block;
-    juce::FileInputStream stream (file);
+    std::string bytes;
+    const auto result = ZEP::Core::FileInput::readWhole (file.getFullPathName(), bytes, most);
 
-    if (stream.failedToOpen())
-        throw CommandFailure (file.getFullPathName() + ": " + stream.getStatus().getErrorMessage());
+    if (result.failed())
+        throw CommandFailure (shownPath + ": " + result.getErrorMessage());
 
-    stream.readIntoMemoryBlock (block);
-    return { block.begin(), block.end() };
+    return bytes;
 }
 
 } // namespace
@@ -53,11 +54,14 @@ Project readProject (const juce::File& file, const juce::String& shownPath, Proj
     switch (form)
     {
         case ProjectForm::binary:
-            error = shownPath == "-" ? ProjectFile::fromBytes (wholeText (file), "on standard input", project)
-                                     : ProjectFile::load (file, project);
+            error =
+                shownPath == "-"
+                    ? ProjectFile::fromBytes (wholeFile (file, shownPath, ProjectFile::limits().bytesOfFile),
+                                              "on standard input", project)
+                    : ProjectFile::load (file, project);
             break;
         case ProjectForm::text:
-            error = ProjectJSON::fromText (wholeText (file), project);
+            error = ProjectJSON::fromText (wholeFile (file, shownPath, ProjectJSON::limits().bytes), project);
 
             if (error.isNotEmpty())
                 error = shownPath + ": " + error;

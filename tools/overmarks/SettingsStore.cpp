@@ -4,7 +4,10 @@
 #include "Session.h"
 #include "StagingFolder.h"
 
+#include "core/system/FileInput.h"
+#include "core/system/SettingsLimits.h"
 #include "core/system/UserDefaults.h"
+#include "core/system/WholeFile.h"
 
 namespace overmarks
 {
@@ -21,6 +24,17 @@ void throwOnFailure (const juce::Result& result, const juce::File& written, cons
             result.getErrorMessage().replace (written.getFullPathName(), meant.getFullPathName()));
 }
 
+juce::Result copied (const juce::File& file, const juce::File& copy)
+{
+    std::string bytes;
+    const auto read = ZEP::Core::FileInput::readWhole (file.getFullPathName(), bytes,
+                                                       ZEP::Core::SettingsLimits::limits().bytesOfFile);
+    return read.wasOk()
+               ? ZEP::Core::WholeFile::write (copy, bytes, ZEP::Core::WholeFile::Until::theSystemHasIt)
+               : juce::Result::fail ("The settings file \"" + file.getFullPathName()
+                                     + "\" can't be read: " + read.getErrorMessage());
+}
+
 } // namespace
 
 void storeSettings (const std::vector<std::pair<std::string, Poco::Any>>& values, const juce::File& file)
@@ -31,8 +45,8 @@ void storeSettings (const std::vector<std::pair<std::string, Poco::Any>>& values
     const StagingFolder stage (file);
     const auto copy = stage.getFolder().getChildFile ("settings");
 
-    if (file.exists() && ! file.copyFileTo (copy))
-        throw CommandFailure ("Can't write into " + file.getParentDirectory().getFullPathName());
+    if (file.exists())
+        throwOnFailure (copied (file, copy), copy, file);
 
     throwOnFailure (UserDefaults::setSettingsFile (copy), copy, file);
 
