@@ -3,6 +3,7 @@
 
 #include "import/ImportSupport.h"
 #include "import/frame/EventFileImporterFactory.h"
+#include "import/frame/ImportLimits.h"
 #include "support/CollectedLog.h"
 #include "support/StandInTool.h"
 
@@ -311,6 +312,27 @@ TEST_F (DocxText, aCueWithTheTimesOfTheFirstTakesItsPlace)
     // The third has the place of the first: what goes before ends there and is empty, what follows begins there.
     EXPECT_EQ (blocksOf (one + two + one + cue (5)),
                (Words { one.substr (0, one.size() - 1), "", one + two + one.substr (0, one.size() - 1) }));
+}
+
+TEST_F (DocxText, cuesMayHaveExactlySoManyCharactersTogether)
+{
+    struct Unlimited
+    {
+        ~Unlimited() { ImportLimits::limits() = {}; }
+    } afterwards;
+
+    const auto one = cue (1), two = cue (3);
+    const auto all = one + two + cue (5);
+    const auto characters = text (one).length() + text (two).length();
+
+    ImportLimits::limits().charactersOfWordCues = characters;
+    EXPECT_EQ (blocksOf (all).size(), 2u);
+    EXPECT_THAT (log.lines(), IsEmpty());
+
+    ImportLimits::limits().charactersOfWordCues = characters - 1;
+    EXPECT_EQ (blocksOf (all).size(), 1u);
+    EXPECT_THAT (log.lines(),
+                 ElementsAre ("A cue sheet asks for more cues than any list has; the rest is left out"));
 }
 
 TEST_F (DocxText, looksTravelWithTheirPieces)
