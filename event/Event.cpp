@@ -126,7 +126,6 @@ std::shared_ptr<Event> Event::create (EventType type, std::shared_ptr<TimeInfo> 
                                       int streamerDuration)
 {
     auto event = std::make_shared<Event>();
-    event->undoBypass = true;
     event->type = type;
     event->timeInfo = std::move (timeInfo);
     event->inPointFrameIndex = inPointFrameIndex;
@@ -136,7 +135,6 @@ std::shared_ptr<Event> Event::create (EventType type, std::shared_ptr<TimeInfo> 
     event->timeReference = UserDefaults::getIntForKey (StreamerReferenceUnitPrefKey);
     event->reason = 0;
     event->fillMissingVariablesAndSendChangedNotification (false);
-    event->undoBypass = false;
     event->uuid = randomIdentity();
     return event;
 }
