@@ -57,7 +57,7 @@ int toFrameIndex (float frames)
 /** The default length of a cue in seconds, by the code of its preference. */
 int cueLengthInSeconds (int code)
 {
-    constexpr std::array<int, 6> seconds { 0, 1, 3, 5, 10, 30 };
+    constexpr std::array seconds { 0, 1, 3, 5, 10, 30 };
     return code >= 1 && code < static_cast<int> (seconds.size()) ? seconds[static_cast<std::size_t> (code)]
                                                                  : 0;
 }

@@ -202,7 +202,7 @@ void throwIfFailed (const Failure& failure)
         throw std::runtime_error (words.toStdString());
 }
 
-/** The bytes of a stream; of one that is no project not more than the first few. */
+/** The bytes of a stream; of one that is no project not more than the first few. A project is short enough for one int. */
 std::string bytesOf (juce::InputStream& stream, const Failure& failure)
 {
     throwIfFailed (failure);
@@ -212,9 +212,7 @@ std::string bytesOf (juce::InputStream& stream, const Failure& failure)
     {
         for (auto place = start; place < bytes.size();)
         {
-            constexpr std::size_t mostAtOnce = std::size_t { 1 } << 30;
-            const auto length = static_cast<int> (std::min (bytes.size() - place, mostAtOnce));
-            const auto read = stream.read (bytes.data() + place, length);
+            const auto read = stream.read (bytes.data() + place, static_cast<int> (bytes.size() - place));
             throwIfFailed (failure);
 
             if (read <= 0)

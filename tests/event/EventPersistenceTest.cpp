@@ -482,6 +482,23 @@ TEST_F (EventPersistence, theIndicesAreTakenAsTheyStand)
     EXPECT_EQ (event->getBeatsPerMinute(), 90.0f);
 }
 
+TEST_F (EventPersistence, aStartWithoutAnInPointIsGivenUpWhenTheLengthOfTheStreamerIsSet)
+{
+    tessera1::ProtoOvermark record;
+    record.set_type (EventTypeStreamer);
+    record.set_startframeindex (900);
+    record.set_inpointframeindex (-1);
+    record.set_endframeindex (-1);
+    const auto event = loaded (record);
+    event->setTimeInfo (timeInfoAt ("25"));
+
+    event->setStreamerDuration (2, true);
+    EXPECT_EQ (timesOf (*event), "-1|-1..-1");
+
+    undoManager().undo();
+    EXPECT_EQ (timesOf (*event), "900|-1..-1");
+}
+
 TEST_F (EventPersistence, aCueKeepsItsFramesUnderAnotherTimeReference)
 {
     const auto event = makeEvent (EventTypeMarker, 1000, -1, -1, -1.0f, timeInfoAt ("25"));

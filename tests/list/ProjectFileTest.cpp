@@ -230,6 +230,16 @@ TEST_F (ProjectFileTest, whatANewerVersionHasStoredComesBackEverywhere)
     EXPECT_EQ (loaded (bytesOf (project)).list->events.size(), 3u);
 }
 
+TEST_F (ProjectFileTest, subframesThatAFileDoesNotCountAreEightiethsOfAFrame)
+{
+    auto record = recordIn (bytesOf (smallProject()));
+    record.mutable_timeinfo()->mutable_timeorigin()->clear_subframesperframe();
+    EXPECT_EQ (loaded (fileAround (record.SerializeAsString())).timeInfo->timeOrigin.subFramesPerFrame, 80);
+
+    record.mutable_timeinfo()->mutable_timeorigin()->set_subframesperframe (1);
+    EXPECT_EQ (loaded (fileAround (record.SerializeAsString())).timeInfo->timeOrigin.subFramesPerFrame, 1);
+}
+
 TEST_F (ProjectFileTest, theRecordSaysWhichVersionHasWrittenIt)
 {
     auto record = recordIn (bytesOf (smallProject()));

@@ -89,6 +89,11 @@ const std::vector<Mistake> mistakes {
     { "unknownEmpty", project (R"("": 1)"), R"(There is no member "")" },
     { "unknownWithControlCodes", project (R"("\u001b[2J\n\"": 1)"), R"(There is no member "\u001b[2J\n\"")" },
     { "unknownWithNUL", project (R"("a\u0000b": 1)"), R"(There is no member "a\u0000b")" },
+    { "unknownInAnotherLanguage",
+      project ("\"gr\xc3\xb6\xc3\x9f"
+               "e\": 1"),
+      "There is no member \"gr\xc3\xb6\xc3\x9f"
+      "e\"" },
     { "unknownOfAHundredLetters", project ("\"" + std::string (100, 'x') + "\": 1"),
       "There is no member \"" + std::string (100, 'x') + "\"" },
     { "unknownOfOneLetterMore", project ("\"" + std::string (101, 'x') + "\": 1"),

@@ -244,6 +244,8 @@ def breaks_of(file, text):
         name = f"{found.file}|{found.code}|{found.change}"
         seen[name] = seen.get(name, 0) + 1
         found.id = hashlib.sha1(f"{name}|{seen[name]}".encode()).hexdigest()[:8]
+        if seen[name] > 1:
+            found.change += f" #{seen[name]}"
     return source.breaks
 
 

@@ -8,7 +8,7 @@ import time
 
 NOBODY = 65534
 MEMORY = 6 << 30
-FILE_SIZE = 1 << 30
+FILE_SIZE = 3 << 30
 
 # $1 sources, $2 private folder. The private folder is mounted upon itself first, so that it stays writable.
 MOUNT = """

@@ -120,12 +120,10 @@ class Run:
             found.number = number
             self.shop.read(found.file)
         wanted = dict.fromkeys(p for folder in FOLDERS if any(b.folder == folder for b in breaks) for p in PROGRAMS[folder])
-        self.names = [name for name in wanted if os.path.exists(f"{self.shop.build}/bin/test_{name}")]
-        for name in wanted:
-            if name not in self.names:
-                print(f"test_{name} isn't built, and isn't asked.")
+        self.names = list(wanted)
         self.switched, self.no_code, self.reach = {}, [], {}
-        self.stamp = max(os.path.getmtime(f"{self.shop.build}/bin/test_{name}") for name in self.names)
+        tests = glob.glob("tests/**/*.cpp", recursive=True) + glob.glob("tests/**/*.h", recursive=True)
+        self.stamp = max(map(os.path.getmtime, tests))
 
     def program(self, name):
         return os.path.join(self.shop.folder, "bin", f"test_{name}")
@@ -136,6 +134,7 @@ class Run:
             files.setdefault(found.file, []).append(found)
         objects = {}
         with ThreadPoolExecutor(JOBS) as pool:
+            self.shop.complete(self.names, pool)
             for file, (made, inside, broken) in zip(files, pool.map(lambda f: self.shop.switched_object(f, files[f]), files)):
                 if made is not None:
                     objects[self.shop.object_in_build(file)] = made
@@ -179,16 +178,30 @@ class Run:
         failed = re.findall(r"\[  FAILED  \] (\S+?)(?:,| \()", printed)
         return "noticed", failed[0] if failed else f"test_{name} ended with {status}"
 
-    def steps(self, name, tests):
+    def steps(self, name, tests, milliseconds=3000):
         """The tests in two parts: what takes three seconds together, and the rest."""
         quick, spent = [], 0
         ordered = self.reach[name].cheapest_first(tests)
         for test in ordered:
             spent += self.reach[name].milliseconds[test]
-            if spent > 3000 and quick:
+            if spent > milliseconds and quick:
                 break
             quick.append(test)
         return [part for part in (quick, ordered[len(quick) :]) if part]
+
+    def parts(self, found, name, alone):
+        """The tests that a program is asked for, in the order in which they are. A table that is made once is come by in the first
+        test that asks for it, and by all others that read it, so the folder's own tests are all asked, but for the slow ones;
+        what can't be switched may be come by anywhere."""
+        reach = self.reach[name]
+        if alone and name == found.folder:
+            return self.steps(name, self.steps(name, set(reach.milliseconds), 20000)[0])
+        tests = reach.of([b.number for b in self.breaks if b.file == found.file] if alone else [found.number])
+        parts = self.steps(name, tests) if tests else []
+        if tests and name == found.folder:
+            further = [test for test in self.steps(name, set(reach.milliseconds), 10000)[0] if test not in tests]
+            parts += [further] if further else []
+        return parts
 
     def try_break(self, found):
         alone = found.number not in self.switched
@@ -197,21 +210,18 @@ class Run:
             made = self.shop.broken_object(found) if found not in self.no_code else None
             if made is None:
                 return "no code", ""
-        neighbours = [b.number for b in self.breaks if b.file == found.file] if alone else [found.number]
         reached = False
-        for name in filter(self.names.__contains__, PROGRAMS[found.folder]):
-            tests = self.reach[name].of(neighbours)
-            if not tests and alone and name == found.folder:
-                tests = set(self.reach[name].milliseconds)
-            if not tests:
+        for name in PROGRAMS[found.folder]:
+            parts, program = self.parts(found, name, alone), self.program(name)
+            if not parts:
                 continue
-            reached, program = True, self.program(name)
+            reached = True
             if alone:
                 program += f"-{found.id}"
                 if not self.shop.link(name, {self.shop.object_in_build(found.file): made}, program):
                     return "no code", ""
             try:
-                for part in self.steps(name, tests):
+                for part in parts:
                     if outcome := self.test(found, program, name, part):
                         return outcome
             finally:
