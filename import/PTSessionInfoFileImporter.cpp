@@ -94,16 +94,14 @@ std::string_view withoutFinalLineBreak (std::string_view text)
     return text.ends_with ('\n') ? text.substr (0, text.size() - 1) : text;
 }
 
+/** Of a text that has lines. */
 bool endsLinesAsWindowsDoes (std::string_view text)
 {
-    bool hasLines = false;
     for (auto end = text.find ('\n'); end != text.npos; end = text.find ('\n', end + 1))
-    {
         if (end == 0 || text[end - 1] != '\r')
             return false;
-        hasLines = true;
-    }
-    return hasLines;
+
+    return true;
 }
 
 } // namespace

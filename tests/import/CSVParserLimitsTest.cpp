@@ -94,6 +94,50 @@ TEST_F (CSVParserLimits, anImportedTableMayTakeExactlyWhatTheLimitsAllow)
     EXPECT_EQ (message, tooLarge);
 }
 
+TEST_F (CSVParserLimits, theLastByteOfTheLimitsIsAllowedToo)
+{
+    // The parsed table and its texts of an "x" each; the limit is filled to the byte by the length of the first cell.
+    const auto needed = [] (std::size_t letters)
+    { return CSVParser::kBytesOfRow + 2 * CSVParser::kBytesOfRichCell + letters + 1; };
+    std::size_t letters = 1;
+    while (needed (letters) % CSVParser::kRichTableFactor != 0)
+        ++letters;
+
+    CSVParser::limits() = { 0, needed (letters) / CSVParser::kRichTableFactor, 2 };
+    EXPECT_EQ (rowsImported (std::string (letters, 'x') + ",x\n"), 1u);
+    EXPECT_EQ (rowsImported (std::string (letters + 1, 'x') + ",x\n"), 0u);
+    EXPECT_EQ (message, tooLarge);
+}
+
+TEST_F (CSVParserLimits, theRowsOfATakeMayTakeExactlyWhatTheLimitsAllow)
+{
+    const std::string titles = "Take,In,Out,Marker,Dialog\n";
+    const std::string oneLine = "1,a,z,M1 b,one (-)  two\n";
+    const std::string twoLines = "1,a,z,M1 b/M2 c,one (-)  two (+)  three\n1,d,z,-,four (|)  five\n";
+
+    for (const auto& [take, lines] : { std::pair (oneLine, 1u), std::pair (twoLines, 2u) })
+    {
+        CSVParser::limits() = CSVParser::kDefaultLimits;
+        const auto rows = rowsImported (titles + take);
+        const auto pieces = rows - 1; // the lines of the take are gone
+        ASSERT_GT (pieces, lines);
+
+        const auto cells = 5 * (1 + lines + pieces);
+        const auto letters = titles.size() + take.size() - 5 * (1 + lines); // without commas and line ends
+        const auto needed =
+            (1 + lines + pieces) * CSVParser::kBytesOfRow + cells * CSVParser::kBytesOfRichCell + letters;
+        const auto limit = (needed + CSVParser::kRichTableFactor - 1) / CSVParser::kRichTableFactor;
+
+        CSVParser::limits() = { 0, limit, 5 };
+        EXPECT_EQ (rowsImported (titles + take), rows) << take;
+        EXPECT_EQ (message, "") << take;
+
+        CSVParser::limits() = { 0, limit - 1, 5 };
+        EXPECT_EQ (rowsImported (titles + take), 0u) << take;
+        EXPECT_EQ (message, tooLarge) << take;
+    }
+}
+
 TEST_F (CSVParserLimits, countlessCellsOfALetterEachAreNoCueList)
 {
     CSVParser::limits() = { 8, 1 << 20, 16384 };

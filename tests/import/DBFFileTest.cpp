@@ -214,6 +214,17 @@ TEST_F (DBFFileTest, aRecordThatIsCutOffIsLeftOutWithItsMarkers)
     EXPECT_EQ (logged().back(), "it ends inside a record, which is left out");
 }
 
+TEST_F (DBFFileTest, aMarkerThatStandsAheadOfTheCutIsLeftOutWithItsRecord)
+{
+    const std::vector<Field> markerFirst {
+        { "TC_IN", 11 }, { "TC_OUT", 11 }, { "MARKER1", 12 }, { "SUB", 6 }
+    };
+    const auto bytes = table (markerFirst, { { " ", "s", "e", "01:00:00:00", "text" } }, "");
+
+    EXPECT_EQ (parse (bytes).size(), 3u);
+    EXPECT_EQ (parse (bytes.substr (0, bytes.size() - 1)).size(), 1u);
+}
+
 //==============================================================================
 TEST_F (DBFFileTest, aMarkerIsAFurtherRowBehindItsRecord)
 {

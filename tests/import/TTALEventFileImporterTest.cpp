@@ -240,7 +240,11 @@ TEST_F (TTALImport, aStyleThatLacksSomethingIsDropped)
          { R"({"from": -1, "to": 2, "type": "bold"})", R"({"from": 0, "to": -1, "type": "bold"})",
            R"({"to": 2, "type": "bold"})", R"({"from": 0, "type": "bold"})", R"({"from": 0, "to": 2})",
            R"({"from": 0, "to": 2, "type": ""})", "null", "7", R"("bold")", "[]", "{}" })
+    {
         EXPECT_EQ (looks (style), Texts()) << style;
+        const auto styles = juce::JSON::parse ("[" + juce::String (style) + "]");
+        EXPECT_TRUE (importer->richTextAttributesFromStylesObject (styles).empty()) << style;
+    }
     EXPECT_EQ (message, "");
 }
 

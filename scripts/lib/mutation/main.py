@@ -6,9 +6,10 @@ import json
 import os
 import random
 import re
+import shutil
 import sys
 from collections import Counter
-from concurrent.futures import ThreadPoolExecutor
+from concurrent.futures import ThreadPoolExecutor, as_completed
 
 from breaks import breaks_of
 from confined import Confinement
@@ -17,7 +18,7 @@ from programs import PROGRAMS, Workshop
 JOBS = 2
 FOLDERS = list(PROGRAMS)
 LEAST_IN_FOLDER = 60
-ALL_TESTS = "*"
+SECONDS_AT_FIRST, SECONDS_IN_ALL, SECONDS_OF_SLOW_TEST = 3, 20, 1
 
 
 def chosen(seed, count, folders):
@@ -108,9 +109,6 @@ class Reach:
     def of(self, numbers):
         return set().union(*(self.tests.get(number, set()) for number in numbers))
 
-    def cheapest_first(self, names):
-        return sorted(names, key=lambda name: (self.milliseconds.get(name, 0), name))
-
 
 class Run:
     def __init__(self, root, breaks, verbose):
@@ -146,17 +144,33 @@ class Run:
                 raise SystemExit("The test programs can't be linked.")
             for name, reach in zip(self.names, pool.map(self.measure, self.names)):
                 self.reach[name] = reach
-                print(f"test_{name}: {len(reach.milliseconds)} tests, {sum(reach.milliseconds.values()) / 1000:.1f} s", flush=True)
+                print(f"test_{name}: {len(reach.milliseconds)} tests, {sum(reach.milliseconds.values()) / 1000:.1f} s; "
+                      f"{reach.left_out} slow ones are left out", flush=True)
                 for test in reach.failing:
                     print(f"  left out, since it fails here without any break: {test}")
 
     def measure(self, name):
+        """Runs all tests, but for those that were slow the last time."""
         folder = os.path.join(self.shop.folder, "scratch", f"measure-{name}")
-        status, _, printed = self.confinement.run([self.program(name)], folder, {"MUTATION_REACH": f"{folder}/reach"}, 1800)
+        notes, slow = os.path.join(self.shop.folder, f"slow-{name}"), []
+        if os.path.exists(notes):
+            with open(notes) as file:
+                slow = file.read().split()
+        flags = os.path.join(self.shop.folder, "scratch", f"measure-{name}.flags")
+        os.makedirs(os.path.dirname(flags), exist_ok=True)
+        with open(flags, "w") as file:
+            file.write("--gtest_brief=1\n--gtest_filter=*" + ("-" + ":".join(slow) if slow else "") + "\n")
+        status, _, printed = self.confinement.run([self.program(name), f"--gtest_flagfile={flags}"], folder,
+                                                  {"MUTATION_REACH": f"{folder}/reach"}, 1800)
         if status is None or not os.path.exists(f"{folder}/reach"):
             raise SystemExit(f"test_{name} doesn't run: {status}\n{printed}")
         with open(f"{folder}/reach") as file:
-            return Reach(file)
+            reach = Reach(file)
+        if not slow:
+            with open(notes, "w") as file:
+                file.write("\n".join(t for t, spent in reach.milliseconds.items() if spent > 1000 * SECONDS_OF_SLOW_TEST))
+        reach.left_out = len(slow)
+        return reach
 
     def test(self, found, program, name, tests):
         """None when these tests notice nothing, else how it was noticed."""
@@ -167,8 +181,9 @@ class Run:
         with open(flags, "w") as file:
             file.write("--gtest_filter=" + ":".join(tests) + "\n--gtest_fail_fast\n--gtest_brief=1\n")
         status, _, printed = self.confinement.run([program, f"--gtest_flagfile={flags}"], folder,
-                                                  {"MUTATION_ACTIVE": str(found.number)}, 20 + 10 * normal)
+                                                  {"MUTATION_ACTIVE": str(found.number)}, 30 + 5 * normal)
         os.remove(flags)
+        shutil.rmtree(folder, ignore_errors=True)
         if self.verbose:
             print(printed)
         if status is None:
@@ -178,30 +193,29 @@ class Run:
         failed = re.findall(r"\[  FAILED  \] (\S+?)(?:,| \()", printed)
         return "noticed", failed[0] if failed else f"test_{name} ended with {status}"
 
-    def steps(self, name, tests, milliseconds=3000):
-        """The tests in two parts: what takes three seconds together, and the rest."""
-        quick, spent = [], 0
-        ordered = self.reach[name].cheapest_first(tests)
-        for test in ordered:
+    def cheapest(self, name, tests, seconds):
+        """As many of the tests as take no longer than this together, the shortest first; one at least."""
+        chosen, spent = [], 0
+        for test in sorted(tests, key=lambda test: (self.reach[name].milliseconds[test], test)):
             spent += self.reach[name].milliseconds[test]
-            if spent > milliseconds and quick:
+            if spent > 1000 * seconds and chosen:
                 break
-            quick.append(test)
-        return [part for part in (quick, ordered[len(quick) :]) if part]
+            chosen.append(test)
+        return chosen
 
     def parts(self, found, name, alone):
-        """The tests that a program is asked for, in the order in which they are. A table that is made once is come by in the first
-        test that asks for it, and by all others that read it, so the folder's own tests are all asked, but for the slow ones;
-        what can't be switched may be come by anywhere."""
-        reach = self.reach[name]
-        if alone and name == found.folder:
-            return self.steps(name, self.steps(name, set(reach.milliseconds), 20000)[0])
+        """The tests that a program is asked for: first those that are quick, then more, but never the slowest of a large number.
+        A table that is made once is come by in the first test that asks for it, and by all others that read it, so the tests of the
+        folder are asked too; what can't be switched may be come by anywhere."""
+        reach, own = self.reach[name], name == found.folder
         tests = reach.of([b.number for b in self.breaks if b.file == found.file] if alone else [found.number])
-        parts = self.steps(name, tests) if tests else []
-        if tests and name == found.folder:
-            further = [test for test in self.steps(name, set(reach.milliseconds), 10000)[0] if test not in tests]
-            parts += [further] if further else []
-        return parts
+        if not tests and not (alone and own):
+            return []
+        quick = self.cheapest(name, tests, SECONDS_AT_FIRST) if tests else []
+        more = self.cheapest(name, tests, SECONDS_IN_ALL) if tests else []
+        if own:
+            more += [test for test in self.cheapest(name, reach.milliseconds, SECONDS_IN_ALL) if test not in tests]
+        return [part for part in (quick, [test for test in more if test not in quick]) if part]
 
     def try_break(self, found):
         alone = found.number not in self.switched
@@ -281,8 +295,9 @@ def main():
     if open_breaks:
         run.prepare()
         with ThreadPoolExecutor(JOBS) as pool:
-            for number, (tried, outcome) in enumerate(zip(open_breaks, pool.map(run.try_break, open_breaks)), 1):
-                results.add(tried, *outcome, run.stamp)
+            tries = {pool.submit(run.try_break, tried): tried for tried in open_breaks}
+            for number, done in enumerate(as_completed(tries), 1):
+                results.add(tries[done], *done.result(), run.stamp)
                 if sys.stdout.isatty():
                     print(f"\r{number} of {len(open_breaks)}", end="\r", flush=True)
     for line in filter(None, (told(b, results.outcomes[b.id], equivalents) for b in breaks)):

@@ -42,11 +42,21 @@ TEST (EventFileImporterFactory, knowsNineFormatsInTheOrderInWhichTheyAreTried)
     {
         types.push_back (format.type);
         extensions.addArray (format.extensions);
-        EXPECT_TRUE (format.name.isNotEmpty());
     }
 
     EXPECT_EQ (types, (std::vector<int> { 2, 0, 3, 4, 5, 1, 6, 7, 8 }));
     EXPECT_EQ (extensions.joinIntoString (" "), ".csv .tab .txt .srt .stl .xml .dbf .xlsx .ttal .docx");
+}
+
+TEST (EventFileImporterFactory, aMenuOfFormatsReadsAsPeopleCallThem)
+{
+    juce::StringArray names;
+    for (const auto& format : EventFileImporterFactory::formats())
+        names.add (format.name);
+
+    EXPECT_EQ (names.joinIntoString (" | "),
+               "Delimited text | Pro Tools session info | SubRip subtitles | EBU or text STL subtitles | "
+               "ADR Studio cue list | dBase table | Excel workbook | TTAL cue list | Word cue sheet");
 }
 
 TEST (EventFileImporterFactory, theUserMayMapTheColumnsOfTables)
