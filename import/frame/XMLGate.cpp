@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <set>
@@ -278,7 +279,7 @@ private:
 
         while (! rest.empty() && isSound)
         {
-            take (std::min (rest.find_first_of (std::string_view (stops, 2)), rest.size()));
+            take (std::min (rest.find_first_of (std::string_view (stops, std::size (stops))), rest.size()));
 
             if (rest.starts_with (quote))
                 return take (1);

@@ -192,6 +192,29 @@ TEST_F (ADROverviewTest, everyTextOfTheHeadEndsAtTheMargin)
     EXPECT_EQ (count, 3);
 }
 
+TEST_F (ADROverviewTest, aLongStudioAndTheTitleOfALaterPageEndAtTheMarginToo)
+{
+    const auto longText = juce::String::repeatedString ("l", 300);
+    exporter.exportPDF (characters (60), longText, {}, {}, {}, longText);
+    const ReadPDF pdf (folder.file ("sheet.pdf"));
+    const auto longTexts = [&pdf] (std::size_t page)
+    {
+        auto words = pdf.page (page).words;
+        std::erase_if (words, [] (const auto& word) { return ! word.text.starts_with ("lll"); });
+        return words;
+    };
+
+    ASSERT_EQ (longTexts (0).size(), 2u); // title and studio
+    ASSERT_EQ (longTexts (1).size(), 1u);
+    for (const auto& word : { longTexts (0).front(), longTexts (0).back(), longTexts (1).front() })
+    {
+        EXPECT_LE (word.right, pageWidth - margin + 0.5f);
+        EXPECT_GT (word.right, pageWidth - margin - 12);
+    }
+    EXPECT_NEAR (std::max (longTexts (0).front().x, longTexts (0).back().x), 394, 0.5);
+    EXPECT_NEAR (longTexts (1).front().x, margin, 0.5);
+}
+
 TEST_F (ADROverviewTest, theTitleIsTheDocumentsOwn) { EXPECT_EQ (exported ({}).title(), "Harbour"); }
 
 // ---- the table -----------------------------------------------------------------------------------------------------------

@@ -171,6 +171,17 @@ TEST (TimeCellReader, textThatIsNoTimecodeIsRefused)
         expectProblem ("25", cell, "\"" + cell + "\" is not a timecode such as 01:02:03:04");
 }
 
+TEST (TimeCellReader, aSubtitleTimeHasDigitsInEveryPlace)
+{
+    for (const std::size_t place : { 0u, 1u, 3u, 4u, 6u, 7u, 9u, 10u, 11u })
+        for (const char byte : { 'a', '/', ':' })
+        {
+            std::string cell = "01:02:03,040";
+            cell[place] = byte;
+            expectProblem ("25", cell, "\"" + cell + "\" is not a timecode such as 01:02:03:04");
+        }
+}
+
 TEST (TimeCellReader, aTimeOfWholeSecondsIsTheFirstFrameOfItsSecondWhereItIsTaken)
 {
     const TimeCellReader reader (timeInfoAt ("25", "01:00:00:00"), true);
