@@ -341,6 +341,19 @@ TEST_F (EventPDFExporterTest, otherFailuresLetTheRestBeTried)
     exporter.exportEventsByCharacter();
     EXPECT_EQ (printed.size(), 3u);
     EXPECT_EQ (exporter.printFailures.size(), 3u);
+    for (const auto& document : printed)
+        EXPECT_FALSE (document.withLittlePatience) << document.name();
+}
+
+TEST_F (EventPDFExporterTest, documentsThatArePrintedAreNeverShortOfPatience)
+{
+    settings->eventsByCharacter = { { "c1", { event ({}) } },
+                                    { "c2", { event ({}) } },
+                                    { "c3", { event ({}) } } };
+    exporter.exportEventsByCharacter();
+    ASSERT_EQ (printed.size(), 3u);
+    for (const auto& document : printed)
+        EXPECT_FALSE (document.withLittlePatience) << document.name();
 }
 
 TEST_F (EventPDFExporterTest, whatCannotBePrintedIsNoErrorButIsLoggedAndKept)
