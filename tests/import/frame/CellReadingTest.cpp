@@ -72,6 +72,20 @@ TEST (CellReading, aMessageCarriesNoControlCharacters)
                juce::String ("\"a?b?c?d?e\""));
 }
 
+TEST (CellReading, nothingInAMessageTurnsItsDirectionOrBreaksItsLine)
+{
+    const auto shown = [] (juce::juce_wchar character)
+    { return quotedCell ("a" + juce::String::charToString (character) + "b"); };
+
+    for (const juce::juce_wchar hidden :
+         { 0x01, 0x1F, 0x7F, 0x9F, 0x200E, 0x200F, 0x2028, 0x202A, 0x202E, 0x2066, 0x2069 })
+        EXPECT_EQ (shown (hidden), juce::String ("\"a?b\"")) << std::hex << static_cast<int> (hidden);
+
+    for (const juce::juce_wchar letter : { 0x20, 0x7E, 0xA0, 0x200D, 0x2010, 0x2027, 0x202F, 0x2065, 0x206A })
+        EXPECT_EQ (shown (letter), "\"a" + juce::String::charToString (letter) + "b\"")
+            << std::hex << static_cast<int> (letter);
+}
+
 TEST (CellReading, wholeNumbersMayCarryZerosBehindTheDecimalSign)
 {
     expectReads<int> ({ { "8", 8 },
