@@ -111,9 +111,9 @@ class Reach:
 
 
 class Run:
-    def __init__(self, root, breaks, verbose):
+    def __init__(self, root, breaks, verbose, tag):
         self.shop, self.confinement, self.verbose = Workshop(root), Confinement(root), verbose
-        self.breaks = breaks
+        self.breaks, self.tag = breaks, tag
         for number, found in enumerate(breaks):
             found.number = number
             self.shop.read(found.file)
@@ -124,7 +124,7 @@ class Run:
         self.stamp = max(map(os.path.getmtime, tests))
 
     def program(self, name):
-        return os.path.join(self.shop.folder, "bin", f"test_{name}")
+        return os.path.join(self.shop.folder, "bin", f"test_{name}-{self.tag}")
 
     def prepare(self):
         files = {}
@@ -151,12 +151,12 @@ class Run:
 
     def measure(self, name):
         """Runs all tests, but for those that were slow the last time."""
-        folder = os.path.join(self.shop.folder, "scratch", f"measure-{name}")
+        folder = os.path.join(self.shop.folder, "scratch", f"measure-{name}-{self.tag}")
         notes, slow = os.path.join(self.shop.folder, f"slow-{name}"), []
         if os.path.exists(notes):
             with open(notes) as file:
                 slow = file.read().split()
-        flags = os.path.join(self.shop.folder, "scratch", f"measure-{name}.flags")
+        flags = os.path.join(self.shop.folder, "scratch", f"measure-{name}-{self.tag}.flags")
         os.makedirs(os.path.dirname(flags), exist_ok=True)
         with open(flags, "w") as file:
             file.write("--gtest_brief=1\n--gtest_filter=*" + ("-" + ":".join(slow) if slow else "") + "\n")
@@ -289,8 +289,9 @@ def main():
         print(*breaks, sep="\n")
         return 1 if outdated else 0
 
-    run = Run(root, breaks, bool(options.one))
-    results = Results(os.path.join(run.shop.folder, f"results-{options.seed}-{options.count}-{options.folder or 'all'}"))
+    tag = f"{options.seed}-{options.count}-{options.folder or 'all'}"
+    run = Run(root, breaks, bool(options.one), tag)
+    results = Results(os.path.join(run.shop.folder, f"results-{tag}"))
     open_breaks = [b for b in breaks if options.one or not results.known(b, run.stamp)]
     if open_breaks:
         run.prepare()

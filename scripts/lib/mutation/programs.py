@@ -11,13 +11,8 @@ import threading
 
 from breaks import overlaps, with_break, with_switches
 
-# Which test programs have a folder's objects, its own first.
-PROGRAMS = {
-    "event": ["event", "list", "import", "export", "roundtrip"],
-    "list": ["list", "import", "export", "roundtrip"],
-    "import": ["import", "roundtrip"],
-    "export": ["export", "roundtrip"],
-}
+# Which test programs are asked about a folder's breaks, its own first.
+PROGRAMS = {folder: [folder, "roundtrip"] for folder in ("event", "list", "import", "export")}
 
 # Of a break that the compiler refuses for what it says, whichever way it is put.
 HOPELESS = re.compile(r"no match for|invalid operands|wrong type argument|has no member|no type named|is not a member|"
