@@ -297,6 +297,20 @@ TEST_F (ProjectJSONHostileTest, manyMembersOfOneObjectAreRefusedAtOnce)
                "An object in the text has more members than any of a project: more than 64");
 }
 
+TEST_F (ProjectJSONHostileTest, sixtyFourMembersOfOneObjectAreStillLookedAt)
+{
+    const auto project = [] (int members)
+    {
+        std::string text = R"({"overmarks": 1)";
+        for (int i = 1; i < members; ++i)
+            text += ",\"m" + std::to_string (i) + "\":0";
+        return text + "}";
+    };
+
+    EXPECT_EQ (errorOf (project (64)), R"(There is no member "m1")");
+    EXPECT_EQ (errorOf (project (65)), "An object in the text has more members than any of a project");
+}
+
 TEST_F (ProjectJSONHostileTest, aRunPerCharacterOfALongTextIsRead)
 {
     std::string runs;
