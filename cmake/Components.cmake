@@ -47,13 +47,20 @@ function(overmarks_component name)
     overmarks_use_common_headers(overmarks_${name})
 endfunction()
 
+# clang refuses precompiled headers for a folder with threads if they were made without, so it is told of threads everywhere.
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    set(OVERMARKS_THREAD_OPTION -pthread)
+endif()
+
 # The framework's headers take seconds to read; they are read once for all our folders.
 function(overmarks_use_common_headers target)
     if(NOT TARGET overmarks_common_headers)
         add_library(overmarks_common_headers OBJECT "${PROJECT_SOURCE_DIR}/cmake/common_headers.cpp")
         target_link_libraries(overmarks_common_headers PRIVATE overmarks_juce_headers overmarks_warnings Poco::Foundation)
         target_precompile_headers(overmarks_common_headers PRIVATE ${OVERMARKS_COMMON_HEADERS})
+        target_compile_options(overmarks_common_headers PRIVATE ${OVERMARKS_THREAD_OPTION})
     endif()
+    target_compile_options(${target} PRIVATE ${OVERMARKS_THREAD_OPTION})
     target_precompile_headers(${target} REUSE_FROM overmarks_common_headers)
 endfunction()
 

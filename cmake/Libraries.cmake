@@ -33,7 +33,10 @@ function(overmarks_shared_library library)
     target_include_directories(${library} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/overmarks>)
     target_compile_features(${library} PUBLIC cxx_std_20)
     target_link_libraries(${library} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
-    target_link_options(${library} PRIVATE -Wl,--no-undefined)
+    # clang gives the sanitizers' own functions to programs alone; the fuzz targets bring them.
+    if(NOT CMAKE_CXX_FLAGS MATCHES "fuzzer-no-link")
+        target_link_options(${library} PRIVATE -Wl,--no-undefined)
+    endif()
 endfunction()
 
 overmarks_shared_library(ZEP_FileFormat EXPORT_NAME FileFormat MACRO ZEP_FILEFORMAT COMPONENTS proto

@@ -60,8 +60,8 @@ public:
 private:
     struct Release
     {
-        void operator() (cairo_t* context) const { cairo_destroy (context); }
-        void operator() (cairo_surface_t* surface) const { cairo_surface_destroy (surface); }
+        void operator() (cairo_t* released) const { cairo_destroy (released); }
+        void operator() (cairo_surface_t* released) const { cairo_surface_destroy (released); }
     };
 
     using Surface = std::unique_ptr<cairo_surface_t, Release>;

@@ -61,6 +61,12 @@ void append (std::string& text, gunichar character)
     text.append (buffer, static_cast<std::size_t> (g_unichar_to_utf8 (character, buffer)));
 }
 
+/** The character behind one of valid text. */
+const char* behind (const char* character)
+{
+    return character + g_utf8_skip[static_cast<unsigned char> (*character)];
+}
+
 /** Valid text with one kind of line break and without control characters. */
 std::string withoutControls (const std::string& valid, char lineBreak)
 {
@@ -68,7 +74,7 @@ std::string withoutControls (const std::string& valid, char lineBreak)
     shown.reserve (valid.size());
     gunichar before = 0;
 
-    for (const char* place = valid.c_str(); *place != 0; place = g_utf8_next_char (place))
+    for (const char* place = valid.c_str(); *place != 0; place = behind (place))
     {
         const auto c = g_utf8_get_char (place);
 

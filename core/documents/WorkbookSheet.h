@@ -54,7 +54,7 @@ public:
 private:
     struct Free
     {
-        void operator() (lxw_workbook* book) const { lxw_workbook_free (book); }
+        void operator() (lxw_workbook* freed) const { lxw_workbook_free (freed); }
     };
 
     [[nodiscard]] bool isHeading() const noexcept { return rows == 0; }
