@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // A Word document from a stranger, given to the tool's reader in memory. An input that is no archive is taken for the body of a
-// document, so that the walk through its elements is reached without guessing a ZIP file first.
+// document, so that the walk through its elements is reached without guessing a ZIP file first, and for a sheet that is to be written.
 #include "CharacterText.h"
+#include "DocumentParts.h"
 #include "Failure.h"
 #include "ImportedCue.h"
+#include "Law.h"
+#include "Sheet.h"
+#include "SheetDocument.h"
 #include "SheetJSON.h"
 #include "WordContent.h"
 #include "WordImport.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -28,14 +33,12 @@ void check (const RichText& text)
 
     for (const auto& run : text.runs)
     {
-        if (run.start < covered || run.end <= run.start || run.end > length)
-            std::abort();
-
+        law (run.start >= covered && run.end > run.start, "runs don't overlap and aren't empty");
+        law (run.end <= length, "no run goes beyond its text");
         covered = run.end;
     }
 
-    if (cleaned (text.text) != text.text)
-        std::abort();
+    law (cleaned (text.text) == text.text, "a text is clean");
 }
 
 void checkCues (const std::vector<ImportedCue>& cues)
@@ -48,9 +51,41 @@ void checkCues (const std::vector<ImportedCue>& cues)
     }
 
     const auto json = cueListJSON (cues);
+    law (json.find ('\n') == json.size() - 1, "a list of cues is one line");
+    law (nlohmann::json::accept (json), "a list of cues is JSON");
+    law (nlohmann::json::parse (json).at ("cueList").size() == cues.size(), "a list of cues tells them all");
+}
 
-    if (json.find ('\n') != json.size() - 1)
-        std::abort();
+/** A document of a sheet, without the pictures that it names, shows no more cues than the sheet has. */
+void checkDocument (Sheet sheet)
+{
+    std::size_t cues = 0;
+
+    for (auto& block : sheet.blocks)
+        for (auto& cue : block)
+        {
+            cue.characterIcon = cue.inPointIcon = cue.outPointIcon = {};
+            check (cue.text.text);
+            check (cue.notes.text);
+            check (cue.engineeringNotes.text);
+            ++cues;
+        }
+
+    if (sheet.footer.has_value())
+        sheet.footer->icon = {};
+
+    const auto document = wordDocument (sheet, { {}, "en-GB", 0 }, [] (double) {});
+
+    try
+    {
+        const auto read = cuesOfWordDocument (document);
+        checkCues (read);
+        law (read.size() <= cues, "a document shows no more cues than its sheet has");
+    }
+    catch (const Failure& failure)
+    {
+        law (std::string_view (failure.what()).ends_with ("holds no cues"), "a document of ours can be read");
+    }
 }
 
 template <typename Work>
@@ -70,10 +105,10 @@ void unlessRefused (Work&& work)
 
 extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t size)
 {
-    const std::string_view bytes (static_cast<const char*> (static_cast<const void*> (data)), size);
+    const auto bytes = bytesOfInput (data, size);
 
     unlessRefused ([bytes] { checkCues (cuesOfWordDocument (bytes)); });
     unlessRefused ([bytes] { checkCues (cuesOfContent (readWordContent (std::string (bytes), {}))); });
-    unlessRefused ([bytes] { static_cast<void> (sheetFromJSON (bytes)); });
+    unlessRefused ([bytes] { checkDocument (sheetFromJSON (bytes)); });
     return 0;
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // A workbook from a stranger, with any bytes in its parts: what the archive's checksums keep from a fuzzer that changes whole files.
 // An input is the sheet, the shared texts, the styles, the theme and the workbook, with a zero byte between two.
+#include "Application.h"
+#include "ScratchFolder.h"
+
 #include "core/documents/ExcelFileHandler.h"
 
 #include <zip.h>
@@ -9,11 +12,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 using namespace ZEP::Core;
@@ -34,36 +34,23 @@ constexpr std::string_view relations =
     R"(<Relationship Id="b" Type="/sharedStrings" Target="sharedStrings.xml"/>)"
     R"(<Relationship Id="c" Type="/styles" Target="styles.xml"/><Relationship Id="d" Type="/theme" Target="theme/theme1.xml"/></Relationships>)";
 
-/** A file that each process writes again and again, in memory where the system has a place for that. */
-const std::string& pathOfWorkbook()
-{
-    static const auto path = []
-    {
-        const std::filesystem::path memory ("/dev/shm");
-        const auto folder =
-            std::filesystem::is_directory (memory) ? memory : std::filesystem::temp_directory_path();
-        return (folder / ("overmarks-fuzz-" + std::to_string (::getpid()) + "-parts.xlsx")).string();
-    }();
-    return path;
-}
+juce::String pathOfWorkbook() { return pathText (scratchFolder() / "parts.xlsx"); }
 
 void add (zip_t* archive, const char* name, std::string_view content)
 {
     auto* source = zip_source_buffer (archive, content.data(), content.size(), 0);
     const auto index = zip_file_add (archive, name, source, ZIP_FL_OVERWRITE);
 
-    if (index < 0
-        || zip_set_file_compression (archive, static_cast<zip_uint64_t> (index), ZIP_CM_STORE, 0) != 0)
-        std::abort();
+    law (index >= 0
+             && zip_set_file_compression (archive, static_cast<zip_uint64_t> (index), ZIP_CM_STORE, 0) == 0,
+         "a part can be added");
 }
 
 void writeWorkbook (std::string_view input)
 {
-    auto* archive = zip_open (pathOfWorkbook().c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
+    auto* archive = zip_open (pathOfWorkbook().toRawUTF8(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
 
-    if (archive == nullptr)
-        std::abort();
-
+    law (archive != nullptr, "a workbook can be made");
     add (archive, names.back(), usualWorkbook);
     add (archive, "xl/_rels/workbook.xml.rels", relations);
 
@@ -77,29 +64,24 @@ void writeWorkbook (std::string_view input)
             break;
     }
 
-    if (zip_close (archive) != 0)
-        std::abort();
+    law (zip_close (archive) == 0, "a workbook can be written");
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t size)
 {
-    writeWorkbook ({ static_cast<const char*> (static_cast<const void*> (data)), size });
+    startApplication();
+    writeWorkbook (bytesOfInput (data, size));
 
     std::vector<std::vector<RichTextString>> rows;
     juce::String error;
-    ExcelFileHandler().readFileContent (juce::String::fromUTF8 (pathOfWorkbook().c_str()), rows, error);
+    ExcelFileHandler().readFileContent (pathOfWorkbook(), rows, error);
+    checkText (error);
 
     for (const auto& row : rows)
         for (const auto& cell : row)
-        {
-            const auto text = cell.getText();
-            if (! juce::CharPointer_UTF8::isValidString (text.toRawUTF8(),
-                                                         static_cast<int> (text.getNumBytesAsUTF8())))
-                std::abort();
-        }
+            checkText (cell);
 
-    std::filesystem::remove (pathOfWorkbook());
     return 0;
 }
