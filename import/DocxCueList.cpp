@@ -25,8 +25,7 @@ constexpr auto noTimecode = "--:--:--:--";
 
 juce::String textOf (const juce::var& cue, const char* name, const juce::String& ifAbsent = {})
 {
-    const auto value = WideObject::valueOf (cue, name, ifAbsent);
-    return value.isArray() || value.isObject() ? juce::String() : value.toString();
+    return JSONReader::textOf (WideObject::valueOf (cue, name, ifAbsent));
 }
 
 /** A number as a whole one, which stops at the ends of its range. */

@@ -211,7 +211,7 @@ bool TTALEventFileImporter::parseMetaObject (juce::var& meta, juce::String& erro
 
         if (name == TTAL::kFps)
         {
-            const auto rate = TTAL::rateNamed (value.toString());
+            const auto rate = TTAL::rateNamed (JSONReader::textOf (value));
 
             if (! rate.has_value())
             {
@@ -223,9 +223,9 @@ bool TTALEventFileImporter::parseMetaObject (juce::var& meta, juce::String& erro
         }
         else if (name == TTAL::kLang)
         {
-            language = value.toString();
+            language = JSONReader::textOf (value);
         }
-        else if (name == TTAL::kTimeFormat && value.toString() != TTAL::kFrames)
+        else if (name == TTAL::kTimeFormat && JSONReader::textOf (value) != TTAL::kFrames)
         {
             errorMessage += kOtherTimeFormat;
             return false;
@@ -275,17 +275,17 @@ bool TTALEventFileImporter::parseEvent (const juce::String& id, const juce::var&
                        else if (name == TTAL::kEnd)
                            row[endColumn] = timecode (long { wholeNumber (value) } - 1);
                        else if (name == TTAL::kTxt)
-                           row[textColumn] = value.toString();
+                           row[textColumn] = JSONReader::textOf (value);
                        else if (name == TTAL::kCharacterId)
-                           row[characterColumn] = value.toString();
+                           row[characterColumn] = JSONReader::textOf (value);
                        else if (name == TTAL::kCue)
-                           row[cueNumberColumn] = value.toString();
+                           row[cueNumberColumn] = JSONReader::textOf (value);
                        else if (name == TTAL::kDubAnnotations)
-                           row[notesColumn] = WideObject::valueOf (value, TTAL::kText).toString();
-                       else if (name == TTAL::kType && value.toString() == TTAL::kForcedNarrative)
+                           row[notesColumn] = JSONReader::textOf (WideObject::valueOf (value, TTAL::kText));
+                       else if (name == TTAL::kType && JSONReader::textOf (value) == TTAL::kForcedNarrative)
                            row[forcedNarrativeColumn] = juce::String ("yes");
                        else if (name == TTAL::kRgn)
-                           row[regionColumn] = value.toString();
+                           row[regionColumn] = JSONReader::textOf (value);
                        else if (name == TTAL::kStyles && ! value.isArray())
                            stylesAreUsable = false;
                        else if (name == TTAL::kStyles)
@@ -319,7 +319,7 @@ std::vector<juce::AttributedString::Attribute> TTALEventFileImporter::richTextAt
     {
         const auto from = wholeNumber (WideObject::valueOf (style, TTAL::kFrom, -1));
         const auto to = wholeNumber (WideObject::valueOf (style, TTAL::kTo, -1));
-        const auto look = WideObject::valueOf (style, TTAL::kType).toString();
+        const auto look = JSONReader::textOf (WideObject::valueOf (style, TTAL::kType));
 
         if (from == -1 || to == -1 || look.isEmpty())
             continue;
@@ -355,7 +355,7 @@ bool TTALEventFileImporter::parseCharactersArray (juce::var& characters, juce::S
             return false;
         }
 
-        const auto name = WideObject::valueOf (character, TTAL::kName).toString();
+        const auto name = JSONReader::textOf (WideObject::valueOf (character, TTAL::kName));
         characterMap->addCharacter (std::make_shared<Core::ADRCharacter> (name), true, id);
         return true;
     };

@@ -85,6 +85,11 @@ void noteTooMany (const char* things, Number most)
 
 } // namespace
 
+juce::String JSONReader::textOf (const juce::var& value)
+{
+    return value.isArray() || value.isObject() ? juce::String() : value.toString();
+}
+
 std::optional<juce::var> JSONReader::read (const juce::String& text)
 {
     JSONReader reader ({ text.toRawUTF8(), text.getNumBytesAsUTF8() });

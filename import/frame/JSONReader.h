@@ -34,6 +34,9 @@ public:
                  JSON, is nested too deeply, or is made of more lists and objects than any cue list */
     [[nodiscard]] static std::optional<juce::var> read (const juce::String& text);
 
+    /** The text of a value, empty for lists and objects: of an object the framework tells its place in memory. */
+    [[nodiscard]] static juce::String textOf (const juce::var& value);
+
 private:
     /** An object or a list whose end hasn't been read yet. */
     struct Open

@@ -161,6 +161,17 @@ TEST_F (TTALImport, anythingIsAText)
                (TextTable { { "00:00:00:00", "00:00:00:24", "12", "", "7", "3", "no", "1" } }));
 }
 
+TEST_F (TTALImport, listsAndObjectsAreNoText)
+{
+    import (file (event ({ { "txt", "{}" }, { "cue", "{\"a\": 1}" }, { "rgn", "[1]" }, { "type", "{}" }, {
+                              "dubAnnotations",
+                              "{\"text\": {}}"
+                          } })));
+    EXPECT_EQ (message, "");
+    EXPECT_EQ (textsOf (importer->rows),
+               (TextTable { { "00:00:00:00", "00:00:00:24", "", "", "", "", "no", "" } }));
+}
+
 TEST_F (TTALImport, onlyTheTextOfAnnotationsIsRead)
 {
     import (file (event (
