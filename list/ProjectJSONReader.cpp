@@ -240,7 +240,21 @@ private:
                 return;
             }
 
+        if constexpr (std::is_same_v<Value, juce::String>)
+            if (static const auto placeOfIdentity = placeOf ("uuid"); place == placeOfIdentity)
+            {
+                readIdentity (member, value);
+                return;
+            }
+
         read (member, value);
+    }
+
+    /** An event keeps the identity that it was made with where the text has none for it: no two may share the empty one. */
+    static void readIdentity (const JSONMember& member, juce::String& value)
+    {
+        if (auto identity = member.text(); identity.isNotEmpty())
+            value = std::move (identity);
     }
 
     /** A code that no table has would read "None" and be lost with the next saving. -1 is that of an event made by hand. */

@@ -247,6 +247,15 @@ TEST_F (ProjectJSONTest, anEventWithoutAnythingIsAnUntimedLineOfDialogue)
     EXPECT_EQ (differenceOf (read, *expected), "");
 }
 
+TEST_F (ProjectJSONTest, anEmptyIdentityIsNone)
+{
+    const auto project = withEvents (R"({"uuid": "", "cueNumber": "A1"}, {"uuid": "", "cueNumber": "A2"})");
+    const auto& events = project.list->events;
+    EXPECT_FALSE (events[0]->getUuid().isEmpty());
+    EXPECT_FALSE (events[1]->getUuid().isEmpty());
+    EXPECT_NE (events[0]->getUuid(), events[1]->getUuid());
+}
+
 TEST_F (ProjectJSONTest, frameIndicesLoadAsTheyStand)
 {
     const auto project = withEvents (
