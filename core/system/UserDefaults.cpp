@@ -3,11 +3,14 @@
 
 #include "core/system/ProcessLifetime.h"
 #include "core/system/SettingsFile.h"
+#include "core/system/SharedFolder.h"
+#include "core/text/StringUtil.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <system_error>
 #include <unordered_map>
 
 namespace ZEP::Core
@@ -68,6 +71,25 @@ std::optional<double> numberOf (const Poco::Any* value)
     if (const auto* real = Poco::AnyCast<double> (value))
         return *real;
     return std::nullopt;
+}
+
+/** What the file leads to, so that saving replaces that and not a link. */
+juce::Result findPlace (const juce::File& file, juce::File& place)
+{
+    if (file == juce::File())
+        return juce::Result::ok();
+
+    try
+    {
+        place = juce::File (StringUtil::fromUTF8 (
+            SharedFolder::placeBehindLinks (file.getFullPathName().toStdString()).string()));
+        return juce::Result::ok();
+    }
+    catch (const std::system_error& error)
+    {
+        return juce::Result::fail ("The settings file " + file.getFullPathName().quoted()
+                                   + " can't be read: " + juce::String (error.code().message()));
+    }
 }
 
 /** The stored value, or the default where nothing is stored or something that the key can't mean: a settings file that
@@ -168,8 +190,10 @@ std::vector<juce::String> UserDefaults::registeredKeys()
 
 juce::Result UserDefaults::setSettingsFile (const juce::File& file)
 {
-    // Through a link, so that saving replaces the file and not the link.
-    const auto target = file == juce::File() ? file : file.getLinkedTarget();
+    juce::File target;
+    if (const auto result = findPlace (file, target); result.failed())
+        return result;
+
     SettingsFile::Values found;
     if (target.exists())
         if (const auto result = SettingsFile::read (target, found); result.failed())

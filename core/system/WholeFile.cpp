@@ -2,6 +2,7 @@
 #include "core/system/WholeFile.h"
 
 #include "core/system/RandomIdentity.h"
+#include "core/system/SharedFolder.h"
 #include "core/system/SizeLimitIsAnError.h"
 #include "core/system/Uninterrupted.h"
 
@@ -77,25 +78,6 @@ void writeAll (int descriptor, std::span<const std::string_view> pieces)
 
     for (const auto piece : pieces)
         writeAll (descriptor, piece);
-}
-
-/** What a path leads to in the end, also where nothing stands yet. */
-fs::path withoutLinks (fs::path path)
-{
-    constexpr int mostLinks = 40; // as many as the system follows
-
-    for (int i = 0; i < mostLinks; ++i)
-    {
-        std::error_code error;
-        const auto next = fs::read_symlink (path, error);
-
-        if (error)
-            return path;
-
-        path = path.parent_path() / next;
-    }
-
-    fail (ELOOP);
 }
 
 /** The first bytes of a name, fewer where a character would be cut: some file systems take no half ones. */
@@ -242,13 +224,19 @@ juce::Result WholeFile::write (const juce::File& target, std::span<const std::st
 {
     try
     {
+        const auto place = SharedFolder::placeBehindLinks (pathOf (target));
+
         if (isDeviceOrPipe (target))
         {
+            // Who has made a pipe may well be the one who reads it.
+            if (SharedFolder::holdsAStrangers (place))
+                fail (EACCES);
+
             writeInto (pathOf (target), pieces);
             return juce::Result::ok();
         }
 
-        FileBeside beside (withoutLinks (pathOf (target)));
+        FileBeside beside (place);
         beside.write (pieces, until);
         beside.moveIntoPlace (until);
         return juce::Result::ok();

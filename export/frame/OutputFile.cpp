@@ -2,6 +2,7 @@
 #include "export/frame/OutputFile.h"
 
 #include "core/system/RandomIdentity.h"
+#include "core/system/SharedFolder.h"
 #include "core/system/SizeLimitIsAnError.h"
 #include "core/system/Uninterrupted.h"
 
@@ -57,6 +58,9 @@ void OutputFile::removeOlder() const
 
 void OutputFile::open()
 {
+    if (Core::SharedFolder::holdsAStrangers (target.toStdString()))
+        return;
+
     struct stat former
     {
     };

@@ -3,7 +3,11 @@
 
 #include "Session.h"
 
+#include "core/system/SharedFolder.h"
 #include "core/system/WholeFile.h"
+#include "core/text/StringUtil.h"
+
+#include <system_error>
 
 namespace overmarks
 {
@@ -16,6 +20,21 @@ juce::File fileFromPath (const juce::String& path)
 }
 
 bool isDeviceOrPipe (const juce::File& file) { return ZEP::Core::WholeFile::isDeviceOrPipe (file); }
+
+juce::File placeOf (const juce::File& file)
+{
+    try
+    {
+        const auto path = file.getFullPathName().toStdString();
+        const auto place = ZEP::Core::SharedFolder::placeBehindLinks (path).string();
+        return place == path ? file : juce::File (ZEP::Core::StringUtil::fromUTF8 (place));
+    }
+    catch (const std::system_error& error)
+    {
+        throw CommandFailure ("Can't write " + file.getFullPathName() + ": "
+                              + juce::String (error.code().message()));
+    }
+}
 
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy)
 {

@@ -21,6 +21,10 @@ juce::File fileFromPath (const juce::String& path);
 /** Whether something stands there that is written into and never replaced: a device or a pipe. */
 bool isDeviceOrPipe (const juce::File& file);
 
+/** What the file leads to in the end: itself, or what stands behind links. Throws CommandFailure for a link that somebody else has put into
+    a folder of everybody's, such as /tmp. */
+juce::File placeOf (const juce::File& file);
+
 /** Throws CommandFailure if the file exists and may not be replaced. */
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy);
 

@@ -51,7 +51,7 @@ void PlacedFiles::add (const juce::File& finished, const juce::File& target)
         return;
     }
 
-    const auto place = target.getLinkedTarget();
+    const auto place = placeOf (target);
     const auto old = keepOld (place);
     StagingFolder::moveIntoPlace (finished, target);
     places.push_back ({ place, old });

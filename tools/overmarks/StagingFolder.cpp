@@ -22,7 +22,7 @@ juce::File parentFor (const juce::File& target)
 {
     refuseFolderOf (target);
     return isDeviceOrPipe (target) ? juce::File::getSpecialLocation (juce::File::tempDirectory)
-                                   : target.getLinkedTarget().getParentDirectory();
+                                   : placeOf (target).getParentDirectory();
 }
 
 } // namespace
@@ -32,7 +32,7 @@ void refuseFolderOf (const juce::File& target)
     if (isDeviceOrPipe (target))
         return;
 
-    const auto folder = target.getLinkedTarget().getParentDirectory();
+    const auto folder = placeOf (target).getParentDirectory();
 
     if (! folder.exists())
         throw CommandFailure ("There is no folder " + folder.getFullPathName());
@@ -46,7 +46,7 @@ StagingFolder::StagingFolder (const juce::File& target) : folder (parentFor (tar
 
 void StagingFolder::moveIntoPlace (const juce::File& finished, const juce::File& target)
 {
-    const auto place = target.getLinkedTarget();
+    const auto place = placeOf (target);
 
     if (! isDeviceOrPipe (target)
         && std::rename (finished.getFullPathName().toRawUTF8(), place.getFullPathName().toRawUTF8()) == 0)

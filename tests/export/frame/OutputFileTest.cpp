@@ -3,11 +3,14 @@
 
 #include "export/ExportSupport.h"
 #include "support/FullDisk.h"
+#include "support/Stranger.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 using namespace ExportSupport;
 using ZEP::Overmarks::Testing::FullDisk;
+using ZEP::Overmarks::Testing::SharedByAll;
 
 namespace
 {
@@ -144,4 +147,29 @@ TEST (OutputFile, doesNotWaitForTheReaderOfAPipe)
     ASSERT_EQ (::mkfifo ((folder.path / "list.csv").c_str(), 0600), 0);
     EXPECT_FALSE (write (folder.file ("list.csv"), "text"));
     EXPECT_TRUE (std::filesystem::is_fifo (folder.path / "list.csv"));
+}
+
+TEST (OutputFile, doesNotWriteThroughAStrangersLinkThatCannotBeRemoved)
+{
+    SharedByAll shared;
+    shared.own.write ("mine", "kept");
+    std::filesystem::create_symlink (shared.own.path / "mine", shared.path ("list.csv"));
+    shared.giveToStranger ("list.csv");
+
+    // Whoever may remove it replaces it, as the administrator does.
+    const bool isWritten = write (shared.file ("list.csv"), "text");
+    EXPECT_EQ (isWritten, ! std::filesystem::is_symlink (shared.path ("list.csv")));
+    EXPECT_EQ (shared.own.bytes ("mine"), "kept");
+}
+
+TEST (OutputFile, doesNotWriteIntoAStrangersPipe)
+{
+    SharedByAll shared;
+    ASSERT_EQ (::mkfifo (shared.path ("list.csv").c_str(), 0666), 0);
+    const int reader = ::open (shared.path ("list.csv").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    shared.giveToStranger ("list.csv");
+    EXPECT_FALSE (write (shared.file ("list.csv"), "text"));
+    char byte = 0;
+    EXPECT_EQ (::read (reader, &byte, 1), 0);
+    ::close (reader);
 }
