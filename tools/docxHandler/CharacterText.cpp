@@ -196,6 +196,21 @@ std::string onOneLine (std::string_view text)
     return result;
 }
 
+std::string withoutOrders (std::string_view text)
+{
+    std::string result;
+
+    for (std::size_t place = 0; place < text.size();)
+    {
+        const auto c = nextCharacter (text, place);
+        const auto isControl = c < 0x20 || (c >= 0x7f && c < 0xa0);
+        const auto turnsDirection = (c >= 0x202a && c <= 0x202e) || (c >= 0x2066 && c <= 0x2069);
+        appendCharacter (result, isControl || turnsDirection ? U' ' : c);
+    }
+
+    return result;
+}
+
 std::string skeleton (std::string_view text)
 {
     std::string result;

@@ -27,6 +27,10 @@ void appendCharacter (std::string& text, char32_t character);
 /** On one line: every control character is a blank. */
 [[nodiscard]] std::string onOneLine (std::string_view text);
 
+/** On one line, with nothing that steers a terminal: control characters of all kinds are blanks, and so are those that turn the
+    direction of what follows. What is no UTF-8 becomes U+FFFD. */
+[[nodiscard]] std::string withoutOrders (std::string_view text);
+
 /** Letters and digits alone, small, ASCII; for comparing titles and labels that people have typed. */
 [[nodiscard]] std::string skeleton (std::string_view text);
 

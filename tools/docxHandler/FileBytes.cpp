@@ -3,6 +3,8 @@
 
 #include "Failure.h"
 
+#include "core/system/SharedFolder.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -78,14 +80,15 @@ public:
     }
 
     /* Gives it the rights that a new file has here, or those of the file that it replaces. */
-    [[nodiscard]] bool moveTo (const fs::path& file)
+    [[nodiscard]] bool moveTo (const fs::path& file, Readers readers)
     {
         struct stat before
         {
         };
         const auto mask = ::umask (0);
         ::umask (mask);
-        const auto mode = ::stat (file.c_str(), &before) == 0 ? before.st_mode & 0777U : 0666U & ~mask;
+        const auto usual = ::stat (file.c_str(), &before) == 0 ? before.st_mode & 0777U : 0666U & ~mask;
+        const auto mode = readers == Readers::thisUser ? 0600U : usual;
 
         if (::fchmod (descriptor, mode) != 0 || ::close (std::exchange (descriptor, -1)) != 0)
             return false;
@@ -102,6 +105,19 @@ public:
 private:
     int descriptor = -1;
 };
+
+/* What a link points to is replaced, not the link. */
+fs::path placeOf (const fs::path& file)
+{
+    try
+    {
+        return ZEP::Core::SharedFolder::placeBehindLinks (file);
+    }
+    catch (const std::system_error& error)
+    {
+        throw Failure ("Can't be written (" + error.code().message() + "): " + file.string());
+    }
+}
 
 } // namespace
 
@@ -126,12 +142,10 @@ std::string readFile (const fs::path& file, std::uintmax_t largest)
     return bytes;
 }
 
-void placeFile (const fs::path& file, std::string_view bytes)
+void placeFile (const fs::path& file, std::string_view bytes, Readers readers)
 {
-    // What a link points to is replaced, not the link.
     std::error_code error;
-    const auto linked = fs::is_symlink (file, error) ? fs::weakly_canonical (file, error) : file;
-    const auto target = error || linked.empty() ? file : linked;
+    const auto target = placeOf (file);
     const auto folder = target.has_parent_path() ? target.parent_path() : fs::path (".");
 
     if (fs::is_directory (target, error))
@@ -143,7 +157,7 @@ void placeFile (const fs::path& file, std::string_view bytes)
 
     UnfinishedFile beside (folder);
 
-    if (! beside.isOpen() || ! beside.write (bytes) || ! beside.moveTo (target))
+    if (! beside.isOpen() || ! beside.write (bytes) || ! beside.moveTo (target, readers))
         throw Failure ("Can't be written (" + reason() + "): " + file.string());
 }
 

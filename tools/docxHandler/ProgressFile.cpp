@@ -37,7 +37,7 @@ void ProgressFile::write()
 
     try
     {
-        placeFile (file, text);
+        placeFile (file, text, Readers::thisUser);
         trouble.clear();
     }
     catch (const Failure& failure) // the documents matter, not the bar; but what it shows must not be wrong

@@ -3,6 +3,8 @@
 
 #include "FileBytes.h"
 
+#include "core/system/SharedFolder.h"
+
 #include <algorithm>
 #include <array>
 #include <csignal>
@@ -45,7 +47,7 @@ sigset_t watchedSignals()
     return signals;
 }
 
-/* Anything else that may stand in the file's place, such as a pipe, would never end. */
+/* Anything else that may stand in the file's place, such as a pipe, would never end; and nobody else stops the work of this user. */
 StopWatch::Words wordsIn (const std::filesystem::path& file)
 {
     constexpr std::size_t most = 4096;
@@ -58,7 +60,8 @@ StopWatch::Words wordsIn (const std::filesystem::path& file)
     {
     };
     std::string text (most, '\0');
-    const auto isFile = ::fstat (descriptor, &status) == 0 && S_ISREG (status.st_mode);
+    const auto isFile =
+        ::fstat (descriptor, &status) == 0 && S_ISREG (status.st_mode) && status.st_uid == ::geteuid();
     const auto length = isFile ? ::read (descriptor, text.data(), text.size()) : 0;
     ::close (descriptor);
     text.resize (static_cast<std::size_t> (std::max<ssize_t> (length, 0)));

@@ -121,7 +121,7 @@ std::vector<std::string> importDocument (const Arguments& arguments)
         const auto bytes = readFile (arguments.input, ImportLimits::bytesOfFile);
         const auto cues = cuesNamingFile (arguments.input, bytes);
         progressFile.setLevel (readLevel);
-        placeFile (arguments.json.front(), cueListJSON (cues));
+        placeFile (arguments.json.front(), cueListJSON (cues), Readers::thisUser);
         progressFile.setLevel (finished);
         return progressFile.problem().empty() ? std::vector<std::string>()
                                               : std::vector { progressFile.problem() };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-only
+#include "CharacterText.h"
 #include "StopWatch.h"
 #include "Version.h"
 #include "Work.h"
@@ -16,7 +17,11 @@ constexpr int doneStatus = 0;
 constexpr int failedStatus = 1;
 constexpr int usageStatus = 2;
 
-void complain (const std::string& message) { std::fprintf (stderr, "docxHandler: %s\n", message.c_str()); }
+/* Names of files are quoted, and nothing in them may command a terminal. */
+void complain (const std::string& message)
+{
+    std::fprintf (stderr, "docxHandler: %s\n", withoutOrders (message).c_str());
+}
 
 int work (const Arguments& arguments)
 {
