@@ -8,7 +8,6 @@
 #include "import/DocxCueList.h"
 #include "import/RichTextSlicer.h"
 #include "import/frame/ImportLimits.h"
-#include "import/frame/ImportedBytes.h"
 #include "import/frame/TableBudget.h"
 
 #include <algorithm>
@@ -68,7 +67,8 @@ void DublaneDocxEventFileImporter::parse (juce::String& errorMessage, Core::Text
     namespace Protocol = DocxHandlerProtocol;
     const juce::File list (Protocol::importJSONFilePath());
 
-    if (! list.exists())
+    // A list that another user has put there is none of this document's.
+    if (! list.exists() || Protocol::isAStrangers (list))
         Protocol::run (Protocol::importCommandLine (
             filePath, list.getFullPathName(), { Protocol::progressFilePath(), Protocol::cancelFilePath() }));
 
@@ -78,9 +78,9 @@ void DublaneDocxEventFileImporter::parse (juce::String& errorMessage, Core::Text
         return;
     }
 
-    const auto bytes = contentOfFile (list.getFullPathName());
+    const auto bytes = Protocol::contentOf (list);
 
-    if (! bytes.has_value())
+    if (! bytes.has_value() || bytes->size() > ImportLimits::limits().bytesOfFile)
     {
         errorMessage = "Error reading " + filePath;
         return;

@@ -2,18 +2,25 @@
 #include "export/word/DocxHandlerProtocol.h"
 
 #include "core/system/Logger.h"
+#include "core/system/SharedFolder.h"
 #include "core/system/SystemUtility.h"
+#include "core/system/Uninterrupted.h"
 #include "core/text/StringUtil.h"
 
 #include <Poco/SHA2Engine.h>
 
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <cstring>
+#include <mutex>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 namespace ZEP::Overmarks::DocxHandlerProtocol
 {
@@ -32,10 +39,17 @@ constexpr int longestName = 255;          // bytes of a file's name
 constexpr std::size_t longestLine = 4096; // a level is told in twenty bytes
 constexpr std::size_t mostBytesWithErrors = 1 << 20;
 
-juce::String inTemporaryFolder (const juce::String& name)
+/** The folder that the application has named, and the lock on it. */
+std::mutex folderLock;
+juce::String& namedFolder()
 {
-    return juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName()
-           + juce::File::getSeparatorString() + name;
+    static juce::String path;
+    return path;
+}
+
+juce::String inFolder (const juce::String& name)
+{
+    return folder().getFullPathName() + juce::File::getSeparatorString() + name;
 }
 
 /** The start of a text, at most so many bytes, that ends with a whole character. */
@@ -101,26 +115,83 @@ juce::String listPart (const juce::String& name, const juce::StringArray& paths)
     return paths.isEmpty() ? juce::String() : name + paths.joinIntoString (",");
 }
 
-/** An ordinary file: opening anything else could mean to wait for ever. */
-std::ifstream streamOf (const juce::File& file)
+/** Where others may put files as well it has to be this user's; elsewhere whoever may put files there is trusted. */
+bool isOfThisUser (const juce::File& file, const struct stat& status)
 {
-    std::error_code error;
-    const std::filesystem::path path (file.getFullPathName().toStdString());
-    return std::filesystem::is_regular_file (path, error) ? std::ifstream (path, std::ios::binary)
-                                                          : std::ifstream();
+    const auto parent = file.getParentDirectory().getFullPathName().toStdString();
+    return status.st_uid == ::geteuid() || ! Core::SharedFolder::isOne (parent);
 }
 
-/** The start of a file, at most so many bytes; nothing if it can't be opened. */
+/** An open file, closed at the end of the scope. */
+class Descriptor final
+{
+public:
+    Descriptor (const juce::File& fileToOpen, int flags)
+        : file (fileToOpen),
+          number (
+              ::open (file.getFullPathName().toRawUTF8(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600))
+    {
+    }
+
+    Descriptor (const Descriptor&) = delete;
+    Descriptor& operator= (const Descriptor&) = delete;
+
+    ~Descriptor()
+    {
+        if (number >= 0)
+            ::close (number);
+    }
+
+    /** An ordinary file of this user's: anything else could mean to wait for ever, or to believe a stranger. */
+    [[nodiscard]] bool isOwnFile() const
+    {
+        struct stat status
+        {
+        };
+        return number >= 0 && ::fstat (number, &status) == 0 && S_ISREG (status.st_mode)
+               && isOfThisUser (file, status);
+    }
+
+    /** Whether it has no other name, under which it may be a file that has nothing to do with all this. */
+    [[nodiscard]] bool hasOneName() const
+    {
+        struct stat status
+        {
+        };
+        return ::fstat (number, &status) == 0 && status.st_nlink == 1;
+    }
+
+private:
+    juce::File file;
+
+public:
+    const int number;
+};
+
+/** The start of a file, at most so many bytes; nothing if it can't be opened or isn't this user's. */
 std::optional<std::string> startOfFile (const juce::File& file, std::size_t most)
 {
-    auto stream = streamOf (file);
+    const Descriptor opened (file, O_RDONLY);
 
-    if (! stream.is_open())
+    if (! opened.isOwnFile())
         return std::nullopt;
 
-    std::string bytes (most, '\0');
-    stream.read (bytes.data(), static_cast<std::streamsize> (bytes.size()));
-    bytes.resize (static_cast<std::size_t> (stream.gcount()));
+    constexpr std::size_t atOnce = 65536;
+    std::string bytes;
+
+    for (ssize_t length = 1; length > 0 && bytes.size() < most;)
+    {
+        const auto before = bytes.size();
+        bytes.resize (std::min (most, before + atOnce));
+        length = Core::uninterrupted (
+            [&] { return ::read (opened.number, bytes.data() + before, bytes.size() - before); });
+
+        if (length < 0)
+            return std::nullopt;
+
+        bytes.resize (before + static_cast<std::size_t> (length));
+    }
+
     return bytes;
 }
 
@@ -133,16 +204,54 @@ juce::String toolPath()
     return Core::SystemUtility::bundleResourcePath() + juce::File::getSeparatorString() + "docxHandler";
 }
 
-juce::String progressFilePath() { return inTemporaryFolder (progressFileName); }
+juce::File folder()
+{
+    const std::scoped_lock lock (folderLock);
+    return namedFolder().isEmpty() ? juce::File::getSpecialLocation (juce::File::tempDirectory)
+                                   : juce::File (namedFolder());
+}
 
-juce::String cancelFilePath() { return inTemporaryFolder (cancelFileName); }
+void setFolder (const juce::File& newFolder)
+{
+    const std::scoped_lock lock (folderLock);
+    namedFolder() = newFolder.getFullPathName();
+}
+
+PrivateFolder::PrivateFolder() : before (folder())
+{
+    const auto parent = juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName();
+    auto pattern = parent.toStdString() + "/overmarks-word-XXXXXX";
+
+    if (::mkdtemp (pattern.data()) == nullptr)
+    {
+        outcome = juce::Result::fail ("There is no place for temporary files in " + parent + ": "
+                                      + juce::String::fromUTF8 (std::strerror (errno)));
+        return;
+    }
+
+    made = juce::File (Core::StringUtil::fromUTF8 (pattern));
+    setFolder (made);
+}
+
+PrivateFolder::~PrivateFolder()
+{
+    if (outcome.failed())
+        return;
+
+    setFolder (before);
+    made.deleteRecursively();
+}
+
+juce::String progressFilePath() { return inFolder (progressFileName); }
+
+juce::String cancelFilePath() { return inFolder (cancelFileName); }
 
 juce::String exportJSONFilePath (const juce::String& suffix)
 {
-    return inTemporaryFolder (exportFileStart + harmless (suffix) + exportFileEnd);
+    return inFolder (exportFileStart + harmless (suffix) + exportFileEnd);
 }
 
-juce::String importJSONFilePath() { return inTemporaryFolder (importFileName); }
+juce::String importJSONFilePath() { return inFolder (importFileName); }
 
 juce::String exportCommandLine (const juce::StringArray& jsonFiles, const juce::StringArray& outputFiles,
                                 const juce::StringArray& comFiles)
@@ -171,11 +280,33 @@ void run (const juce::String& line)
 
 bool writeCancel (const juce::String& cancelFile)
 {
-    constexpr std::size_t bufferSize = 16384;
-    juce::FileOutputStream stream (juce::File (cancelFile), bufferSize);
-    const bool written = stream.writeString ("cancel\n");
-    stream.flush();
-    return written && stream.getStatus().wasOk();
+    constexpr std::string_view words ("cancel\n\0", 8);
+    const Descriptor opened (juce::File (cancelFile), O_WRONLY | O_CREAT | O_APPEND);
+    return opened.isOwnFile() && opened.hasOneName()
+           && ::write (opened.number, words.data(), words.size()) == static_cast<ssize_t> (words.size());
+}
+
+bool makeEmptyFile (const juce::File& file)
+{
+    if (::unlink (file.getFullPathName().toRawUTF8()) != 0)
+        file.deleteFile(); // an empty folder
+
+    return Descriptor (file, O_WRONLY | O_CREAT | O_EXCL).number >= 0;
+}
+
+bool isAStrangers (const juce::File& file)
+{
+    struct stat status
+    {
+    };
+    return ::lstat (file.getFullPathName().toRawUTF8(), &status) == 0 && ! isOfThisUser (file, status);
+}
+
+std::optional<std::string> contentOf (const juce::File& file)
+{
+    constexpr auto most = std::size_t { 1 } << 30; // nobody's cue list comes near it
+    auto bytes = startOfFile (file, most + 1);
+    return bytes.has_value() && bytes->size() <= most ? bytes : std::nullopt;
 }
 
 std::optional<int> levelOfLine (const juce::String& line)

@@ -6,6 +6,7 @@
 #include <juce_core/juce_core.h>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 /** How the library talks to docxHandler, the program in the resource folder that writes and reads Word documents.
@@ -25,12 +26,45 @@
         WordDocumentJSON_SUFFIX.txt     the library  a document in JSON, on one line
         WordDocumentJSONImport.txt      the tool     the cues of a document in JSON, on one line
 
-    The names are always the same, so two runs that share a temporary folder disturb each other. Any thread. */
+    The names are always the same, so two runs that share a temporary folder disturb each other, and everybody on the machine
+    knows them beforehand. So what another user has put under one of them into a folder of everybody's (SharedFolder.h) is neither
+    read nor written into, no link is followed,
+    and what is written can be read by this user alone. He could still hold up an export or an import, and so it is wise to have
+    a PrivateFolder instead. Any thread. */
 namespace ZEP::Overmarks::DocxHandlerProtocol
 {
 
 /** The full path of the tool, whether it is there or not. */
 [[nodiscard]] OVERMARKS_API juce::String toolPath();
+
+/** Where the files of the talk lie: the temporary folder, unless another one was named. */
+[[nodiscard]] OVERMARKS_API juce::File folder();
+
+/** Names the folder of the files, for exporters that are made afterwards and imports that begin afterwards; no file stands for the
+    temporary folder, which is the default since other programs that know the tool look for the files there. A comma in its path
+    would break the lists of paths. */
+OVERMARKS_API void setFolder (const juce::File& newFolder);
+
+/** A folder that only this user can look into, for the files of the talk as long as this object lives. It lies in the temporary folder,
+    and is gone with everything in it at the end; then the folder is again what it was before. Made before the exporter or importer,
+    and one at a time. */
+class OVERMARKS_API PrivateFolder final
+{
+public:
+    PrivateFolder();
+    ~PrivateFolder();
+
+    PrivateFolder (const PrivateFolder&) = delete;
+    PrivateFolder& operator= (const PrivateFolder&) = delete;
+
+    /** Fails if there is no place for temporary files; the files lie then where they did before. */
+    [[nodiscard]] const juce::Result& result() const noexcept { return outcome; }
+
+private:
+    juce::Result outcome = juce::Result::ok();
+    juce::File before;
+    juce::File made;
+};
 
 /** Where the tool tells how far it is and what went wrong. */
 [[nodiscard]] OVERMARKS_API juce::String progressFilePath();
@@ -66,13 +100,23 @@ inline constexpr int longestCommandLine = 128 * 1024 - 1;
 OVERMARKS_API void run (const juce::String& commandLine);
 
 /** Tells a running tool to stop.
-    @returns whether the file has taken the message */
+    @returns whether the file has taken the message; not if it is another user's, a link, or has further names */
 OVERMARKS_API bool writeCancel (const juce::String& cancelFile);
 
 /** The percentage that a line of the progress file tells; nothing for a line that isn't whole or is another. */
 [[nodiscard]] OVERMARKS_API std::optional<int> levelOfLine (const juce::String& line);
 
-/** The first line of a small text file; nothing if the file can't be opened. The text is empty if the file is. */
+/** Puts an empty file of this user's, which nobody else can read, in the place of whatever stands there.
+    @returns false if that can't be, because it belongs to somebody else for example */
+[[nodiscard]] OVERMARKS_API bool makeEmptyFile (const juce::File& file);
+
+/** Whether something stands there, in a folder of everybody's, that belongs to another user. */
+[[nodiscard]] OVERMARKS_API bool isAStrangers (const juce::File& file);
+
+/** The bytes of a file of this user's; nothing if it can't be opened, is a link or no ordinary file, or is larger than 1 GiB. */
+[[nodiscard]] OVERMARKS_API std::optional<std::string> contentOf (const juce::File& file);
+
+/** The first line of a small text file of this user's; nothing if the file can't be opened. The text is empty if the file is. */
 [[nodiscard]] OVERMARKS_API std::optional<juce::String> firstLineOf (const juce::File& file);
 
 /** What the first line of a progress file that tells of an error says; nothing if none does. */

@@ -2,6 +2,7 @@
 #include "export/word/EventWordExporter.h"
 
 #include "core/cast/ADRCueReasonsManager.h"
+#include "core/system/Logger.h"
 #include "core/system/SystemUtility.h"
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/CellTexts.h"
@@ -17,6 +18,7 @@ namespace ZEP::Overmarks
 {
 
 using ZEP::Core::ADRCueReasonsManager;
+using ZEP::Core::Logger;
 using ZEP::Core::SystemUtility;
 
 namespace
@@ -171,6 +173,13 @@ juce::String EventWordExporter::exportEventsByCharacter()
 void EventWordExporter::startTool (const juce::StringArray& jsonFiles,
                                    const juce::StringArray& outputFiles) const
 {
+    for (const auto& path : jsonFiles)
+        if (DocxHandlerProtocol::isAStrangers (juce::File (path)))
+        {
+            Logger::error (path + " belongs to another user, so docxHandler isn't started");
+            return;
+        }
+
     const juce::StringArray comFiles (comFilePaths.data(), static_cast<int> (comFilePaths.size()));
     DocxHandlerProtocol::run (DocxHandlerProtocol::exportCommandLine (jsonFiles, outputFiles, comFiles));
 }
@@ -232,7 +241,11 @@ void EventWordExporter::addOneCueContent (std::shared_ptr<Event> event)
 juce::String EventWordExporter::writeAndRegisterJSONFile (juce::String suffix)
 {
     const juce::File file (DocxHandlerProtocol::exportJSONFilePath (suffix));
-    file.deleteFile();
+
+    if (! DocxHandlerProtocol::makeEmptyFile (file))
+        return file
+            .getFullPathName(); // what the tool finds there, or doesn't, is looked at before it is started
+
     constexpr std::size_t bufferSize = 16384;
     juce::FileOutputStream stream (file, bufferSize);
 

@@ -6,6 +6,7 @@
 #include "import/frame/ImportLimits.h"
 #include "support/CollectedLog.h"
 #include "support/StandInTool.h"
+#include "support/Stranger.h"
 
 #include <gmock/gmock.h>
 
@@ -16,6 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using ZEP::Core::RichTextString;
 using ZEP::Overmarks::Testing::CollectedLog;
+using ZEP::Overmarks::Testing::PretendedUser;
 using ZEP::Overmarks::Testing::StandInTool;
 
 namespace
@@ -102,6 +104,39 @@ TEST_F (DocxImport, aListLeftByAnEarlierRunIsReadInThePlaceOfTheDocument)
     EXPECT_EQ (tool.runs(), 0);
     EXPECT_EQ (importer.rows.at (0).at (2).getText(), "OLD");
     EXPECT_FALSE (tool.has (listFile));
+}
+
+TEST_F (DocxImport, aListOfAnotherUserIsNotReadInThePlaceOfTheDocument)
+{
+    tool.install ("exit 1");
+    tool.plant (listFile, R"({"cueList": [{"charName": "THEIRS"}]})");
+    tool.plant (progressFile, "Error message = theirs\n");
+    std::filesystem::permissions (tool.temporary, static_cast<std::filesystem::perms> (01777));
+    const PretendedUser somebodyElse;
+    const auto importer = import();
+    EXPECT_EQ (tool.runs(), 1) << "the document is read, as if nothing were there";
+    EXPECT_THAT (importer.rows, IsEmpty());
+    EXPECT_EQ (message, "Error reading /lists/reel.docx") << "the tool couldn't put its list there";
+    EXPECT_TRUE (tool.has (listFile));
+}
+
+TEST_F (DocxImport, aLinkInThePlaceOfTheListIsNotFollowed)
+{
+    tool.install ("exit 1");
+    tool.plant ("elsewhere", R"({"cueList": [{"charName": "OTHER"}]})");
+    std::filesystem::create_symlink (tool.temporary / "elsewhere", tool.temporary / listFile);
+    const auto importer = import();
+    EXPECT_THAT (importer.rows, IsEmpty());
+    EXPECT_EQ (message, "Error reading /lists/reel.docx");
+    EXPECT_TRUE (tool.has ("elsewhere"));
+}
+
+TEST_F (DocxImport, aPipeInThePlaceOfTheListHoldsNothingUp)
+{
+    ASSERT_EQ (::mkfifo ((tool.temporary / listFile).c_str(), 0600), 0);
+    const auto importer = import();
+    EXPECT_THAT (importer.rows, IsEmpty());
+    EXPECT_EQ (message, "Error reading /lists/reel.docx");
 }
 
 TEST_F (DocxImport, anErrorLineReplacesTheMessageAndTheListStays)
