@@ -2,6 +2,7 @@
 #include "Session.h"
 
 #include <cstdio>
+#include <string_view>
 
 namespace overmarks
 {
@@ -22,6 +23,19 @@ bool isControl (juce::juce_wchar character)
     // C0, DEL and C1, and the marks that turn the direction of what follows.
     return character < 0x20 || (character >= 0x7f && character < 0xa0)
            || (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+}
+
+/** The control characters that JSON lets stand as they are, from their first byte on; none if there is none at this place. */
+std::string_view controlAt (std::string_view text, std::size_t place)
+{
+    const auto byte = [text, place] (std::size_t offset)
+    { return place + offset < text.size() ? static_cast<unsigned char> (text[place + offset]) : 0U; };
+    const bool isC1 = byte (0) == 0xc2 && byte (1) >= 0x80 && byte (1) < 0xa0;
+    const bool turnsDirection = byte (0) == 0xe2
+                                && ((byte (1) == 0x80 && byte (2) >= 0xaa && byte (2) <= 0xae)
+                                    || (byte (1) == 0x81 && byte (2) >= 0xa6 && byte (2) <= 0xa9));
+
+    return text.substr (place, byte (0) == 0x7f ? 1 : isC1 ? 2 : turnsDirection ? 3 : 0);
 }
 
 } // namespace
@@ -47,6 +61,24 @@ juce::String printable (const juce::String& text)
     }
 
     return juce::CharPointer_UTF8 (shown.c_str());
+}
+
+std::string printableJSON (const std::string& text)
+{
+    constexpr auto firstBytes = "\x7f\xc2\xe2";
+    std::string escaped;
+    std::size_t copied = 0;
+
+    for (auto place = text.find_first_of (firstBytes); place != std::string::npos;
+         place = text.find_first_of (firstBytes, place + 1))
+        if (const auto control = controlAt (text, place); ! control.empty())
+        {
+            escaped.append (text, copied, place - copied);
+            escaped += json::parse ('"' + std::string (control) + '"').dump (-1, ' ', true).substr (1, 6);
+            copied = place + control.size();
+        }
+
+    return copied == 0 ? text : escaped.append (text, copied);
 }
 
 juce::String Problem::inWords() const
@@ -81,8 +113,10 @@ void Session::data (const std::string& text) const { writeLine (stdout, text); }
 
 void Session::data (const json& document) const
 {
-    writeLine (stdout, document.dump (1, ' ', false, json::error_handler_t::replace));
+    dataAsJSON (document.dump (1, ' ', false, json::error_handler_t::replace));
 }
+
+void Session::dataAsJSON (const std::string& text) const { writeLine (stdout, printableJSON (text)); }
 
 void Session::say (const juce::String& message) const
 {

@@ -59,6 +59,9 @@ public:
     void data (const std::string& text) const;
     void data (const json& document) const;
 
+    /** A JSON document that is text already, with what a terminal would obey escaped. */
+    void dataAsJSON (const std::string& text) const;
+
     /** Something worth knowing, on standard error unless --quiet, and kept in any case. */
     void say (const juce::String& message) const;
 
@@ -82,6 +85,10 @@ private:
 
 /** The text without control characters, so that a terminal shows it and never obeys it; line breaks become blanks. */
 juce::String printable (const juce::String& text);
+
+/** A JSON text in which what printable() takes out stands escaped, so that a terminal never obeys it and every reader of JSON gets it
+    back exactly. */
+std::string printableJSON (const std::string& text);
 
 /** "1 event", "2 events". */
 juce::String counted (std::size_t number, const char* thing);

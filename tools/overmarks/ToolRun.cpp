@@ -4,6 +4,7 @@
 #include "Session.h"
 #include "TemporaryPlace.h"
 
+#include "core/text/StringUtil.h"
 #include "export/word/DocxHandlerProtocol.h"
 
 #include <fcntl.h>
@@ -108,7 +109,7 @@ void ToolRun::relay() const
     for (std::string line; std::getline (stream, line);)
         if (std::none_of (toldOtherwise.begin(), toldOtherwise.end(),
                           [&line] (const auto& told) { return line.ends_with (told.toStdString()); }))
-            std::fprintf (stderr, "%s\n", line.c_str());
+            std::fprintf (stderr, "%s\n", printable (ZEP::Core::StringUtil::fromUTF8 (line)).toRawUTF8());
 }
 
 void ToolRun::leaveOut (const juce::String& message)

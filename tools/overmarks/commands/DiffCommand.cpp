@@ -170,7 +170,7 @@ void applyWork (const DiffOptions& options, const ComparedList& old, ComparedLis
 void tellChanges (const ListChanges& changes, const ReportFiles& reports, Session& session)
 {
     if (session.wantsJSON)
-        session.data (changesAsJSON (changes, reports.asMembers()));
+        session.dataAsJSON (changesAsJSON (changes, reports.asMembers()));
     else if (const auto table = changeTable (changes, standardOutputTakesColours()); ! table.empty())
         session.data (table);
 

@@ -90,7 +90,7 @@ void showList (const ListCommandOptions& options, Session& session)
     const auto& shown = project.list->sortedFilteredEvents;
 
     if (session.wantsJSON)
-        session.data (ProjectJSON::shownEvents (shown));
+        session.dataAsJSON (ProjectJSON::shownEvents (shown));
     else
         session.data (tableOf (shown));
 

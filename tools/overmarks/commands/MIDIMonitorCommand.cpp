@@ -141,7 +141,7 @@ private:
 
     static std::string dump (const json& document)
     {
-        return document.dump (-1, ' ', false, json::error_handler_t::replace);
+        return printableJSON (document.dump (-1, ' ', false, json::error_handler_t::replace));
     }
 
     static void write (const std::string& text)

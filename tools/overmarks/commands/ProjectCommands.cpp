@@ -84,7 +84,8 @@ void addDumpCommand (CLI::App& program, Session& session)
         [options, &session]
         {
             options->listOptions.applyToProcess (session);
-            session.data (ProjectJSON::toText (loadList (options->list, options->listOptions, session)));
+            session.dataAsJSON (
+                ProjectJSON::toText (loadList (options->list, options->listOptions, session)));
         });
 }
 
