@@ -157,7 +157,7 @@ TEST_F (ProgramCheckTest, helpShowsEveryRuleAndEveryLimit)
          { "tc-invalid", "end-before-start", "zero-length", "no-character", "unknown-character", "empty-text",
            "cue-number-missing", "cue-number-duplicate", "overlap-same-character", "too-fast", "too-short",
            "too-long", "line-count", "drop-frame-illegal", "before-origin", "takes-inconsistent",
-           "non-latin1", "ds-taker-overflow" })
+           "non-latin1", "ds-taker-overflow", "spreadsheet-formula" })
         EXPECT_THAT (help, HasSubstr (std::string ("  ") + rule + " ")) << rule;
 
     EXPECT_THAT (help,

@@ -33,6 +33,7 @@ constexpr Table table { {
     { CheckRule::takesInconsistent, "takes-inconsistent", "Takes that contradict each other" },
     { CheckRule::nonLatin1, "non-latin1", "Letters that some documents can't hold" },
     { CheckRule::dsTakerOverflow, "ds-taker-overflow", "Too many lines in a cue for DS Taker" },
+    { CheckRule::spreadsheetFormula, "spreadsheet-formula", "Cells that a spreadsheet would run" },
 } };
 
 constexpr bool isInOrder()

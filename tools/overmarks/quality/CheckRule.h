@@ -30,10 +30,12 @@ enum class CheckRule
     cueNumberDuplicate,
     takesInconsistent,
     nonLatin1,
-    dsTakerOverflow
+    dsTakerOverflow,
+    spreadsheetFormula
 };
 
-inline constexpr std::size_t numberOfCheckRules = static_cast<std::size_t> (CheckRule::dsTakerOverflow) + 1;
+inline constexpr std::size_t numberOfCheckRules =
+    static_cast<std::size_t> (CheckRule::spreadsheetFormula) + 1;
 
 struct CheckRuleRow
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // What documents would lose, and nobody would notice before the studio does.
 #include "quality/ListCheck.h"
+#include "quality/SpreadsheetFormula.h"
 
 #include "core/text/StringUtil.h"
 #include "core/timecode/TCToolbox.h"
@@ -114,6 +115,40 @@ void checkMarkers (CheckedList& list)
                             "this event finds none");
 }
 
+// ---- spreadsheets --------------------------------------------------------------------------------------------------------
+
+/** Delimited text holds some texts as they are, others with typographic signs replaced, and without signs that have no width. */
+bool isFormulaInDelimitedText (const juce::String& text)
+{
+    return isSpreadsheetFormula (text)
+           || isSpreadsheetFormula (StringUtil::replaceIllegalASCIICharacters (text));
+}
+
+void checkFormulas (CheckedList& list, const std::shared_ptr<Event>& event)
+{
+    const auto character = event->character();
+    const auto none = juce::String();
+    const std::pair<const char*, juce::String> texts[] = {
+        { "the text", event->getText().getText() },
+        { "the cue number", event->getCueNumber() },
+        { "the character's name", character != nullptr ? character->name : none },
+        { "the character's prefix", character != nullptr ? character->prefix : none },
+        { "the actor's name", character != nullptr ? character->actor : none },
+        { "the notes", event->getNotes().getText() },
+        { "the engineering notes", event->getEngineeringNotes().getText() }
+    };
+    juce::StringArray places;
+
+    for (const auto& [place, text] : texts)
+        if (isFormulaInDelimitedText (text))
+            places.add (place);
+
+    if (! places.isEmpty())
+        list.add (CheckRule::spreadsheetFormula, event,
+                  "A spreadsheet that opens delimited text takes " + places.joinIntoString (", ")
+                      + " for a formula and runs it");
+}
+
 } // namespace
 
 void checkDocuments (CheckedList& list)
@@ -121,11 +156,13 @@ void checkDocuments (CheckedList& list)
     if (list.looksFor (CheckRule::dsTakerOverflow))
         checkMarkers (list);
 
-    if (! list.looksFor (CheckRule::nonLatin1))
-        return;
-
     for (const auto& event : list.shown())
-        checkLetters (list, event);
+    {
+        if (list.looksFor (CheckRule::nonLatin1))
+            checkLetters (list, event);
+        if (list.looksFor (CheckRule::spreadsheetFormula))
+            checkFormulas (list, event);
+    }
 }
 
 } // namespace overmarks
