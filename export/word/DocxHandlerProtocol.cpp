@@ -217,8 +217,14 @@ void setFolder (const juce::File& newFolder)
     namedFolder() = newFolder.getFullPathName();
 }
 
-PrivateFolder::PrivateFolder() : before (folder())
+PrivateFolder::PrivateFolder()
 {
+    {
+        const std::scoped_lock lock (folderLock);
+        before =
+            juce::File (namedFolder()); // none as long as it is the temporary folder, wherever that will be
+    }
+
     const auto parent = juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName();
     auto pattern = parent.toStdString() + "/overmarks-word-XXXXXX";
 

@@ -186,7 +186,8 @@ TEST_F (ProgramFormulaTest, itIsARuleLikeAllOthers)
     ASSERT_EQ (run ({ "check", "x.json", "--html", "report.html", "--csv", "report.csv" }).status, 1);
     EXPECT_THAT (read ("report.html"),
                  HasSubstr ("<h2 dir=\"auto\">Cells that a spreadsheet would run: 1</h2>"));
-    EXPECT_THAT (read ("report.csv"), HasSubstr (",spreadsheet-formula,Cells that a spreadsheet would run,"));
+    EXPECT_THAT (read ("report.csv"),
+                 HasSubstr (R"(,"spreadsheet-formula","Cells that a spreadsheet would run",)"));
 }
 
 TEST_F (ProgramFormulaTest, aHugeTextIsLookedAtToo)
@@ -240,8 +241,8 @@ TEST_F (ProgramFormulaTest, delimitedTextHoldsTheWordsAsTheyAre)
 {
     writeTexts ({ "=1+1", "-2+3" });
     ASSERT_EQ (run ({ "export", "x.json", "-o", ".", "--format", "csv", "--name", "list" }).status, 0);
-    EXPECT_THAT (read ("list.csv"), HasSubstr (",=1+1,"));
-    EXPECT_THAT (read ("list.csv"), HasSubstr (",-2+3,"));
+    EXPECT_THAT (read ("list.csv"), HasSubstr (R"(,"=1+1",)"));
+    EXPECT_THAT (read ("list.csv"), HasSubstr (R"(,"-2+3",)"));
 }
 
 } // namespace

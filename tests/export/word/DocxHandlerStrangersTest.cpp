@@ -227,6 +227,9 @@ TEST_F (WordExportTest, aPrivateFolderIsNobodyElsesAndGoneAtTheEnd)
     EXPECT_EQ (Protocol::folder().getFullPathName().toStdString(), tool.temporary.string());
     EXPECT_THAT (tool.temporaryFiles(), ElementsAre (progressFile, documentFile));
     EXPECT_EQ (tool.bytes (documentFile), "theirs");
+    ::setenv ("TMPDIR", folder.path.c_str(), 1);
+    EXPECT_EQ (Protocol::folder().getFullPathName(), folder.directory())
+        << "wherever the temporary folder is by now";
 }
 
 TEST_F (WordExportTest, withoutAPlaceForAPrivateFolderTheReasonIsSaid)
