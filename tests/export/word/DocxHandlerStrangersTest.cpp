@@ -103,7 +103,7 @@ TEST_P (SetTrap, ofADocumentGivesWayAndIsNeverWrittenInto)
     setAt (documentFile);
     exporter.exportEventsByTimecode();
     expectNothingHappened();
-    EXPECT_TRUE (kept ("timecode").contains ("cueContentList"));
+    EXPECT_TRUE (kept ("timecode").contains ("footer")) << "the document, and nothing else";
 }
 
 TEST_P (SetTrap, ofTheWordToStopIsNeverWrittenInto)
