@@ -36,6 +36,7 @@ struct MIDIInputWatch::State final
     void watch (Names told)
     {
         std::unique_lock lock (mutex);
+        thread = std::this_thread::get_id();
 
         while (! isOver)
         {
@@ -45,6 +46,7 @@ struct MIDIInputWatch::State final
             {
                 told = std::move (now);
                 auto tell = changed;
+                isTelling = true;
                 lock.unlock();
 
                 if (tell != nullptr)
@@ -52,6 +54,8 @@ struct MIDIInputWatch::State final
 
                 tell = {}; // what it holds may go now, and may want this lock
                 lock.lock();
+                isTelling = false;
+                over.notify_all();
             }
 
             over.wait_for (lock, pause, [this] { return isOver; });
@@ -63,7 +67,9 @@ struct MIDIInputWatch::State final
     std::mutex mutex; ///< held while looking; guards what follows
     std::condition_variable over;
     std::function<void()> changed;
+    std::thread::id thread; ///< of the watch
     bool isOver = false;
+    bool isTelling = false;
 };
 
 MIDIInputWatch::MIDIInputWatch (MIDIInputs& inputsToWatch, std::chrono::milliseconds timeBetweenLooks)
@@ -71,7 +77,14 @@ MIDIInputWatch::MIDIInputWatch (MIDIInputs& inputsToWatch, std::chrono::millisec
 {
 }
 
-MIDIInputWatch::~MIDIInputWatch() { end(); }
+MIDIInputWatch::~MIDIInputWatch()
+{
+    end();
+    std::unique_lock lock (state->mutex);
+
+    if (std::this_thread::get_id() != state->thread)
+        state->over.wait (lock, [this] { return ! state->isTelling; });
+}
 
 void MIDIInputWatch::begin()
 {
@@ -92,9 +105,13 @@ void MIDIInputWatch::setChanged (std::function<void()> whatToDo)
 
 void MIDIInputWatch::end()
 {
-    const std::lock_guard lock (state->mutex);
+    constexpr auto patience = std::chrono::seconds (1);
+    std::unique_lock lock (state->mutex);
     state->isOver = true;
     state->over.notify_all();
+
+    if (std::this_thread::get_id() != state->thread)
+        state->over.wait_for (lock, patience, [this] { return ! state->isTelling; });
 }
 
 } // namespace ZEP::MIDIIO

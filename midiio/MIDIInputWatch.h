@@ -15,7 +15,8 @@ namespace ZEP::MIDIIO
 /** Looks again and again which inputs are there, on a thread of its own, and tells when one has come or gone. The system
     itself doesn't say so.
 
-    The thread outlives this object for as long as it tells somebody; the inputs have to outlive both. Any thread. */
+    The end of this object waits until nobody is being told any more, unless it is who is told that ends it. The inputs have to
+    outlive it. Any thread. */
 class MIDIInputWatch final
 {
 public:
@@ -31,7 +32,7 @@ public:
     /** @param whatToDo  called on the thread of the watch; may be empty */
     void setChanged (std::function<void()> whatToDo);
 
-    /** Ends for good. After it nothing is looked for any more; whoever is being told may still be at work. */
+    /** Ends for good: nothing is looked for any more. Waits a moment for whoever is being told, but not for ever. */
     void end();
 
 private:
