@@ -59,7 +59,10 @@ BatchEventExportSession::~BatchEventExportSession() { stopThread (-1); }
 
 void BatchEventExportSession::start()
 {
-    if (! isThreadRunning() && ! startThread())
+    if (isBegun.exchange (true))
+        return;
+
+    if (! startThread())
     {
         Logger::error ("There is no thread for the batch; its caller waits for it");
         run();

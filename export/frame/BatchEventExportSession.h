@@ -54,7 +54,8 @@ public:
     explicit BatchEventExportSession (SettingsSets sets); ///< @param sets none of them null; shared
     ~BatchEventExportSession() override;
 
-    /** Begins the run, on the caller's own thread where the system has no other left. */
+    /** Begins the run, on the caller's own thread where the system has no other left. A second time it does nothing, whoever
+        calls it. */
     void start();
 
     /** Ends the batch before its next document, and the running one early where its exporter can be cancelled. */
@@ -83,6 +84,7 @@ private:
     const SettingsSets settingsSets;
     std::atomic<int> totalSteps { 0 };
     std::atomic<int> completedSteps { 0 };
+    std::atomic<bool> isBegun { false };
     std::atomic<bool> cancelled { false };
     std::mutex exporterLock;
     std::shared_ptr<EventExporter> currentExporter; ///< under exporterLock

@@ -186,8 +186,9 @@ void EventWordExporter::startTool (const juce::StringArray& jsonFiles,
 
 void EventWordExporter::cancel()
 {
-    DocxHandlerProtocol::writeCancel (comFilePaths[1]);
+    // In this order: an export that has just begun removes the word, and looks at the flag behind it.
     cancelled = true;
+    DocxHandlerProtocol::writeCancel (comFilePaths[1]);
 }
 
 void EventWordExporter::setDocumentHeader() {}

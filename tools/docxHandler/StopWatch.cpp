@@ -72,9 +72,13 @@ StopWatch::Words wordsIn (const std::filesystem::path& file)
 {
     abandonPlacing();
     std::signal (signal, SIG_DFL);
-    const auto signals = watchedSignals();
+
+    // This one alone: the end of the work may be told at the same moment, which must not be what ends the program.
+    sigset_t ending;
+    ::sigemptyset (&ending);
+    ::sigaddset (&ending, signal);
     static_cast<void> (std::raise (signal));
-    ::pthread_sigmask (SIG_UNBLOCK, &signals, nullptr);
+    ::pthread_sigmask (SIG_UNBLOCK, &ending, nullptr);
     ::_exit (128 + signal);
 }
 
