@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
+// The names that the system has for large files are told apart here; elsewhere the one stands for the other.
+#undef _FILE_OFFSET_BITS
 #include "FailingFiles.h"
 
 #include <dlfcn.h>
