@@ -36,13 +36,19 @@ std::string rulesOfPages (const PrintLayout& layout)
 
 std::string frameOfSheet (const PrintLayout& layout)
 {
+    // The browser is told the encoding and what the page may do along with the page too (PageRequests.cpp), and now and then forgets
+    // it before it reads the first line.
+    //
     // Of rules that are marked as important those of the first layer win, whatever others are marked with and however closely
     // they are aimed. And the first title of a document is its title.
     //
     // A cue that is torn apart between two pages can't be read out, and one word without an end must not make the whole sheet
     // small. Labels keep their words whole, however long the text beside them. A line of Arabic or Hebrew is set from the right:
     // from the left its full stop would stand at the wrong end.
-    return "<!DOCTYPE html><title>Dublane - Event List</title><style>@layer sheet{" + rulesOfPages (layout)
+    return "<!DOCTYPE html><meta charset=\"utf-8\"><meta http-equiv=\"Content-Security-Policy\" "
+           "content=\"default-src 'none'; img-src file:; style-src 'unsafe-inline'\">"
+           "<title>Dublane - Event List</title><style>@layer sheet{"
+           + rulesOfPages (layout)
            + ".oneCueOuterContainer{break-inside:avoid!important}"
              "p{overflow-wrap:anywhere!important;unicode-bidi:plaintext!important}"
              ".cueNotesSectionHeaderItem>p{overflow-wrap:normal!important}}</style>";

@@ -308,7 +308,8 @@ TEST_F (ProjectJSONHostileTest, sixtyFourMembersOfOneObjectAreStillLookedAt)
     };
 
     EXPECT_EQ (errorOf (project (64)), R"(There is no member "m1")");
-    EXPECT_EQ (errorOf (project (65)), "An object in the text has more members than any of a project");
+    EXPECT_EQ (errorOf (project (65)),
+               "An object in the text has more members than any of a project: more than 64");
 }
 
 TEST_F (ProjectJSONHostileTest, aRunPerCharacterOfALongTextIsRead)

@@ -13,10 +13,10 @@ namespace
 constexpr auto tooLarge = "The workbook is too large to be a cue list.";
 
 /** Limits that end with the test. */
-class WorkbookLimits : public WorkbookReading
+class WorkbookReadingLimits : public WorkbookReading
 {
 protected:
-    ~WorkbookLimits() override { WorkbookArchive::limits() = {}; }
+    ~WorkbookReadingLimits() override { WorkbookArchive::limits() = {}; }
 
     static Book bookOfRows (int number)
     {
@@ -49,7 +49,7 @@ protected:
 
 } // namespace
 
-TEST_F (WorkbookLimits, areGenerousUnlessTheyAreChanged)
+TEST_F (WorkbookReadingLimits, areGenerousUnlessTheyAreChanged)
 {
     EXPECT_EQ (limits.parts, 10000u);
     EXPECT_EQ (limits.bytesOfPart, 536870912u);
@@ -61,7 +61,7 @@ TEST_F (WorkbookLimits, areGenerousUnlessTheyAreChanged)
     EXPECT_EQ (limits.nesting, 64);
 }
 
-TEST_F (WorkbookLimits, oneLessThanAWorkbookNeedsRefusesIt)
+TEST_F (WorkbookReadingLimits, oneLessThanAWorkbookNeedsRefusesIt)
 {
     const auto bytes = bookOfRows (3).zipped();
 
@@ -78,7 +78,7 @@ TEST_F (WorkbookLimits, oneLessThanAWorkbookNeedsRefusesIt)
     }
 }
 
-TEST_F (WorkbookLimits, aLargeArchiveMayBecomeExactlySoManyTimesItsSize)
+TEST_F (WorkbookReadingLimits, aLargeArchiveMayBecomeExactlySoManyTimesItsSize)
 {
     Book book = bookOfRows (3);
     book.others = { { "xl/media/image1.png", std::string (100000, ' ') } };
@@ -93,7 +93,7 @@ TEST_F (WorkbookLimits, aLargeArchiveMayBecomeExactlySoManyTimesItsSize)
     EXPECT_EQ (failureOf (bytes), "");
 }
 
-TEST_F (WorkbookLimits, aTableMayHaveExactlySoManyCells)
+TEST_F (WorkbookReadingLimits, aTableMayHaveExactlySoManyCells)
 {
     const auto bytes = bookOfRows (100).zipped();
     const auto needed = smallest (&WorkbookArchive::Limits::cells, bytes);
@@ -105,7 +105,7 @@ TEST_F (WorkbookLimits, aTableMayHaveExactlySoManyCells)
     EXPECT_EQ (rows.size(), 100u);
 }
 
-TEST_F (WorkbookLimits, cellsOfATableGrowWithItsSheet)
+TEST_F (WorkbookReadingLimits, cellsOfATableGrowWithItsSheet)
 {
     limits.spareCells = 10;
     EXPECT_EQ (SheetTable::mostCells (0), 10u);
@@ -118,7 +118,7 @@ TEST_F (WorkbookLimits, cellsOfATableGrowWithItsSheet)
     EXPECT_EQ (SheetTable::mostCells (std::uint64_t { 1 } << 30), (1u << 28) + 2097152u);
 }
 
-TEST_F (WorkbookLimits, elementsMayLieExactlySoDeepInEachOther)
+TEST_F (WorkbookReadingLimits, elementsMayLieExactlySoDeepInEachOther)
 {
     const auto bytes = bookOfRows (1).zipped(); // worksheet, sheetData, row, c, v
     limits.nesting = 5;

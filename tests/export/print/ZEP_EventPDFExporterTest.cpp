@@ -214,6 +214,17 @@ TEST_F (PrintedSheetTest, labelsStayWholeBesideTheLongestNotes)
         std::any_of (words.begin(), words.end(), [] (const auto& word) { return word.text == "NOTES"; }));
 }
 
+/** The words of a page with their places, for whoever has to find out why a test failed. */
+std::string everyWord (const std::vector<PrintedPDF::Word>& words)
+{
+    std::ostringstream told;
+
+    for (const auto& word : words)
+        told << word.text << " " << word.left << " to " << word.right << "\n";
+
+    return told.str();
+}
+
 TEST_F (PrintedSheetTest, linesOfArabicAreSetFromTheRight)
 {
     settings->events = { event ({ .cueNumber = "N1", .words = "\u0645\u0631\u062d\u0628\u0627 Mary" }) };
@@ -224,7 +235,7 @@ TEST_F (PrintedSheetTest, linesOfArabicAreSetFromTheRight)
                                       [&] (const auto& word)
                                       { return std::any_of (word.text.begin(), word.text.end(), isArabic); });
     ASSERT_NE (arabic, words.end());
-    EXPECT_GT (arabic->left, sheet.word (0, "Mary").right);
+    EXPECT_GT (arabic->left, sheet.word (0, "Mary").right) << everyWord (words);
 }
 
 TEST_F (PrintedSheetTest, backgroundsIconsAndColoursArePrinted)
