@@ -235,13 +235,19 @@ protected:
         folder.write (GetParam().file, GetParam().older);
         EXPECT_EQ (writeWith (faults), "");
         EXPECT_EQ (folder.names(), Names { GetParam().file });
-        EXPECT_EQ (folder.bytes (GetParam().file).size(), expected.size());
-        EXPECT_EQ (folder.bytes (GetParam().file).substr (0, 5), expected.substr (0, 5));
+        const auto written = folder.bytes (GetParam().file);
 
         if (GetParam().isTheSameEachTime)
         {
-            EXPECT_EQ (folder.bytes (GetParam().file), expected);
+            EXPECT_EQ (written, expected);
+            return;
         }
+
+        // What tells the time differs within the text; the file is there from its first line to its last.
+        constexpr std::size_t ofTheStart = 5, ofTheEnd = 2;
+        ASSERT_GT (written.size(), expected.size() / 2);
+        EXPECT_EQ (written.substr (0, ofTheStart), expected.substr (0, ofTheStart));
+        EXPECT_EQ (written.substr (written.size() - ofTheEnd), expected.substr (expected.size() - ofTheEnd));
     }
 
     Testing::CollectedLog log;
