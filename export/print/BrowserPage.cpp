@@ -98,10 +98,23 @@ std::string decoded (std::string_view base64)
     return bytes;
 }
 
+Core::PrivateFolder folderForPrinting()
+{
+    try
+    {
+        return Core::PrivateFolder ("overmarks-print-");
+    }
+    catch (const std::runtime_error& error)
+    {
+        throw PrintError (std::string ("there is ") + error.what());
+    }
+}
+
 } // namespace
 
 BrowserPage::BrowserPage (const fs::path& program, Clock::duration patienceWithBrowser)
-    : patience (patienceWithBrowser),
+    : privateFolder (folderForPrinting()),
+      patience (patienceWithBrowser),
       end (Clock::now() + patience * mostPatience)
 {
     open (program);

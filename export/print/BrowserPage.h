@@ -2,9 +2,9 @@
 #pragma once
 
 #include "ZEP_Overmarks/Export.h"
+#include "core/system/PrivateFolder.h"
 #include "export/print/BrowserProcess.h"
 #include "export/print/PageRequests.h"
-#include "export/print/PrivateFolder.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -75,7 +75,7 @@ private:
     void take (const json& event);
     [[nodiscard]] Clock::time_point deadline() const;
 
-    PrivateFolder privateFolder;
+    Core::PrivateFolder privateFolder;
     Clock::duration patience;
     Clock::time_point end;
     std::unique_ptr<BrowserProcess> process;

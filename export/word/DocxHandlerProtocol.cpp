@@ -10,15 +10,14 @@
 #include <Poco/SHA2Engine.h>
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -225,27 +224,21 @@ PrivateFolder::PrivateFolder()
             juce::File (namedFolder()); // none as long as it is the temporary folder, wherever that will be
     }
 
-    const auto parent = juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName();
-    auto pattern = parent.toStdString() + "/overmarks-word-XXXXXX";
-
-    if (::mkdtemp (pattern.data()) == nullptr)
+    try
     {
-        outcome = juce::Result::fail ("There is no place for temporary files in " + parent + ": "
-                                      + juce::String::fromUTF8 (std::strerror (errno)));
-        return;
+        made.emplace ("overmarks-word-");
+        setFolder (juce::File (Core::StringUtil::fromUTF8 (made->path().native())));
     }
-
-    made = juce::File (Core::StringUtil::fromUTF8 (pattern));
-    setFolder (made);
+    catch (const std::runtime_error& error)
+    {
+        outcome = juce::Result::fail ("There is " + Core::StringUtil::fromUTF8 (error.what()));
+    }
 }
 
 PrivateFolder::~PrivateFolder()
 {
-    if (outcome.failed())
-        return;
-
-    setFolder (before);
-    made.deleteRecursively();
+    if (made.has_value())
+        setFolder (before);
 }
 
 juce::String progressFilePath() { return inFolder (progressFileName); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ZEP_Overmarks/Export.h"
+#include "core/system/PrivateFolder.h"
 
 #include <juce_core/juce_core.h>
 
@@ -63,7 +64,7 @@ public:
 private:
     juce::Result outcome = juce::Result::ok();
     juce::File before;
-    juce::File made;
+    std::optional<Core::PrivateFolder> made;
 };
 
 /** Where the tool tells how far it is and what went wrong. */

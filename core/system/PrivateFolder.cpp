@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "export/print/PrivateFolder.h"
-
-#include "export/print/PrintError.h"
+#include "core/system/PrivateFolder.h"
 
 #include <juce_core/juce_core.h>
 
@@ -10,20 +8,21 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 
-namespace ZEP::Overmarks
+namespace ZEP::Core
 {
 
-PrivateFolder::PrivateFolder()
+PrivateFolder::PrivateFolder (const std::string& nameStart)
 {
-    const auto parent = juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName();
-    auto pattern = parent.toStdString() + "/overmarks-print-XXXXXX";
+    const auto parent =
+        juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName().toStdString();
+    auto pattern = parent + "/" + nameStart + "XXXXXX";
 
     if (::mkdtemp (pattern.data()) == nullptr)
-        throw PrintError ("there is no place for temporary files in " + parent.toStdString() + ": "
-                          + std::strerror (errno));
+        throw std::runtime_error ("no place for temporary files in " + parent + ": " + std::strerror (errno));
 
     folder = pattern;
 }
@@ -46,4 +45,4 @@ PrivateFolder::~PrivateFolder()
     }
 }
 
-} // namespace ZEP::Overmarks
+} // namespace ZEP::Core
