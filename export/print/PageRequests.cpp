@@ -5,6 +5,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <string_view>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -12,13 +13,13 @@ namespace ZEP::Overmarks
 namespace
 {
 
-/** Of the page: shown as by an older browser that knew no scripts, frames, forms, plug-ins, downloads or ways to another page. */
-constexpr auto contentPolicy =
-    "default-src 'none'; img-src file:; style-src 'unsafe-inline'; sandbox allow-same-origin";
+/** Beside the policy: shown as by an older browser that knew no scripts, frames, forms, plug-ins, downloads or ways to another page. A
+    page can't say that of itself. */
+constexpr std::string_view sandbox = "; sandbox allow-same-origin";
 
 using json = nlohmann::json;
 
-json header (const char* name, const char* value) { return { { "name", name }, { "value", value } }; }
+json header (const char* name, const std::string& value) { return { { "name", name }, { "value", value } }; }
 
 PageRequests::Reply refusal (const json& id)
 {
@@ -41,8 +42,10 @@ PageRequests::Reply pageWithPolicy (const json& id)
     return { "Fetch.continueResponse",
              { { "requestId", id },
                { "responseCode", 200 },
-               { "responseHeaders", json::array ({ header ("Content-Type", "text/html; charset=utf-8"),
-                                                   header ("Content-Security-Policy", contentPolicy) }) } } };
+               { "responseHeaders",
+                 json::array ({ header ("Content-Type", "text/html; charset=utf-8"),
+                                header ("Content-Security-Policy",
+                                        std::string (policyOfPages) + std::string (sandbox)) }) } } };
 }
 
 } // namespace

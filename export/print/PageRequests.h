@@ -7,9 +7,15 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace ZEP::Overmarks
 {
+
+/** What a printed page may load and run, in the words of the web: pictures of its own folder, styles that stand in it, nothing else. It
+    is said twice, with the answer to the browser's request and by the page itself, for a browser that passes over one of them. */
+inline constexpr std::string_view policyOfPages =
+    "default-src 'none'; img-src file:; style-src 'unsafe-inline'";
 
 /** Decides about each request of a page in the browser. Cue texts reach the page as they stand and come from strangers, so the
     page itself is loaded once, the icons come from this process' memory, and everything else is refused. */

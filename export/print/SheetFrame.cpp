@@ -2,6 +2,7 @@
 #include "export/print/SheetFrame.h"
 
 #include "export/print/BrowserPage.h"
+#include "export/print/PageRequests.h"
 
 #include <string_view>
 
@@ -46,8 +47,8 @@ std::string frameOfSheet (const PrintLayout& layout)
     // small. Labels keep their words whole, however long the text beside them. A line of Arabic or Hebrew is set from the right:
     // from the left its full stop would stand at the wrong end.
     return "<!DOCTYPE html><meta charset=\"utf-8\"><meta http-equiv=\"Content-Security-Policy\" "
-           "content=\"default-src 'none'; img-src file:; style-src 'unsafe-inline'\">"
-           "<title>Dublane - Event List</title><style>@layer sheet{"
+           "content=\""
+           + std::string (policyOfPages) + "\"><title>Dublane - Event List</title><style>@layer sheet{"
            + rulesOfPages (layout)
            + ".oneCueOuterContainer{break-inside:avoid!important}"
              "p{overflow-wrap:anywhere!important;unicode-bidi:plaintext!important}"

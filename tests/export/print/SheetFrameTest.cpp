@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "export/print/SheetFrame.h"
+
+#include "export/print/BrowserPage.h"
+
+#include <gmock/gmock.h>
+
+namespace
+{
+using testing::HasSubstr;
+using testing::StartsWith;
+using ZEP::Overmarks::frameOfSheet;
+
+std::string a4() { return frameOfSheet ({ .paperWidth = 595, .paperHeight = 842 }); }
+
+TEST (SheetFrame, saysTheEncodingBeforeAnythingElseSoThatNoneIsGuessed)
+{
+    EXPECT_THAT (a4(), StartsWith ("<!DOCTYPE html><meta charset=\"utf-8\">"));
+}
+
+TEST (SheetFrame, letsThePageLoadPicturesOfItsFolderAndStylesOfItsOwnAndRunNothing)
+{
+    EXPECT_THAT (a4(),
+                 HasSubstr ("<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
+                            "img-src file:; style-src 'unsafe-inline'\">"));
+}
+
+TEST (SheetFrame, saysThePolicyBeforeThereIsAnythingThatItCouldComeTooLateFor)
+{
+    EXPECT_LT (a4().find ("Content-Security-Policy"), a4().find ("<style>"));
+}
+
+TEST (SheetFrame, setsThePaperSoThatNoStyleOfAPageChangesIt)
+{
+    EXPECT_THAT (a4(), HasSubstr ("size:595pt 842pt !important"));
+}
+
+} // namespace
