@@ -299,9 +299,8 @@ std::shared_ptr<Event> readEvent (const JSONMember& object, const std::shared_pt
 /** The first event of a fade's type; a list without one gets one. */
 std::shared_ptr<Event> fadeOf (const Project& project, EventType type)
 {
-    for (const auto& event : project.list->events)
-        if (event->getType() == type)
-            return event;
+    if (const auto fades = project.list->eventsWithTypeMask (type); ! fades.empty())
+        return fades.front();
 
     auto fade = project.createFade (type);
     project.list->events.push_back (fade);

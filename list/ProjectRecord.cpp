@@ -199,9 +199,9 @@ struct SettingsReader
 void fillMissingFade (ProtoProject& record, const Project& project, EventType type,
                       const std::shared_ptr<Event>& former)
 {
-    for (const auto& event : project.list->events)
-        if (event->getType() == type)
-            return;
+    // As the list itself finds its fades: in a damaged file an event may be of several types.
+    if (! project.list->eventsWithTypeMask (type).empty())
+        return;
 
     const bool canReturn = former != nullptr && former->getType() == type;
     const auto fade = canReturn ? former : project.createFade (type);

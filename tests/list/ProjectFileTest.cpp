@@ -168,6 +168,16 @@ TEST_F (ProjectFileTest, aFadeThatTheListHasLostIsStoredAllTheSame)
     EXPECT_EQ (project.list->events.size(), 2u) << "saving changes nothing";
 }
 
+TEST_F (ProjectFileTest, anEventOfSeveralTypesIsTheFadeThatItWasOpenedAs)
+{
+    // The types are bits, and a damaged file may set several.
+    auto project = loaded (fileAround (field (listOfProject, "\x0a\x02\x50\x50\x0a\x02\x50\x20")));
+    ASSERT_EQ (project.list->fadeInEvent->getType(), 80);
+
+    EXPECT_EQ (differenceOf (loaded (bytesOf (project)), project), "");
+    EXPECT_EQ (recordIn (bytesOf (project)).list().events_size(), 2);
+}
+
 TEST_F (ProjectFileTest, aTextThatIsNoUnicodeDoesNotLoseTheProject)
 {
     const auto half = "a" + juce::String::charToString (0xd83d) + "b";

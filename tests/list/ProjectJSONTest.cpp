@@ -203,6 +203,13 @@ TEST_F (ProjectJSONTest, missingFadesAreMadeWithoutATime)
     EXPECT_EQ (project.list->fadeInEvent->getTimeInfo(), project.timeInfo);
 }
 
+TEST_F (ProjectJSONTest, anEventOfSeveralTypesIsAFadeAsItIsInAProjectFile)
+{
+    const auto project = withEvents (R"({"cueNumber": "A1", "type": 80})");
+    EXPECT_EQ (project.list->events.size(), 2u);
+    EXPECT_EQ (project.list->fadeInEvent->getCueNumber(), juce::String ("A1"));
+}
+
 TEST_F (ProjectJSONTest, oneMissingFadeIsMadeAndTheOtherKept)
 {
     const auto project = withEvents (R"({"type": 32, "cueNumber": "mine"})");
