@@ -10,8 +10,15 @@ namespace
 using testing::HasSubstr;
 using testing::StartsWith;
 using ZEP::Overmarks::frameOfSheet;
+using ZEP::Overmarks::PrintLayout;
 
-std::string a4() { return frameOfSheet ({ .paperWidth = 595, .paperHeight = 842 }); }
+std::string a4()
+{
+    PrintLayout layout;
+    layout.paperWidth = 595;
+    layout.paperHeight = 842;
+    return frameOfSheet (layout);
+}
 
 TEST (SheetFrame, saysTheEncodingBeforeAnythingElseSoThatNoneIsGuessed)
 {
