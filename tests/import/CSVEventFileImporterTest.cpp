@@ -399,6 +399,16 @@ TEST_F (CSVImport, aTakerFileSavedAnewAsUTF16IsNotUnfoldedThoughItIsKnown)
     EXPECT_EQ (importer->rows.size(), 2u);
 }
 
+TEST_F (CSVImport, aTableThatEndsAtEmptyLinesComesWithoutAMessage)
+{
+    for (const std::string empty : { "\n\n\n\n", "\r\n\r\n" })
+    {
+        import ("Start,Text\n1,a\n" + empty + "2,b\n");
+        EXPECT_EQ (importer->rows.size(), 2u);
+        EXPECT_EQ (message, "");
+    }
+}
+
 TEST_F (CSVImport, aTakerFileStaysKnownWhenItsTitlesChange)
 {
     const auto path = folder.file ("list.csv", "Take,In,Out,Marker\n1,2,3,\n");

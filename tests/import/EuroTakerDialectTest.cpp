@@ -146,3 +146,17 @@ TEST_F (EuroTaker, aFileOfTheToolIsUnfoldedAndSortedAsItIsRead)
     EXPECT_EQ (file.columnMap.at ("Cue Number"), 0);
     EXPECT_EQ (file.columnMap.at ("Start TC"), 1);
 }
+
+TEST_F (EuroTaker, aListInUTF16IsNeitherKnownNorUnfolded)
+{
+    std::string bytes = "\xff\xfe";
+    for (const char letter : std::string ("TakeNr,In,Out,Marker\n1,01:00:00:00,01:00:05:00,01:00:01:00\n"))
+        bytes += { letter, '\0' };
+
+    TemporaryFolder folder;
+    const CSVEventFileImporter file (folder.file ("list.csv", bytes), message = {});
+    EXPECT_EQ (message, "");
+    EXPECT_FALSE (file.isEuroTaker);
+    EXPECT_EQ (textsOf (file.rows), (TextTable { { "TakeNr", "In", "Out", "Marker" },
+                                                 { "1", "01:00:00:00", "01:00:05:00", "01:00:01:00" } }));
+}
