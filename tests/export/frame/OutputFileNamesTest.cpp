@@ -54,12 +54,11 @@ TEST (OutputFileNames, aTildeAtTheStartIsNobodysHome)
     EXPECT_EQ (OutputFileNames ("/out", "~root", ".csv").single().getFullPathName(), "/out/~root.csv");
 }
 
-TEST (OutputFileNames, controlCodesBecomeUnderscores)
+TEST (OutputFileNames, noOtherCharacterIsTouched)
 {
-    EXPECT_EQ (fileOf ("Ann\n\tBob\x1b[2J\x7f"), "Reel 2_Ann__Bob_[2J_.csv");
-    EXPECT_EQ (fileOf ("Ann\xc2\x85"
-                       "Bob"),
-               "Reel 2_Ann_Bob.csv");
+    const std::string steering = "Ann\n\tBob\x1b[2J\x7f\xc2\x85";
+    EXPECT_EQ (fileOf (steering), "Reel 2_" + steering + ".csv");
+    EXPECT_EQ (fileOf ("a\\b:c*?\"<>|"), "Reel 2_a\\b:c*?\"<>|.csv");
 }
 
 TEST (OutputFileNames, aNULCannotCutTheExtensionOff)
