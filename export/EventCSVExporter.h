@@ -57,7 +57,7 @@ public:
 
     /** Replaces the file by `csvString` in `textEncoding`: UTF-8 with a mark and a closing zero byte, Mac OS Roman,
         Windows-1252 or ISO 8859-1 without a mark and with "?" for what they lack.
-        @returns "Error writing file to " and the full path if that fails, and for any other encoding; nothing is left then */
+        @returns "Error writing file to " and the full path if that fails, and for any other encoding; an older file stays */
     juce::String writeCSVStringToFile (const juce::File& file);
 
     /** Fills `cueBySubcueMap` and `maxSubcueCount`. */

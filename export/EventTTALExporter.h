@@ -36,7 +36,7 @@ public:
     EventExportType type() const override; ///< EventExportTypeTTAL.
 
     /** Replaces the file. Without events nothing happens at all.
-        @returns "Error writing file to " and the full path if that fails; nothing is left then */
+        @returns "Error writing file to " and the full path if that fails; an older file stays */
     juce::String writeEventsToTTALFile (const Events& events, const juce::File& file);
 
     // The members of the root. The events are written as they count their frames now. Events and characters are a

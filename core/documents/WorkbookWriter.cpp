@@ -6,8 +6,8 @@
 #include "core/documents/WorkbookCheck.h"
 #include "core/documents/WorkbookSheet.h"
 #include "core/documents/WorkbookText.h"
-#include "core/system/SizeLimitIsAnError.h"
 #include "core/system/WholeFile.h"
+#include "core/system/WritingWithoutSignals.h"
 
 #include <array>
 #include <string>
@@ -78,7 +78,7 @@ void refuseWhatDoesNotFit (const Rows& rows)
 /** Packs the rows. The library reports a disk that is full only where it can't go on. */
 std::string_view pack (PackedWorkbook& packed, const Rows& rows)
 {
-    const SizeLimitIsAnError scope;
+    const WritingWithoutSignals scope;
     const auto folder =
         juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName().toStdString();
     WorkbookSheet sheet (packed.path(), folder, WorkbookSheet::widthsFor (rows));

@@ -73,7 +73,7 @@ std::optional<double> numberOf (const Poco::Any* value)
     return std::nullopt;
 }
 
-/** What the file leads to, so that saving replaces that and not a link. */
+/** What the file leads to: settings are neither read nor saved through a link that somebody else has put into a folder of everybody's. */
 juce::Result findPlace (const juce::File& file, juce::File& place)
 {
     if (file == juce::File())

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/WholeFile.h"
 
+#include "core/system/Descriptor.h"
 #include "core/system/RandomIdentity.h"
 #include "core/system/SharedFolder.h"
-#include "core/system/SizeLimitIsAnError.h"
-#include "core/system/Uninterrupted.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,10 +11,8 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <system_error>
-#include <utility>
 
 namespace ZEP::Core
 {
@@ -35,49 +32,10 @@ void require (bool succeeded)
         fail();
 }
 
-/** An open file, closed at the end of the scope. */
-class Descriptor final
+void writeAll (const Descriptor& file, std::span<const std::string_view> pieces)
 {
-public:
-    explicit Descriptor (int number) : descriptor (number) { require (number >= 0); }
-
-    Descriptor (const Descriptor&) = delete;
-    Descriptor& operator= (const Descriptor&) = delete;
-
-    ~Descriptor()
-    {
-        if (descriptor >= 0)
-            ::close (descriptor);
-    }
-
-    /** Some file systems tell only now that there was no room. */
-    void close() { require (::close (std::exchange (descriptor, -1)) == 0); }
-
-    int number() const { return descriptor; }
-
-private:
-    int descriptor;
-};
-
-void writeAll (int descriptor, std::string_view bytes)
-{
-    constexpr std::size_t mostAtOnce = std::size_t { 1 } << 30; // the system takes no more than 2 GiB
-
-    while (! bytes.empty())
-    {
-        const auto written = uninterrupted (
-            [&] { return ::write (descriptor, bytes.data(), std::min (bytes.size(), mostAtOnce)); });
-        require (written >= 0);
-        bytes.remove_prefix (static_cast<std::size_t> (written));
-    }
-}
-
-void writeAll (int descriptor, std::span<const std::string_view> pieces)
-{
-    const SizeLimitIsAnError scope;
-
     for (const auto piece : pieces)
-        writeAll (descriptor, piece);
+        require (file.write (piece));
 }
 
 /** The first bytes of a name, fewer where a character would be cut: some file systems take no half ones. */
@@ -125,10 +83,10 @@ public:
         if (replacesAFile)
             takeOwnerAndPermissions();
 
-        writeAll (descriptor->number(), pieces);
+        writeAll (file, pieces);
         require (until == Until::theSystemHasIt
-                 || uninterrupted ([this] { return ::fsync (descriptor->number()); }) == 0);
-        descriptor->close();
+                 || uninterrupted ([this] { return ::fsync (file.number()); }) == 0);
+        require (file.close());
     }
 
     void moveIntoPlace (Until until)
@@ -151,13 +109,12 @@ private:
         for (;;)
         {
             path = target.parent_path() / (start + randomIdentity().substring (0, 8).toStdString());
-            const int number = uninterrupted (
-                [&] { return ::open (path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
+            file = Descriptor (path, O_WRONLY | O_CREAT | O_EXCL, mode);
 
-            if (number < 0 && errno == EEXIST)
+            if (! file.isOpen() && errno == EEXIST)
                 continue;
 
-            descriptor.emplace (number);
+            require (file.isOpen());
             return;
         }
     }
@@ -165,7 +122,7 @@ private:
     void takeOwnerAndPermissions() const
     {
         auto mode = former.st_mode & 0777;
-        const int number = descriptor->number();
+        const int number = file.number();
 
         // The rights of a group that can't be kept are not for another one.
         if (::fchown (number, former.st_uid, former.st_gid) != 0
@@ -179,12 +136,11 @@ private:
         systems have no such thing. */
     void makeMoveLast() const
     {
-        const int number = ::open (target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const Descriptor folder (target.parent_path(), O_RDONLY | O_DIRECTORY);
 
-        if (number < 0)
+        if (! folder.isOpen())
             return;
 
-        const Descriptor folder (number);
         require (uninterrupted ([&folder] { return ::fsync (folder.number()); }) == 0 || errno == EINVAL
                  || errno == ENOTSUP);
     }
@@ -195,15 +151,31 @@ private:
     };
     bool replacesAFile;
     fs::path path;
-    std::optional<Descriptor> descriptor;
+    Descriptor file;
     bool isMoved = false;
 };
 
-void writeInto (const fs::path& device, std::span<const std::string_view> pieces)
+/** @param place  the device or pipe itself, to which the target may be a link */
+void writeInto (const fs::path& target, const fs::path& place, std::span<const std::string_view> pieces)
 {
-    Descriptor opened (::open (device.c_str(), O_WRONLY | O_CLOEXEC));
-    writeAll (opened.number(), pieces);
-    opened.close();
+    // Who has made a pipe may well be the one who reads it.
+    if (SharedFolder::holdsAStrangers (place))
+        fail (EACCES);
+
+    // Nobody need ever come to read a pipe.
+    Descriptor file (target, O_WRONLY | O_NOCTTY | O_NONBLOCK);
+    require (file.isOpen());
+
+    // It may be another one by now.
+    const auto status = file.status();
+    require (status.has_value());
+
+    if (S_ISREG (status->st_mode) || SharedFolder::isAStrangers (place, *status))
+        fail (EACCES);
+
+    require (file.wait());
+    writeAll (file, pieces);
+    require (file.close());
 }
 
 fs::path pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
@@ -228,11 +200,7 @@ juce::Result WholeFile::write (const juce::File& target, std::span<const std::st
 
         if (isDeviceOrPipe (target))
         {
-            // Who has made a pipe may well be the one who reads it.
-            if (SharedFolder::holdsAStrangers (place))
-                fail (EACCES);
-
-            writeInto (pathOf (target), pieces);
+            writeInto (pathOf (target), place, pieces);
             return juce::Result::ok();
         }
 

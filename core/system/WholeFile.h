@@ -19,9 +19,9 @@ namespace ZEP::Core
 
     An existing file keeps its permissions, and its owner and group where the system allows that; one that the user may not write to
     is refused. A new one gets the permissions that the process gives to its files. A symbolic link stays and what it points to
-    is replaced, or made. Into a device or a pipe the bytes are simply written. But a link or a pipe that somebody else has put into a
-    folder of everybody's, such as /tmp, is refused (SharedFolder.h). Other names of the same file (hard links) keep the old
-    content.
+    is replaced, or made. Into a device, or a pipe that is being read, the bytes are simply written. But a link or a pipe that
+    somebody else has put into a folder of everybody's, such as /tmp, is refused (SharedFolder.h). Other names of the same file
+    (hard links) keep the old content.
 
     Any thread; of two writers of one file the later one wins. */
 class ZEP_CORE_API WholeFile final

@@ -3,11 +3,8 @@
 
 #include "core/system/RandomIdentity.h"
 #include "core/system/SharedFolder.h"
-#include "core/system/SizeLimitIsAnError.h"
-#include "core/system/Uninterrupted.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -32,17 +29,27 @@ OutputFile::OutputFile (const juce::File& targetFile, OnFailure onFailure)
       whenItFails (onFailure)
 {
     open();
-    complete = descriptor >= 0;
+    complete = file.isOpen();
 }
 
 OutputFile::~OutputFile()
 {
-    std::ignore = close();
-
-    if (! keep && ! removedUnlessKept.empty())
-        ::unlink (removedUnlessKept.c_str());
+    if (! keep)
+        removeUnfinished();
     if (! keep && whenItFails == OnFailure::nothingStaysThere)
         removeOlder();
+}
+
+void OutputFile::removeUnfinished()
+{
+    if (removedUnlessKept.empty() || ::unlink (removedUnlessKept.c_str()) == 0 || isBeside)
+        return;
+
+    // It stands in a folder of which nothing can be removed. An empty document doesn't look like a whole one.
+    if (! file.isOpen())
+        file = openFormer (O_WRONLY);
+
+    std::ignore = ::ftruncate (file.number(), 0);
 }
 
 void OutputFile::removeOlder() const
@@ -52,7 +59,8 @@ void OutputFile::removeOlder() const
     };
     const bool leadsNowhere = ::stat (target.toRawUTF8(), &older) != 0;
 
-    if (leadsNowhere || S_ISREG (older.st_mode))
+    if ((leadsNowhere || S_ISREG (older.st_mode))
+        && ! Core::SharedFolder::holdsAStrangers (target.toStdString()))
         ::unlink (target.toRawUTF8());
 }
 
@@ -61,26 +69,16 @@ void OutputFile::open()
     if (Core::SharedFolder::holdsAStrangers (target.toStdString()))
         return;
 
-    struct stat former
-    {
-    };
     const bool stands = ::stat (target.toRawUTF8(), &former) == 0;
 
     if (stands && (S_ISCHR (former.st_mode) || S_ISBLK (former.st_mode)))
-        return openInPlace (O_WRONLY | O_NOCTTY);
-    if (stands && ! S_ISREG (former.st_mode))
-        return;
-
-    openBeside();
+        file = openFormer (O_WRONLY | O_NOCTTY);
+    else if (! stands || S_ISREG (former.st_mode))
+        openBeside();
 
     // A folder in which nobody may make a file may still hold one that can be written to. On a full disk that would lose it.
-    if (descriptor < 0 && stands && (errno == EACCES || errno == EPERM))
-    {
-        openInPlace (O_WRONLY | O_TRUNC);
-
-        if (descriptor >= 0)
-            removedUnlessKept = target.toStdString();
-    }
+    if (! file.isOpen() && stands && S_ISREG (former.st_mode) && (errno == EACCES || errno == EPERM))
+        openInPlace();
 }
 
 void OutputFile::openBeside()
@@ -90,30 +88,46 @@ void OutputFile::openBeside()
     do
     {
         removedUnlessKept = (folder / (".overmarks-" + Core::randomIdentity().toStdString())).string();
-        descriptor = Core::uninterrupted (
-            [this] {
-                return ::open (removedUnlessKept.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
-                               modeOfNewFile);
-            });
-    } while (descriptor < 0 && errno == EEXIST);
+        file = Core::Descriptor (removedUnlessKept, O_WRONLY | O_CREAT | O_EXCL, modeOfNewFile);
+    } while (! file.isOpen() && errno == EEXIST);
 
-    isBeside = descriptor >= 0;
+    isBeside = file.isOpen();
 
     if (! isBeside)
         removedUnlessKept.clear(); // leaves errno alone
 }
 
-void OutputFile::openInPlace (int flags)
+void OutputFile::openInPlace()
 {
-    descriptor = Core::uninterrupted ([&] { return ::open (target.toRawUTF8(), flags | O_CLOEXEC); });
+    file = openFormer (O_WRONLY);
+
+    if (file.isOpen() && ::ftruncate (file.number(), 0) == 0)
+        removedUnlessKept = target.toStdString();
+    else
+        file = {};
+}
+
+/** What was found in the target's place, and nothing that somebody has put there since. */
+Core::Descriptor OutputFile::openFormer (int flags) const
+{
+    Core::Descriptor opened (target.toStdString(), flags | O_NONBLOCK);
+    const auto status = opened.status();
+    const bool isTheSame =
+        status.has_value() && status->st_dev == former.st_dev && status->st_ino == former.st_ino;
+    return isTheSame && opened.wait() ? std::move (opened) : Core::Descriptor();
 }
 
 void OutputFile::write (const void* bytes, std::size_t numberOfBytes)
 {
-    buffer.append (static_cast<const char*> (bytes), numberOfBytes);
+    const std::string_view piece (static_cast<const char*> (bytes), numberOfBytes);
 
-    if (buffer.size() >= bufferSize)
+    if (buffer.size() + piece.size() >= bufferSize)
         writeBuffer();
+
+    if (piece.size() >= bufferSize)
+        writeThrough (piece);
+    else
+        buffer += piece;
 }
 
 void OutputFile::writeString (const juce::String& text)
@@ -123,32 +137,16 @@ void OutputFile::writeString (const juce::String& text)
 
 void OutputFile::writeBuffer()
 {
-    const Core::SizeLimitIsAnError scope;
-    writeAll (buffer);
+    writeThrough (buffer);
     buffer.clear();
 }
 
-/** All of it, however few bytes the disk takes at a time. */
-void OutputFile::writeAll (std::string_view bytes)
-{
-    while (complete && ! bytes.empty())
-    {
-        const auto written =
-            Core::uninterrupted ([&] { return ::write (descriptor, bytes.data(), bytes.size()); });
-        complete = written > 0;
-
-        if (complete)
-            bytes.remove_prefix (static_cast<std::size_t> (written));
-    }
-}
-
-/** Some disks tell only now that there was no room. */
-bool OutputFile::close() { return descriptor < 0 || ::close (std::exchange (descriptor, -1)) == 0; }
+void OutputFile::writeThrough (std::string_view bytes) { complete = complete && file.write (bytes); }
 
 bool OutputFile::finish()
 {
     writeBuffer();
-    complete = close() && complete;
+    complete = complete && file.close();
 
     if (isBeside)
         complete = complete && std::rename (removedUnlessKept.c_str(), target.toRawUTF8()) == 0;

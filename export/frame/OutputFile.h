@@ -2,8 +2,11 @@
 #pragma once
 
 #include "ZEP_Overmarks/Export.h"
+#include "core/system/Descriptor.h"
 
 #include <juce_core/juce_core.h>
+
+#include <sys/stat.h>
 
 #include <cstddef>
 #include <string>
@@ -16,7 +19,7 @@ namespace ZEP::Overmarks
     unless it is meant to go.
 
     It is written to a hidden file beside its target, which a crash may leave behind. Only in a folder in which nobody may make a
-    file the older document is written over. What isn't a regular file (a folder in the file's place, a device behind a link) is never removed; a link to
+    file the older document is written over; should that fail, nothing of it is left either. What isn't a regular file (a folder in the file's place, a device behind a link) is never removed; a link to
     a file goes, and the file behind it stays. What somebody else has put into a folder of everybody's, such as /tmp, is neither replaced nor
     written into.
 
@@ -54,18 +57,21 @@ public:
 private:
     void open();
     void openBeside();
-    void openInPlace (int flags);
+    void openInPlace();
+    [[nodiscard]] Core::Descriptor openFormer (int flags) const;
     void writeBuffer();
-    void writeAll (std::string_view bytes);
-    [[nodiscard]] bool close();
-
+    void writeThrough (std::string_view bytes);
+    void removeUnfinished();
     void removeOlder() const;
 
     juce::String target;
     OnFailure whenItFails;
     std::string buffer;
     std::string removedUnlessKept; ///< path of the file that is being written; empty for a device
-    int descriptor = -1;
+    Core::Descriptor file;
+    struct stat former
+    {
+    }; ///< what stood in the target's place, if anything
     bool isBeside = false;
     bool complete = true; ///< nothing has failed so far
     bool keep = false;

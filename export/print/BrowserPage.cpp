@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/print/BrowserPage.h"
 
+#include "core/system/Descriptor.h"
 #include "export/print/BrowserProgram.h"
 #include "export/print/PageRequestReply.h"
 #include "export/print/PrintError.h"
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -51,10 +51,10 @@ std::string addressOf (const fs::path& file)
 
 void writePage (const fs::path& file, std::string_view ahead, std::string_view html)
 {
-    std::ofstream stream (file, std::ios::binary);
-    stream << ahead << html << std::flush;
+    constexpr mode_t rightsOfPage = 0600;
+    Core::Descriptor page (file, O_WRONLY | O_CREAT | O_TRUNC, rightsOfPage);
 
-    if (! stream.good())
+    if (! page.write (ahead) || ! page.write (html) || ! page.close())
         throw PrintError ("the page can't be written to " + file.string());
 }
 

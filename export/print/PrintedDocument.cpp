@@ -19,6 +19,8 @@ namespace
 constexpr string_view annotations = "/Annots";
 constexpr string_view addressOfLink = "/URI (";
 
+constexpr mode_t rightsOfFile = 0600;
+
 /** Calls for the place behind each mark. */
 template <typename Action>
 void forEachPlaceBehind (string_view mark, string_view document, Action action)
@@ -76,7 +78,7 @@ void writeWhole (const juce::File& file, string_view bytes)
 PrintedDocument::PrintedDocument (const std::filesystem::path& folder, Limits limitsOfDocument)
     : limitsToKeep (limitsOfDocument),
       path (folder / "printed.pdf"),
-      stream (path, std::ios::binary)
+      temporary (path, O_WRONLY | O_CREAT | O_TRUNC, rightsOfFile)
 {
 }
 
@@ -88,20 +90,18 @@ void PrintedDocument::write (string_view bytes)
         throw PrintError ("the printed sheet is larger than " + std::to_string (limitsToKeep.bytes >> 20)
                           + " MB");
 
-    if (! stream.write (bytes.data(), static_cast<std::streamsize> (bytes.size())))
-        flush();
+    requireRoom (temporary.write (bytes));
 }
 
-void PrintedDocument::flush()
+void PrintedDocument::requireRoom (bool isThere) const
 {
-    if (! stream.flush())
+    if (! isThere)
         throw PrintError ("the disk takes no more temporary files in " + path.parent_path().string());
 }
 
 void PrintedDocument::moveTo (const juce::File& file)
 {
-    flush();
-    stream.close();
+    requireRoom (temporary.isOpen() && temporary.close());
     const auto name = path.string();
     const juce::MemoryMappedFile mapped (
         juce::File (juce::String::fromUTF8 (name.data(), static_cast<int> (name.size()))),

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "ZEP_Overmarks/Export.h"
+#include "core/system/Descriptor.h"
 
 #include <juce_core/juce_core.h>
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 
 namespace ZEP::Overmarks
@@ -40,12 +40,12 @@ public:
     [[nodiscard]] const Limits& limits() const noexcept { return limitsToKeep; } ///< What it must keep to.
 
 private:
-    void flush();
+    void requireRoom (bool isThere) const;
 
     Limits limitsToKeep;
     std::size_t written = 0;
     std::filesystem::path path;
-    std::ofstream stream;
+    Core::Descriptor temporary;
 };
 
 } // namespace ZEP::Overmarks

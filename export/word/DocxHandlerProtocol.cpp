@@ -1,25 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/word/DocxHandlerProtocol.h"
 
+#include "core/system/Descriptor.h"
 #include "core/system/Logger.h"
 #include "core/system/SharedFolder.h"
 #include "core/system/SystemUtility.h"
-#include "core/system/Uninterrupted.h"
 #include "core/text/StringUtil.h"
 
 #include <Poco/SHA2Engine.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <mutex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <tuple>
 
 namespace ZEP::Overmarks::DocxHandlerProtocol
 {
@@ -34,6 +34,7 @@ constexpr auto exportFileEnd = ".txt";
 constexpr auto levelName = "completionLevel";
 constexpr std::string_view errorMarker = "Error message = ";
 
+constexpr mode_t rightsOfFile = 0600;
 constexpr int longestName = 255;          // bytes of a file's name
 constexpr std::size_t longestLine = 4096; // a level is told in twenty bytes
 constexpr std::size_t mostBytesWithErrors = 1 << 20;
@@ -114,84 +115,12 @@ juce::String listPart (const juce::String& name, const juce::StringArray& paths)
     return paths.isEmpty() ? juce::String() : name + paths.joinIntoString (",");
 }
 
-/** Where others may put files as well it has to be this user's; elsewhere whoever may put files there is trusted. */
-bool isOfThisUser (const juce::File& file, const struct stat& status)
-{
-    const auto parent = file.getParentDirectory().getFullPathName().toStdString();
-    return status.st_uid == ::geteuid() || ! Core::SharedFolder::isOne (parent);
-}
+std::filesystem::path pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
 
-/** An open file, closed at the end of the scope. */
-class Descriptor final
-{
-public:
-    Descriptor (const juce::File& fileToOpen, int flags)
-        : file (fileToOpen),
-          number (
-              ::open (file.getFullPathName().toRawUTF8(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600))
-    {
-    }
-
-    Descriptor (const Descriptor&) = delete;
-    Descriptor& operator= (const Descriptor&) = delete;
-
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close (number);
-    }
-
-    /** An ordinary file of this user's: anything else could mean to wait for ever, or to believe a stranger. */
-    [[nodiscard]] bool isOwnFile() const
-    {
-        struct stat status
-        {
-        };
-        return number >= 0 && ::fstat (number, &status) == 0 && S_ISREG (status.st_mode)
-               && isOfThisUser (file, status);
-    }
-
-    /** Whether it has no other name, under which it may be a file that has nothing to do with all this. */
-    [[nodiscard]] bool hasOneName() const
-    {
-        struct stat status
-        {
-        };
-        return ::fstat (number, &status) == 0 && status.st_nlink == 1;
-    }
-
-private:
-    juce::File file;
-
-public:
-    const int number;
-};
-
-/** The start of a file, at most so many bytes; nothing if it can't be opened or isn't this user's. */
+/** The start of a file, at most so many bytes; nothing if it can't be opened or isn't to be trusted. */
 std::optional<std::string> startOfFile (const juce::File& file, std::size_t most)
 {
-    const Descriptor opened (file, O_RDONLY);
-
-    if (! opened.isOwnFile())
-        return std::nullopt;
-
-    constexpr std::size_t atOnce = 65536;
-    std::string bytes;
-
-    for (ssize_t length = 1; length > 0 && bytes.size() < most;)
-    {
-        const auto before = bytes.size();
-        bytes.resize (std::min (most, before + atOnce));
-        length = Core::uninterrupted (
-            [&] { return ::read (opened.number, bytes.data() + before, bytes.size() - before); });
-
-        if (length < 0)
-            return std::nullopt;
-
-        bytes.resize (before + static_cast<std::size_t> (length));
-    }
-
-    return bytes;
+    return Core::SharedFolder::openTrusted (pathOf (file)).read (most);
 }
 
 std::string_view firstLine (std::string_view bytes) { return bytes.substr (0, bytes.find_first_of ("\r\n")); }
@@ -280,26 +209,30 @@ void run (const juce::String& line)
 bool writeCancel (const juce::String& cancelFile)
 {
     constexpr std::string_view words ("cancel\n\0", 8);
-    const Descriptor opened (juce::File (cancelFile), O_WRONLY | O_CREAT | O_APPEND);
-    return opened.isOwnFile() && opened.hasOneName()
-           && ::write (opened.number, words.data(), words.size()) == static_cast<ssize_t> (words.size());
+    const std::filesystem::path path = cancelFile.toStdString();
+    const Core::Descriptor opened (path, O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK,
+                                   rightsOfFile);
+
+    // Under another name it may be a file that has nothing to do with all this.
+    return Core::SharedFolder::isTrusted (opened, path) && opened.status()->st_nlink == 1
+           && opened.write (words);
 }
 
-bool makeEmptyFile (const juce::File& file)
+juce::Result replaceFile (const juce::File& file, std::string_view bytes)
 {
-    if (::unlink (file.getFullPathName().toRawUTF8()) != 0)
-        file.deleteFile(); // an empty folder
+    const auto path = pathOf (file);
 
-    return Descriptor (file, O_WRONLY | O_CREAT | O_EXCL).number >= 0;
+    if (std::remove (path.c_str()) == 0 || errno == ENOENT)
+        if (const Core::Descriptor made (path, O_WRONLY | O_CREAT | O_EXCL, rightsOfFile); made.isOpen())
+        {
+            std::ignore = made.write (bytes); // what is cut off is seen by whoever reads it
+            return juce::Result::ok();
+        }
+
+    return juce::Result::fail (Core::StringUtil::fromUTF8 (std::generic_category().message (errno)));
 }
 
-bool isAStrangers (const juce::File& file)
-{
-    struct stat status
-    {
-    };
-    return ::lstat (file.getFullPathName().toRawUTF8(), &status) == 0 && ! isOfThisUser (file, status);
-}
+bool isAStrangers (const juce::File& file) { return Core::SharedFolder::holdsAStrangers (pathOf (file)); }
 
 std::optional<std::string> contentOf (const juce::File& file)
 {

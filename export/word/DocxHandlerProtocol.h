@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /** How the library talks to docxHandler, the program in the resource folder that writes and reads Word documents.
@@ -29,9 +30,8 @@
 
     The names are always the same, so two runs that share a temporary folder disturb each other, and everybody on the machine
     knows them beforehand. So what another user has put under one of them into a folder of everybody's (SharedFolder.h) is neither
-    read nor written into, no link is followed,
-    and what is written can be read by this user alone. He could still hold up an export or an import, and so it is wise to have
-    a PrivateFolder instead. Any thread. */
+    read nor written into, and no link of his is followed; what is written goes through no link at all and can be read by this user
+    alone. He could still hold up an export or an import, and so it is wise to have a PrivateFolder instead. Any thread. */
 namespace ZEP::Overmarks::DocxHandlerProtocol
 {
 
@@ -107,17 +107,19 @@ OVERMARKS_API bool writeCancel (const juce::String& cancelFile);
 /** The percentage that a line of the progress file tells; nothing for a line that isn't whole or is another. */
 [[nodiscard]] OVERMARKS_API std::optional<int> levelOfLine (const juce::String& line);
 
-/** Puts an empty file of this user's, which nobody else can read, in the place of whatever stands there.
-    @returns false if that can't be, because it belongs to somebody else for example */
-[[nodiscard]] OVERMARKS_API bool makeEmptyFile (const juce::File& file);
+/** Puts a file of this user's, which nobody else can read, in the place of whatever stands there. Where the disk takes no more its
+    end is missing, and never anything before that.
+    @returns what the system says if that can't be, because it belongs to somebody else for example */
+[[nodiscard]] OVERMARKS_API juce::Result replaceFile (const juce::File& file, std::string_view bytes);
 
 /** Whether something stands there, in a folder of everybody's, that belongs to another user. */
 [[nodiscard]] OVERMARKS_API bool isAStrangers (const juce::File& file);
 
-/** The bytes of a file of this user's; nothing if it can't be opened, is a link or no ordinary file, or is larger than 1 GiB. */
+/** The bytes of a file; nothing if it can't be opened, is another user's, as above, or no ordinary file, or is larger than 1 GiB.
+    A link of this user's is followed, as the tool does when it writes. */
 [[nodiscard]] OVERMARKS_API std::optional<std::string> contentOf (const juce::File& file);
 
-/** The first line of a small text file of this user's; nothing if the file can't be opened. The text is empty if the file is. */
+/** The first line of a small text file; nothing if the file can't be opened or is another user's. The text is empty if the file is. */
 [[nodiscard]] OVERMARKS_API std::optional<juce::String> firstLineOf (const juce::File& file);
 
 /** What the first line of a progress file that tells of an error says; nothing if none does. */

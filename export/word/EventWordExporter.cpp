@@ -173,10 +173,14 @@ juce::String EventWordExporter::exportEventsByCharacter()
 void EventWordExporter::startTool (const juce::StringArray& jsonFiles,
                                    const juce::StringArray& outputFiles) const
 {
+    // One that comes later is in the file of the word to stop, which nobody removes any more.
+    if (cancelled)
+        return;
+
     for (const auto& path : jsonFiles)
-        if (DocxHandlerProtocol::isAStrangers (juce::File (path)))
+        if (const auto older = olderFiles.find (path); older != olderFiles.end())
         {
-            Logger::error (path + " belongs to another user, so docxHandler isn't started");
+            Logger::error (path + older->second + ", so docxHandler isn't started");
             return;
         }
 
@@ -242,13 +246,8 @@ void EventWordExporter::addOneCueContent (std::shared_ptr<Event> event)
 juce::String EventWordExporter::writeAndRegisterJSONFile (juce::String suffix)
 {
     const juce::File file (DocxHandlerProtocol::exportJSONFilePath (suffix));
-
-    if (! DocxHandlerProtocol::makeEmptyFile (file))
-        return file
-            .getFullPathName(); // what the tool finds there, or doesn't, is looked at before it is started
-
-    constexpr std::size_t bufferSize = 16384;
-    juce::FileOutputStream stream (file, bufferSize);
+    auto path = file.getFullPathName();
+    juce::MemoryOutputStream json;
 
     if (wordDocument != nullptr)
     {
@@ -256,12 +255,20 @@ juce::String EventWordExporter::writeAndRegisterJSONFile (juce::String suffix)
         roundNumbers (*object);
         constexpr int indentLevel = 0;
         constexpr int decimalPlaces = 1;
-        object->writeAsJSON (stream, indentLevel, true, decimalPlaces);
-        stream.flush();
-        tmpJSONFilePaths.push_back (file.getFullPathName());
+        object->writeAsJSON (json, indentLevel, true, decimalPlaces);
+        tmpJSONFilePaths.push_back (path);
     }
 
-    return file.getFullPathName();
+    const auto result = DocxHandlerProtocol::replaceFile (
+        file, { static_cast<const char*> (json.getData()), json.getDataSize() });
+
+    // Else today's document would be made of an older list, or of somebody else's. What is missing the tool tells by itself.
+    if (result.failed() && DocxHandlerProtocol::isAStrangers (file))
+        olderFiles[path] = " belongs to another user";
+    else if (result.failed() && file.exists())
+        olderFiles[path] = " can't be replaced (" + result.getErrorMessage() + ")";
+
+    return path;
 }
 
 void EventWordExporter::deleteTemporaryFiles()
@@ -273,6 +280,7 @@ void EventWordExporter::deleteTemporaryFiles()
         juce::File (path).deleteFile();
 
     tmpJSONFilePaths.clear();
+    olderFiles.clear();
 }
 
 std::vector<juce::String> EventWordExporter::getComFilePaths() const { return comFilePaths; }

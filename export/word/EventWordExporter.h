@@ -9,6 +9,7 @@
 #include <juce_core/juce_core.h>
 
 #include <atomic>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -36,7 +37,7 @@ public:
     juce::String exportEventsByTimecode() override;
     EventExportType type() const override; ///< EventExportTypeWord.
 
-    /** Tells the tool to stop, and an export by character to go no further. Not undone by a new export. */
+    /** Tells the tool to stop, and an export to go no further, nor to begin. Not undone by a new export. */
     void cancel() override;
 
     /** Does nothing: the documents have no header. */
@@ -69,6 +70,8 @@ public:
 
 private:
     void startTool (const juce::StringArray& jsonFiles, const juce::StringArray& outputFiles) const;
+
+    std::map<juce::String, juce::String> olderFiles; ///< JSON files that couldn't be replaced, and why
 };
 
 } // namespace ZEP::Overmarks

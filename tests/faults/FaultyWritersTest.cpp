@@ -19,6 +19,9 @@
 #include "midi/MIDITriggerEventFile.h"
 #include "support/CollectedLog.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <system_error>
 
@@ -322,6 +325,58 @@ TEST_P (FaultyWriters, interruptedCallsAreRepeated)
 }
 
 INSTANTIATE_TEST_SUITE_P (Writers, FaultyWriters, testing::ValuesIn (writers), nameOfWriter);
+
+// ---- written into, not replaced --------------------------------------------------------------------------------------------
+
+using FaultyPlaces = WriterTest;
+
+TEST_F (FaultyPlaces, anInterruptedOpenOfADeviceIsRepeated)
+{
+    std::filesystem::create_symlink ("/dev/null", folder.path / "list.json");
+    const FailingFiles failing (place ("list.json"), { { .call = Call::open, .error = EINTR, .times = 2 } });
+    EXPECT_EQ (ZEP::Core::WholeFile::write (folder.file ("list.json"), "{}").getErrorMessage(), "");
+    EXPECT_EQ (failing.struck(), 2);
+}
+
+/** Somebody puts something else under a document's name, in the moment before it is opened in a folder that takes no new file. */
+class SwappedDocument : public WriterTest
+{
+protected:
+    std::string writeWith (const std::function<void()>& swap)
+    {
+        folder.write ("Reel 2.csv", "older");
+        const FailingFiles failing (
+            folder.path.string(),
+            { { .call = Call::open, .error = EACCES }, { .call = Call::open, .first = 2, .before = swap } });
+        auto message = byTimecode<EventCSVExporter>();
+        EXPECT_GE (failing.struck(), 2);
+        return message;
+    }
+
+    const std::string path = place ("Reel 2.csv");
+};
+
+TEST_F (SwappedDocument, aPipeHoldsNothingUp)
+{
+    constexpr unsigned int mostSeconds = 20;
+    ::alarm (mostSeconds);
+    EXPECT_EQ (writeWith (
+                   [this]
+                   {
+                       std::filesystem::remove (path);
+                       ::mkfifo (path.c_str(), 0600);
+                   }),
+               "Error writing file to " + path);
+    ::alarm (0);
+}
+
+TEST_F (SwappedDocument, anotherFileKeepsWhatItHolds)
+{
+    folder.write ("other", "kept");
+    EXPECT_EQ (writeWith ([this] { std::filesystem::rename (place ("other"), path); }),
+               "Error writing file to " + path);
+    EXPECT_EQ (folder.bytes ("Reel 2.csv"), "kept");
+}
 
 // ---- the temporary files of workbooks --------------------------------------------------------------------------------------
 

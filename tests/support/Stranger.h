@@ -3,6 +3,7 @@
 
 #include "support/TemporaryFolder.h"
 
+#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -76,6 +77,15 @@ public:
             pretended.emplace();
         else if (::lchown (path (name).c_str(), stranger, stranger) != 0)
             throw std::runtime_error ("It can't be given away");
+    }
+
+    /** From now on what this thread makes is somebody else's. */
+    void makeThreadAStrangers()
+    {
+        if (isAdministrator)
+            ::setfsuid (stranger);
+        else
+            pretended.emplace();
     }
 
     static constexpr uid_t stranger = 12345;

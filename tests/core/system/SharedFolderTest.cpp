@@ -9,8 +9,11 @@
 #include <gmock/gmock.h>
 
 #include <fcntl.h>
+
+#include <atomic>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 namespace
 {
@@ -144,6 +147,106 @@ TEST_F (SharedFolderTest, settingsAreNotReadThroughAStrangersLink)
                                                            + shared.path ("settings").string()
                                                            + "\" can't be read: Permission denied");
     EXPECT_EQ (shared.own.bytes ("mine"), "kept");
+}
+
+TEST_F (SharedFolderTest, whatIsTakenAwayAndPutThereAgainAllTheTimeIsNeverFollowed)
+{
+    shared.own.write ("mine", "kept");
+    const auto target = shared.own.path / "mine", link = shared.path ("sheet.pdf");
+    std::atomic<bool> hasBegun { false }, isOver { false };
+    std::thread stranger (
+        [&]
+        {
+            shared.makeThreadAStrangers();
+
+            for (hasBegun = true; ! isOver;)
+            {
+                ASSERT_EQ (::symlink (target.c_str(), link.c_str()), 0);
+                ASSERT_EQ (::unlink (link.c_str()), 0);
+            }
+        });
+
+    while (! hasBegun)
+        std::this_thread::yield();
+
+    int refused = 0, followed = 0;
+
+    for (int round = 0; round < 50'000; ++round)
+        try
+        {
+            followed += SharedFolder::placeBehindLinks (link) == link ? 0 : 1;
+        }
+        catch (const std::system_error&)
+        {
+            ++refused;
+        }
+
+    isOver = true;
+    stranger.join();
+    EXPECT_EQ (followed, 0);
+    EXPECT_GT (refused, 0) << "else nobody has met the link";
+}
+
+// ---- links that lead out of a folder which is a link itself ----------------------------------------------------------------
+
+/** The folder of the user's documents is a link to one on another disk, where a document is a link into the archive beside it. */
+class LinkedFolders : public testing::Test
+{
+protected:
+    LinkedFolders()
+    {
+        for (const auto* name : { "data/out", "data/archive", "home/archive" })
+            fs::create_directories (folder.path / name);
+
+        fs::create_symlink (folder.path / "data/out", folder.path / "home/out");
+        folder.write ("home/archive/film", "another film");
+    }
+
+    void linkTo (const std::string& target) const
+    {
+        fs::create_symlink (target, folder.path / "data/out/film");
+    }
+
+    const ZEP::Overmarks::Testing::TemporaryFolder folder;
+    const fs::path film = folder.path / "home/out/film";
+};
+
+TEST_F (LinkedFolders, aLinkLeadsToTheNeighbourOfTheRealFolder)
+{
+    linkTo ("../archive/film");
+    EXPECT_EQ (SharedFolder::placeBehindLinks (film), fs::canonical (folder.path) / "data/archive/film");
+}
+
+TEST_F (LinkedFolders, aLinkWithinTheFolderLeadsToTheRealOne)
+{
+    linkTo ("real");
+    EXPECT_EQ (SharedFolder::placeBehindLinks (film), fs::canonical (folder.path) / "data/out/real");
+}
+
+TEST_F (LinkedFolders, whatIsNoLinkKeepsItsPath) { EXPECT_EQ (SharedFolder::placeBehindLinks (film), film); }
+
+TEST_F (LinkedFolders, aLinkThatClimbsOutOfAFolderThatIsMissingLeadsNowhere)
+{
+    linkTo ("../missing/../archive/film");
+    EXPECT_THROW (static_cast<void> (SharedFolder::placeBehindLinks (film)), std::system_error);
+}
+
+TEST_F (LinkedFolders, aLinkIntoAFolderThatIsMissingKeepsItsPath)
+{
+    linkTo ("/missing/film"); // nothing to climb
+    EXPECT_EQ (SharedFolder::placeBehindLinks (film), "/missing/film");
+}
+
+TEST_F (LinkedFolders, settingsAreSavedWhereTheLinkLeads)
+{
+    linkTo ("../archive/film");
+    ASSERT_TRUE (UserDefaults::setSettingsFile (juce::File (juce::String (film.string()))));
+    ASSERT_TRUE (UserDefaults::setValueForKey ("Studio", juce::String ("A")));
+    ASSERT_TRUE (UserDefaults::setSettingsFile ({}));
+    ASSERT_TRUE (UserDefaults::removeAllStoredValues());
+    EXPECT_EQ (folder.bytes ("home/archive/film"), "another film");
+    EXPECT_NE (folder.bytes ("data/archive/film"), "");
+    EXPECT_TRUE (fs::is_symlink (film));
 }
 
 } // namespace

@@ -7,10 +7,16 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+
 #include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <functional>
 #include <string>
 #include <sys/inotify.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -309,6 +315,90 @@ TEST_F (WholeFileTest, aDeviceWithoutSpaceIsAFailure)
     fs::create_symlink ("/dev/full", folder.path / "link");
     EXPECT_EQ (write ("link", "text"), cannotWrite ("link", "No space left on device"));
     EXPECT_TRUE (fs::is_character_file ("/dev/full"));
+}
+
+// ---- pipes -----------------------------------------------------------------------------------------------------------------
+
+/** A pipe with a name, and what is more than it takes at a time. Whoever hangs is killed. */
+class PipeTest : public WholeFileTest
+{
+protected:
+    PipeTest() { EXPECT_EQ (::mkfifo ((folder.path / "pipe").c_str(), 0600), 0); }
+
+    std::string writeInChild (const std::function<void()>& before) const
+    {
+        constexpr unsigned int mostSeconds = 20;
+        return inChildProcess (
+            [&]
+            {
+                ::alarm (mostSeconds);
+                unblockSignalOfPipes();
+                before();
+                return write ("pipe", bytes);
+            });
+    }
+
+    /** The framework blocks it on the main thread, but not on everybody's. */
+    static void unblockSignalOfPipes()
+    {
+        sigset_t signals;
+        sigemptyset (&signals);
+        sigaddset (&signals, SIGPIPE);
+        pthread_sigmask (SIG_UNBLOCK, &signals, nullptr);
+    }
+
+    int openForReading() const
+    {
+        return ::open ((folder.path / "pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
+
+    const std::string bytes = std::string (300'000, 'x') + "end";
+};
+
+TEST_F (PipeTest, thatNobodyReadsIsAFailure)
+{
+    EXPECT_EQ (writeInChild ([] {}), cannotWrite ("pipe", "No such device or address"));
+    EXPECT_TRUE (fs::is_fifo (folder.path / "pipe"));
+}
+
+TEST_F (PipeTest, whoseReaderLeavesIsAFailureAndNotTheEnd)
+{
+    EXPECT_EQ (writeInChild (
+                   [this]
+                   {
+                       const int reader = openForReading();
+                       std::thread (
+                           [reader]
+                           {
+                               std::this_thread::sleep_for (std::chrono::milliseconds (100));
+                               ::close (reader);
+                           })
+                           .detach();
+                   }),
+               cannotWrite ("pipe", "Broken pipe"));
+}
+
+TEST_F (PipeTest, whoseReaderTakesItsTimeGetsEverything)
+{
+    const int reader = openForReading();
+    std::string error, got;
+    std::thread writer ([&] { error = write ("pipe", bytes); });
+    std::this_thread::sleep_for (std::chrono::milliseconds (100));
+    std::string piece (1000, '\0');
+
+    while (got.size() < bytes.size())
+    {
+        const auto length = ::read (reader, piece.data(), piece.size());
+        got.append (piece, 0, static_cast<std::size_t> (std::max<ssize_t> (length, 0)));
+
+        if (length == 0)
+            break;
+    }
+
+    writer.join();
+    ::close (reader);
+    EXPECT_EQ (error, "");
+    EXPECT_TRUE (got == bytes);
 }
 
 TEST_F (WholeFileTest, filesAndFoldersAreNoDevices)

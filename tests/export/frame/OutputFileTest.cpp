@@ -2,6 +2,7 @@
 #include "export/frame/OutputFile.h"
 
 #include "export/ExportSupport.h"
+#include "support/ChildProcess.h"
 #include "support/FullDisk.h"
 #include "support/Stranger.h"
 
@@ -9,7 +10,9 @@
 #include <sys/stat.h>
 
 using namespace ExportSupport;
+using ZEP::Overmarks::Testing::becomeOrdinaryUser;
 using ZEP::Overmarks::Testing::FullDisk;
+using ZEP::Overmarks::Testing::inChildProcess;
 using ZEP::Overmarks::Testing::SharedByAll;
 
 namespace
@@ -149,16 +152,15 @@ TEST (OutputFile, doesNotWaitForTheReaderOfAPipe)
     EXPECT_TRUE (std::filesystem::is_fifo (folder.path / "list.csv"));
 }
 
-TEST (OutputFile, doesNotWriteThroughAStrangersLinkThatCannotBeRemoved)
+TEST (OutputFile, neitherFollowsNorReplacesAStrangersLink)
 {
     SharedByAll shared;
     shared.own.write ("mine", "kept");
     std::filesystem::create_symlink (shared.own.path / "mine", shared.path ("list.csv"));
     shared.giveToStranger ("list.csv");
 
-    // Whoever may remove it replaces it, as the administrator does.
-    const bool isWritten = write (shared.file ("list.csv"), "text");
-    EXPECT_EQ (isWritten, ! std::filesystem::is_symlink (shared.path ("list.csv")));
+    EXPECT_FALSE (write (shared.file ("list.csv"), "text"));
+    EXPECT_TRUE (std::filesystem::is_symlink (shared.path ("list.csv")));
     EXPECT_EQ (shared.own.bytes ("mine"), "kept");
 }
 
@@ -172,4 +174,57 @@ TEST (OutputFile, doesNotWriteIntoAStrangersPipe)
     char byte = 0;
     EXPECT_EQ (::read (reader, &byte, 1), 0);
     ::close (reader);
+}
+
+TEST (OutputFile, whereNothingIsToStayAStrangersFileStaysAllTheSame)
+{
+    SharedByAll shared;
+    std::ofstream (shared.path ("list.csv")) << "theirs";
+    shared.giveToStranger ("list.csv");
+    {
+        const OutputFile file (shared.file ("list.csv"), OutputFile::OnFailure::nothingStaysThere);
+    }
+    EXPECT_TRUE (std::filesystem::exists (shared.path ("list.csv")));
+}
+
+TEST (OutputFile, inAFolderThatMayNotBeChangedNothingHalfWrittenStays)
+{
+    for (const std::size_t size : { 1001u, 100000u })
+    {
+        const TemporaryFolder folder;
+        folder.write ("list.csv", "old");
+        std::filesystem::permissions (folder.path / "list.csv", static_cast<std::filesystem::perms> (0666));
+        std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0555));
+        const auto outcome = inChildProcess (
+            [&]
+            {
+                const bool isOrdinary = becomeOrdinaryUser();
+                const FullDisk disk (1000);
+                return isOrdinary && ! write (folder.file ("list.csv"), std::string (size, 'x')) ? "refused"
+                                                                                                 : "";
+            });
+        std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0755));
+        EXPECT_EQ (outcome, "refused");
+        EXPECT_EQ (folder.names(), std::vector<std::string> { "list.csv" });
+        EXPECT_EQ (folder.bytes ("list.csv"), "") << size;
+    }
+}
+
+TEST (OutputFile, piecesOfAnySizeKeepTheirOrder)
+{
+    const TemporaryFolder folder;
+    std::string expected;
+    {
+        OutputFile file (folder.file ("list.csv"));
+
+        for (const std::size_t size : { 3u, 16383u, 16384u, 1u, 50000u, 0u, 16385u, 7u })
+        {
+            const std::string piece (size, static_cast<char> ('a' + expected.size() % 26));
+            expected += piece;
+            file.write (piece.data(), piece.size());
+        }
+
+        EXPECT_TRUE (file.finish());
+    }
+    EXPECT_EQ (folder.bytes ("list.csv"), expected);
 }

@@ -2,6 +2,8 @@
 #include "export/print/PrintedDocument.h"
 
 #include "export/print/PrintError.h"
+#include "support/ChildProcess.h"
+#include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -37,6 +39,17 @@ protected:
         }
 
         return folder.bytes ("sheet.pdf");
+    }
+
+    /** The same in a process of its own, in which no file becomes larger than a thousand bytes. */
+    std::string movedWithinALimit (const std::vector<std::string>& pieces)
+    {
+        return Testing::inChildProcess (
+            [&]
+            {
+                const Testing::FullDisk disk (1000, SIG_DFL);
+                return moved (pieces);
+            });
     }
 
     Testing::TemporaryFolder folder;
@@ -99,6 +112,13 @@ TEST_F (PrintedDocumentTest, aFolderThatIsGoneIsTold)
         EXPECT_EQ (error.what(),
                    "the disk takes no more temporary files in " + (folder.path / "none").string());
     }
+}
+
+TEST_F (PrintedDocumentTest, aLimitOfFilesIsToldAndNotTheEndOfTheProcess)
+{
+    const auto told = "the disk takes no more temporary files in " + folder.path.string();
+    EXPECT_EQ (movedWithinALimit ({ "%PDF-1.4 " + std::string (2000, 'x') }), told);
+    EXPECT_EQ (movedWithinALimit ({ "%PDF-1.4 ", std::string (200'000, 'x') }), told);
 }
 
 } // namespace

@@ -395,6 +395,18 @@ TEST_F (StandInBrowserTest, aFullDiskIsToldAndLeavesNothingHalfWritten)
     EXPECT_EQ (folder.names(), std::vector<std::string> { "browser" });
 }
 
+TEST_F (StandInBrowserTest, aLimitOfFilesIsToldAndNotTheEndOfTheProcess)
+{
+    useBrowser (browserThat ("", ""));
+    EXPECT_THAT (inChildProcess (
+                     [this]
+                     {
+                         const FullDisk full (4000, SIG_DFL);
+                         return print();
+                     }),
+                 HasSubstr ("the page can't be written to " + temporaryFiles.path.string()));
+}
+
 TEST_F (StandInBrowserTest, aMissingFolderIsTold)
 {
     settings->outputDirectory = folder.directory() + "/nowhere";

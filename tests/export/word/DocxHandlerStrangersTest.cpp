@@ -11,6 +11,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <fstream>
+
 using namespace WordExportSupport;
 using testing::Contains;
 using testing::ElementsAre;
@@ -19,6 +21,7 @@ using testing::IsEmpty;
 using testing::Not;
 using ZEP::Overmarks::Testing::CollectedLog;
 using ZEP::Overmarks::Testing::PretendedUser;
+using ZEP::Overmarks::Testing::SharedByAll;
 namespace Protocol = ZEP::Overmarks::DocxHandlerProtocol;
 namespace fs = std::filesystem;
 
@@ -39,18 +42,12 @@ unsigned int permissionsOf (const fs::path& path)
     return status.st_mode & 07777;
 }
 
-/** Makes the temporary folder one of everybody's, in which all that is there belongs to somebody else. */
-class StrangersTalk final
+/** A file in a folder of everybody's. */
+juce::File sharedFile (const SharedByAll& shared, const std::string& name, const std::string& bytes)
 {
-public:
-    explicit StrangersTalk (const StandInTool& tool)
-    {
-        fs::permissions (tool.temporary, static_cast<fs::perms> (01777));
-    }
-
-private:
-    PretendedUser somebodyElse;
-};
+    std::ofstream (shared.path (name), std::ios::binary) << bytes;
+    return shared.file (name);
+}
 
 /** Each kind of thing that somebody may have put under a name. */
 enum class Trap
@@ -113,22 +110,23 @@ TEST_P (SetTrap, ofTheWordToStopIsNeverWrittenInto)
     expectNothingHappened();
 }
 
-TEST_P (SetTrap, ofWhatTheToolTellsIsNeverFollowed)
+TEST_P (SetTrap, ofWhatTheToolTellsHoldsNothingUp)
 {
     folder.write ("mine", "Error message = mine\n");
     setAt (progressFile);
 
-    if (GetParam() == Trap::hardLink) // a file of the user's own, whatever else it is called
+    if (GetParam() == Trap::hardLink
+        || GetParam() == Trap::link) // the user's own, whatever else it is called
         EXPECT_EQ (Protocol::errorIn (juce::File (Protocol::progressFilePath())), juce::String ("mine"));
     else
         EXPECT_EQ (Protocol::errorIn (juce::File (Protocol::progressFilePath())), std::nullopt);
 }
 
-TEST_P (SetTrap, ofAFileThatIsToBeEmptyGivesWay)
+TEST_P (SetTrap, ofAFileThatIsToBeReplacedGivesWay)
 {
     setAt (documentFile);
     const juce::File file (text ((tool.temporary / documentFile).string()));
-    EXPECT_TRUE (Protocol::makeEmptyFile (file));
+    EXPECT_TRUE (Protocol::replaceFile (file, {}));
     expectNothingHappened();
     EXPECT_EQ (permissionsOf (tool.temporary / documentFile), 0600u);
     EXPECT_EQ (tool.bytes (documentFile), "");
@@ -140,46 +138,96 @@ INSTANTIATE_TEST_SUITE_P (DocxHandlerStrangers, SetTrap,
 
 // ---- files of another user -------------------------------------------------------------------------------------------------
 
-TEST_F (WordExportTest, whatAnotherUserTellsIsNotBelieved)
+TEST (DocxHandlerStrangers, whatAnotherUserTellsIsNotBelieved)
 {
-    tool.plant (progressFile, "completionLevel=50\nError message = theirs\n");
-    const juce::File file (Protocol::progressFilePath());
+    SharedByAll shared;
+    const auto file = sharedFile (shared, progressFile, "completionLevel=50\nError message = theirs\n");
     EXPECT_EQ (Protocol::firstLineOf (file), juce::String ("completionLevel=50"));
     EXPECT_EQ (Protocol::errorIn (file), juce::String ("theirs"));
     EXPECT_TRUE (Protocol::contentOf (file).has_value());
     EXPECT_FALSE (Protocol::isAStrangers (file));
 
-    {
-        const PretendedUser somebodyElse;
-        EXPECT_TRUE (Protocol::contentOf (file).has_value()) << "whoever may write to this folder is trusted";
-    }
-
-    const StrangersTalk talk (tool);
+    shared.giveToStranger (progressFile);
     EXPECT_EQ (Protocol::firstLineOf (file), std::nullopt);
     EXPECT_EQ (Protocol::errorIn (file), std::nullopt);
     EXPECT_EQ (Protocol::contentOf (file), std::nullopt);
     EXPECT_TRUE (Protocol::isAStrangers (file));
 }
 
-TEST_F (WordExportTest, aFileOfAnotherUserGetsNoWordToStop)
+TEST (DocxHandlerStrangers, whoeverMayWriteToAFolderThatIsNotEverybodysIsTrusted)
 {
-    tool.plant (cancelFile, "theirs");
-    const StrangersTalk talk (tool);
-    EXPECT_FALSE (Protocol::writeCancel (Protocol::cancelFilePath()));
-    EXPECT_EQ (tool.bytes (cancelFile), "theirs");
+    const TemporaryFolder folder;
+    folder.write (progressFile, "theirs");
+    const PretendedUser somebodyElse;
+    EXPECT_TRUE (Protocol::contentOf (folder.file (progressFile)).has_value());
+    EXPECT_FALSE (Protocol::isAStrangers (folder.file (progressFile)));
+}
+
+TEST (DocxHandlerStrangers, aLinkOfAnotherUserToAFileOfTheUsersIsNotFollowed)
+{
+    SharedByAll shared;
+    shared.own.write ("mine", "Error message = mine\n");
+    fs::create_symlink (shared.own.path / "mine", shared.path (progressFile));
+    EXPECT_EQ (Protocol::errorIn (shared.file (progressFile)), juce::String ("mine"))
+        << "it is the user's own";
+    shared.giveToStranger (progressFile);
+    EXPECT_EQ (Protocol::errorIn (shared.file (progressFile)), std::nullopt);
+    EXPECT_EQ (Protocol::contentOf (shared.file (progressFile)), std::nullopt);
+}
+
+TEST (DocxHandlerStrangers, aFileOfAnotherUserGetsNoWordToStop)
+{
+    SharedByAll shared;
+    const auto file = sharedFile (shared, cancelFile, "theirs");
+    shared.giveToStranger (cancelFile);
+    EXPECT_FALSE (Protocol::writeCancel (file.getFullPathName()));
+    EXPECT_EQ (file.loadFileAsString(), "theirs");
 }
 
 TEST_F (WordExportTest, aDocumentInAnotherUsersFileIsNotMade)
 {
     // What can't be removed stays: a folder stands for the file that somebody else has in a folder of everybody's.
     fs::create_directories (tool.temporary / documentFile / "x");
+    fs::permissions (tool.temporary, static_cast<fs::perms> (01777));
+
+    if (::lchown ((tool.temporary / documentFile).c_str(), SharedByAll::stranger, SharedByAll::stranger) != 0)
+        GTEST_SKIP() << "only the administrator gives a file away";
+
     const CollectedLog log;
-    const StrangersTalk talk (tool);
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_EQ (tool.runs(), 0);
     EXPECT_THAT (log.lines(), ElementsAre (tool.inTemporary (documentFile)
                                            + " belongs to another user, so docxHandler isn't started"));
     EXPECT_THAT (folder.names(), IsEmpty());
+}
+
+TEST_F (WordExportTest, anOlderListThatCannotBeReplacedMakesNoDocument)
+{
+    fs::create_directories (tool.temporary / documentFile
+                            / "x"); // as a file in a folder that may not be changed
+    const CollectedLog log;
+    EXPECT_EQ (exporter.exportEventsByTimecode(), "");
+    EXPECT_EQ (tool.runs(), 0);
+    EXPECT_THAT (log.lines(),
+                 ElementsAre (tool.inTemporary (documentFile)
+                              + " can't be replaced (Directory not empty), so docxHandler isn't started"));
+}
+
+TEST_F (WordExportTest, aPathIsRegisteredAlsoWhereNoFileCanBeMade)
+{
+    fs::create_directories (tool.temporary / documentFile / "x");
+    exporter.wordDocument = std::make_unique<WordDocument>();
+    const auto path = exporter.writeAndRegisterJSONFile ("timecode");
+    EXPECT_THAT (exporter.getTmpJSONFilePaths(), ElementsAre (path));
+}
+
+TEST_F (WordExportTest, anErrorBehindALinkOfTheUsersOwnIsTold)
+{
+    fs::create_symlink (folder.path / "elsewhere", tool.temporary / progressFile);
+    EXPECT_EQ (Protocol::errorIn (juce::File (Protocol::progressFilePath())), std::nullopt)
+        << "nothing is there";
+    folder.write ("elsewhere", "Error message = broken\n");
+    EXPECT_EQ (Protocol::errorIn (juce::File (Protocol::progressFilePath())), juce::String ("broken"));
 }
 
 TEST_F (WordExportTest, nobodyElseReadsTheDocumentWhileItIsMade)

@@ -56,3 +56,15 @@ echo late > "$here/end")");
     EXPECT_TRUE (exporter.cancelled);
     EXPECT_EQ (listener.all(), (Reports { { 1, 1 } }));
 }
+
+TEST_F (WordExportTest, cancelledBeforeItBeginsAnExportStartsNoTool)
+{
+    settings->eventsByCharacter["a"] = events ({ { "T1" } });
+    exporter.cancel();
+    EXPECT_EQ (exporter.exportEventsByTimecode(), "");
+    EXPECT_EQ (tool.runs(), 0);
+    combine();
+    EXPECT_EQ (exporter.exportEventsByCharacter(), "");
+    EXPECT_EQ (tool.runs(), 0);
+    EXPECT_THAT (tool.temporaryFiles(), testing::IsEmpty());
+}
