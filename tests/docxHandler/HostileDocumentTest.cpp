@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 namespace DocxHandler::Testing
 {
 
@@ -170,6 +172,81 @@ TEST (HostileDocument, aZipBombIsRefusedBeforeItGrows)
         bomb.replace (entry + 24, 4, std::string ("\x10\x00\x00\x00", 4));
 
     EXPECT_EQ (refusalOf (bomb), "is too large when unpacked");
+}
+
+// ---- what all parts come to ------------------------------------------------------------------------------------------------
+
+/** A document with further parts that nobody reads. They are small and say that they become large. */
+class FurtherParts : public ::testing::Test
+{
+protected:
+    static constexpr std::size_t megabyte = std::size_t { 1 } << 20U;
+
+    static std::string noise (std::size_t size)
+    {
+        std::string bytes;
+
+        for (std::uint32_t state = 1; bytes.size() < size;)
+            bytes += static_cast<char> ((state = state * 1664525 + 1013904223) >> 24U);
+
+        return bytes;
+    }
+
+    /** @param sizes  what the parts say  @param packedSize  of a part that is what it says */
+    static std::string refusalWith (const std::vector<std::size_t>& sizes, std::size_t packedSize = 0)
+    {
+        auto parts = partsOf (documentAround (tableXML ({ { "In", "Text" }, { "01:00:00:00", "Hello." } })));
+        parts["word/media/picture.png"] = noise (packedSize);
+
+        for (std::size_t i = 0; i < sizes.size(); ++i)
+            parts["word/media/" + std::to_string (i) + ".bmp"] = "x";
+
+        auto document = packed (parts);
+
+        for (std::size_t i = 0; i < sizes.size(); ++i)
+            claim (document, "word/media/" + std::to_string (i) + ".bmp", sizes[i]);
+
+        return refusalOf (document);
+    }
+
+private:
+    /** In the central directory an entry has its size 24 bytes behind its signature, and its name 46 bytes behind it. */
+    static void claim (std::string& document, const std::string& name, std::size_t size)
+    {
+        for (auto entry = document.find ("PK\x01\x02"); entry != std::string::npos;
+             entry = document.find ("PK\x01\x02", entry + 4))
+            if (document.compare (entry + 46, name.size(), name) == 0)
+                for (std::size_t byte = 0; byte < 4; ++byte)
+                    document[entry + 24 + byte] = static_cast<char> (size >> (8 * byte));
+    }
+};
+
+TEST_F (FurtherParts, thatAreSmallMayBePackedAsTightlyAsTheyLike)
+{
+    EXPECT_EQ (refusalWith ({ 16 * megabyte, 15 * megabyte }), "");
+}
+
+TEST_F (FurtherParts, thatAreLargeAndPackedTooTightlyAreRefused)
+{
+    EXPECT_EQ (refusalWith ({ 16 * megabyte, 17 * megabyte }), "is too large when unpacked");
+}
+
+TEST_F (FurtherParts, thatArePackedAsPicturesAreMayBeLarge)
+{
+    EXPECT_EQ (refusalWith ({ 33 * megabyte }, 180'000), "");
+    EXPECT_EQ (refusalWith ({ 33 * megabyte }, 165'000), "is too large when unpacked");
+}
+
+TEST_F (FurtherParts, ofMoreThanHalfAGigabyteAreRefused)
+{
+    EXPECT_EQ (refusalWith ({ 512 * megabyte }, 8'000'000), "");
+    EXPECT_EQ (refusalWith ({ 512 * megabyte + 1 }, 8'000'000), "is too large when unpacked");
+}
+
+TEST_F (FurtherParts, thatComeToMoreThanAGigabyteWithTheOthersAreRefused)
+{
+    EXPECT_EQ (refusalWith ({ 500 * megabyte, 500 * megabyte }, 8'000'000), "");
+    EXPECT_EQ (refusalWith ({ 512 * megabyte, 512 * megabyte }, 8'000'000), "is too large when unpacked");
 }
 
 TEST (HostileDocument, markupWithoutEndIsRefusedBeforeItIsParsed)

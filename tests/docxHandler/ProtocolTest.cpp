@@ -65,7 +65,7 @@ void limitFiles()
 {
     constexpr rlim_t most = 4096;
     const rlimit limit { most, most };
-    std::signal (SIGXFSZ, SIG_IGN);
+    std::signal (SIGXFSZ, SIG_DFL); // whoever has started it
     ::setrlimit (RLIMIT_FSIZE, &limit);
 }
 

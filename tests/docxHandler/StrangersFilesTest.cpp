@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <fstream>
@@ -23,6 +24,7 @@ namespace
 {
 
 using ::testing::ElementsAre;
+using ZEP::Overmarks::Testing::becomeOrdinaryUser;
 using ZEP::Overmarks::Testing::inChildProcess;
 using ZEP::Overmarks::Testing::PretendedUser;
 using ZEP::Overmarks::Testing::SharedByAll;
@@ -33,6 +35,19 @@ std::string messageOfPlacing (const fs::path& file)
     try
     {
         placeFile (file, "new");
+        return {};
+    }
+    catch (const Failure& failure)
+    {
+        return failure.what();
+    }
+}
+
+std::string messageOfReading (const fs::path& file, std::uintmax_t largest = 1000)
+{
+    try
+    {
+        static_cast<void> (readFile (file, largest));
         return {};
     }
     catch (const Failure& failure)
@@ -104,17 +119,86 @@ TEST (StrangersFiles, anotherNameOfAFileKeepsWhatItSays)
 
 TEST (StrangersFiles, aWordOfAnotherUserStopsNothing)
 {
+    SharedByAll shared;
+    std::ofstream (shared.path ("c.txt")) << "cancel\n";
+    EXPECT_EQ (inChildProcess ([&] { return wordsAfter (shared.path ("c.txt")); }), "") << "it has ended";
+    shared.giveToStranger ("c.txt");
+    EXPECT_EQ (inChildProcess ([&] { return wordsAfter (shared.path ("c.txt")); }), "still at work");
+}
+
+TEST (StrangersFiles, aWordOnADiskThatGivesAllFilesOneOwnerStopsTheTool)
+{
     const TemporaryFolder folder;
     folder.write ("c.txt", "cancel\n");
-    EXPECT_EQ (inChildProcess ([&] { return wordsAfter (folder.path / "c.txt"); }), "") << "it has ended";
-    fs::permissions (folder.path, static_cast<fs::perms> (01777));
     EXPECT_EQ (inChildProcess (
                    [&]
                    {
                        const PretendedUser somebodyElse;
                        return wordsAfter (folder.path / "c.txt");
                    }),
-               "still at work");
+               "");
+}
+
+TEST (StrangersFiles, aLinkOfAnotherUserToAWordStopsNothing)
+{
+    SharedByAll shared;
+    shared.own.write ("diary", "cancel\n");
+    fs::create_symlink (shared.own.path / "diary", shared.path ("c.txt"));
+    EXPECT_EQ (inChildProcess ([&] { return wordsAfter (shared.path ("c.txt")); }), "")
+        << "the user's own link";
+    shared.giveToStranger ("c.txt");
+    EXPECT_EQ (inChildProcess ([&] { return wordsAfter (shared.path ("c.txt")); }), "still at work");
+}
+
+TEST (StrangersFiles, aFileIsWrittenWhereALinkInALinkedFolderLeads)
+{
+    const TemporaryFolder folder;
+
+    for (const auto* name : { "data/out", "data/archive", "home/archive" })
+        fs::create_directories (folder.path / name);
+
+    fs::create_symlink (folder.path / "data/out", folder.path / "home/out");
+    fs::create_symlink ("../archive/a.docx", folder.path / "data/out/a.docx");
+    EXPECT_EQ (messageOfPlacing (folder.path / "home/out/a.docx"), "");
+    EXPECT_EQ (folder.bytes ("data/archive/a.docx"), "new");
+    EXPECT_FALSE (fs::exists (folder.path / "home/archive/a.docx"));
+}
+
+// ---- reading ---------------------------------------------------------------------------------------------------------------
+
+TEST (StrangersFiles, whatIsNoFileIsNotReadAndNotWaitedFor)
+{
+    constexpr unsigned int mostSeconds = 20;
+    const TemporaryFolder folder;
+    ASSERT_EQ (::mkfifo ((folder.path / "a.docx").c_str(), 0600), 0);
+    fs::create_symlink ("/dev/zero", folder.path / "b.docx");
+    ::alarm (mostSeconds);
+    EXPECT_EQ (messageOfReading (folder.path / "a.docx"), "Not a file: " + (folder.path / "a.docx").string());
+    EXPECT_EQ (messageOfReading (folder.path / "b.docx"), "Not a file: " + (folder.path / "b.docx").string());
+    EXPECT_EQ (messageOfReading (folder.path), "Not a file: " + folder.path.string());
+    ::alarm (0);
+}
+
+TEST (StrangersFiles, aFileThatMayNotBeLookedAtIsNotMissing)
+{
+    const TemporaryFolder folder;
+    fs::create_directory (folder.path / "closed");
+    folder.write ("closed/a.docx", "x");
+    fs::permissions (folder.path, static_cast<fs::perms> (0755));
+    fs::permissions (folder.path / "closed", static_cast<fs::perms> (0));
+    const auto path = folder.path / "closed/a.docx";
+    EXPECT_EQ (inChildProcess ([&] { return becomeOrdinaryUser() ? messageOfReading (path) : "still root"; }),
+               "Can't be read: " + path.string());
+    fs::permissions (folder.path / "closed", static_cast<fs::perms> (0755));
+}
+
+TEST (StrangersFiles, aFileOfTheLargestSizeIsReadAndALargerOneIsNot)
+{
+    const TemporaryFolder folder;
+    folder.write ("a.docx", "12345678");
+    EXPECT_EQ (readFile (folder.path / "a.docx", 8), "12345678");
+    EXPECT_EQ (messageOfReading (folder.path / "a.docx", 7),
+               "Too large: " + (folder.path / "a.docx").string());
 }
 
 TEST (StrangersFiles, whatIsHandedOnNobodyElseReads)

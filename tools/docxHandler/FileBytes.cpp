@@ -3,13 +3,12 @@
 
 #include "Failure.h"
 
+#include "core/system/Descriptor.h"
 #include "core/system/SharedFolder.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <fstream>
 #include <mutex>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,6 +18,8 @@ namespace DocxHandler
 {
 
 namespace fs = std::filesystem;
+using ZEP::Core::Descriptor;
+using ZEP::Core::uninterrupted;
 
 namespace
 {
@@ -37,9 +38,9 @@ public:
     {
         const std::scoped_lock lock (namesLock);
         unfinished = (folder / ".docxHandler-XXXXXX").string();
-        descriptor = ::mkostemp (unfinished.data(), O_CLOEXEC);
+        descriptor = Descriptor (uninterrupted ([] { return ::mkostemp (unfinished.data(), O_CLOEXEC); }));
 
-        if (descriptor < 0)
+        if (! descriptor.isOpen())
             unfinished.clear();
     }
 
@@ -48,9 +49,6 @@ public:
 
     ~UnfinishedFile()
     {
-        if (descriptor >= 0)
-            ::close (descriptor);
-
         const std::scoped_lock lock (namesLock);
 
         if (! unfinished.empty())
@@ -59,25 +57,8 @@ public:
         unfinished.clear();
     }
 
-    [[nodiscard]] bool isOpen() const noexcept { return descriptor >= 0; }
-
-    [[nodiscard]] bool write (std::string_view bytes) const
-    {
-        while (! bytes.empty())
-        {
-            const auto written = ::write (descriptor, bytes.data(), bytes.size());
-
-            if (written < 0 && errno == EINTR)
-                continue;
-
-            if (written <= 0)
-                return false;
-
-            bytes.remove_prefix (static_cast<std::size_t> (written));
-        }
-
-        return true;
-    }
+    [[nodiscard]] bool isOpen() const noexcept { return descriptor.isOpen(); }
+    [[nodiscard]] bool write (std::string_view bytes) const { return descriptor.write (bytes); }
 
     /* Gives it the rights that a new file has here, or those of the file that it replaces. */
     [[nodiscard]] bool moveTo (const fs::path& file, Readers readers)
@@ -90,7 +71,7 @@ public:
         const auto usual = ::stat (file.c_str(), &before) == 0 ? before.st_mode & 0777U : 0666U & ~mask;
         const auto mode = readers == Readers::thisUser ? 0600U : usual;
 
-        if (::fchmod (descriptor, mode) != 0 || ::close (std::exchange (descriptor, -1)) != 0)
+        if (::fchmod (descriptor.number(), mode) != 0 || ! descriptor.close())
             return false;
 
         const std::scoped_lock lock (namesLock);
@@ -103,8 +84,16 @@ public:
     }
 
 private:
-    int descriptor = -1;
+    Descriptor descriptor;
 };
+
+std::string wordsForUnopened (int error)
+{
+    if (error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP)
+        return "No such file: ";
+
+    return error == ENXIO ? "Not a file: " : "Can't be read: ";
+}
 
 /* What a link points to is replaced, not the link. */
 fs::path placeOf (const fs::path& file)
@@ -123,23 +112,25 @@ fs::path placeOf (const fs::path& file)
 
 std::string readFile (const fs::path& file, std::uintmax_t largest)
 {
-    std::error_code error;
+    const Descriptor opened (file, O_RDONLY | O_NONBLOCK); // nobody waits for a pipe
 
-    if (! fs::is_regular_file (file, error))
-        throw Failure ((fs::exists (file, error) ? "Not a file: " : "No such file: ") + file.string());
+    if (! opened.isOpen())
+        throw Failure (wordsForUnopened (errno) + file.string());
 
-    const auto size = fs::file_size (file, error);
+    const auto status = opened.status();
 
-    if (error || size > largest)
-        throw Failure ((error ? "Can't be read: " : "Too large: ") + file.string());
+    if (! status.has_value() || ! S_ISREG (status->st_mode))
+        throw Failure ("Not a file: " + file.string());
 
-    std::ifstream stream (file, std::ios::binary);
-    std::string bytes (size, '\0');
+    if (static_cast<std::uintmax_t> (status->st_size) > largest)
+        throw Failure ("Too large: " + file.string());
 
-    if (! stream || (size > 0 && ! stream.read (bytes.data(), static_cast<std::streamsize> (size))))
-        throw Failure ("Can't be read: " + file.string());
+    auto bytes = opened.read (largest + 1);
 
-    return bytes;
+    if (! bytes.has_value() || bytes->size() > largest)
+        throw Failure ((bytes.has_value() ? "Too large: " : "Can't be read: ") + file.string());
+
+    return std::move (*bytes);
 }
 
 void placeFile (const fs::path& file, std::string_view bytes, Readers readers)

@@ -3,6 +3,7 @@
 
 #include "Failure.h"
 
+#include <algorithm>
 #include <array>
 #include <zip.h>
 
@@ -13,6 +14,12 @@ namespace
 {
 
 constexpr zip_int64_t mostParts = 10000;
+
+/* What all parts together may say that they become, also those that are never read: as much as those of a workbook. */
+constexpr std::uint64_t mostBytesOfPart = std::uint64_t { 512 } << 20U;
+constexpr std::uint64_t mostBytes = std::uint64_t { 1 } << 30U;
+constexpr std::uint64_t mostRatio = 200; // unpacked to packed, of a package that isn't small
+constexpr std::uint64_t smallBytes = std::uint64_t { 32 } << 20U;
 
 struct FileClose
 {
@@ -57,6 +64,40 @@ PackageReader::PackageReader (std::string_view bytes)
 
     if (::zip_get_num_entries (archive.get(), 0) > mostParts)
         throw Failure ("has too many parts for a Word document");
+
+    judgeContent();
+}
+
+zip_stat_t PackageReader::stateOf (std::uint64_t index) const
+{
+    constexpr zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
+    zip_stat_t state;
+    ::zip_stat_init (&state);
+
+    if (::zip_stat_index (archive.get(), index, 0, &state) != 0 || (state.valid & needed) != needed)
+        throw Failure ("is damaged or cut short");
+
+    return state;
+}
+
+void PackageReader::judgeContent() const
+{
+    const auto parts = static_cast<std::uint64_t> (::zip_get_num_entries (archive.get(), 0));
+    std::uint64_t packed = 0;
+    std::uint64_t unpacked = 0;
+
+    for (std::uint64_t index = 0; index < parts; ++index)
+    {
+        const auto state = stateOf (index);
+        unpacked += std::min (state.size, mostBytes + 1);
+        packed += std::min (state.comp_size, mostBytes);
+
+        if (state.size > mostBytesOfPart || unpacked > mostBytes)
+            throw Failure ("is too large when unpacked");
+    }
+
+    if (unpacked > smallBytes && unpacked / mostRatio > packed)
+        throw Failure ("is too large when unpacked");
 }
 
 bool PackageReader::has (const std::string& part) const
@@ -71,11 +112,7 @@ std::string PackageReader::read (const std::string& part, std::size_t largest) c
     if (index < 0)
         return {};
 
-    zip_stat_t state;
-    ::zip_stat_init (&state);
-
-    if (::zip_stat_index (archive.get(), static_cast<zip_uint64_t> (index), 0, &state) != 0)
-        throw Failure ("is damaged or cut short");
+    const auto state = stateOf (static_cast<std::uint64_t> (index));
 
     if (state.encryption_method != ZIP_EM_NONE)
         throw Failure ("is encrypted");

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 struct zip;
+struct zip_stat;
 
 namespace DocxHandler
 {
 
-/** A package of parts that comes from a stranger. What it claims of itself is not believed: no part is inflated beyond the size
-    that it may have, and nothing is ever written to a path. Refusals are Failures whose words go on after the file's name: "is
+/** A package of parts that comes from a stranger. What all its parts claim to become is judged before anything is inflated, and not
+    believed then: no part is inflated beyond the size that it may have, and nothing is ever written to a path. Refusals are Failures whose words go on after the file's name: "is
     encrypted". */
 class PackageReader final
 {
@@ -29,6 +31,9 @@ private:
     {
         void operator() (zip* archive) const noexcept;
     };
+
+    void judgeContent() const;
+    [[nodiscard]] struct zip_stat stateOf (std::uint64_t index) const;
 
     std::unique_ptr<zip, ArchiveDiscard> archive;
 };

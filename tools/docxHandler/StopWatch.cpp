@@ -5,13 +5,10 @@
 
 #include "core/system/SharedFolder.h"
 
-#include <algorithm>
 #include <array>
 #include <csignal>
 #include <ctime>
-#include <fcntl.h>
 #include <pthread.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -47,25 +44,18 @@ sigset_t watchedSignals()
     return signals;
 }
 
-/* Anything else that may stand in the file's place, such as a pipe, would never end; and nobody else stops the work of this user. */
+/* Nobody else stops the work of this user. */
 StopWatch::Words wordsIn (const std::filesystem::path& file)
 {
     constexpr std::size_t most = 4096;
-    const auto descriptor = ::open (file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const auto opened = ZEP::Core::SharedFolder::openTrusted (file);
+    const auto status = opened.status();
+    auto text = opened.read (most);
 
-    if (descriptor < 0)
+    if (! status.has_value() || ! text.has_value())
         return {};
 
-    struct stat status
-    {
-    };
-    std::string text (most, '\0');
-    const auto isFile =
-        ::fstat (descriptor, &status) == 0 && S_ISREG (status.st_mode) && status.st_uid == ::geteuid();
-    const auto length = isFile ? ::read (descriptor, text.data(), text.size()) : 0;
-    ::close (descriptor);
-    text.resize (static_cast<std::size_t> (std::max<ssize_t> (length, 0)));
-    return { std::move (text), isFile ? static_cast<std::uintmax_t> (status.st_size) : 0 };
+    return { std::move (*text), static_cast<std::uintmax_t> (status->st_size) };
 }
 
 [[noreturn]] void endBy (int signal)
