@@ -45,8 +45,24 @@ void refuseToReplace (const juce::File& file, const OutputPolicy& policy)
         throw CommandFailure (file.getFullPathName() + " exists already; --force replaces it");
 }
 
+ZEP::Core::Descriptor waitForReader (const juce::File& file)
+{
+    const auto path = placeOf (file).getFullPathName().toStdString();
+    struct stat found
+    {
+    };
+
+    if (::lstat (path.c_str(), &found) != 0 || ! S_ISFIFO (found.st_mode)
+        || ZEP::Core::SharedFolder::isAStrangers (path, found))
+        return {};
+
+    return { path, O_WRONLY | O_NOFOLLOW };
+}
+
 void writeWholeFile (const juce::File& file, const std::string& contents)
 {
+    const auto reader = waitForReader (file);
+
     if (const auto result = ZEP::Core::WholeFile::write (file, contents); result.failed())
         throw CommandFailure (result.getErrorMessage());
 }

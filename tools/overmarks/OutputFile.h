@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "core/system/Descriptor.h"
+
 #include <juce_core/juce_core.h>
 
 #include <string>
@@ -28,8 +30,11 @@ juce::File placeOf (const juce::File& file);
 /** Throws CommandFailure if the file exists and may not be replaced. */
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy);
 
+/** Waits until somebody reads the file if it is a pipe with a name, as programs do, and keeps it open; never for a stranger's. */
+[[nodiscard]] ZEP::Core::Descriptor waitForReader (const juce::File& file);
+
 /** Writes a whole file: beside its place first, then moved into it, so that nobody ever sees half of it and a full disk
-    leaves the old one. Throws CommandFailure. */
+    leaves the old one. Waits until somebody reads a pipe. Throws CommandFailure. */
 void writeWholeFile (const juce::File& file, const std::string& contents);
 
 } // namespace overmarks

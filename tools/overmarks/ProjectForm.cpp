@@ -80,10 +80,14 @@ void writeProject (const Project& project, const juce::File& file, ProjectForm f
     switch (form)
     {
         case ProjectForm::binary:
+        {
+            const auto reader = waitForReader (file);
+
             if (const auto error = ProjectFile::save (project, file); error.isNotEmpty())
                 throw CommandFailure (error);
 
             break;
+        }
         case ProjectForm::text: writeWholeFile (file, ProjectJSON::toText (project)); break;
     }
 }

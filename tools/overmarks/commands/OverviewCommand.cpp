@@ -54,6 +54,7 @@ void writeSheet (const OverviewOptions& options, const Project& project, const j
     const auto path = out.getFullPathName();
     ADROverviewPDFExporter exporter (path, paperOf (*texts));
     exporter.openFile = nullptr; // not before it's known to be there
+    const auto reader = waitForReader (out);
     exporter.appIcon = juce::ImageFileFormat::loadFrom (
         juce::File (ZEP::Core::SystemUtility::bundleResourcePath()).getChildFile ("dbln-app-icon.png"));
     exporter.exportPDF (ZEP::Orvelle::adrOverviewDataSets (*project.list, *project.characters),

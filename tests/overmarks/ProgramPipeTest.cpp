@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// A pipe with a name, or a link, in the place of the file that is to be written.
+#include "overmarks/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+#include <unistd.h>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using namespace std::chrono_literals;
+
+namespace
+{
+
+class ProgramPipeTest : public ProgramTest
+{
+protected:
+    ProgramPipeTest()
+    {
+        write ("x.csv", threeCues);
+        EXPECT_EQ (::mkfifo (path ("pipe").c_str(), 0600), 0);
+    }
+
+    /** What somebody gets who comes half a second after the program has begun. */
+    std::string readByALatecomer (const std::vector<std::string>& arguments, ProgramResult& result) const
+    {
+        std::string got;
+        std::thread reader (
+            [&]
+            {
+                std::this_thread::sleep_for (500ms);
+                std::ifstream stream (path ("pipe"), std::ios::binary);
+                got.assign (std::istreambuf_iterator<char> (stream), {});
+            });
+        result = run (arguments);
+        reader.join();
+        return got;
+    }
+};
+
+TEST_F (ProgramPipeTest, aReaderWhoComesLaterIsWaitedFor)
+{
+    ProgramResult result;
+    EXPECT_THAT (readByALatecomer ({ "convert", "x.csv", "pipe", "--format", "json" }, result),
+                 HasSubstr ("Hello?"));
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_THAT (readByALatecomer ({ "convert", "x.csv", "pipe", "--format", "csv" }, result),
+                 HasSubstr ("Hello?"));
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_THAT (readByALatecomer ({ "convert", "x.csv", "pipe", "--format", "xlsx" }, result),
+                 StartsWith ("PK"));
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_THAT (readByALatecomer ({ "overview", "x.csv", "-o", "pipe" }, result), StartsWith ("%PDF"));
+    EXPECT_EQ (result.status, 0) << result.errors;
+    std::filesystem::create_symlink ("pipe", path ("film.overmarks"));
+    EXPECT_THAT (readByALatecomer ({ "import", "x.csv", "-o", "film.overmarks" }, result),
+                 HasSubstr ("Hello?"));
+    EXPECT_EQ (result.status, 0) << result.errors;
+}
+
+TEST_F (ProgramPipeTest, whileItWaitsForAReaderItCanBeStopped)
+{
+    for (const auto* format : { "json", "csv" })
+    {
+        ProgramSurroundings interrupted;
+        interrupted.signals = { SIGINT };
+        interrupted.signalsWhen = path ("now");
+        std::thread impatience (
+            [this]
+            {
+                std::this_thread::sleep_for (700ms);
+                write ("now", "");
+            });
+        const auto result = run ({ "convert", "x.csv", "pipe", "--format", format }, {}, interrupted);
+        EXPECT_EQ (result.status, 128 + SIGINT) << format << result.errors;
+        impatience.join();
+        file ("now").deleteFile();
+    }
+
+    EXPECT_EQ (filesInFolder(), (std::vector<std::string> { "pipe", "x.csv" }));
+}
+
+TEST_F (ProgramPipeTest, aReaderWhoLeavesIsTold)
+{
+    write ("many.csv",
+           []
+           {
+               std::string list = "Start TC,Text\n";
+               for (int i = 0; i < 5000; ++i)
+                   list += "01:00:00:00,A line that is neither long nor short\n";
+               return list;
+           }());
+    std::thread reader (
+        [this]
+        {
+            const int stream = ::open (path ("pipe").c_str(), O_RDONLY | O_CLOEXEC);
+            std::this_thread::sleep_for (300ms);
+            ::close (stream);
+        });
+    EXPECT_EQ (errorOf ({ "convert", "many.csv", "pipe", "--format", "json" }, 1),
+               "Can't write " + path ("pipe") + ": Broken pipe");
+    reader.join();
+}
+
+TEST_F (ProgramPipeTest, aLinkInALinkedFolderLeadsWhereTheSystemSaysItDoes)
+{
+    namespace fs = std::filesystem;
+    const fs::path place (path (""));
+
+    for (const auto* name : { "data/out", "data/archive", "home/archive" })
+        fs::create_directories (place / name);
+
+    fs::create_symlink (place / "data/out", place / "home/out");
+
+    for (const auto* format : { "json", "csv" })
+    {
+        const auto name = std::string ("film.") + format;
+        fs::create_symlink ("../archive/" + name, place / "data/out" / name);
+        write (juce::String ("home/archive/" + name), "another film");
+        const auto result = run ({ "convert", "x.csv", "home/out/" + name, "--force" });
+        EXPECT_EQ (result.status, 0) << result.errors;
+        EXPECT_EQ (read (juce::String ("home/archive/" + name)), "another film");
+        EXPECT_THAT (read (juce::String ("data/archive/" + name)), HasSubstr ("Hello?"));
+        EXPECT_TRUE (fs::is_symlink (place / "data/out" / name));
+    }
+}
+
+} // namespace
