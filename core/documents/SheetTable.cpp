@@ -2,6 +2,7 @@
 #include "core/documents/SheetTable.h"
 
 #include "core/documents/WorkbookArchive.h"
+#include "core/system/CappedNumbers.h"
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ bool isInSheet (int row, int column)
 std::uint64_t SheetTable::mostCells (std::uint64_t bytes)
 {
     const auto& limits = WorkbookArchive::limits();
-    return std::min (bytes / bytesPerCell + limits.spareCells, limits.cells);
+    return std::min (cappedSum (bytes / bytesPerCell, limits.spareCells), limits.cells);
 }
 
 // A run takes some thirty bytes of memory, and no fewer in a workbook that has it once.

@@ -15,6 +15,7 @@
 #include "core/documents/SheetText.h"
 
 #include "core/documents/SheetTable.h"
+#include "core/documents/UnreadableWorkbook.h"
 #include "core/text/StringUtil.h"
 
 #include <algorithm>
@@ -87,11 +88,12 @@ class Transcript final : public PartXML
 {
 public:
     Transcript (WorkbookStrings& stringsOfWorkbook, const WorkbookColours& colours,
-                const WrittenDates& datesOfWorkbook, const TakeRows& takeRows)
+                const WrittenDates& datesOfWorkbook, const TakeRows& takeRows, std::uint64_t bytesOfSheet)
         : strings (stringsOfWorkbook),
           dates (datesOfWorkbook),
           handOut (takeRows),
-          text (colours),
+          text (colours, bytesOfSheet),
+          textsLeft (SheetTable::mostCells (bytesOfSheet)),
           sharedTexts (stringsOfWorkbook.size())
     {
     }
@@ -212,6 +214,9 @@ private:
 
     void writeText (CellText newText)
     {
+        if (! newText.text.isEmpty() && textsLeft-- == 0)
+            throw UnreadableWorkbook (WorkbookWords::isTooLarge);
+
         writeCell ("s", std::to_string (newText.text.isEmpty() ? numberOfEmptyText()
                                                                : strings.add (std::move (newText))));
     }
@@ -248,6 +253,7 @@ private:
     const WrittenDates& dates;
     const TakeRows& handOut;
     CellTextBuilder text;
+    std::uint64_t textsLeft; ///< that cells don't share
     std::string rows;
     std::string value;
     std::string kind;
@@ -307,7 +313,7 @@ void handOutRows (std::string_view xml, WorkbookStrings& strings, const Workbook
     if (const auto rows = plainRows (xml); rows.data() != nullptr)
         return handOutAsTheyAre (rows, take);
 
-    Transcript transcript (strings, colours, dates, take);
+    Transcript transcript (strings, colours, dates, take, xml.size());
     transcript.take (xml);
     transcript.finish();
     transcript.handOutRest();

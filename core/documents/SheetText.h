@@ -22,7 +22,7 @@ using TakeRows = std::function<void (std::string_view rows)>;
     texts within the sheet are added to the strings of the workbook, results take the place of formulas, errors become texts,
     cells and rows without a place get the next one, and comments and the like are gone. Orcus itself would leave such cells out.
 
-    Throws UnreadableWorkbook for a sheet that isn't well-formed.
+    Throws UnreadableWorkbook for a sheet that isn't well-formed, or whose texts are more than SheetTable takes.
     @param xml      the sheet's part
     @param strings  of the workbook
     @param colours  of the workbook

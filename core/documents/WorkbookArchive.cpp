@@ -9,6 +9,7 @@
 
 #include "core/documents/PartXML.h"
 #include "core/documents/UnreadableWorkbook.h"
+#include "core/system/CappedNumbers.h"
 #include "core/system/FileInput.h"
 
 #include <zip.h>
@@ -17,6 +18,8 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <optional>
+#include <unordered_map>
 
 namespace ZEP::Core
 {
@@ -44,10 +47,19 @@ std::string inUTF16 (std::string_view name)
     return bytes;
 }
 
+/** As a directory looks names up: only letters of ASCII have two cases. */
+std::string inSmallLetters (std::string name)
+{
+    std::transform (name.begin(), name.end(), name.begin(),
+                    [] (char c) { return c >= 'A' && c <= 'Z' ? static_cast<char> (c - 'A' + 'a') : c; });
+    return name;
+}
+
 [[noreturn]] void fail (const char* words) { throw UnreadableWorkbook (words); }
 
 [[noreturn]] void refuseCompoundFile (FileInput& file)
 {
+    file.setPosition (0);
     std::string bytes (mostBytesOfCompoundFile, '\0');
     bytes.resize (static_cast<std::size_t> (file.read (bytes.data(), static_cast<int> (bytes.size()))));
 
@@ -74,7 +86,7 @@ void refuseOtherFiles (FileInput& file)
         fail (WorkbookWords::cantBeOpened);
     if (start.empty())
         fail (WorkbookWords::isEmpty);
-    if (file.setPosition (0) && start == startOfCompoundFile)
+    if (start == startOfCompoundFile)
         refuseCompoundFile (file);
     if (! start.starts_with (startOfArchive) && ! start.starts_with (startOfEmptyArchive))
         fail (WorkbookWords::isNoWorkbook);
@@ -107,9 +119,29 @@ struct WorkbookArchive::Zip
 
     zip_uint64_t size() const { return static_cast<zip_uint64_t> (zip_get_num_entries (handle, 0)); }
 
-    zip_int64_t indexOf (const std::string& part) const
+    /** The library would look through the whole directory for each name. Of parts with one name the first counts. */
+    void learnNames()
     {
-        return zip_name_locate (handle, part.c_str(), ZIP_FL_NOCASE | ZIP_FL_ENC_GUESS);
+        for (zip_uint64_t i = 0; i < size(); ++i)
+            if (const auto* const name = zip_get_name (handle, i, ZIP_FL_ENC_GUESS); name != nullptr)
+                places.try_emplace (inSmallLetters (name), i);
+    }
+
+    std::optional<zip_uint64_t> indexOf (const std::string& part) const
+    {
+        const auto place = places.find (inSmallLetters (part));
+        return place == places.end() ? std::nullopt : std::optional (place->second);
+    }
+
+    /** A missing part means damage. */
+    zip_uint64_t placeOf (const std::string& part) const
+    {
+        const auto index = indexOf (part);
+
+        if (! index.has_value())
+            fail (WorkbookWords::isDamaged);
+
+        return *index;
     }
 
     zip_stat_t entry (zip_uint64_t index) const
@@ -198,6 +230,7 @@ private:
     }
 
     FileInput file;
+    std::unordered_map<std::string, zip_uint64_t> places; ///< of the parts, by their names in small letters
 };
 
 WorkbookArchive::Limits& WorkbookArchive::limits()
@@ -206,21 +239,20 @@ WorkbookArchive::Limits& WorkbookArchive::limits()
     return current;
 }
 
-WorkbookArchive::WorkbookArchive (const juce::String& path, const Limits& limitsToKeep)
-    : limitsHere (limitsToKeep)
+WorkbookArchive::WorkbookArchive (const juce::String& path) : zip (std::make_unique<Zip> (path))
 {
-    zip = std::make_unique<Zip> (path);
-
-    if (zip->size() > limitsHere.parts)
+    if (zip->size() > limits().parts)
         fail (WorkbookWords::isTooLarge);
 
     judgeContent();
+    zip->learnNames();
 }
 
 WorkbookArchive::~WorkbookArchive() = default;
 
 void WorkbookArchive::judgeContent() const
 {
+    const auto& most = limits();
     std::uint64_t packed = 0;
     std::uint64_t inflated = 0;
 
@@ -230,32 +262,33 @@ void WorkbookArchive::judgeContent() const
 
         if (entry.encryption_method != ZIP_EM_NONE)
             fail (WorkbookWords::isProtected);
-        if (entry.size > limitsHere.bytesOfPart)
+        if (entry.size > most.bytesOfPart)
             fail (WorkbookWords::isTooLarge);
 
-        inflated += entry.size;
-        packed += std::min<std::uint64_t> (entry.comp_size, limitsHere.bytes);
+        inflated = cappedSum (inflated, entry.size);
+        packed = cappedSum (packed, entry.comp_size);
 
-        if (inflated > limitsHere.bytes)
+        if (inflated > most.bytes)
             fail (WorkbookWords::isTooLarge);
     }
 
-    if (inflated > limitsHere.smallBytes && inflated / limitsHere.ratio > packed)
+    if (inflated > most.smallBytes && inflated / std::max<std::uint64_t> (most.ratio, 1) > packed)
         fail (WorkbookWords::isTooLarge);
 }
 
-bool WorkbookArchive::has (const std::string& part) const { return zip->indexOf (part) >= 0; }
+bool WorkbookArchive::has (const std::string& part) const { return zip->indexOf (part).has_value(); }
+
+std::uint64_t WorkbookArchive::sizeOf (const std::string& part) const
+{
+    return zip->entry (zip->placeOf (part)).size;
+}
 
 void WorkbookArchive::read (const std::string& part, const std::function<void (std::string_view)>& take) const
 {
-    const auto index = zip->indexOf (part);
-
-    if (index < 0)
-        fail (WorkbookWords::isDamaged);
-
-    auto left = zip->entry (static_cast<zip_uint64_t> (index)).size;
-    const std::unique_ptr<zip_file_t, int (*) (zip_file_t*)> file (
-        zip_fopen_index (zip->handle, static_cast<zip_uint64_t> (index), 0), zip_fclose);
+    const auto index = zip->placeOf (part);
+    auto left = zip->entry (index).size;
+    const std::unique_ptr<zip_file_t, int (*) (zip_file_t*)> file (zip_fopen_index (zip->handle, index, 0),
+                                                                   zip_fclose);
 
     if (file == nullptr)
         zip->failAsDamaged();
@@ -286,17 +319,10 @@ std::string WorkbookArchive::bytesOf (const std::string& part) const
     return bytes;
 }
 
-std::uint64_t WorkbookArchive::walkThrough (const std::string& part, PartXML& walk) const
+void WorkbookArchive::walkThrough (const std::string& part, PartXML& walk) const
 {
-    std::uint64_t bytes = 0;
-    read (part,
-          [&] (std::string_view piece)
-          {
-              bytes += piece.size();
-              walk.take (piece);
-          });
+    read (part, [&walk] (std::string_view piece) { walk.take (piece); });
     walk.finish();
-    return bytes;
 }
 
 } // namespace ZEP::Core

@@ -32,7 +32,7 @@ public:
         std::uint64_t parts = 10000;                             ///< files in the archive, folders included
         std::uint64_t bytesOfPart = std::uint64_t { 512 } << 20; ///< inflated size of a single part
         std::uint64_t bytes = std::uint64_t { 1 } << 30;         ///< of all parts
-        std::uint64_t ratio = 200; ///< inflated to packed, of an archive that isn't small
+        std::uint64_t ratio = 200; ///< inflated to packed, of an archive that isn't small; 0 is the same as 1
         std::uint64_t smallBytes = std::uint64_t { 32 } << 20; ///< inflated: up to here any ratio is fine
         std::uint64_t cells = std::uint64_t { 16 } << 20;      ///< of a sheet's table, empty ones among them
 
@@ -47,13 +47,14 @@ public:
     static Limits& limits();
 
     /** Opens a file and judges it within limits(). */
-    explicit WorkbookArchive (const juce::String& path) : WorkbookArchive (path, limits()) {}
-    WorkbookArchive (const juce::String& path,
-                     const Limits& limitsToKeep); ///< The same within other limits of the archive.
+    explicit WorkbookArchive (const juce::String& path);
     ~WorkbookArchive();
 
     /** Whether there is such a part. Upper and lower case are one, as they are for spreadsheet programs. */
     [[nodiscard]] bool has (const std::string& part) const;
+
+    /** How many bytes a part has, as the archive's directory says; a part of other bytes can't be read to its end. */
+    [[nodiscard]] std::uint64_t sizeOf (const std::string& part) const;
 
     /** Hands out the bytes of a part piece by piece, from the front. */
     void read (const std::string& part, const std::function<void (std::string_view)>& take) const;
@@ -61,15 +62,14 @@ public:
     /** The bytes of a part. */
     [[nodiscard]] std::string bytesOf (const std::string& part) const;
 
-    /** Walks through the XML of a part, from beginning to end. Returns how many bytes it has. */
-    std::uint64_t walkThrough (const std::string& part, PartXML& walk) const;
+    /** Walks through the XML of a part, from beginning to end. */
+    void walkThrough (const std::string& part, PartXML& walk) const;
 
 private:
     struct Zip;
 
     void judgeContent() const;
 
-    Limits limitsHere;
     std::unique_ptr<Zip> zip;
 };
 

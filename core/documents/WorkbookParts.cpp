@@ -14,6 +14,7 @@
 #include <charconv>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace ZEP::Core
@@ -35,6 +36,15 @@ struct Relation
 
 using Relations = std::vector<Relation>;
 
+/** A sheet has a part of its own, and so has what a workbook relates to: more of them than an archive may have parts belong to no
+    workbook, and a few bytes would ask for millions. */
+template <typename List>
+void refuseTooMany (const List& list)
+{
+    if (list.size() >= WorkbookArchive::limits().parts)
+        throw UnreadableWorkbook (WorkbookWords::isTooLarge);
+}
+
 class RelationsXML final : public PartXML
 {
 public:
@@ -48,6 +58,7 @@ private:
         if (name != "Relationship" || attributes["TargetMode"] == "External")
             return;
 
+        refuseTooMany (relations);
         const auto type = attributes["Type"];
         relations.push_back ({ std::string (attributes["Id"]),
                                std::string (type.substr (type.find_last_of ('/') + 1)),
@@ -94,6 +105,7 @@ private:
 
     void addSheet (const PartAttributes& attributes)
     {
+        refuseTooMany (entries);
         const auto state = attributes["state"];
         Entry entry;
         entry.sheet.name = attributes["name"];
@@ -129,6 +141,24 @@ std::string partOfKind (const Relations& relations, std::string_view kind)
 
 /** Sheets of cells, "worksheet", of charts, dialogues and macros. */
 bool leadsToSheet (const Relation& relation) { return relation.kind.ends_with ("sheet"); }
+
+/** The relations that lead to sheets, by their ids; the last one of an id. */
+std::unordered_map<std::string_view, const Relation*> relationsOfSheets (const Relations& relations)
+{
+    std::unordered_map<std::string_view, const Relation*> byId;
+
+    for (const auto& relation : relations)
+        if (! relation.id.empty() && leadsToSheet (relation))
+            byId[relation.id] = &relation;
+
+    return byId;
+}
+
+void leaveFolder (std::string& path)
+{
+    const auto slash = path.rfind ('/');
+    path.resize (slash == std::string::npos ? 0 : slash);
+}
 
 /** A path in which "%20" and the like have become the bytes that they stand for. */
 std::string withoutPercents (std::string_view path)
@@ -210,26 +240,21 @@ std::size_t sheetInFront (const std::vector<SheetEntry>& sheets, std::size_t wan
 
 std::string pathOfTarget (const std::string& from, const std::string& target)
 {
-    std::vector<std::string> folders;
+    std::string result;
     const auto path =
         target.starts_with ('/') ? target : from.substr (0, from.find_last_of ('/') + 1) + target;
 
     for (std::size_t start = 0; start <= path.size();)
     {
         const auto end = std::min (path.find_first_of ("/\\", start), path.size());
-        const auto folder = path.substr (start, end - start);
+        const auto folder = std::string_view (path).substr (start, end - start);
         start = end + 1;
 
-        if (folder == ".." && ! folders.empty())
-            folders.pop_back();
-        else if (! folder.empty() && folder != "." && folder != "..")
-            folders.push_back (folder);
+        if (folder == "..")
+            leaveFolder (result);
+        else if (! folder.empty() && folder != ".")
+            result.append (result.empty() ? "" : "/").append (folder);
     }
-
-    std::string result;
-
-    for (const auto& folder : folders)
-        result += (result.empty() ? "" : "/") + folder;
 
     return result;
 }
@@ -247,15 +272,15 @@ WorkbookParts readWorkbookParts (const WorkbookArchive& archive)
         throw UnreadableWorkbook (WorkbookWords::hasNoSheet);
 
     WorkbookParts parts;
+    const auto byId = relationsOfSheets (relations);
 
     for (auto& [sheet, id] : walk.entries)
     {
-        for (const auto& relation : relations)
-            if (relation.id == id && ! id.empty() && leadsToSheet (relation))
-            {
-                sheet.part = existing (archive, relation.part);
-                sheet.isTable = relation.kind == "worksheet";
-            }
+        if (const auto found = byId.find (id); found != byId.end())
+        {
+            sheet.part = existing (archive, found->second->part);
+            sheet.isTable = found->second->kind == "worksheet";
+        }
 
         parts.sheets.push_back (std::move (sheet));
     }

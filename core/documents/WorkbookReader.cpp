@@ -47,9 +47,11 @@ SheetTable::Rows readSheet (const WorkbookArchive& archive, const WorkbookParts&
 
     WorkbookStyles styles (colours);
     readStyles (styles, colours, archive, parts.styles);
-    WorkbookStrings strings (colours);
-    const auto bytesOfStrings =
-        parts.sharedStrings.empty() ? 0 : archive.walkThrough (parts.sharedStrings, strings);
+    const auto bytesOfStrings = parts.sharedStrings.empty() ? 0 : archive.sizeOf (parts.sharedStrings);
+    WorkbookStrings strings (colours, bytesOfStrings);
+
+    if (! parts.sharedStrings.empty())
+        archive.walkThrough (parts.sharedStrings, strings);
 
     const auto xml = archive.bytesOf (sheet.part);
     SheetTable table ({ strings, styles, WorkbookFonts (styles.plainLook()), parts.countsFrom1904 },

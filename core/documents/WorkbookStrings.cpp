@@ -8,6 +8,8 @@
 //          / rPh / t   how to read a Japanese text: no part of it
 #include "core/documents/WorkbookStrings.h"
 
+#include "core/documents/SheetTable.h"
+#include "core/documents/UnreadableWorkbook.h"
 #include "core/text/TextDecoding.h"
 
 #include <algorithm>
@@ -95,6 +97,15 @@ int numberOfCharacters (std::string_view bytes)
                                             { return (static_cast<unsigned char> (byte) & 0xC0) != 0x80; }));
 }
 
+/** Takes one of so many. */
+void takeOneOf (std::uint64_t& left)
+{
+    if (left == 0)
+        throw UnreadableWorkbook (WorkbookWords::isTooLarge);
+
+    --left;
+}
+
 } // namespace
 
 std::string withoutWorkbookEscapes (std::string_view text)
@@ -158,6 +169,12 @@ RichTextString CellText::inCell (const CellLook& cell, const WorkbookFonts& font
 }
 
 //==============================================================================
+CellTextBuilder::CellTextBuilder (const WorkbookColours& coloursOfWorkbook, std::uint64_t bytes)
+    : colours (coloursOfWorkbook),
+      runsLeft (SheetTable::mostRuns (bytes))
+{
+}
+
 void CellTextBuilder::elementStarts (std::string_view name, const PartAttributes& attributes)
 {
     if (isInLook)
@@ -207,7 +224,16 @@ void CellTextBuilder::addPiece()
         piece = withoutWorkbookEscapes (piece);
 
     hasLook = hasLook || look.has_value();
-    runs.push_back ({ static_cast<int> (piece.size()), look });
+
+    if (piece.empty())
+        return;
+
+    if (! runs.empty() && runs.back().look != look)
+        takeOneOf (runsLeft);
+    if (runs.empty() || runs.back().look != look)
+        runs.push_back ({ 0, look });
+
+    runs.back().length += static_cast<int> (piece.size());
     all += piece;
     piece.clear();
 }
@@ -231,7 +257,7 @@ CellText CellTextBuilder::take()
             start += bytes;
         }
 
-        result.runs = runs;
+        result.runs = std::move (runs);
     }
 
     all.clear();
@@ -245,6 +271,12 @@ CellText CellTextBuilder::take()
 }
 
 //==============================================================================
+WorkbookStrings::WorkbookStrings (const WorkbookColours& colours, std::uint64_t bytes)
+    : builder (colours, bytes),
+      textsLeft (SheetTable::mostCells (bytes))
+{
+}
+
 const CellText& WorkbookStrings::operator[] (std::size_t number) const
 {
     return number < texts.size() ? texts[number] : nothing;
@@ -267,7 +299,10 @@ void WorkbookStrings::elementEnds (std::string_view name)
     if (depth() > 2)
         builder.elementEnds (name);
     else if (depth() == 2 && name == "si")
+    {
+        takeOneOf (textsLeft);
         texts.push_back (builder.take());
+    }
 }
 
 void WorkbookStrings::textComes (std::string_view text)

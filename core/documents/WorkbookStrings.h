@@ -6,6 +6,7 @@
 #include "core/documents/PartXML.h"
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,8 +37,10 @@ struct CellText
 class ZEP_CORE_API CellTextBuilder final
 {
 public:
-    /** The colours outlive this. */
-    explicit CellTextBuilder (const WorkbookColours& coloursOfWorkbook) : colours (coloursOfWorkbook) {}
+    /** The colours outlive this.
+        @param bytes  of the part that the texts stand in: they may have as many runs, beyond the first of each, as
+                      SheetTable::mostRuns() says for it; an UnreadableWorkbook is thrown for more */
+    explicit CellTextBuilder (const WorkbookColours& coloursOfWorkbook, std::uint64_t bytes = 0);
 
     void elementStarts (std::string_view name, const PartAttributes& attributes); ///< An element in the text.
     void elementEnds (std::string_view name);                                     ///< The end of the element.
@@ -54,6 +57,7 @@ private:
     std::string all;
     std::vector<CellText::Run> runs; ///< their lengths still in bytes
     std::optional<CellLook> look;    ///< of the open run
+    std::uint64_t runsLeft;
     bool isInText = false;
     bool isInLook = false;
     bool hasLook = false;
@@ -67,14 +71,16 @@ private:
 class ZEP_CORE_API WorkbookStrings final : public PartXML
 {
 public:
-    explicit WorkbookStrings (const WorkbookColours& colours) : builder (colours) {} ///< Refers to them.
+    /** Refers to the colours.
+        @param bytes  of the part: there may be as many texts as SheetTable::mostCells() says for it, and runs in them */
+    explicit WorkbookStrings (const WorkbookColours& colours, std::uint64_t bytes = 0);
 
     [[nodiscard]] std::size_t size() const noexcept { return texts.size(); } ///< Texts read so far.
 
     /** The text with a number; an empty one where there is none. */
     [[nodiscard]] const CellText& operator[] (std::size_t number) const;
 
-    /** Adds a text that no cell shares. Returns its number. */
+    /** Adds a text that no cell shares, however many there are. Returns its number. */
     std::size_t add (CellText text);
 
 private:
@@ -83,7 +89,8 @@ private:
     void textComes (std::string_view text) override;
 
     CellTextBuilder builder;
-    std::vector<CellText> texts;
+    std::deque<CellText> texts; ///< of millions none is ever moved
+    std::uint64_t textsLeft;
     CellText nothing;
 };
 

@@ -5,6 +5,8 @@
 #include "core/documents/SheetTable.h"
 #include "core/documents/WorkbookReaderSupport.h"
 
+#include <limits>
+
 using namespace ZEP::Core;
 
 namespace
@@ -27,6 +29,26 @@ protected:
                               + "\"><v>1</v></c></row>";
 
         return book;
+    }
+
+    /** The failure of a workbook with one limit set; of the archive's own ones above all. */
+    std::string failureWith (std::uint64_t WorkbookArchive::Limits::*limit, std::uint64_t most,
+                             const Book& book)
+    {
+        limits.*limit = most;
+        const auto failure = failureOf (book.zipped());
+        limits = {};
+        return failure;
+    }
+
+    static std::string repeated (const std::string& text, int times)
+    {
+        std::string all;
+
+        for (; times > 0; --times)
+            all += text;
+
+        return all;
     }
 
     /** The smallest value of a limit with which a workbook is read. */
@@ -103,6 +125,90 @@ TEST_F (WorkbookReadingLimits, aTableMayHaveExactlySoManyCells)
     limits.cells = needed;
     EXPECT_EQ (failureOf (bytes), "");
     EXPECT_EQ (rows.size(), 100u);
+}
+
+TEST_F (WorkbookReadingLimits, aWorkbookMayListExactlySoManySheetsAsItsArchiveMayHaveParts)
+{
+    Book book = bookOfRows (1);
+    book.others = { { "xl/workbook.xml",
+                      Book::xml ("workbook", "<sheets>" + repeated (R"(<sheet name="1" r:id="rId1"/>)", 40)
+                                                 + "</sheets>") } };
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::parts, 40, book), "");
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::parts, 39, book), tooLarge);
+}
+
+TEST_F (WorkbookReadingLimits, aWorkbookMayRelateToExactlySoManyPartsAsItsArchiveMayHave)
+{
+    Book book = bookOfRows (1);
+    book.others = { { "xl/_rels/workbook.xml.rels",
+                      Book::relations (
+                          Book::relation ("rId1", "worksheet", "worksheets/sheet1.xml")
+                          + repeated ("<Relationship/>", 39)
+                          + repeated (R"(<Relationship TargetMode="External" Target="https://a"/>)", 40)) } };
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::parts, 40, book), "");
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::parts, 39, book), tooLarge);
+}
+
+TEST_F (WorkbookReadingLimits, cellsMayShareExactlySoManyTextsAsATableHasCells)
+{
+    Book book = bookOfRows (1);
+    book.others = { { "xl/sharedStrings.xml", Book::xml ("sst", repeated ("<si/>", 200)) } };
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 200, book), "");
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 199, book), tooLarge);
+}
+
+TEST_F (WorkbookReadingLimits, textsOfASheetMayBeExactlySoManyAsATableHasCellsWhereverTheyStand)
+{
+    Book book;
+    book.sheetData = R"(<row r="1">)" + repeated (R"(<c r="A1" t="str"><v>x</v></c>)", 200) + "</row>";
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 200, book), "");
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 199, book), tooLarge);
+}
+
+TEST_F (WorkbookReadingLimits, textsThatNoCellShowsMayHaveExactlySoManyRuns)
+{
+    Book book = bookOfRows (1);
+    book.strings = { repeated ("<r><rPr><b/></rPr><t>x</t></r><r><t>y</t></r>", 50),
+                     repeated ("<r><rPr><b/></rPr><t>x</t></r><r><t>y</t></r>", 50) };
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 198, book), "");
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 197, book), tooLarge);
+}
+
+TEST_F (WorkbookReadingLimits, textsOutsideASheetMayHaveExactlySoManyRuns)
+{
+    Book book;
+    book.sheetData = R"(<row r="1"><c r="A1"><v>1</v></c><c r="ZZZZ1" t="inlineStr"><is>)"
+                     + repeated ("<r><rPr><b/></rPr><t>x</t></r><r><t>y</t></r>", 100) + "</is></c></row>";
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 199, book), "");
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 198, book), tooLarge);
+}
+
+TEST_F (WorkbookReadingLimits, piecesOfATextThatLookAlikeAreOneRunAndEmptyOnesAreNone)
+{
+    Book book = bookOfRows (1);
+    book.strings = { repeated ("<r><rPr><b/></rPr><t/></r><r><t>y</t></r><t/>", 100) };
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::cells, 10, book), "");
+}
+
+TEST_F (WorkbookReadingLimits, aRatioOfZeroIsTheSameAsOne)
+{
+    Book book = bookOfRows (100);
+    limits.smallBytes = 100;
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::ratio, 0, book), tooLarge);
+    EXPECT_EQ (failureWith (&WorkbookArchive::Limits::ratio, 0, book), "") << "it is small";
+}
+
+TEST_F (WorkbookReadingLimits, theLargestLimitsAreNoSmallOnes)
+{
+    constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
+    limits.spareCells = largest;
+    EXPECT_EQ (SheetTable::mostCells (400), limits.cells);
+    limits = {
+        largest, largest, largest, largest, largest, largest, largest, std::numeric_limits<int>::max()
+    };
+    EXPECT_EQ (SheetTable::mostCells (400), largest);
+    EXPECT_EQ (failureOf (bookOfRows (3).zipped()), "");
+    EXPECT_EQ (rows.size(), 3u);
 }
 
 TEST_F (WorkbookReadingLimits, cellsOfATableGrowWithItsSheet)

@@ -71,6 +71,16 @@ TEST_F (WorkbookPartsReading, aChartInFrontIsNotStoodInFor)
         isChartInFront);
 }
 
+TEST_F (WorkbookPartsReading, ofRelationsWithOneIdTheLastThatLeadsToASheetCounts)
+{
+    auto book = threeSheets ({ "worksheet", "worksheet", "worksheet" }, { "", "", "" });
+    book.others = { { "xl/_rels/workbook.xml.rels",
+                      Book::relations (Book::relation ("rId1", "chartsheet", "worksheets/sheet1.xml")
+                                       + Book::relation ("rId1", "worksheet", "worksheets/sheet2.xml")
+                                       + Book::relation ("rId1", "styles", "styles.xml")) } };
+    EXPECT_EQ (read (book), (Texts { { "2" } }));
+}
+
 TEST_F (WorkbookPartsReading, aSheetWhoseRelationIsLostIsNoChart)
 {
     Book book;
