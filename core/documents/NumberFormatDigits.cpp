@@ -81,6 +81,14 @@ std::string powerOfTen (int power, int places)
     return std::string (static_cast<std::size_t> (missing), '0') + digits;
 }
 
+/** A number divided by a power of ten that may be smaller than any number there is. */
+double dividedByPowerOfTen (double value, int power)
+{
+    constexpr int smallest = -300;
+    return power < smallest ? value * std::pow (10.0, -smallest) / std::pow (10.0, power - smallest)
+                            : value / std::pow (10.0, power);
+}
+
 std::size_t digitsBeforePoint (const std::string& number)
 {
     return std::min (number.find ('.'), number.size());
@@ -134,6 +142,10 @@ std::string NumberFormat::asNumber (const Section& section, double value)
 {
     const Layout layout (section);
     value *= std::pow (100.0, layout.percents) / std::pow (1000.0, layout.commas);
+
+    if (! std::isfinite (value))
+        return generalNumber (value);
+
     int power = 0;
 
     if (layout.hasPower && value > 0.0)
@@ -141,7 +153,7 @@ std::string NumberFormat::asNumber (const Section& section, double value)
         const int step = std::max (layout.whole, 1);
         power = static_cast<int> (std::floor (std::log10 (value)));
         power -= ((power % step) + step) % step;
-        value /= std::pow (10.0, power);
+        value = dividedByPowerOfTen (value, power);
 
         // 999.96 with one decimal is a thousand, and so the next power.
         if (digitsBeforePoint (roundedNumber (value, layout.decimals)) > static_cast<std::size_t> (step))
