@@ -61,7 +61,7 @@ void append (std::string& text, gunichar character)
     text.append (buffer, static_cast<std::size_t> (g_unichar_to_utf8 (character, buffer)));
 }
 
-/** The character behind one of valid text. */
+/** The character behind one of valid text: as g_utf8_next_char, whose C-style cast would take the const away. */
 const char* behind (const char* character)
 {
     return character + g_utf8_skip[static_cast<unsigned char> (*character)];

@@ -36,10 +36,29 @@ int hundredthPointsOf (const juce::Font& font)
                : static_cast<int> (std::lround (std::clamp (height, smallest, largest) * hundredths));
 }
 
+/** Control codes and what Unicode keeps from ever being characters. XML has no place for most of them, and what the name of a
+    typeface stands in knows no escapes. */
+bool isNoCharacter (std::uint32_t c)
+{
+    const bool isControl = c < 0x20 || (c >= 0x7f && c < 0xa0);
+    return isControl || (c >= 0xd800 && c < 0xe000) || (c & 0xfffeU) == 0xfffeU;
+}
+
+juce::String withoutWhatIsNoCharacter (const juce::String& name)
+{
+    juce::String all;
+
+    for (auto place = name.getCharPointer(); ! place.isEmpty(); ++place)
+        if (! isNoCharacter (static_cast<std::uint32_t> (*place)))
+            all += *place;
+
+    return all;
+}
+
 /** Empty for one of the framework's names that stand for whatever the system has, and for what no spreadsheet takes. */
 std::string typefaceOf (const juce::Font& font)
 {
-    const auto name = font.getTypefaceName();
+    const auto name = withoutWhatIsNoCharacter (font.getTypefaceName());
     return name.startsWithChar ('<') || name.length() > longestTypeface ? std::string() : name.toStdString();
 }
 

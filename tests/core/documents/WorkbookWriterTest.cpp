@@ -12,6 +12,7 @@
 
 using namespace ZEP::Core;
 using namespace ZEP::Overmarks::Testing;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace
@@ -306,6 +307,21 @@ TEST_F (WorkbookWriterTest, whatASpreadsheetCannotShowIsNoLook)
                             run (1, 2, plain.withHorizontalScale (2.0f), juce::Colour (0x01000000)) }));
     EXPECT_EQ (made.xml(), "<is><t>ab</t></is>");
     EXPECT_EQ (made.font(), usualFont);
+}
+
+TEST_F (WorkbookWriterTest, whatIsNoCharacterIsNoPartOfATypefacesName)
+{
+    const auto typeface = [] (const std::string& name)
+    { return juce::Font (utf8 (name), 15.0f, juce::Font::plain); };
+    const auto odd = typeface ("A\x01r\x1f"
+                               "ia\x7fl\xc2\x85\n \xef\xbf\xbe\xef\xbf\xbf"
+                               "\xc3\x84");
+    EXPECT_THAT (cell (rich ("ab", { run (0, 2, odd, black) })).font(),
+                 HasSubstr ("<name val=\"Arial Ä\"/>"));
+    EXPECT_THAT (cell (rich ("ab", { run (0, 1, odd, black) })).xml(),
+                 HasSubstr ("<rFont val=\"Arial Ä\"/>"));
+    EXPECT_THAT (cell (rich ("ab", { run (0, 2, typeface ("\x01\x02"), black) })).font(),
+                 HasSubstr ("<name val=\"Calibri\"/>"));
 }
 
 TEST_F (WorkbookWriterTest, sizesStayWithinThoseOfASpreadsheet)
