@@ -138,7 +138,7 @@ bool ADRStudioEventFileImporter::readCues (const juce::XmlElement& cues, std::si
 
         if (! budget.takeRow (columnNames.size()))
         {
-            Core::Logger::error (filePath + ": it grows into a table that is too large");
+            Core::Logger::error (filePath + ": " + budget.wordsOfRefusal());
             return false;
         }
 

@@ -3,6 +3,7 @@
 
 #include "core/text/StringUtil.h"
 #include "import/frame/ColumnGuess.h"
+#include "import/frame/ImportLimits.h"
 
 #include <algorithm>
 #include <string_view>
@@ -18,6 +19,12 @@ constexpr auto kNothingToImport = "The CSV file you tried to import doesn't cont
 constexpr auto kTableTooLarge =
     "The CSV file you tried to import grows into a table that is too large. Perhaps a closing "
     "quotation mark is missing";
+
+juce::String wordsOfFileTooLarge()
+{
+    return "The CSV file you tried to import is larger than "
+           + juce::String (ImportLimits::limits().bytesOfFile) + " bytes and isn't read";
+}
 
 /** The titles by which the file of a recording tool is known. */
 const std::vector<std::string_view> kDSTakerTitles { "Take", "In", "Out", "Marker" };
@@ -64,14 +71,15 @@ void CSVEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding
     auto& table = parser.parse (textEncoding);
     parser.fileContent = {};
 
-    if (parser.readFailed)
+    if (parser.readFailed || parser.fileTooLarge)
     {
-        errorMessage += kCantBeOpened;
+        errorMessage += parser.readFailed ? juce::String (kCantBeOpened) : wordsOfFileTooLarge();
         return;
     }
 
     encoding = textEncoding;
-    richBytesLeft = CSVParser::kRichTableFactor * CSVParser::limits().tableBytes (parser.fileSize);
+    richBytesLeft =
+        Core::cappedProduct (CSVParser::kRichTableFactor, CSVParser::limits().tableBytes (parser.fileSize));
     unfoldingLimitExceeded = false;
 
     const bool tooLarge = parser.limitExceeded || ! mayConvert (table);

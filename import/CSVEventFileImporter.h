@@ -73,7 +73,8 @@ private:
     [[nodiscard]] std::vector<std::int32_t> findEuroTakerColumns();
     void unfoldEuroTakerRow (std::size_t index, const std::vector<std::int32_t>& markerColumns);
 
-    std::uint64_t richBytesLeft = CSVParser::kRichTableFactor * CSVParser::limits().spareTableBytes;
+    std::uint64_t richBytesLeft =
+        Core::cappedProduct (CSVParser::kRichTableFactor, CSVParser::limits().spareTableBytes);
     bool unfoldingLimitExceeded = false;
 };
 

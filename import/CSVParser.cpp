@@ -2,13 +2,14 @@
 #include "import/CSVParser.h"
 
 #include "core/system/Logger.h"
+#include "core/text/StringUtil.h"
 #include "import/frame/EventFileImporter.h"
+#include "import/frame/FileBuffer.h"
 #include "import/frame/ImportLimits.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <filesystem>
 #include <limits>
 #include <utility>
 
@@ -104,6 +105,14 @@ bool hasText (const CSVParser::Row& row)
     return std::any_of (row.begin(), row.end(), [] (const std::string& cell) { return ! cell.empty(); });
 }
 
+/** Has a stream read from a buffer, which takes the place of another; from its own, which is closed, without one. */
+void useBuffer (std::ifstream& stream, std::unique_ptr<FileBuffer> buffer, std::unique_ptr<FileBuffer>& place)
+{
+    std::ios& any = stream; // the stream of a file knows its own buffer alone
+    any.rdbuf (buffer != nullptr ? static_cast<std::streambuf*> (buffer.get()) : stream.rdbuf());
+    place = std::move (buffer);
+}
+
 } // namespace
 
 //==============================================================================
@@ -152,13 +161,11 @@ bool CSVParser::open (const std::string& path)
 {
     filePath = path;
     parsedRows.clear();
-    stream = {};
+    useBuffer (stream, std::make_unique<FileBuffer> (Core::StringUtil::fromUTF8 (path)), bufferOfStream);
 
-    std::error_code error;
-    if (! std::filesystem::is_regular_file (path, error))
-        return false;
+    if (bufferOfStream->getStatus().failed())
+        stream.setstate (std::ios::failbit);
 
-    stream.open (path, std::ios::in | std::ios::binary);
     return stream.good();
 }
 
@@ -188,42 +195,26 @@ CSVParser::Table& CSVParser::parse (Core::TextEncoding& textEncoding)
 void CSVParser::readFile()
 {
     fileContent.clear();
-    stream.seekg (0, std::ios::end);
-    const auto end = stream.tellg();
-    stream.clear(); // files of the system itself have no end to go to
-    stream.seekg (0);
+    fileSize = 0;
+    fileTooLarge = readFailed = false;
 
+    if (bufferOfStream == nullptr)
+        return;
+
+    auto& file = bufferOfStream->file;
     const auto most = ImportLimits::limits().bytesOfFile;
-    fileSize = end > 0 ? static_cast<std::uint64_t> (end) : 0;
-    limitExceeded = fileSize > most || ! readUpTo (most);
-    readFailed =
-        stream.bad() || (! limitExceeded && fileContent.size() < fileSize); // or it was cut meanwhile
-    stream.close();
+    const auto result = file.readToEnd (fileContent, most);
+    fileSize =
+        std::max<std::uint64_t> (static_cast<std::uint64_t> (file.getTotalLength()), fileContent.size());
+    fileTooLarge =
+        result.failed() && file.getStatus().wasOk()
+        && std::max<std::uint64_t> (fileSize, static_cast<std::uint64_t> (file.getPosition())) > most;
+    readFailed = result.failed() && ! fileTooLarge;
+    useBuffer (stream, nullptr, bufferOfStream);
 
-    if (limitExceeded)
-        Core::Logger::error (juce::String::fromUTF8 (filePath.c_str()) + " can't be read: it is larger than "
-                             + juce::String (most) + " bytes");
-    if (limitExceeded || readFailed)
-        fileContent.clear();
-
-    fileSize = std::max<std::uint64_t> (fileSize, fileContent.size());
-}
-
-/** Reads to the end, wherever it is by now. False if that is further away. */
-bool CSVParser::readUpTo (std::uint64_t most)
-{
-    constexpr std::uint64_t piece = 16384;
-    fileContent.reserve (fileSize + piece);
-
-    while (stream.good() && fileContent.size() <= most)
-    {
-        const auto start = fileContent.size();
-        fileContent.resize (start + (fileSize > start ? fileSize - start : piece));
-        stream.read (&fileContent[start], static_cast<std::streamsize> (fileContent.size() - start));
-        fileContent.resize (start + static_cast<std::size_t> (stream.gcount()));
-    }
-
-    return fileContent.size() <= most;
+    if (result.failed())
+        Core::Logger::error (Core::StringUtil::fromUTF8 (filePath)
+                             + " can't be read: " + result.getErrorMessage());
 }
 
 void CSVParser::settleEncoding (Core::TextEncoding& textEncoding)

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "ZEP_Overmarks/Export.h"
+#include "core/system/CappedNumbers.h"
 #include "core/text/TextEncoding.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +19,8 @@ namespace ZEP::Overmarks
 /** Replaces every occurrence of `from`, left to right, going on behind each replacement: replacing "\n\n" by "\n" once leaves
     "\n\n" where three stood. An empty `from` replaces nothing. */
 OVERMARKS_API void stringReplaceAll (std::string& text, const std::string& from, const std::string& to);
+
+class FileBuffer;
 
 /** Splits delimited text into a table of cells, finding the delimiter by trial: comma, then semicolon, then tab.
 
@@ -48,7 +52,7 @@ public:
         /** What the table of a file may come to, in bytes. */
         [[nodiscard]] std::uint64_t tableBytes (std::uint64_t fileBytes) const
         {
-            return tableBytesPerFileByte * fileBytes + spareTableBytes;
+            return Core::cappedSum (Core::cappedProduct (tableBytesPerFileByte, fileBytes), spareTableBytes);
         }
     };
 
@@ -79,7 +83,7 @@ public:
         @param textEncoding  TextEncodingUnknown asks the parser to find the encoding, which it then leaves here; any other
                              value is taken as given
         @returns `parsedRows`, empty when no delimiter fits, when all lines are one cell wide, when the file can't be read to its
-                 end (`readFailed`), and when it or the table went beyond the limits (`limitExceeded`) */
+                 end (`readFailed`), and when it or the table went beyond the limits (`fileTooLarge`, `limitExceeded`) */
     Table& parse (Core::TextEncoding& textEncoding);
 
     /** Splits one line. When it ends inside a quoted cell, `outsideQuotes` is false afterwards, and the next line continues
@@ -88,7 +92,7 @@ public:
 
     std::string filePath;       ///< as given to open()
     Table parsedRows;           ///< the result
-    std::ifstream stream;       ///< the open file; closed once it is read
+    std::ifstream stream;       ///< the open file, in a bad state without one; closed once it is read
     std::string fileContent;    ///< the whole file, its line ends made "\n" by parse()
     std::uint64_t fileSize = 0; ///< bytes
     Core::TextEncoding encoding = Core::TextEncodingUTF8; ///< the encoding used
@@ -96,14 +100,14 @@ public:
         false; ///< byte order of UTF-16 content, from its mark or else from where its zeros are
     bool outsideQuotes = true;           ///< survives from line to line and from delimiter to delimiter
     std::int32_t minConsistentLines = 5; ///< so many lines must not disagree in their number of cells
-    bool limitExceeded = false;          ///< the file or its table went beyond the limits and was given up
-    bool readFailed = false;             ///< the file couldn't be read to its end, and nothing of it is kept
+    bool limitExceeded = false;          ///< the table went beyond the limits and was given up
+    bool fileTooLarge = false; ///< the file has more bytes than ImportLimits allow, and nothing of it is kept
+    bool readFailed = false;   ///< the file couldn't be read to its end, and nothing of it is kept
 
 private:
     struct Attempt;
 
     void readFile();
-    [[nodiscard]] bool readUpTo (std::uint64_t most);
     void settleEncoding (Core::TextEncoding& textEncoding);
     [[nodiscard]] bool tryDelimiter (char delimiter);
     [[nodiscard]] bool takeLine (std::string_view line, Attempt& attempt);
@@ -117,6 +121,7 @@ private:
     [[nodiscard]] std::size_t takeQuoted (std::string_view line, std::size_t at, std::string& cell);
     void giveUp();
 
+    std::unique_ptr<FileBuffer> bufferOfStream; ///< while a file is open
     std::uint64_t tableBytesAllowed = 0;
 };
 

@@ -2,12 +2,12 @@
 #include "import/DBFFile.h"
 
 #include "core/system/Logger.h"
+#include "import/frame/FileBuffer.h"
 #include "import/frame/ImportLimits.h"
 #include "import/frame/ImportedBytes.h"
 #include "import/frame/TableBudget.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -38,12 +38,9 @@ std::string nameOf (const DBFFile::FieldDescriptor& field)
     return { field.begin(), std::find (field.begin(), field.end(), '\0') };
 }
 
-/** 0 for what is no file. */
-std::uint64_t sizeOfFile (const juce::String& path)
+std::uint64_t sizeOf (FileBuffer& buffer)
 {
-    std::error_code error;
-    const auto size = std::filesystem::file_size (path.toStdString(), error);
-    return error ? 0 : size;
+    return static_cast<std::uint64_t> (buffer.file.getTotalLength());
 }
 
 } // namespace
@@ -65,7 +62,7 @@ std::vector<std::string> split (std::string text, char separator)
 //==============================================================================
 DBFFile::DBFFile (const char* path) : filePath (juce::String::fromUTF8 (path))
 {
-    openFile (path);
+    openFile();
 
     if (! good())
         return;
@@ -85,16 +82,16 @@ DBFFile::DBFFile (const char* path) : filePath (juce::String::fromUTF8 (path))
 DBFFile::~DBFFile() = default;
 
 /** Leaves the stream in a bad state if there is nothing to read. */
-void DBFFile::openFile (const char* path)
+void DBFFile::openFile()
 {
     juce::String reason;
+    buffer = std::make_unique<FileBuffer> (filePath);
+    std::ios::rdbuf (buffer.get());
 
-    if (! isOrdinaryFile (filePath))
-        reason = "there is no such file";
-    else if (const auto most = ImportLimits::limits().bytesOfFile; sizeOfFile (filePath) > most)
+    if (buffer->getStatus().failed())
+        reason = isOrdinaryFile (filePath) ? "it can't be opened" : "there is no such file";
+    else if (const auto most = ImportLimits::limits().bytesOfFile; sizeOf (*buffer) > most)
         reason = "it is larger than " + juce::String (most) + " bytes and is not read";
-    else if (open (path, std::ios::in | std::ios::binary); ! is_open())
-        reason = "it can't be opened";
 
     if (reason.isNotEmpty())
     {
@@ -190,7 +187,7 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
 
     if (bad()) // the disk failed: nobody knows what is missing
     {
-        noteFailedRead();
+        note (kFailedRead);
         table.clear();
     }
 
@@ -200,7 +197,7 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
 
 void DBFFile::readRecords()
 {
-    Reading reading { TableBudget (sizeOfFile (filePath), fileBytesPerCell),
+    Reading reading { TableBudget (sizeOf (*buffer), fileBytesPerCell),
                       std::vector<bool> (fieldDescriptors.size()), -1 };
 
     if (! fieldDescriptors.empty())
@@ -279,7 +276,7 @@ bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
 {
     if (! reading.budget.takeRow (row.size()))
     {
-        note ("it grows into a table that is too large; nothing is read from row "
+        note (reading.budget.wordsOfRefusal() + "; nothing is read from row "
               + juce::String (table.size() + 1) + " on");
         return false;
     }
@@ -287,8 +284,6 @@ bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
     table.push_back (std::move (row));
     return true;
 }
-
-void DBFFile::noteFailedRead() const { note ("it can't be read to its end, and nothing of it is taken"); }
 
 void DBFFile::note (const juce::String& whatIsOdd) const
 {

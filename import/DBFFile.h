@@ -10,11 +10,14 @@
 #include <cstdint>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace ZEP::Overmarks
 {
+
+class FileBuffer;
 
 /** The pieces between the separators. A separator at the end begins no further, empty piece. */
 [[nodiscard]] OVERMARKS_API std::vector<std::string> split (std::string text, char separator);
@@ -48,7 +51,7 @@ namespace ZEP::Overmarks
     The rule that callers get wrong: without a TAKE field the first field counts as cue number.
 
     A file that ends too early gives what was whole before, one whose list of fields doesn't end gives their names alone, and
-    one that can't be read, to its end or at all, or is larger than ImportLimits allow gives an empty table. The log is told. No
+    one that can't be read, to its end or at all, becomes shorter meanwhile, or is larger than ImportLimits allow gives an empty table. The log is told. No
     locks: one thread at a time. */
 class OVERMARKS_API DBFFile : public std::ifstream
 {
@@ -81,9 +84,8 @@ public:
 private:
     struct Reading;
 
-    void openFile (const char* path);
+    void openFile();
     void readDescriptors();
-    void noteFailedRead() const;
     [[nodiscard]] bool readDescriptor (char firstByte);
     void recogniseName (const std::string& name, int index);
     void addTitles (std::vector<std::string> titles);
@@ -97,6 +99,7 @@ private:
     void note (const juce::String& whatIsOdd) const;
 
     juce::String filePath;
+    std::unique_ptr<FileBuffer> buffer; ///< what the stream reads from
 };
 
 } // namespace ZEP::Overmarks

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -29,7 +30,7 @@ const juce::String notesHeading { "\nNotes\n" };
 const juce::String engineeringNotesHeading { "\nEng. Notes\n" };
 const juce::String reasonHeading { "\nReason\n" };
 
-constexpr auto tooManyCues = "A cue sheet asks for more cues than any list has; the rest is left out";
+constexpr auto restIsLeftOut = "; the rest is left out";
 
 /** The text up to the first line feed, which goes with it. Without a line feed there is none. */
 juce::String takeLine (RichTextString& cue)
@@ -78,22 +79,28 @@ void DublaneDocxEventFileImporter::parse (juce::String& errorMessage, Core::Text
         return;
     }
 
-    const auto bytes = Protocol::contentOf (list);
+    const auto most = ImportLimits::limits().bytesOfFile;
+    const auto bytes = Protocol::contentOf (list, most);
 
-    if (! bytes.has_value() || bytes->size() > ImportLimits::limits().bytesOfFile)
+    if (! bytes.has_value())
     {
+        if (std::cmp_greater (list.getSize(), most))
+            Core::Logger::error (filePath + ": the list of its cues can't be read: it is larger than "
+                                 + juce::String (most) + " bytes");
+
         errorMessage = "Error reading " + filePath;
         return;
     }
 
     assignColumns (DocxCueList::numberOfColumns);
-    outcome = DocxCueList::addRows (
-        Core::StringUtil::fromUTF8 (std::string_view (*bytes).substr (0, bytes->find ('\n'))), rows);
+    const auto json = Core::StringUtil::fromUTF8 (std::string_view (*bytes).substr (0, bytes->find ('\n')));
+    outcome = DocxCueList::addRows (json, rows);
 
     if (outcome == DocxCueList::Outcome::noCueList)
         Core::Logger::error (filePath + ": what docxHandler has found in it is no list of cues");
     else if (outcome == DocxCueList::Outcome::cutOff)
-        Core::Logger::error (filePath + ": it asks for more cues than any list has; the rest is left out");
+        Core::Logger::error (filePath + ": " + TableBudget (json.getNumBytesAsUTF8()).wordsOfRefusal()
+                             + restIsLeftOut);
 
     list.deleteFile();
 }
@@ -116,7 +123,7 @@ void DublaneDocxEventFileImporter::parseFileContent (RichTextString& content)
     {
         if (! budget.takeRow (columnsOfText))
         {
-            Core::Logger::error (tooManyCues);
+            Core::Logger::error ("A cue sheet: " + budget.wordsOfRefusal() + restIsLeftOut);
             break;
         }
 
@@ -135,7 +142,8 @@ std::vector<RichTextString> DublaneDocxEventFileImporter::parseCueBlocks (const 
     const RichTextSlicer slicer (content);
     std::vector<RichTextString> blocks;
     // Repeated timecodes let the cues of a text overlap, so that a small text asks for endless ones.
-    auto charactersLeft = ImportLimits::limits().charactersOfWordCues;
+    const auto mostCharacters = ImportLimits::limits().charactersOfWordCues;
+    auto charactersLeft = mostCharacters;
 
     for (std::size_t i = 1; i < starts.size(); ++i)
     {
@@ -143,7 +151,8 @@ std::vector<RichTextString> DublaneDocxEventFileImporter::parseCueBlocks (const 
 
         if (charactersLeft < 0)
         {
-            Core::Logger::error (tooManyCues);
+            Core::Logger::error ("A cue sheet asks for cues of more than " + juce::String (mostCharacters)
+                                 + " characters together" + restIsLeftOut);
             break;
         }
 

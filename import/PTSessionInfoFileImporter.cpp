@@ -94,10 +94,14 @@ std::string_view withoutFinalLineBreak (std::string_view text)
     return text.ends_with ('\n') ? text.substr (0, text.size() - 1) : text;
 }
 
-/** Of a text that has lines. */
 bool endsLinesAsWindowsDoes (std::string_view text)
 {
-    for (auto end = text.find ('\n'); end != text.npos; end = text.find ('\n', end + 1))
+    const auto first = text.find ('\n');
+
+    if (first == text.npos)
+        return false;
+
+    for (auto end = first; end != text.npos; end = text.find ('\n', end + 1))
         if (end == 0 || text[end - 1] != '\r')
             return false;
 
@@ -170,6 +174,9 @@ std::optional<PTSessionInfoFileImporter::Tracks> PTSessionInfoFileImporter::read
 
     if (outcome == Outcome::goesOn)
         return reader.tracks();
+
+    if (outcome == Outcome::tooMuch)
+        Core::Logger::error (filePath + ": " + reader.wordsOfRefusal());
 
     errorMessage += outcome == Outcome::startIsNoTimecode ? kNoTimecode : kNoSessionInfo;
     return std::nullopt;

@@ -56,6 +56,9 @@ public:
     [[nodiscard]] std::size_t numberOfLostTracks() const noexcept { return lostTracks; }
     [[nodiscard]] const std::string& firstLostTrack() const noexcept { return nameOfFirstLost; }
 
+    /** What the log is told when there was too much. */
+    [[nodiscard]] juce::String wordsOfRefusal() const { return budget.wordsOfRefusal(); }
+
     static constexpr std::size_t kColumns = 9; ///< cells of the row that a clip becomes
 
 private:

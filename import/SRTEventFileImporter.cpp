@@ -86,7 +86,7 @@ bool SRTEventFileImporter::readBlocks (std::string_view bytes)
         {
             if (! budget.takeRow (kColumns.size()))
             {
-                Core::Logger::error (filePath + ": it grows into a table that is too large");
+                Core::Logger::error (filePath + ": " + budget.wordsOfRefusal());
                 return false;
             }
 

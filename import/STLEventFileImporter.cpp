@@ -7,10 +7,12 @@
 #include "import/EBUSubtitleBlocks.h"
 #include "import/EBUTextField.h"
 #include "import/TextSTLLine.h"
+#include "import/frame/FileBuffer.h"
+#include "import/frame/ImportLimits.h"
 #include "import/frame/ImportedBytes.h"
 
 #include <array>
-#include <fstream>
+#include <istream>
 
 namespace ZEP::Overmarks
 {
@@ -23,21 +25,12 @@ namespace
 /** The columns in the order of their cells. */
 constexpr std::array kColumns { "Start TC", "End TC", "Text" };
 
-constexpr auto kFailedRead = "it can't be read to its end, and nothing of it is taken";
-
-/** A file from its start; one that can't be read gives no bytes. */
-std::ifstream streamOfFile (const juce::String& path)
-{
-    return isOrdinaryFile (path) ? std::ifstream (path.toStdString(), std::ios::in | std::ios::binary)
-                                 : std::ifstream();
-}
-
-/** Reads a block. False if the file ends before the block does, or there is no file. */
+/** Reads a block. False if the file ends before the block does, or can't be read, which leaves the stream bad(). */
 template <std::size_t length>
-bool readBlock (std::ifstream& stream, std::array<char, length>& block)
+bool readBlock (std::istream& stream, std::array<char, length>& block)
 {
     block.fill (0);
-    return stream.is_open() && stream.read (block.data(), length).good();
+    return stream.read (block.data(), length).good();
 }
 
 /** "1 line", "2 lines". */
@@ -72,8 +65,9 @@ void STLEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
     rows.clear();
 
     std::array<char, EBUSubtitles::kLengthToTellFormat> firstBytes {};
-    auto start = streamOfFile (filePath);
-    if (start.is_open() && ! readBlock (start, firstBytes) && start.gcount() == 0 && ! start.bad())
+    FileBuffer file (filePath);
+    std::istream start (&file);
+    if (! readBlock (start, firstBytes) && start.gcount() == 0 && ! start.bad())
         note ("is empty");
 
     for (std::size_t column = 0; column < kColumns.size(); ++column)
@@ -89,7 +83,8 @@ void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
 {
     encoding = textEncoding == Core::TextEncodingUnknown ? Core::TextEncodingASCII : textEncoding;
 
-    auto stream = streamOfFile (filePath);
+    FileBuffer file (filePath);
+    std::istream stream (&file);
     EBUSubtitles::GSI head;
 
     if (! readBlock (stream, head))
@@ -111,7 +106,7 @@ void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
     readBlocks (stream, promised);
 }
 
-void STLEventFileImporter::readBlocks (std::ifstream& stream, int promised)
+void STLEventFileImporter::readBlocks (std::istream& stream, int promised)
 {
     using Core::TCToolbox;
 
@@ -140,11 +135,11 @@ void STLEventFileImporter::readBlocks (std::ifstream& stream, int promised)
 
 void STLEventFileImporter::parseASCIISTLFile (Core::TextEncoding textEncoding)
 {
-    const auto content = contentOfFile (filePath);
-    if (! content.has_value() && ! isOrdinaryFile (filePath)) // of others the log has been told
-        note ("can't be read");
+    std::string bytes;
+    const auto result = Core::FileInput::readWhole (filePath, bytes, ImportLimits::limits().bytesOfFile);
+    if (result.failed())
+        note ("can't be read: " + result.getErrorMessage());
 
-    auto bytes = content.value_or (std::string());
     encoding = textEncoding == Core::TextEncodingUnknown ? detectEncoding (bytes) : textEncoding;
 
     // A line break in UTF-16 is two bytes, of which the second would spoil the next line.

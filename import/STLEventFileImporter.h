@@ -41,7 +41,7 @@ public:
     void parseASCIISTLFile (Core::TextEncoding textEncoding);
 
 private:
-    void readBlocks (std::ifstream& stream, int promised);
+    void readBlocks (std::istream& stream, int promised);
     void readLines (std::string_view bytes, Core::TextEncoding& lineEncoding);
     void addRow (const juce::String& start, const juce::String& end, const juce::String& text);
     void note (const juce::String& whatWasLeftOut) const;

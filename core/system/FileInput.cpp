@@ -90,12 +90,16 @@ void FileInput::fail (int error)
 
 juce::Result FileInput::readWhole (const juce::String& path, std::string& bytes, std::uint64_t most)
 {
-    FileInput input (path);
-    const auto expected = static_cast<std::uint64_t> (input.getTotalLength());
+    return FileInput (path).readToEnd (bytes, most);
+}
+
+juce::Result FileInput::readToEnd (std::string& bytes, std::uint64_t most)
+{
+    const auto expected = static_cast<std::uint64_t> (std::max<juce::int64> (length - position, 0));
     const auto tooLarge = [most]
     { return juce::Result::fail ("it is larger than " + juce::String (most) + " bytes"); };
 
-    if (input.getStatus().wasOk() && expected > most)
+    if (status.wasOk() && expected > most)
         return tooLarge();
 
     // Files of the system itself tell no length, and others may grow meanwhile.
@@ -103,18 +107,18 @@ juce::Result FileInput::readWhole (const juce::String& path, std::string& bytes,
     std::string found;
     found.reserve (expected + piece);
 
-    while (! input.isExhausted() && found.size() <= most)
+    while (! atEnd && found.size() <= most)
     {
         const auto start = found.size();
         const auto room = expected > start ? std::min (expected - start, largestPiece) : piece;
         found.resize (start + room);
-        found.resize (start + static_cast<std::size_t> (input.read (&found[start], static_cast<int> (room))));
+        found.resize (start + static_cast<std::size_t> (read (&found[start], static_cast<int> (room))));
     }
 
     if (found.size() > most)
         return tooLarge();
-    if (input.getStatus().failed())
-        return input.getStatus();
+    if (status.failed())
+        return status;
     if (found.size() < expected)
         return juce::Result::fail ("it became shorter while it was being read");
 

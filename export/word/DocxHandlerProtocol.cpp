@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/word/DocxHandlerProtocol.h"
 
+#include "core/system/CappedNumbers.h"
 #include "core/system/Descriptor.h"
 #include "core/system/Logger.h"
 #include "core/system/SharedFolder.h"
@@ -234,10 +235,9 @@ juce::Result replaceFile (const juce::File& file, std::string_view bytes)
 
 bool isAStrangers (const juce::File& file) { return Core::SharedFolder::holdsAStrangers (pathOf (file)); }
 
-std::optional<std::string> contentOf (const juce::File& file)
+std::optional<std::string> contentOf (const juce::File& file, std::uint64_t most)
 {
-    constexpr auto most = std::size_t { 1 } << 30; // nobody's cue list comes near it
-    auto bytes = startOfFile (file, most + 1);
+    auto bytes = startOfFile (file, Core::cappedSum (most, 1));
     return bytes.has_value() && bytes->size() <= most ? bytes : std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -115,9 +116,11 @@ OVERMARKS_API bool writeCancel (const juce::String& cancelFile);
 /** Whether something stands there, in a folder of everybody's, that belongs to another user. */
 [[nodiscard]] OVERMARKS_API bool isAStrangers (const juce::File& file);
 
-/** The bytes of a file; nothing if it can't be opened, is another user's, as above, or no ordinary file, or is larger than 1 GiB.
-    A link of this user's is followed, as the tool does when it writes. */
-[[nodiscard]] OVERMARKS_API std::optional<std::string> contentOf (const juce::File& file);
+/** The bytes of a file; nothing if it can't be opened, is another user's, as above, or no ordinary file, or is larger than `most`
+    bytes, 1 GiB unless the caller says. A link of this user's is followed, as the tool does when it writes. */
+[[nodiscard]] OVERMARKS_API std::optional<std::string> contentOf (const juce::File& file,
+                                                                  std::uint64_t most = std::uint64_t { 1 }
+                                                                                       << 30);
 
 /** The first line of a small text file; nothing if the file can't be opened or is another user's. The text is empty if the file is. */
 [[nodiscard]] OVERMARKS_API std::optional<juce::String> firstLineOf (const juce::File& file);

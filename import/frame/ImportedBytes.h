@@ -10,6 +10,9 @@
 namespace ZEP::Overmarks
 {
 
+/** What the log is told of a file that a disk gives up in the middle. */
+inline constexpr auto kFailedRead = "it can't be read to its end, and nothing of it is taken";
+
 /** Whether a path names an ordinary file. To read anything else, a pipe above all, could mean to wait for ever. */
 [[nodiscard]] bool isOrdinaryFile (const juce::String& path);
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "core/system/CappedNumbers.h"
 #include "import/frame/ImportLimits.h"
+
+#include <juce_core/juce_core.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -23,7 +26,8 @@ public:
     /** What a small file may have, whatever it looks like, say ImportLimits.
         @param bytesPerCell  of a file that isn't small; more than zero */
     explicit TableBudget (std::uint64_t fileBytes, std::uint64_t bytesPerCell = kFileBytesPerCell)
-        : cellsLeft (fileBytes / bytesPerCell + ImportLimits::limits().spareCells)
+        : mostCells (Core::cappedSum (fileBytes / bytesPerCell, ImportLimits::limits().spareCells)),
+          cellsLeft (mostCells)
     {
     }
 
@@ -37,7 +41,14 @@ public:
         return true;
     }
 
+    /** What the log is told of a file whose table takes no further row. */
+    [[nodiscard]] juce::String wordsOfRefusal() const
+    {
+        return "it grows into a table that is too large (more than " + juce::String (mostCells) + " cells)";
+    }
+
 private:
+    std::uint64_t mostCells;
     std::uint64_t cellsLeft;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/XMLGate.h"
 
+#include "core/system/CappedNumbers.h"
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
 #include "import/frame/ImportLimits.h"
@@ -142,7 +143,8 @@ private:
 
     void countNode()
     {
-        if (const auto most = limits.sparePartsOfXML + document.size() / bytesPerNode; ++nodes > most)
+        if (const auto most = Core::cappedSum (limits.sparePartsOfXML, document.size() / bytesPerNode);
+            ++nodes > most)
             refuse ("elements, attributes and texts", most);
     }
 

@@ -42,6 +42,12 @@ std::string writing (const std::string& json) { return "cat > \"$json\" <<'END'\
 
 juce::String text (const std::string& utf8) { return juce::String::fromUTF8 (utf8.c_str()); }
 
+/** Limits end with the test. */
+struct Unlimited
+{
+    ~Unlimited() { ImportLimits::limits() = {}; }
+};
+
 class DocxImport : public testing::Test
 {
 protected:
@@ -122,6 +128,36 @@ TEST_F (DocxImport, aListOfAnotherUserIsNotReadInThePlaceOfTheDocument)
     EXPECT_THAT (importer.rows, IsEmpty());
     EXPECT_EQ (message, "Error reading /lists/reel.docx") << "the tool couldn't put its list there";
     EXPECT_TRUE (tool.has (listFile));
+}
+
+TEST_F (DocxImport, aListThatIsLargerThanImportersTakeIsToldWithTheNumber)
+{
+    const std::string list = R"({"cueList": [{"charName": "OLD"}]})";
+    const Unlimited afterwards {};
+
+    tool.plant (listFile, list);
+    ImportLimits::limits().bytesOfFile = list.size();
+    EXPECT_EQ (import().rows.size(), 1u);
+    EXPECT_THAT (log.lines(), IsEmpty());
+
+    tool.plant (listFile, list);
+    ImportLimits::limits().bytesOfFile = list.size() - 1;
+    EXPECT_THAT (import().rows, IsEmpty());
+    EXPECT_EQ (message, "Error reading /lists/reel.docx");
+    EXPECT_THAT (log.lines(),
+                 ElementsAre ("/lists/reel.docx: the list of its cues can't be read: it is larger than "
+                              + std::to_string (list.size() - 1) + " bytes"));
+}
+
+TEST_F (DocxImport, aListOfMoreCuesThanAnyHasIsToldWithTheNumber)
+{
+    tool.plant (listFile, R"({"cueList": [{"charName": "OLD"}, {}, {}, {}, {}, {}, {}]})");
+    const Unlimited afterwards {};
+    ImportLimits::limits().spareCells = 0;
+    EXPECT_EQ (import().rows.size(), 1u);
+    EXPECT_THAT (log.lines(),
+                 ElementsAre ("/lists/reel.docx: it grows into a table that is too large (more than 14 "
+                              "cells); the rest is left out"));
 }
 
 TEST_F (DocxImport, aLinkOfTheUsersOwnInThePlaceOfTheListIsFollowedAsTheToolDoes)
@@ -356,11 +392,7 @@ TEST_F (DocxText, aCueWithTheTimesOfTheFirstTakesItsPlace)
 
 TEST_F (DocxText, cuesMayHaveExactlySoManyCharactersTogether)
 {
-    struct Unlimited
-    {
-        ~Unlimited() { ImportLimits::limits() = {}; }
-    } afterwards;
-
+    const Unlimited afterwards {};
     const auto one = cue (1), two = cue (3);
     const auto all = one + two + cue (5);
     const auto characters = text (one).length() + text (two).length();
@@ -372,7 +404,8 @@ TEST_F (DocxText, cuesMayHaveExactlySoManyCharactersTogether)
     ImportLimits::limits().charactersOfWordCues = characters - 1;
     EXPECT_EQ (blocksOf (all).size(), 1u);
     EXPECT_THAT (log.lines(),
-                 ElementsAre ("A cue sheet asks for more cues than any list has; the rest is left out"));
+                 ElementsAre ("A cue sheet asks for cues of more than " + std::to_string (characters - 1)
+                              + " characters together; the rest is left out"));
 }
 
 TEST_F (DocxText, looksTravelWithTheirPieces)

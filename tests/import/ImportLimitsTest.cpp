@@ -3,6 +3,7 @@
 // raise it.
 #include "import/frame/ImportLimits.h"
 
+#include "import/CSVParser.h"
 #include "import/ImportSupport.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/JSONReader.h"
@@ -15,6 +16,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <limits>
 
 using namespace ZEP::Overmarks;
 using namespace ImportSupport;
@@ -105,17 +107,15 @@ TEST_P (ImportLimitsOfFile, aFileMayHaveExactlySoManyBytes)
 
     limits.bytesOfFile = size - 1;
     EXPECT_EQ (rowsOf (path), 0u);
-    EXPECT_EQ (message, GetParam().message);
+    EXPECT_EQ (message, juce::String (GetParam().message).replace ("LIMIT", juce::String (size - 1)));
     EXPECT_THAT (lastLine(), testing::HasSubstr (GetParam().line + std::to_string (size - 1) + " bytes"));
 }
 
 INSTANTIATE_TEST_SUITE_P (
     Formats, ImportLimitsOfFile,
     testing::Values (
-        Format {
-            "CSV", "csv/comma.csv",
-            "The CSV file you tried to import grows into a table that is too large. Perhaps a closing quotation mark "
-            "is missing" },
+        Format { "CSV", "csv/comma.csv",
+                 "The CSV file you tried to import is larger than LIMIT bytes and isn't read" },
         Format { "SRT", "srt/harbour.srt", "The file can't be parsed properly" },
         Format { "textSTL", "textstl/harbour.stl", "" },
         Format { "dBase", "dbf/harbour.dbf", "", ": it is larger than " },
@@ -150,7 +150,7 @@ TEST_F (ImportLimitsTest, aTableThatIsTooLargeIsToldByItsImporter)
     limits.spareCells = 0; // the file's own bytes give six cells, and a row counts as eight
     EXPECT_EQ (rowsOf (subtitles), 0u);
     EXPECT_EQ (message, "The file can't be parsed properly");
-    EXPECT_EQ (lastLine(), subtitles + ": it grows into a table that is too large");
+    EXPECT_EQ (lastLine(), subtitles + ": it grows into a table that is too large (more than 6 cells)");
 
     limits.spareCells = 16;
     EXPECT_EQ (rowsOf (subtitles), 2u);
@@ -167,7 +167,49 @@ TEST_F (ImportLimitsTest, aListOfEmptyCuesThatIsTooLargeIsToldByItsImporter)
     limits.spareCells = 0;
     rowsOf (cues);
     EXPECT_EQ (message, "Only ADR Studio XML files are supported at the moment");
-    EXPECT_EQ (lastLine(), cues + ": it grows into a table that is too large");
+    EXPECT_EQ (lastLine(), cues + ": it grows into a table that is too large (more than 80 cells)");
+}
+
+TEST_F (ImportLimitsTest, aSessionOfTooManyClipsIsToldToTheLog)
+{
+    const auto path = dataFile ("protools/harbour.txt");
+    EXPECT_GT (rowsOf (path), 1u);
+    const auto linesBefore = log.lines().size();
+
+    ImportLimits::limits().spareCells = 0;
+    const auto session = folder.file ("tiny.txt", "T R A C K  L I S T I N G\nTRACK NAME:\tA\n\n\n");
+    EXPECT_EQ (rowsOf (session), 0u);
+    EXPECT_THAT (message.toStdString(), testing::StartsWith ("The file doesn't contain valid Pro Tools"));
+    EXPECT_EQ (log.lines().size(), linesBefore + 1);
+    EXPECT_EQ (lastLine(), session + ": it grows into a table that is too large (more than 10 cells)");
+}
+
+TEST_F (ImportLimitsTest, theLargestLimitsAreNoSmallOnes)
+{
+    constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
+    limits.bytesOfFile = limits.spareCells = limits.sparePartsOfJSON = limits.sparePartsOfXML = largest;
+    EXPECT_EQ (rowsOf (folder.file ("tiny.srt", "1\na --> b\nx\n\n2\nc --> d\ny\n\n")), 2u);
+    EXPECT_TRUE (passesJSON ("[{},{},{},{},{},{},{},{}]"));
+    EXPECT_TRUE (passesXML ("<a><b/>x<c/>y</a>"));
+    EXPECT_TRUE (log.lines().empty()) << lastLine();
+}
+
+TEST_F (ImportLimitsTest, theLargestLimitsOfDelimitedTextAreNoSmallOnes)
+{
+    constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
+    const auto table = folder.file ("tiny.csv", "a,b\n1,22\n");
+    std::vector<std::size_t> rows;
+
+    for (const auto& most : { CSVParser::Limits { 2, largest, largest },
+                              { largest, 0, largest },
+                              { largest, largest, largest } })
+    {
+        CSVParser::limits() = most;
+        rows.push_back (rowsOf (table));
+    }
+
+    CSVParser::limits() = CSVParser::kDefaultLimits;
+    EXPECT_THAT (rows, ElementsAre (2u, 2u, 2u));
 }
 
 TEST_F (ImportLimitsTest, aRecordOfDBaseMayHaveExactlySoManyFields)

@@ -243,7 +243,8 @@ TEST_F (SessionImport, lineEndsOfOldMacsAreNoLineEnds)
     EXPECT_EQ (importFile ("line_ends_cr.txt"), TextTable());
     EXPECT_EQ (message, "");
     EXPECT_TRUE (user.offered.empty());
-    EXPECT_EQ (log.lines().size(), 1u);
+    ASSERT_EQ (log.lines().size(), 1u);
+    EXPECT_EQ (log.lines()[0].find ("Windows"), std::string::npos) << log.lines()[0];
 }
 
 TEST_F (SessionImport, oneEmptyLineLosesATrackAndTheLogSaysSo)

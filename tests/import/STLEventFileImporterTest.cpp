@@ -330,8 +330,10 @@ TEST_F (STLImport, whatIsNoFileIsAnEmptyTableAndNeverWaitedFor)
     ASSERT_EQ (::mkfifo (pipe.c_str(), 0600), 0);
     for (const auto& path : { pipe, folder.path.string(), (folder.path / "missing.stl").string() })
     {
+        const auto linesBefore = log.lines().size();
         EXPECT_EQ (importPath (path), TextTable()) << path;
-        EXPECT_EQ (logged().back(), "can't be read") << path;
+        ASSERT_EQ (log.lines().size(), linesBefore + 1) << path;
+        EXPECT_TRUE (logged().back().starts_with ("can't be read: ")) << logged().back();
         importer->parseEBUN19STLFile (TextEncodingUnknown);
         EXPECT_TRUE (importer->rows.empty()) << path;
         EXPECT_EQ (importer->columnMap, threeColumns) << path;
