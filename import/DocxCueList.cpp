@@ -23,9 +23,11 @@ namespace
 constexpr float fontHeight = 16.0f; // the file tells styles, not sizes
 constexpr auto noTimecode = "--:--:--:--";
 
+/** Lists and objects are no texts: docxHandler writes none of them where a text belongs. */
 juce::String textOf (const juce::var& cue, const char* name, const juce::String& ifAbsent = {})
 {
-    return JSONReader::textOf (WideObject::valueOf (cue, name, ifAbsent));
+    const auto value = WideObject::valueOf (cue, name, ifAbsent);
+    return value.isObject() ? juce::String() : JSONReader::textOf (value); // a list is an object too
 }
 
 /** A number as a whole one, which stops at the ends of its range. */

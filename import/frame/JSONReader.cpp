@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/frame/JSONReader.h"
 
+#include "core/system/CappedNumbers.h"
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
 #include "import/frame/ImportLimits.h"
@@ -87,7 +88,7 @@ void noteTooMany (const char* things, Number most)
 
 juce::String JSONReader::textOf (const juce::var& value)
 {
-    return value.isArray() || value.isObject() ? juce::String() : value.toString();
+    return value.isObject() && ! value.isArray() ? juce::String ("[Object]") : value.toString();
 }
 
 std::optional<juce::var> JSONReader::read (const juce::String& text)
@@ -103,7 +104,7 @@ std::optional<juce::var> JSONReader::read (const juce::String& text)
 /** Each object and each list takes some hundred bytes of memory, and a hostile text asks for one with two. */
 std::size_t JSONReader::mostContainers (std::size_t bytes)
 {
-    return ImportLimits::limits().sparePartsOfJSON + bytes / bytesPerContainer;
+    return Core::cappedSum (ImportLimits::limits().sparePartsOfJSON, bytes / bytesPerContainer);
 }
 
 bool JSONReader::readRoot()

@@ -34,7 +34,8 @@ public:
                  JSON, is nested too deeply, or is made of more lists and objects than any cue list */
     [[nodiscard]] static std::optional<juce::var> read (const juce::String& text);
 
-    /** The text of a value, empty for lists and objects: of an object the framework tells its place in memory. */
+    /** The text of a value: "[Array]" for a list, as the framework has it, and "[Object]" for an object, of which the framework would
+        tell its place in memory. */
     [[nodiscard]] static juce::String textOf (const juce::var& value);
 
 private:

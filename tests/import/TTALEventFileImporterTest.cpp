@@ -161,15 +161,30 @@ TEST_F (TTALImport, anythingIsAText)
                (TextTable { { "00:00:00:00", "00:00:00:24", "12", "", "7", "3", "no", "1" } }));
 }
 
-TEST_F (TTALImport, listsAndObjectsAreNoText)
+TEST_F (TTALImport, listsAndObjectsHaveTextsThatAreTheSameEveryTime)
 {
     import (file (event ({ { "txt", "{}" }, { "cue", "{\"a\": 1}" }, { "rgn", "[1]" }, { "type", "{}" }, {
                               "dubAnnotations",
                               "{\"text\": {}}"
                           } })));
     EXPECT_EQ (message, "");
-    EXPECT_EQ (textsOf (importer->rows),
-               (TextTable { { "00:00:00:00", "00:00:00:24", "", "", "", "", "no", "" } }));
+    EXPECT_EQ (textsOf (importer->rows), (TextTable { { "00:00:00:00", "00:00:00:24", "[Object]", "",
+                                                        "[Object]", "[Object]", "no", "[Array]" } }));
+}
+
+TEST_F (TTALImport, aStyleWhoseTypeIsAListIsOneOfAnotherType)
+{
+    import (file (event ({ { "txt", "\"Hello\"" },
+                           { "styles",
+                             R"([{"from": 0, "to": 3, "type": ["bold"]},)"
+                             R"({"from": 3, "to": 5, "type": "italic"}])" } })));
+    const auto attributes = importer->richTextAttributesFromStylesObject (
+        juce::Array<juce::var> { juce::JSON::fromString (R"({"from": 0, "to": 3, "type": ["bold"]})") });
+    ASSERT_EQ (attributes.size(), 1u);
+    EXPECT_EQ (attributes[0].range, juce::Range<int> (0, 3));
+    EXPECT_EQ (attributes[0].font, ZEP::Core::RichTextString::defaultFont());
+    ASSERT_EQ (importer->rows.size(), 1u);
+    EXPECT_EQ (importer->rows[0][2].formattedRuns().size(), 1u);
 }
 
 TEST_F (TTALImport, onlyTheTextOfAnnotationsIsRead)

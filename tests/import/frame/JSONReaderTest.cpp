@@ -84,10 +84,10 @@ TEST (JSONReader, numbersBeyondTheRangeOfAFractionAreZeroOrWithoutEnd)
     EXPECT_DOUBLE_EQ (static_cast<double> (only ("0." + zeros + "1e401")), 1.0);
 }
 
-TEST (JSONReader, listsAndObjectsHaveNoText)
+TEST (JSONReader, everyValueHasAText)
 {
-    EXPECT_EQ (JSONReader::textOf (juce::var (new juce::DynamicObject())), juce::String());
-    EXPECT_EQ (JSONReader::textOf (juce::Array<juce::var> { 1 }), juce::String());
+    EXPECT_EQ (JSONReader::textOf (juce::var (new juce::DynamicObject())), juce::String ("[Object]"));
+    EXPECT_EQ (JSONReader::textOf (juce::Array<juce::var> { 1 }), juce::String ("[Array]"));
     EXPECT_EQ (JSONReader::textOf ({}), juce::String());
     EXPECT_EQ (JSONReader::textOf ("12A"), juce::String ("12A"));
     EXPECT_EQ (JSONReader::textOf (12), juce::String ("12"));
