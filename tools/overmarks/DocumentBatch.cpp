@@ -37,7 +37,7 @@ namespace
 
 void refuseToReplaceSource (const juce::File& file, const std::string& source)
 {
-    if (source != "-" && fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
+    if (isTheList (file, source))
         throw CommandFailure (file.getFullPathName()
                               + ": the document would replace the list that it is made from");
 }

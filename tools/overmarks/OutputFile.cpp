@@ -7,10 +7,37 @@
 #include "core/system/WholeFile.h"
 #include "core/text/StringUtil.h"
 
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace overmarks
 {
+
+namespace
+{
+
+/** What the system knows of the file behind all links; nothing if there is none. */
+std::optional<struct stat> statusOf (const juce::File& file)
+{
+    struct stat status
+    {
+    };
+    return ::stat (file.getFullPathName().toRawUTF8(), &status) == 0 ? std::optional (status) : std::nullopt;
+}
+
+/** Where a file would stand, with no link left in the names of its folders. */
+std::filesystem::path plainPathOf (const juce::File& file)
+{
+    const std::filesystem::path place (placeOf (file).getFullPathName().toStdString());
+    std::error_code error;
+    const auto plain = std::filesystem::weakly_canonical (place, error);
+    return error ? place : plain;
+}
+
+} // namespace
 
 juce::File fileFromPath (const juce::String& path)
 {
@@ -34,6 +61,21 @@ juce::File placeOf (const juce::File& file)
         throw CommandFailure ("Can't write " + file.getFullPathName() + ": "
                               + juce::String (error.code().message()));
     }
+}
+
+bool isSameFile (const juce::File& one, const juce::File& other)
+{
+    const auto first = statusOf (one), second = statusOf (other);
+
+    if (first.has_value() && second.has_value())
+        return first->st_dev == second->st_dev && first->st_ino == second->st_ino;
+
+    return ! first.has_value() && ! second.has_value() && plainPathOf (one) == plainPathOf (other);
+}
+
+bool isTheList (const juce::File& file, const juce::String& list)
+{
+    return list != "-" && isSameFile (fileFromPath (list), file);
 }
 
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy)

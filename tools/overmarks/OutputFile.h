@@ -27,6 +27,13 @@ bool isDeviceOrPipe (const juce::File& file);
     a folder of everybody's, such as /tmp. */
 juce::File placeOf (const juce::File& file);
 
+/** Whether two names lead to the same file, through any links, folders and other names of it. Where there is no file yet, whether they
+    lead to the same place. Throws CommandFailure as placeOf(). */
+bool isSameFile (const juce::File& one, const juce::File& other);
+
+/** Whether a file that is to be written is the list that is read. @param list  its path, "-" for standard input */
+bool isTheList (const juce::File& file, const juce::String& list);
+
 /** Throws CommandFailure if the file exists and may not be replaced. */
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy);
 

@@ -25,7 +25,7 @@ void checkTarget (const std::string& option, const std::string& path, const std:
         throw WrongUsage (option + ": there is no name of a file");
 
     for (const auto& source : sources)
-        if (source != "-" && fileFromPath (source).getLinkedTarget() == file.getLinkedTarget())
+        if (isTheList (file, source))
             throw CommandFailure (path + " is the list itself");
 
     refuseFolderOf (file);
@@ -80,8 +80,7 @@ void ReportFiles::check (const std::vector<std::string>& sources) const
     if (wantsCSV())
         checkTarget ("--csv", csvPath, sources, policy);
 
-    if (wantsHTML() && wantsCSV()
-        && fileFromPath (htmlPath).getLinkedTarget() == fileFromPath (csvPath).getLinkedTarget()
+    if (wantsHTML() && wantsCSV() && isSameFile (fileFromPath (htmlPath), fileFromPath (csvPath))
         && ! isDeviceOrPipe (fileFromPath (htmlPath)))
         throw WrongUsage ("--html and --csv name the same file");
 }

@@ -158,7 +158,7 @@ void convertList (const ConvertOptions& options, Session& session)
     const auto formats =
         document == nullptr ? std::vector<const DocumentFormat*>() : std::vector { document };
 
-    if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
+    if (isTheList (out, options.list))
         throw CommandFailure (options.out + " is the list itself");
 
     if (! options.documents.byCharacter || document == nullptr || ! document->canBeByCharacter())

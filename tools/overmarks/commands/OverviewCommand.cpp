@@ -36,7 +36,7 @@ void refuse (const OverviewOptions& options, const juce::File& out)
     if (options.out == "-")
         throw WrongUsage ("overview writes a file; -o names it");
 
-    if (options.list != "-" && fileFromPath (options.list).getLinkedTarget() == out.getLinkedTarget())
+    if (isTheList (out, options.list))
         throw CommandFailure (options.out + " is the list itself");
 
     if (! out.hasFileExtension ("pdf") && ! isDeviceOrPipe (out))

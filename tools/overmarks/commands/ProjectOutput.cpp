@@ -58,7 +58,7 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
 
     for (const auto& source : sources)
     {
-        if (fileFromPath (source).getLinkedTarget() != file.getLinkedTarget())
+        if (! isTheList (file, source))
             continue;
 
         if (replacesItsProject) // the project that is being edited
