@@ -164,6 +164,51 @@ TEST_F (ProgramFormulaTest, everyColumnOfDelimitedTextIsLookedAt)
                      + after));
 }
 
+TEST_F (ProgramFormulaTest, signsThatAreLeftOutHideNoFormula)
+{
+    const Lines formulas { "**=HYPERLINK(\"http://x\",\"y\")", "**+1+1" };
+    EXPECT_THAT (foundAmong (formulas), ElementsAreArray (formulas));
+}
+
+TEST_F (ProgramFormulaTest, aReasonOfTheUsersIsACellToo)
+{
+    const auto reasons = run ({ "reasons", "--reasons", "=A1", "--json" }).json();
+    write ("x.json", R"({"overmarks": 1, "userReasons": ["=cmd|'/C calc'!A0"], "events": [)"
+                         + cue ("A1", 0, 50, R"("text": "Me", "reason": 33)") + "]}");
+    EXPECT_THAT (found ("spreadsheet-formula", { "x.json" }),
+                 ElementsAre ("A1: " + before + "the reason" + after));
+}
+
+TEST_F (ProgramFormulaTest, quotesInAReasonMakeACellOfTheirOwn)
+{
+    write ("x.json", R"({"overmarks": 1, "userReasons": ["x\",\"=1+1"], "events": [)"
+                         + cue ("A1", 0, 50, R"("text": "Me", "reason": 33)") + "]}");
+    EXPECT_THAT (found ("spreadsheet-formula", { "x.json" }),
+                 ElementsAre ("A1: " + before + "the reason" + after));
+}
+
+TEST_F (ProgramFormulaTest, theSubcueOfDSTakersTableIsACell)
+{
+    writeProject (cue ("12 =SUM(A1)", 0, 50));
+    EXPECT_THAT (found ("spreadsheet-formula", { "x.json" }),
+                 ElementsAre ("12 =SUM(A1): " + before + "a cell of DS Taker's table" + after));
+    ASSERT_EQ (run ({ "export", "x.json", "-o", ".", "--format", "ds-taker", "--name", "taker" }).status, 0);
+    EXPECT_THAT (read ("taker.csv"), HasSubstr (R"x("12","=SUM(A1)",)x"));
+}
+
+TEST_F (ProgramFormulaTest, quotesInNotesOfSubcuesMakeACellOfDSTakersTable)
+{
+    const auto notes = R"("text": "Me", "notes": "x\",\"=1+1")";
+    writeProject (cue ("7", 0, 50, notes));
+    EXPECT_THAT (found ("spreadsheet-formula", { "x.json" }), IsEmpty());
+
+    writeProject (cue ("7", 0, 50, notes) + ", " + cue ("7", 100, 150));
+    EXPECT_THAT (found ("spreadsheet-formula", { "x.json" }),
+                 ElementsAre ("7: " + before + "a cell of DS Taker's table" + after));
+    ASSERT_EQ (run ({ "export", "x.json", "-o", ".", "--format", "ds-taker", "--name", "taker" }).status, 0);
+    EXPECT_THAT (read ("taker.csv"), HasSubstr (R"("x","=1+1",)"));
+}
+
 TEST_F (ProgramFormulaTest, disabledEventsAndMarkersAreLookedAtSinceTheyAreExported)
 {
     writeProject (
