@@ -13,9 +13,9 @@
 
 #include "core/system/FileInput.h"
 #include "core/system/WholeFile.h"
+#include "event/RecordWeight.h"
 #include "list/ProjectRecord.h"
 #include "list/RecordRepair.h"
-#include "list/RecordWeight.h"
 #include "proto/overmarks.pb.h"
 
 #include <Poco/Checksum.h>
@@ -62,7 +62,11 @@ juce::String sizeInWords (std::uint64_t bytes)
     return juce::String (bytes) + " bytes";
 }
 
-juce::String mostInWords() { return sizeInWords (ProjectFile::limits().bytesOfFile); }
+juce::String mostInWords()
+{
+    constexpr std::uint64_t mostOfAnyFile = std::uint64_t { 1 } << 31;
+    return sizeInWords (std::min (ProjectFile::limits().bytesOfFile, mostOfAnyFile));
+}
 
 /** What is wrong with a file, to be told behind its name. */
 [[noreturn]] void fail (const juce::String& what) { throw std::invalid_argument (what.toStdString()); }
@@ -143,10 +147,15 @@ void checkHeader (std::string_view header, std::uint64_t size)
         fail ("is damaged: something follows behind its end");
 }
 
+RecordWeight::Finding weightOf (std::string_view record)
+{
+    return RecordWeight::of (record, *ProtoProject::descriptor(), ProjectFile::limits().spareMemory);
+}
+
 /** A record takes many times its bytes in memory, so nothing is read in before it is clear that it is no more than usual. */
 void checkWeight (std::string_view record)
 {
-    switch (RecordWeight::of (record))
+    switch (weightOf (record))
     {
         case RecordWeight::Finding::fits: return;
         case RecordWeight::Finding::unintelligible: failUnintelligible();
@@ -285,7 +294,7 @@ std::string fileOf (const Project& project)
 
     auto made = fileOf (record, length);
 
-    if (RecordWeight::of (std::string_view (made).substr (recordOffset)) != RecordWeight::Finding::fits)
+    if (weightOf (std::string_view (made).substr (recordOffset)) != RecordWeight::Finding::fits)
         throw std::length_error ("it has too many events with nothing in them");
 
     return made;

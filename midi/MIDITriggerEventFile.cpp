@@ -5,15 +5,18 @@
 #include "core/system/Logger.h"
 #include "core/system/SystemUtility.h"
 #include "core/system/WholeFile.h"
+#include "event/RecordWeight.h"
 #include "proto/midi.pb.h"
+
+#include <google/protobuf/stubs/logging.h>
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <string>
 #include <system_error>
 
@@ -22,6 +25,7 @@ namespace ZEP::Overmarks
 
 using tessera1::ProtoMIDITriggerEventList;
 using ZEP::Core::WholeFile;
+using State = MIDITriggerEventFile::State;
 
 namespace
 {
@@ -33,29 +37,57 @@ juce::File triggerFile() { return juce::File (MIDITriggerEventFile::path()); }
 /** Whether bytes can be read from it that end. */
 bool isReadable (const juce::File& file) { return file.existsAsFile() && ! WholeFile::isDeviceOrPipe (file); }
 
-std::optional<std::string> bytesOf (const juce::File& file)
+/** What the file holds, looked at once. */
+struct Reading
 {
-    constexpr std::uint64_t most = std::numeric_limits<int>::max(); // what a list of this kind can hold
-    std::string bytes;
+    State state = State::missing;
+    std::string bytes {};
+    ProtoMIDITriggerEventList list {};
+    juce::String reason {}; ///< why it is unreadable
+};
 
-    if (ZEP::Core::FileInput::readWhole (file.getFullPathName(), bytes, most).failed())
-        return {};
-
-    return bytes;
-}
-
-/** Nothing if the bytes are no list. */
-std::optional<ProtoMIDITriggerEventList> listIn (const std::string& bytes)
+/** A few bytes of a list can take many times as much in memory. */
+bool isTooHeavy (const std::string& bytes)
 {
-    ProtoMIDITriggerEventList list;
-    return list.ParseFromString (bytes) ? std::optional (std::move (list)) : std::nullopt;
+    return RecordWeight::of (bytes, *ProtoMIDITriggerEventList::descriptor(),
+                             MIDITriggerEventFile::limits().spareMemory)
+           == RecordWeight::Finding::tooHeavy;
 }
 
 /** Bytes without a single trigger in them aren't ours either: an empty list is an empty file. */
-bool holdsNoList (const std::string& bytes)
+bool parse (Reading& reading)
 {
-    const auto list = listIn (bytes);
-    return ! list.has_value() || (list->events().empty() && ! bytes.empty());
+    const google::protobuf::LogSilencer silence; // it would write to standard error
+    return reading.list.ParseFromString (reading.bytes)
+           && (! reading.list.events().empty() || reading.bytes.empty());
+}
+
+Reading readingOf (const juce::File& file)
+{
+    if (! file.exists())
+        return {};
+
+    Reading reading { State::unreadable };
+    const auto most =
+        std::min<std::uint64_t> (MIDITriggerEventFile::limits().bytesOfFile, std::numeric_limits<int>::max());
+    const auto result = ZEP::Core::FileInput::readWhole (file.getFullPathName(), reading.bytes, most);
+
+    if (result.failed())
+        reading.reason = result.getErrorMessage();
+    else if (isTooHeavy (reading.bytes))
+        reading.reason = "it claims to hold more bindings than its " + juce::String (reading.bytes.size())
+                         + " bytes have room for";
+    else
+        reading.state = parse (reading) ? State::sound : State::damaged;
+
+    return reading;
+}
+
+/** The file whose content the last reading of the list has not got to see; empty if it has. */
+juce::String& pathReadInVain()
+{
+    static juce::String path;
+    return path;
 }
 
 juce::Result cantWrite (const juce::File& file, const juce::String& reason)
@@ -82,23 +114,24 @@ bool isKept (const juce::File& file, const std::string& bytes)
     for (const auto& copy : file.getParentDirectory().findChildFiles (
              juce::File::findFiles, false,
              file.getFileNameWithoutExtension() + ".damaged*" + file.getFileExtension()))
-        if (isReadable (copy) && bytesOf (copy) == bytes)
+        if (isReadable (copy) && readingOf (copy).bytes == bytes)
             return true;
 
     return false;
 }
 
-/** What somebody may still want to rescue must not be written over. */
-juce::Result keepDamagedFile (const juce::File& file)
+/** What somebody may still want to rescue must not be written over, nor what nobody has seen. */
+juce::Result keepOldFile (const juce::File& file)
 {
     if (! file.existsAsFile())
         return juce::Result::ok();
 
-    const auto bytes = bytesOf (file);
+    const auto reading = readingOf (file);
+    const bool isUnseen = pathReadInVain() == file.getFullPathName();
 
-    if (! bytes.has_value())
+    if (reading.state == State::unreadable)
         return cantWrite (file, "what it holds can't be read");
-    if (! holdsNoList (*bytes) || isKept (file, *bytes))
+    if ((reading.state == State::sound && ! isUnseen) || isKept (file, reading.bytes))
         return juce::Result::ok();
 
     const auto beside = file.getParentDirectory().getNonexistentChildFile (
@@ -107,7 +140,7 @@ juce::Result keepDamagedFile (const juce::File& file)
     if (const auto made = makePrivateFile (beside); made.failed())
         return made;
 
-    const auto written = WholeFile::write (beside, *bytes);
+    const auto written = WholeFile::write (beside, reading.bytes);
 
     if (written.failed())
         beside.deleteFile();
@@ -123,47 +156,40 @@ juce::String MIDITriggerEventFile::path()
            + fileName;
 }
 
-MIDITriggerEventFile::State MIDITriggerEventFile::state()
+MIDITriggerEventFile::Limits& MIDITriggerEventFile::limits()
 {
-    const auto file = triggerFile();
+    static Limits current;
+    return current;
+}
 
-    if (! file.exists())
-        return State::missing;
-    if (! isReadable (file))
-        return State::unreadable;
+MIDITriggerEventFile::State MIDITriggerEventFile::state() { return readingOf (triggerFile()).state; }
 
-    const auto bytes = bytesOf (file);
+MIDITriggerEventFile::Content MIDITriggerEventFile::load()
+{
+    auto reading = readingOf (triggerFile());
+    Content content { reading.state, {}, reading.reason };
+    pathReadInVain() = content.state == State::unreadable ? path() : juce::String();
 
-    if (! bytes.has_value())
-        return State::unreadable;
+    if (content.state != State::sound)
+        return content;
 
-    return holdsNoList (*bytes) ? State::damaged : State::sound;
+    for (auto& stored : *reading.list.mutable_events())
+    {
+        content.triggers.push_back (std::make_shared<MIDITriggerEvent>());
+        content.triggers.back()->initWithProtoObject (&stored);
+    }
+
+    return content;
 }
 
 MIDITriggerEventFile::Triggers MIDITriggerEventFile::read()
 {
-    const auto file = triggerFile();
+    auto content = load();
 
-    if (! isReadable (file))
-    {
+    if (content.state == State::missing || content.state == State::unreadable)
         ZEP::Core::Logger::error ("Couldn't read MIDI Trigger Events from file at path: " + path());
-        return {};
-    }
 
-    auto list = listIn (bytesOf (file).value_or (std::string()));
-
-    if (! list.has_value())
-        return {};
-
-    Triggers triggers;
-
-    for (auto& stored : *list->mutable_events())
-    {
-        triggers.push_back (std::make_shared<MIDITriggerEvent>());
-        triggers.back()->initWithProtoObject (&stored);
-    }
-
-    return triggers;
+    return std::move (content.triggers);
 }
 
 juce::Result MIDITriggerEventFile::write (const Triggers& triggers)
@@ -179,10 +205,20 @@ juce::Result MIDITriggerEventFile::write (const Triggers& triggers)
         return cantWrite (file, made.getErrorMessage());
     if (WholeFile::isDeviceOrPipe (file))
         return cantWrite (file, "it is a device or a pipe");
-    if (const auto kept = keepDamagedFile (file); kept.failed())
+
+    const auto bytes = list.SerializeAsString();
+
+    if (bytes.size() > limits().bytesOfFile || isTooHeavy (bytes))
+        return cantWrite (file, "it would be too large to be read again");
+    if (const auto kept = keepOldFile (file); kept.failed())
         return kept;
 
-    return WholeFile::write (file, list.SerializeAsString());
+    const auto written = WholeFile::write (file, bytes);
+
+    if (written.wasOk())
+        pathReadInVain().clear();
+
+    return written;
 }
 
 } // namespace ZEP::Overmarks

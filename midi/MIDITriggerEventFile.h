@@ -6,6 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -23,6 +24,20 @@ public:
 
     MIDITriggerEventFile() = delete;
 
+    /** How large a list may be. No user's comes near these numbers; a damaged or hostile file does. */
+    struct Limits
+    {
+        std::uint64_t bytesOfFile = std::uint64_t { 1 }
+                                    << 24; ///< A file that has more isn't read into memory; 16 MB.
+
+        /** Memory that the triggers of a file may take however small it is, in bytes, beside twenty for each byte of the file; 64 MB. */
+        std::uint64_t spareMemory = std::uint64_t { 1 } << 26;
+    };
+
+    /** The limits of the process, as they stand above unless the application has changed them. Change them only while no list is being
+        read or written. */
+    static Limits& limits();
+
     static juce::String path(); ///< Full path, whether or not there is a file.
 
     /** What there is to be read. */
@@ -31,17 +46,30 @@ public:
         missing,   ///< nothing stored yet
         sound,     ///< it can be read, empty or not
         damaged,   ///< what it holds is no list
-        unreadable ///< it may not be read, is far too large, or is no file
+        unreadable ///< it may not be read, goes beyond the limits, or is no file
     };
 
     [[nodiscard]] static State state(); ///< Looks at it now, reading it whole.
 
-    /** The triggers in the order of the list. None without a file, of which the log is told, and none of one that is
-        damaged or can't be read. */
+    /** What one reading has found. */
+    struct Content
+    {
+        State state = State::missing; ///< what there is
+        Triggers triggers {};         ///< in the order of the list; none unless it is sound
+        juce::String reason {};       ///< why it is unreadable, in words; empty otherwise
+    };
+
+    /** The state and the triggers of one and the same reading, for whoever must not take a failing disk for an empty list. */
+    [[nodiscard]] static Content load();
+
+    /** The triggers in the order of the list. None without a file and of one that can't be read, of which the log is told, and
+        none of one that is damaged. */
     [[nodiscard]] static Triggers read();
 
     /** Replaces the file, or leaves it as it was; makes the folder. A damaged file is first kept beside it, once, for the user
-        alone, as "midiEventsV3.damaged.bin" or with a number behind that. Into a device or a pipe nothing is written.
+        alone, as "midiEventsV3.damaged.bin" or with a number behind that; and so is one that the last load() or read() couldn't read,
+        although it can be read now, since nobody has seen what it holds. Into a device or a pipe nothing is written, nor more than the
+        limits allow.
         @returns on failure "Can't write PATH: " and what the system says */
     [[nodiscard]] static juce::Result write (const Triggers& triggers);
 };

@@ -3,7 +3,6 @@
 #include "list/ProjectFile.h"
 
 #include "list/ProjectFileSupport.h"
-#include "list/RecordWeight.h"
 
 namespace ZEP::Overmarks::Testing
 {
@@ -58,14 +57,14 @@ std::vector<Crowd> crowds()
 TEST_F (ProjectFileSizeTest, noKindOfEntryCanCrowdTheMemory)
 {
     for (const auto& [name, record] : crowds())
-        EXPECT_EQ (RecordWeight::of (record), Finding::tooHeavy) << name;
+        EXPECT_EQ (weightOf (record), Finding::tooHeavy) << name;
 }
 
 TEST_F (ProjectFileSizeTest, whatMergesIntoOneWeighsNothing)
 {
     // The time reference a million times is one time reference.
-    EXPECT_EQ (RecordWeight::of (repeated (std::string ("\x1a\x00", 2), 10'000'000)), Finding::fits);
-    EXPECT_EQ (RecordWeight::of (repeated (std::string ("\x12\x00", 2), 10'000'000)), Finding::fits);
+    EXPECT_EQ (weightOf (repeated (std::string ("\x1a\x00", 2), 10'000'000)), Finding::fits);
+    EXPECT_EQ (weightOf (repeated (std::string ("\x12\x00", 2), 10'000'000)), Finding::fits);
 }
 
 TEST_F (ProjectFileSizeTest, aHundredThousandEmptyEventsAreNoReasonToRefuseAFile)
@@ -93,8 +92,7 @@ TEST_F (ProjectFileSizeTest, millionsOfTheLightestEventsOfThisProgramFit)
     {
         const auto bytes = field (eventsOfList, event.SerializeAsString());
         EXPECT_GE (bytes.size(), 55u);
-        EXPECT_EQ (RecordWeight::of (recordWithList (repeated (bytes, 2'000'000))), Finding::fits)
-            << bytes.size();
+        EXPECT_EQ (weightOf (recordWithList (repeated (bytes, 2'000'000))), Finding::fits) << bytes.size();
     }
 }
 
@@ -104,22 +102,21 @@ TEST_F (ProjectFileSizeTest, manyFormattedRunsFit)
     ZEP::Core::RichTextString::applyStringAttributeToProtoObject (
         { { 0, 1 }, ZEP::Core::RichTextString::defaultFont(), juce::Colour (0xff000001) }, &run);
     const auto event = field (eventsOfList, repeated (field (1, run.SerializeAsString()), 1'000'000));
-    EXPECT_EQ (RecordWeight::of (recordWithList (event)), Finding::fits);
+    EXPECT_EQ (weightOf (recordWithList (event)), Finding::fits);
 }
 
 TEST_F (ProjectFileSizeTest, everyRandomProjectFits)
 {
     for (unsigned int seed = 1; seed <= 50; ++seed)
-        EXPECT_EQ (RecordWeight::of (bytesOf (RandomProjects (seed).make()).substr (headerLength)),
-                   Finding::fits);
+        EXPECT_EQ (weightOf (bytesOf (RandomProjects (seed).make()).substr (headerLength)), Finding::fits);
 }
 
 TEST_F (ProjectFileSizeTest, whatIsNoRecordIsToldApart)
 {
     for (const std::string broken : { "\x0a\x7f", "\x08", "\x0f", "\x43", "\x44", "\x43\x4c",
                                       "\x3a\x02\x0a\x05", "\x80\x80\x80\x80\x80\x80\x80\x80\x80\x80\x80" })
-        EXPECT_EQ (RecordWeight::of (broken), Finding::unintelligible) << broken;
-    EXPECT_EQ (RecordWeight::of ({}), Finding::fits);
+        EXPECT_EQ (weightOf (broken), Finding::unintelligible) << broken;
+    EXPECT_EQ (weightOf ({}), Finding::fits);
 }
 
 TEST_F (ProjectFileSizeTest, aProjectThatCouldNotBeLoadedIsNotSaved)

@@ -3,6 +3,7 @@
 
 #include "list/ProjectFile.h"
 
+#include "event/RecordWeight.h"
 #include "list/ProjectRecord.h"
 #include "proto/overmarks.pb.h"
 #include "support/CompareProjects.h"
@@ -52,6 +53,13 @@ inline std::string varint (std::size_t number)
 inline std::string field (int number, const std::string& content)
 {
     return static_cast<char> (number << 3 | 2) + varint (content.size()) + content;
+}
+
+/** What a project's record weighs beside the memory that projects may take in any case. */
+inline RecordWeight::Finding weightOf (std::string_view record)
+{
+    return RecordWeight::of (record, *tessera1::ProtoProject::descriptor(),
+                             ProjectFile::limits().spareMemory);
 }
 
 constexpr int listOfProject = 7, eventsOfList = 1;

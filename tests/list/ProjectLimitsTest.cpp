@@ -2,7 +2,6 @@
 // Each limit of projects: what fits exactly, what is one too much, what is said of it, and that an application can raise it.
 #include "list/ProjectFileSupport.h"
 #include "list/ProjectJSON.h"
-#include "list/RecordWeight.h"
 
 namespace ZEP::Overmarks::Testing
 {
@@ -80,7 +79,7 @@ TEST_F (ProjectLimits, aLimitAboveWhatARecordCanHoldIsThatOfARecord)
     EXPECT_EQ (
         messageOf (header + littleEndian (std::uint64_t { 1 } << 31, 8)),
         "The project file x is damaged or too large: it claims to hold 2147483648 bytes, and a project has "
-        "at most 1024 GB");
+        "at most 2 GB");
     EXPECT_EQ (messageOf (header + littleEndian ((std::uint64_t { 1 } << 31) - 1, 8)),
                "The project file x is cut off: 24 of its 2147483671 bytes are there");
 }
@@ -92,9 +91,9 @@ TEST_F (ProjectLimits, entriesWithNothingInThemMayTakeTheSpareMemory)
         events += std::string ("\x0a\x00", 2);
     const auto record = recordWithList (events);
 
-    EXPECT_EQ (RecordWeight::of (record), RecordWeight::Finding::fits);
+    EXPECT_EQ (weightOf (record), RecordWeight::Finding::fits);
     ProjectFile::limits().spareMemory = 100'000;
-    EXPECT_EQ (RecordWeight::of (record), RecordWeight::Finding::tooHeavy);
+    EXPECT_EQ (weightOf (record), RecordWeight::Finding::tooHeavy);
     EXPECT_EQ (messageOf (fileAround (record)),
                "The project file x is damaged: it claims to hold more events than its "
                    + std::to_string (record.size()) + " bytes have room for");

@@ -23,6 +23,8 @@ using Triggers = MIDITriggerEventFile::Triggers;
 class MIDITriggerEventFileTest : public TriggerFolder
 {
 protected:
+    ~MIDITriggerEventFileTest() override { MIDITriggerEventFile::limits() = {}; }
+
     void store (const Triggers& triggers) const
     {
         EXPECT_TRUE (MIDITriggerEventFile::write (triggers).wasOk());
@@ -96,6 +98,26 @@ TEST_F (MIDITriggerEventFileTest, aDamagedFileGivesNothingAndNoWord)
     folder.write (fileName, std::string (1000, '\xFF'));
     EXPECT_THAT (MIDITriggerEventFile::read(), IsEmpty());
     EXPECT_THAT (log.lines(), IsEmpty());
+}
+
+TEST_F (MIDITriggerEventFileTest, aDamagedTextIsNotToldOnStandardErrorEither)
+{
+    folder.write (fileName, "\x0A\x03\x0A\x01\xFF"); // a message that is no UTF-8
+    testing::internal::CaptureStderr();
+    EXPECT_THAT (MIDITriggerEventFile::read(), IsEmpty());
+    EXPECT_EQ (MIDITriggerEventFile::state(), MIDITriggerEventFile::State::damaged);
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F (MIDITriggerEventFileTest, aSmallFileThatFillsTheMemoryIsNotReadIn)
+{
+    std::string triggers;
+
+    for (int i = 0; i < 200000; ++i)
+        triggers += std::string ("\x0A\x00", 2);
+
+    folder.write (fileName, triggers);
+    EXPECT_THAT (MIDITriggerEventFile::read(), IsEmpty());
 }
 
 TEST_F (MIDITriggerEventFileTest, aCutFileNeverBreaksAnything)
@@ -191,9 +213,73 @@ TEST_F (MIDITriggerEventFileTest, aFileThatCantBeReadIsNotReplaced)
     folder.write (fileName, "x");
     ASSERT_EQ (::truncate (folder.file (fileName).getFullPathName().toRawUTF8(), off_t { 3 } << 30), 0);
     EXPECT_EQ (MIDITriggerEventFile::state(), MIDITriggerEventFile::State::unreadable);
+    EXPECT_EQ (MIDITriggerEventFile::load().reason, "it is larger than 16777216 bytes");
     EXPECT_EQ (MIDITriggerEventFile::write ({}).getErrorMessage(),
                "Can't write " + folder.directory() + "/midiEventsV3.bin: what it holds can't be read");
     EXPECT_THAT (folder.names(), ElementsAre (fileName));
+}
+
+TEST_F (MIDITriggerEventFileTest, theLimitsAreGenerousUnlessTheyAreChanged)
+{
+    EXPECT_EQ (MIDITriggerEventFile::limits().bytesOfFile, 16777216u);
+    EXPECT_EQ (MIDITriggerEventFile::limits().spareMemory, 67108864u);
+    std::vector<std::shared_ptr<MIDITriggerEvent>> allMessages;
+
+    for (int number = 0; number < 16 * 4 * 128; ++number) // every note on, note off, controller and program
+        allMessages.push_back (trigger ("NoteOn 16 127", "a label"));
+
+    store (allMessages);
+    EXPECT_EQ (MIDITriggerEventFile::read().size(), allMessages.size());
+}
+
+TEST_F (MIDITriggerEventFileTest, aFileMayHaveExactlySoManyBytes)
+{
+    store ({ trigger ("PC 1 5") });
+    MIDITriggerEventFile::limits().bytesOfFile = folder.bytes (fileName).size();
+    EXPECT_EQ (MIDITriggerEventFile::read().size(), 1u);
+    store ({ trigger ("PC 1 6") });
+
+    --MIDITriggerEventFile::limits().bytesOfFile;
+    EXPECT_EQ (MIDITriggerEventFile::state(), MIDITriggerEventFile::State::unreadable);
+    EXPECT_EQ (MIDITriggerEventFile::write ({}).getErrorMessage(),
+               "Can't write " + folder.directory() + "/midiEventsV3.bin: what it holds can't be read");
+    EXPECT_EQ (MIDITriggerEventFile::write ({ trigger ("PC 1 5") }).getErrorMessage(),
+               "Can't write " + folder.directory()
+                   + "/midiEventsV3.bin: it would be too large to be read again");
+}
+
+TEST_F (MIDITriggerEventFileTest, triggersWithNothingInThemMayTakeTheSpareMemory)
+{
+    constexpr std::uint64_t triggers = 100, weight = 1100, lengthTimesTwenty = 40;
+    std::string bytes;
+
+    for (std::uint64_t i = 0; i < triggers; ++i)
+        bytes += std::string ("\x0A\x00", 2);
+
+    folder.write (fileName, bytes);
+    MIDITriggerEventFile::limits().spareMemory = triggers * (weight - lengthTimesTwenty);
+    EXPECT_EQ (MIDITriggerEventFile::read().size(), triggers);
+
+    --MIDITriggerEventFile::limits().spareMemory;
+    const auto content = MIDITriggerEventFile::load();
+    EXPECT_EQ (content.state, MIDITriggerEventFile::State::unreadable);
+    EXPECT_THAT (content.triggers, IsEmpty());
+    EXPECT_EQ (content.reason, "it claims to hold more bindings than its 200 bytes have room for");
+    EXPECT_TRUE (MIDITriggerEventFile::write ({}).failed());
+    EXPECT_EQ (folder.bytes (fileName), bytes);
+}
+
+TEST_F (MIDITriggerEventFileTest, oneReadingTellsStateAndTriggers)
+{
+    using State = MIDITriggerEventFile::State;
+    EXPECT_EQ (MIDITriggerEventFile::load().state, State::missing);
+    store ({ trigger ("PC 1 5") });
+    EXPECT_EQ (MIDITriggerEventFile::load().state, State::sound);
+    EXPECT_EQ (MIDITriggerEventFile::load().triggers.size(), 1u);
+    EXPECT_EQ (MIDITriggerEventFile::load().reason, "");
+    folder.write (fileName, "\xFF nobody knows");
+    EXPECT_EQ (MIDITriggerEventFile::load().state, State::damaged);
+    EXPECT_THAT (MIDITriggerEventFile::load().triggers, IsEmpty());
 }
 
 TEST_F (MIDITriggerEventFileTest, aDamagedFileIsKeptOnceHoweverOftenItIsDamagedInTheSameWay)

@@ -145,7 +145,7 @@ TEST_F (ProgramMIDITest, aFileThatCantBeReadIsNotCalledDamagedAndIsNotReplaced)
     file (triggerFile).createDirectory();
     const auto shown = run ({ "midi", "list" });
     EXPECT_EQ (shown.status, 1);
-    EXPECT_THAT (shown.errors, StartsWith (path (triggerFile) + " can't be read\n"));
+    EXPECT_THAT (shown.errors, StartsWith (path (triggerFile) + " can't be read: it is no file\n"));
     EXPECT_EQ (bind ("PC 1 5", uuid).status, 1);
     EXPECT_TRUE (file (triggerFile).isDirectory());
 }
@@ -156,7 +156,25 @@ TEST_F (ProgramMIDITest, soMuchThatItCantBeReadIsNotReplacedEither)
     file (triggerFile).create();
     ASSERT_EQ (truncate (path (triggerFile).c_str(), off_t { 3 } << 30), 0);
     EXPECT_EQ (errorOf ({ "midi", "bind", "film.json", "--message", "PC 1 5", "--uuid", identityOf (0) }, 1),
-               "Can't write " + path (triggerFile) + ": what it holds can't be read");
+               path (triggerFile) + " can't be read: it is larger than 16777216 bytes; nothing was changed");
+}
+
+TEST_F (ProgramMIDITest, aSmallFileThatFillsTheMemoryIsAProblem)
+{
+    std::string triggers;
+
+    for (int i = 0; i < 200000; ++i)
+        triggers += std::string ("\x0A\x00", 2);
+
+    file (triggerFile).create();
+    write (triggerFile, triggers);
+    const auto shown = run ({ "midi", "list", "--json", "--quiet" });
+    EXPECT_EQ (shown.status, 1);
+    EXPECT_EQ (shown.json()["problems"][0]["message"],
+               path (triggerFile)
+                   + " can't be read: it claims to hold more bindings than its 400000 bytes have room for");
+    EXPECT_EQ (run ({ "midi", "unbind", "--message", "PC 1 5" }).status, 1);
+    EXPECT_EQ (read (triggerFile), triggers);
 }
 
 TEST_F (ProgramMIDITest, oneBindingIsCountedAsOne)

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -77,6 +78,23 @@ TEST_F (ProgramMonitorTest, theMonitorReadsNoFile)
 {
     EXPECT_EQ (errorOf ({ "midi", "monitor", "notes.txt" }, 2),
                "midi monitor reads the MIDI inputs, or - for standard input, not \"notes.txt\"");
+}
+
+TEST_F (ProgramMonitorTest, whatCannotBeReadIsTold)
+{
+    const auto runOnFolder = [this] (const std::string& options)
+    {
+        const auto status = std::system ((OVERMARKS_PROGRAM " midi monitor - " + options + " < " + path (".")
+                                          + " > " + path ("output") + " 2> " + path ("errors"))
+                                             .c_str());
+        return WEXITSTATUS (status);
+    };
+    EXPECT_EQ (runOnFolder (""), 1);
+    EXPECT_EQ (read ("output"), "");
+    EXPECT_EQ (read ("errors"), "-: Can't read standard input: Is a directory\n");
+    EXPECT_EQ (runOnFolder ("--json"), 1);
+    EXPECT_EQ (nlohmann::ordered_json::parse (read ("output"))["problems"][0]["message"],
+               "Can't read standard input: Is a directory");
 }
 
 TEST_F (ProgramMonitorTest, aStreamMayBeCutIntoLinesAnywhere)

@@ -11,6 +11,7 @@
 #include "midiio/MIDISystem.h"
 
 #include <memory>
+#include <utility>
 
 namespace overmarks
 {
@@ -48,10 +49,14 @@ juce::String counted (std::size_t number, const juce::String& one)
 /** The stored triggers of somebody who is going to replace the file. */
 MIDITriggerEventFile::Triggers triggersToEdit (const Session& session)
 {
-    if (const auto problem = storedMIDITriggersProblem(); problem.isNotEmpty())
-        session.say (problem);
+    auto stored = storedMIDITriggers();
 
-    return storedMIDITriggers();
+    if (stored.isUnreadable)
+        throw CommandFailure (stored.problem + "; nothing was changed");
+    if (stored.problem.isNotEmpty())
+        session.say (stored.problem);
+
+    return std::move (stored.triggers);
 }
 
 void store (const MIDITriggerEventFile::Triggers& triggers)
@@ -119,10 +124,11 @@ std::string tableOf (const std::vector<MIDISystem::Input>& inputs)
 
 void showMIDI (Session& session)
 {
-    if (const auto problem = storedMIDITriggersProblem(); problem.isNotEmpty())
+    const auto [triggers, problem, isUnreadable] = storedMIDITriggers();
+
+    if (problem.isNotEmpty())
         session.report ({ {}, 0, {}, problem });
 
-    const auto triggers = storedMIDITriggers();
     const auto inputs = MIDISystem::sharedMIDISystem()->inputs();
 
     if (session.wantsJSON)
@@ -270,26 +276,26 @@ void addUnbindTo (CLI::App& midi, Session& session)
 
 } // namespace
 
-juce::String storedMIDITriggersProblem()
+StoredMIDITriggers storedMIDITriggers()
 {
-    switch (MIDITriggerEventFile::state())
+    using State = MIDITriggerEventFile::State;
+    auto content = MIDITriggerEventFile::load();
+    StoredMIDITriggers stored { std::move (content.triggers) };
+    stored.isUnreadable = content.state == State::unreadable;
+
+    switch (content.state)
     {
-        case MIDITriggerEventFile::State::damaged:
-            return MIDITriggerEventFile::path() + " is damaged; nothing can be read from it";
-        case MIDITriggerEventFile::State::unreadable: return MIDITriggerEventFile::path() + " can't be read";
-        case MIDITriggerEventFile::State::missing:
-        case MIDITriggerEventFile::State::sound: break;
+        case State::damaged:
+            stored.problem = MIDITriggerEventFile::path() + " is damaged; nothing can be read from it";
+            break;
+        case State::unreadable:
+            stored.problem = MIDITriggerEventFile::path() + " can't be read: " + content.reason;
+            break;
+        case State::missing:
+        case State::sound: break;
     }
 
-    return {};
-}
-
-MIDITriggerEventFile::Triggers storedMIDITriggers()
-{
-    if (MIDITriggerEventFile::state() != MIDITriggerEventFile::State::sound)
-        return {};
-
-    return MIDITriggerEventFile::read();
+    return stored;
 }
 
 void addMIDICommand (CLI::App& program, Session& session)

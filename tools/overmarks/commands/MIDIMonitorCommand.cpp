@@ -28,6 +28,7 @@
 #include <memory>
 #include <sstream>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -78,12 +79,12 @@ json asJSON (const SpannerMessage& message)
 class MonitorOutput final
 {
 public:
-    explicit MonitorOutput (bool writesJSON) : isJSON (writesJSON)
+    MonitorOutput (bool writesJSON, const MIDITriggerEventFile::Triggers& triggers) : isJSON (writesJSON)
     {
         if (isJSON)
             write ("{\"messages\": [");
 
-        for (const auto& trigger : storedMIDITriggers())
+        for (const auto& trigger : triggers)
             bound[trigger->triggerMessage] = trigger;
     }
 
@@ -265,6 +266,14 @@ public:
         if (length < 0 && errno == EINTR)
             return true;
 
+        if (length < 0)
+            session.report (
+                { "-",
+                  0,
+                  {},
+                  "Can't read standard input: "
+                      + juce::String::fromUTF8 (std::generic_category().message (errno).c_str()) });
+
         if (length > 0)
             take ({ buffer.data(), static_cast<std::size_t> (length) });
         else
@@ -391,12 +400,14 @@ void monitor (const std::string& source, Session& session)
         throw WrongUsage ("midi monitor reads the MIDI inputs, or - for standard input, not \""
                           + juce::String::fromUTF8 (source.c_str()) + "\"");
 
-    if (const auto problem = storedMIDITriggersProblem(); problem.isNotEmpty())
-        session.report ({ {}, 0, {}, problem + "; what messages fire is not shown" });
+    const auto stored = storedMIDITriggers();
+
+    if (stored.problem.isNotEmpty())
+        session.report ({ {}, 0, {}, stored.problem + "; what messages fire is not shown" });
 
     const StopRequest stop;
     auto& system = *MIDISystem::sharedMIDISystem();
-    const auto output = std::make_shared<MonitorOutput> (session.wantsJSON);
+    const auto output = std::make_shared<MonitorOutput> (session.wantsJSON, stored.triggers);
     const PanObserver pans (*output);
     system.setMonitor ([output] (const std::string& message, double time) { output->show (message, time); });
 

@@ -6,10 +6,14 @@
 namespace overmarks
 {
 
-/** Why nothing can be read from the user's stored triggers; empty if it can, or if nothing has been stored yet. */
-juce::String storedMIDITriggersProblem();
+/** The user's stored triggers, from one reading. A first start, without a file, is nothing to complain of. */
+struct StoredMIDITriggers
+{
+    ZEP::Overmarks::MIDITriggerEventFile::Triggers triggers;
+    juce::String problem {};   ///< why nothing was read; empty if all is well
+    bool isUnreadable = false; ///< nobody knows what the file holds, so it must not be replaced
+};
 
-/** The user's stored triggers. A first start, without a file, is nothing to complain of. */
-ZEP::Overmarks::MIDITriggerEventFile::Triggers storedMIDITriggers();
+StoredMIDITriggers storedMIDITriggers();
 
 } // namespace overmarks

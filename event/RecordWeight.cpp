@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
-#include "list/RecordWeight.h"
+#include "event/RecordWeight.h"
 
-#include "list/ProjectFile.h"
+#include "proto/midi.pb.h"
 #include "proto/overmarks.pb.h"
 
 #include <google/protobuf/io/coded_stream.h>
@@ -21,11 +21,11 @@ namespace
 {
 
 // What one entry takes in memory besides its own texts, in bytes: as a stored record and as what is made of it.
-constexpr std::uint64_t weightOfEvent = 1100, weightOfCharacter = 700, weightOfRun = 300, weightOfText = 64,
-                        weightOfNewerField = 64;
+constexpr std::uint64_t weightOfEvent = 1100, weightOfTrigger = 1100, weightOfCharacter = 700,
+                        weightOfRun = 300, weightOfText = 64, weightOfNewerField = 64;
 
 // The lightest event that a program stores has its identity and a few numbers, 64 bytes; the lightest run has 20, the lightest
-// character with a random identity 40. What lies above this, and what ProjectFile allows besides, is no list of cues.
+// character with a random identity 40. What lies above this, and what is allowed besides, is no list of cues.
 constexpr std::uint64_t heaviestByte = 20;
 
 std::uint64_t weightOf (const Descriptor* record)
@@ -37,6 +37,9 @@ std::uint64_t weightOf (const Descriptor* record)
     if (record == tessera1::ProtoCharacter::descriptor())
         return weightOfCharacter;
 
+    if (record == tessera1::ProtoMIDITriggerEvent::descriptor())
+        return weightOfTrigger; // which makes an event even if none is stored
+
     return 0; // stands once in the project
 }
 
@@ -44,15 +47,16 @@ std::uint64_t weightOf (const Descriptor* record)
 class Scales final
 {
 public:
-    explicit Scales (std::string_view bytes)
-        : input (reinterpret_cast<const std::uint8_t*> (bytes.data()), static_cast<int> (bytes.size())),
-          most (bytes.size() * heaviestByte + ProjectFile::limits().spareMemory)
+    Scales (std::string_view bytes, const Descriptor& kindOfRecord, std::uint64_t spareMemory)
+        : kind (kindOfRecord),
+          input (reinterpret_cast<const std::uint8_t*> (bytes.data()), static_cast<int> (bytes.size())),
+          most (bytes.size() * heaviestByte + spareMemory)
     {
     }
 
     RecordWeight::Finding weigh()
     {
-        if (walk (tessera1::ProtoProject::descriptor(), 0) && input.ConsumedEntireMessage())
+        if (walk (&kind, 0) && input.ConsumedEntireMessage())
             return RecordWeight::Finding::fits;
 
         return total > most ? RecordWeight::Finding::tooHeavy : RecordWeight::Finding::unintelligible;
@@ -122,6 +126,7 @@ private:
         return isRead;
     }
 
+    const Descriptor& kind;
     CodedInputStream input;
     std::uint64_t most;
     std::uint64_t total = 0;
@@ -129,6 +134,10 @@ private:
 
 } // namespace
 
-RecordWeight::Finding RecordWeight::of (std::string_view record) { return Scales (record).weigh(); }
+RecordWeight::Finding RecordWeight::of (std::string_view record, const Descriptor& kind,
+                                        std::uint64_t spareMemory)
+{
+    return Scales (record, kind, spareMemory).weigh();
+}
 
 } // namespace ZEP::Overmarks
