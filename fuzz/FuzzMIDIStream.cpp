@@ -127,7 +127,9 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     {
         checkMessage (message);
 
-        if (SpannerMessage::hasHeader (textOf (message)))
+        // Those that are a byte short the system keeps back: their end would pass for a value.
+        if (SpannerMessage::hasHeader (textOf (message))
+            && SpannerMessage::fromBytes (textOf (Bytes (message).first (message.size() - 1))).has_value())
             checkSpanner (manager, message);
     }
 

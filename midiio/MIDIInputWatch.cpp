@@ -77,14 +77,7 @@ MIDIInputWatch::MIDIInputWatch (MIDIInputs& inputsToWatch, std::chrono::millisec
 {
 }
 
-MIDIInputWatch::~MIDIInputWatch()
-{
-    end();
-    std::unique_lock lock (state->mutex);
-
-    if (std::this_thread::get_id() != state->thread)
-        state->over.wait (lock, [this] { return ! state->isTelling; });
-}
+MIDIInputWatch::~MIDIInputWatch() { end (std::nullopt); }
 
 void MIDIInputWatch::begin()
 {
@@ -103,15 +96,22 @@ void MIDIInputWatch::setChanged (std::function<void()> whatToDo)
     state->changed.swap (whatToDo);
 }
 
-void MIDIInputWatch::end()
+void MIDIInputWatch::end() { end (std::chrono::seconds (1)); }
+
+void MIDIInputWatch::end (std::optional<std::chrono::milliseconds> patience)
 {
-    constexpr auto patience = std::chrono::seconds (1);
+    const auto nobodyIsTold = [this] { return ! state->isTelling; };
     std::unique_lock lock (state->mutex);
     state->isOver = true;
     state->over.notify_all();
 
-    if (std::this_thread::get_id() != state->thread)
-        state->over.wait_for (lock, patience, [this] { return ! state->isTelling; });
+    if (std::this_thread::get_id() == state->thread)
+        return;
+
+    if (patience.has_value())
+        state->over.wait_for (lock, *patience, nobodyIsTold);
+    else
+        state->over.wait (lock, nobodyIsTold);
 }
 
 } // namespace ZEP::MIDIIO

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace ZEP::MIDIIO
 {
@@ -37,6 +38,9 @@ public:
 
 private:
     struct State;
+
+    /** @param patience  how long to wait for whoever is being told; as long as it takes if there is none */
+    void end (std::optional<std::chrono::milliseconds> patience);
 
     std::shared_ptr<State> state;
     std::once_flag begun;

@@ -87,15 +87,15 @@ bool MIDIMessageQueue::waitUntilDelivered (std::chrono::milliseconds atMost)
     return delivered >= goal;
 }
 
-void MIDIMessageQueue::close()
+bool MIDIMessageQueue::close()
 {
     constexpr auto patience = std::chrono::seconds (1);
     std::unique_lock lock (mutex);
     isClosed = true;
     changed.notify_all();
 
-    if (std::this_thread::get_id() != deliveringThread)
-        changed.wait_for (lock, patience, [this] { return ! isHandingOver; });
+    return std::this_thread::get_id() != deliveringThread
+           && changed.wait_for (lock, patience, [this] { return ! isHandingOver; });
 }
 
 } // namespace ZEP::MIDIIO

@@ -38,8 +38,9 @@ public:
         is closed first, or at once for a receiver, which would wait for itself */
     bool waitUntilDelivered (std::chrono::milliseconds atMost);
 
-    /** Nothing is handed over any more. Waits a moment for a receiver that is at work, but not for ever. */
-    void close();
+    /** Nothing is handed over any more. Waits a moment for a receiver that is at work, but not for ever.
+        @returns false if the receiver is still at work, with what it was given before */
+    bool close();
 
     [[nodiscard]] bool isOver() const { return isClosed; }
 

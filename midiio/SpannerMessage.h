@@ -43,7 +43,8 @@ struct ZEP_MIDIIO_API SpannerMessage final
     /** Whether the bytes begin as a spanner message does. */
     [[nodiscard]] static bool hasHeader (std::string_view bytes);
 
-    /** Reads the bytes without a look at the header; nothing if there are fewer before its end than the command needs. */
+    /** Reads the bytes without a look at the header, and whatever their values are; nothing if there are fewer than the command needs.
+        In a message that is a byte short its end would pass for a value, so leave the end out to learn whether one is whole. */
     [[nodiscard]] static std::optional<SpannerMessage> fromBytes (std::string_view bytes);
 };
 

@@ -108,6 +108,34 @@ TEST_F (PanLines, aRemovalEmptiesTheListAndStopsItsOwnTimer)
     EXPECT_EQ (listener.calls, 3);
 }
 
+TEST_F (PanLines, anyOtherCommandIsARemoval)
+{
+    for (const int command : { 1, 3, 0x7F, 0x80, 0xF7, 0xFF })
+    {
+        send ({});
+        const int before = listener.calls;
+        send ({ .command = command });
+        EXPECT_THAT (*manager.panLines, IsEmpty()) << command;
+        EXPECT_EQ (listener.calls, before + 1) << command;
+    }
+}
+
+TEST_F (PanLines, theFirstFourBytesAreNotRead)
+{
+    auto bytes = SpannerBytes().text();
+    bytes.replace (0, 4, "\xF7\xF7\xF7\xF7");
+    sendBytes (bytes);
+    EXPECT_EQ (manager.panLines->size(), 1u);
+    EXPECT_EQ (line (0).lineID, 7u);
+}
+
+TEST_F (PanLines, theGroupIsTheValueOfItsByte)
+{
+    send ({ .group = 0xF7 });
+    ASSERT_EQ (manager.panLines->size(), 1u);
+    EXPECT_EQ (line (0).group, 0xF7u);
+}
+
 TEST_F (PanLines, aRemovalOfAnUnknownIdentityLeavesAllTimersRunning)
 {
     send ({ .identity = { 0, 0, 0, 0, 7 } });

@@ -93,9 +93,7 @@ TEST (MIDIQueueThreads, closedAtAnyMomentItLosesNothingThatWasWaitedForAndHandsO
 
         RandomMoments moments (round);
         moments.pass (1000);
-        const auto start = std::chrono::steady_clock::now();
-        queue.close();
-        arrivals.isOver = std::chrono::steady_clock::now() - start < 900ms; // else it has waited in vain
+        arrivals.isOver = queue.close();
 
         for (auto& thread : threads)
             thread.join();
