@@ -87,6 +87,7 @@ void DBFEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
 
     auto file = std::make_shared<DBFFile> (filePath.toRawUTF8());
     auto table = file->Parse (columnMap);
+    readingFailure = file->failure;
     file.reset();
 
     if (table.empty())

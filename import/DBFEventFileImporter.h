@@ -3,6 +3,7 @@
 
 #include "ZEP_Overmarks/Export.h"
 #include "import/frame/EventFileImporter.h"
+#include "import/frame/ReadingFailure.h"
 
 #include <juce_core/juce_core.h>
 
@@ -19,7 +20,7 @@ namespace ZEP::Overmarks
     The rule that surprises: all blanks are taken out of every cell, those between the words of a text among them.
 
     There are no messages: a bad file gives an empty or a short table, and the log tells what was left out. */
-class OVERMARKS_API DBFEventFileImporter final : public EventFileImporter
+class OVERMARKS_API DBFEventFileImporter final : public EventFileImporter, public ReadingFailure
 {
 public:
     /** Reads the file. The first cell with a byte above 127 shows how the text is encoded. */

@@ -95,7 +95,7 @@ void DBFFile::openFile()
 
     if (reason.isNotEmpty())
     {
-        note (reason);
+        fail (reason);
         setstate (std::ios::failbit);
     }
 }
@@ -187,7 +187,7 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
 
     if (bad()) // the disk failed: nobody knows what is missing
     {
-        note (kFailedRead);
+        fail (kFailedRead);
         table.clear();
     }
 
@@ -283,6 +283,12 @@ bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
 
     table.push_back (std::move (row));
     return true;
+}
+
+void DBFFile::fail (const juce::String& reason)
+{
+    failure = reason;
+    note (reason);
 }
 
 void DBFFile::note (const juce::String& whatIsOdd) const

@@ -80,6 +80,7 @@ public:
     std::int32_t tcOutFieldIndex = -1;             ///< -1: there is none
     std::int64_t recordLength = 0;                 ///< bytes of a record without its deletion flag
     std::int64_t maxFieldLength = 0;               ///< bytes
+    juce::String failure; ///< why the file couldn\'t be read, to its end or at all; empty if it could
 
 private:
     struct Reading;
@@ -96,6 +97,7 @@ private:
     [[nodiscard]] bool readFields (Reading& reading, std::vector<std::string>& row);
     [[nodiscard]] bool addRow (Reading& reading, std::vector<std::string> row);
     [[nodiscard]] bool addMarkerRow (Reading& reading, const std::string& marker);
+    void fail (const juce::String& reason);
     void note (const juce::String& whatIsOdd) const;
 
     juce::String filePath;

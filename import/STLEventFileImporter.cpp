@@ -63,6 +63,7 @@ int STLEventFileImporter::type() { return 4; }
 void STLEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEncoding textEncoding)
 {
     rows.clear();
+    readingFailure.clear();
 
     std::array<char, EBUSubtitles::kLengthToTellFormat> firstBytes {};
     FileBuffer file (filePath);
@@ -73,7 +74,10 @@ void STLEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
     for (std::size_t column = 0; column < kColumns.size(); ++column)
         columnMap[kColumns[column]] = static_cast<int> (column);
 
-    if (EBUSubtitles::isDiskFormatCode ({ firstBytes.data(), firstBytes.size() }))
+    if (start.bad()) // nobody knows which of the two formats it is
+        fail (file.getStatus().failed() ? "can't be read: " + file.getStatus().getErrorMessage()
+                                        : juce::String (kFailedRead));
+    else if (EBUSubtitles::isDiskFormatCode ({ firstBytes.data(), firstBytes.size() }))
         parseEBUN19STLFile (textEncoding);
     else
         parseASCIISTLFile (textEncoding);
@@ -89,7 +93,11 @@ void STLEventFileImporter::parseEBUN19STLFile (Core::TextEncoding textEncoding)
 
     if (! readBlock (stream, head))
     {
-        note (stream.bad() ? kFailedRead : "the file ends before its subtitles begin");
+        if (stream.bad())
+            fail (kFailedRead);
+        else
+            note ("the file ends before its subtitles begin");
+
         return;
     }
 
@@ -117,7 +125,7 @@ void STLEventFileImporter::readBlocks (std::istream& stream, int promised)
         {
             if (stream.bad()) // the disk failed: nobody knows what is missing
             {
-                note (kFailedRead);
+                fail (kFailedRead);
                 rows.clear();
                 return;
             }
@@ -138,7 +146,7 @@ void STLEventFileImporter::parseASCIISTLFile (Core::TextEncoding textEncoding)
     std::string bytes;
     const auto result = Core::FileInput::readWhole (filePath, bytes, ImportLimits::limits().bytesOfFile);
     if (result.failed())
-        note ("can't be read: " + result.getErrorMessage());
+        fail ("can't be read: " + result.getErrorMessage());
 
     encoding = textEncoding == Core::TextEncodingUnknown ? detectEncoding (bytes) : textEncoding;
 
@@ -189,6 +197,12 @@ void STLEventFileImporter::addRow (const juce::String& start, const juce::String
     row.emplace_back (start);
     row.emplace_back (end);
     row.emplace_back (text);
+}
+
+void STLEventFileImporter::fail (const juce::String& reason)
+{
+    readingFailure = reason;
+    note (reason);
 }
 
 void STLEventFileImporter::note (const juce::String& whatWasLeftOut) const

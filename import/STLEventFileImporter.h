@@ -3,6 +3,7 @@
 
 #include "ZEP_Overmarks/Export.h"
 #include "import/frame/EventFileImporter.h"
+#include "import/frame/ReadingFailure.h"
 
 #include <juce_core/juce_core.h>
 
@@ -22,7 +23,7 @@ namespace ZEP::Overmarks
     whatever the file's own frame rate is.
 
     There are no messages: a bad file gives an empty or a short table, and the log tells what was left out. */
-class OVERMARKS_API STLEventFileImporter final : public EventFileImporter
+class OVERMARKS_API STLEventFileImporter final : public EventFileImporter, public ReadingFailure
 {
 public:
     /** Reads the file. A binary one is read as ASCII, the encoding of a text is detected. */
@@ -44,6 +45,7 @@ private:
     void readBlocks (std::istream& stream, int promised);
     void readLines (std::string_view bytes, Core::TextEncoding& lineEncoding);
     void addRow (const juce::String& start, const juce::String& end, const juce::String& text);
+    void fail (const juce::String& reason);
     void note (const juce::String& whatWasLeftOut) const;
 };
 

@@ -10,14 +10,13 @@
 #include "ToolRun.h"
 #include "columns/ColumnHeaders.h"
 
-#include "core/system/FileInput.h"
 #include "core/system/Uninterrupted.h"
 #include "core/text/StringUtil.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "import/DublaneDocxEventFileImporter.h"
 #include "import/frame/EventFileImporterFactory.h"
 #include "import/frame/EventRowReader.h"
-#include "import/frame/ImportLimits.h"
+#include "import/frame/ReadingFailure.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -223,17 +222,12 @@ void readWithTool (ReadFile& read, const std::function<void()>& load)
 }
 
 /** Not every importer has words for a file that can't be read, and an empty list would take a project's place. */
-void refuseUnreadable (const ReadFile& read, const juce::File& file)
+void refuseUnreadable (const ReadFile& read)
 {
-    if (read.error.isNotEmpty() || hasDataRows (*read.importer))
-        return;
+    const auto* unread = dynamic_cast<const ReadingFailure*> (read.importer.get());
 
-    std::string bytes;
-
-    if (const auto result =
-            FileInput::readWhole (file.getFullPathName(), bytes, ImportLimits::limits().bytesOfFile);
-        result.failed())
-        throw CommandFailure (read.shownPath + ": " + result.getErrorMessage());
+    if (read.error.isEmpty() && unread != nullptr && unread->readingFailure.isNotEmpty())
+        throw CommandFailure (read.shownPath + ": " + unread->readingFailure);
 }
 
 ReadFile readFile (const juce::File& file, const juce::String& shownPath, const ListOptions& options)
@@ -261,7 +255,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
                              ? "; overmarks load reads a project"
                              : ""));
 
-    refuseUnreadable (read, file);
+    refuseUnreadable (read);
     read.tracks = tracks.report();
     if (read.tracks.has_value())
         read.tracks->list = shownPath;
@@ -274,6 +268,7 @@ ReadFile readFile (const juce::File& file, const juce::String& shownPath, const 
         read.error.clear();
         read.importer->rows.clear(); // an importer may add to them
         read.importer->parse (read.error, encoding);
+        refuseUnreadable (read);
     }
 
     if (read.error.isEmpty())

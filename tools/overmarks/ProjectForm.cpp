@@ -23,7 +23,9 @@ std::string wholeFile (const juce::File& file, const juce::String& shownPath, st
     const auto result = ZEP::Core::FileInput::readWhole (file.getFullPathName(), bytes, most);
 
     if (result.failed())
-        throw CommandFailure (shownPath + ": " + result.getErrorMessage());
+        throw CommandFailure (
+            (shownPath == "-" ? juce::String ("The project on standard input can't be read") : shownPath)
+            + ": " + result.getErrorMessage());
 
     return bytes;
 }
