@@ -26,7 +26,8 @@ Poco::Logger& logger()
     }
     return found;
 }
-/** File names and cells are quoted in the log, which may go to a terminal: nothing in them may command it. */
+/** File names and cells are quoted in the log, which may go to a terminal: nothing in them may command it, or pass for a message
+    of its own. */
 std::string withoutControlCodes (const juce::String& text)
 {
     juce::String clean;
@@ -34,9 +35,12 @@ std::string withoutControlCodes (const juce::String& text)
     for (auto letter = text.getCharPointer(); ! letter.isEmpty();)
     {
         const auto code = letter.getAndAdvance();
-        const bool isControl = (code < 0x20 && code != '\n' && code != '\t') || (code >= 0x7F && code < 0xA0);
+        const bool isGap = code == '\n' || code == '\t';
+        const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
+        const bool breaksLine = code == 0x2028 || code == 0x2029;
         const bool turnsDirection = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-        clean += isControl || turnsDirection ? juce::juce_wchar ('?') : code;
+        const juce::juce_wchar gap = ' ', unshown = '?';
+        clean += isGap ? gap : isControl || breaksLine || turnsDirection ? unshown : code;
     }
     return clean.toStdString();
 }

@@ -7,7 +7,8 @@
 
 namespace ZEP::Core
 {
-/** What the library has to say to a person who looks for a fault. The text is written as it stands.
+/** What the library has to say to a person who looks for a fault. A message is one line: what would begin another
+    one or command a terminal, in the name of a file for example, is replaced.
 
     It goes to the Poco::Logger "ZEP". If the application hasn't made that logger before the first message, it
     is made here: with the channel of the root logger or, without one, standard error, and for errors only.

@@ -249,4 +249,12 @@ TEST_F (ProgramNamesTest, aStrangersLinkInAFolderOfEverybodysIsNotFollowed)
     }
 }
 
+TEST_F (ProgramNamesTest, aLineBreakInANameForgesNoMessage)
+{
+    write ("a\nEverything was saved.dbf", "\x03 no table");
+    const auto result = run ({ "list", "a\nEverything was saved.dbf" });
+    EXPECT_THAT (result.errors, HasSubstr ("a Everything was saved.dbf"));
+    EXPECT_THAT (result.errors, Not (HasSubstr ("\nEverything")));
+}
+
 } // namespace

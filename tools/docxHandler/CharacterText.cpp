@@ -196,6 +196,7 @@ std::string onOneLine (std::string_view text)
     return result;
 }
 
+// The command-line program has the same rule for what it shows. This one shares no code with it: it works without JUCE.
 std::string withoutOrders (std::string_view text)
 {
     std::string result;

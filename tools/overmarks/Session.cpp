@@ -25,17 +25,14 @@ bool isControl (juce::juce_wchar character)
            || (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
 }
 
-/** The control characters that JSON lets stand as they are, from their first byte on; none if there is none at this place. */
-std::string_view controlAt (std::string_view text, std::size_t place)
+/** The control character that begins at this place; nothing if there is none. */
+std::string_view controlAt (const std::string& text, std::size_t place)
 {
-    const auto byte = [text, place] (std::size_t offset)
-    { return place + offset < text.size() ? static_cast<unsigned char> (text[place + offset]) : 0U; };
-    const bool isC1 = byte (0) == 0xc2 && byte (1) >= 0x80 && byte (1) < 0xa0;
-    const bool turnsDirection = byte (0) == 0xe2
-                                && ((byte (1) == 0x80 && byte (2) >= 0xaa && byte (2) <= 0xae)
-                                    || (byte (1) == 0x81 && byte (2) >= 0xa6 && byte (2) <= 0xa9));
-
-    return text.substr (place, byte (0) == 0x7f ? 1 : isC1 ? 2 : turnsDirection ? 3 : 0);
+    const juce::CharPointer_UTF8 first (text.c_str() + place);
+    auto next = first;
+    return isControl (next.getAndAdvance()) ? std::string_view (
+               first.getAddress(), static_cast<std::size_t> (next.getAddress() - first.getAddress()))
+                                            : std::string_view();
 }
 
 } // namespace
@@ -65,7 +62,7 @@ juce::String printable (const juce::String& text)
 
 std::string printableJSON (const std::string& text)
 {
-    constexpr auto firstBytes = "\x7f\xc2\xe2";
+    constexpr auto firstBytes = "\x7f\xc2\xe2"; // of the control characters that JSON lets stand as they are
     std::string escaped;
     std::size_t copied = 0;
 

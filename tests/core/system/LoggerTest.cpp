@@ -52,7 +52,15 @@ TEST_F (Log, nothingQuotedCommandsTheTerminal)
     Logger::error (juce::String::fromUTF8 ("\x1b]0;pwned\x07.srt: L\xc3\xa4rm\tone\ntwo \xc2\x9b"
                                            "31m\x7f"));
 
-    EXPECT_EQ (testing::internal::GetCapturedStderr(), "?]0;pwned?.srt: L\xc3\xa4rm\tone\ntwo ?31m?\n");
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "?]0;pwned?.srt: L\xc3\xa4rm one two ?31m?\n");
+}
+
+TEST_F (Log, aMessageIsOneLine)
+{
+    testing::internal::CaptureStderr();
+    Logger::error (
+        juce::String::fromUTF8 ("a\nEverything was saved\r\n\xe2\x80\xa8.dbf: \xc2\x85it is cut off\n"));
+    EXPECT_EQ (testing::internal::GetCapturedStderr(), "a Everything was saved? ?.dbf: ?it is cut off \n");
 }
 
 TEST_F (Log, anApplicationAttachesAChannelBeforeTheFirstMessage)
@@ -108,5 +116,5 @@ TEST_F (Log, aTextIsNeverAFormat)
     Logger::error ({});
 
     EXPECT_THAT (collector->lines,
-                 ElementsAre ("3 100 % of %s %d %n {} %[0]s", "3 \xc3\xa4\n\xe2\x99\xaa", "3 "));
+                 ElementsAre ("3 100 % of %s %d %n {} %[0]s", "3 \xc3\xa4 \xe2\x99\xaa", "3 "));
 }
