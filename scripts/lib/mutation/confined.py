@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-only
-"""Runs broken programs so that they can harm nothing: the sources can't be written, and what it starts ends with it."""
+"""Runs broken programs so that they harm little: they can't write the sources, have no rights over the system, and what they start
+ends with them. Root gives them to a user who owns nothing; for anybody else they keep what he may do outside of the sources."""
 import os
 import shutil
 import signal
@@ -29,14 +30,15 @@ class Confinement:
     def run(self, command, folder, environment, seconds):
         """(exit status, or None when the time was over; seconds it took; the end of what it printed)
 
-        `folder` is the only one that can be written, with HOME and TMPDIR in it, and is empty afterwards."""
+        `folder` is what can be written of the sources, with HOME and TMPDIR in it. It is empty at first, and stays as it was left."""
         shutil.rmtree(folder, ignore_errors=True)
         for name in ("", "home", "tmp"):
             os.makedirs(os.path.join(folder, name))
         if self.is_root:
             for name in ("", "home", "tmp"):
                 os.chown(os.path.join(folder, name), NOBODY, NOBODY)
-        rights = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"] if self.is_root else []
+        nobody = [f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"] if self.is_root else []
+        rights = ["setpriv", "--no-new-privs", "--bounding-set=-all", "--inh-caps=-all", *nobody]
         limits = ["prlimit", f"--data={MEMORY}", f"--fsize={FILE_SIZE}", "--core=0", "--"]
         shell = ["sh", "-c", MOUNT + 'shift 2; exec "$@"', "sh", self.sources, folder]
         environment = {

@@ -132,7 +132,8 @@ class Run:
             files.setdefault(found.file, []).append(found)
         objects = {}
         with ThreadPoolExecutor(JOBS) as pool:
-            self.shop.complete(self.names, pool)
+            self.shop.require_build(self.names)
+            self.shop.make_switchboard()
             for file, (made, inside, broken) in zip(files, pool.map(lambda f: self.shop.switched_object(f, files[f]), files)):
                 if made is not None:
                     objects[self.shop.object_in_build(file)] = made

@@ -7,7 +7,6 @@ import re
 import shlex
 import shutil
 import subprocess
-import threading
 
 from breaks import overlaps, with_break, with_switches
 
@@ -32,7 +31,8 @@ class Workshop:
         os.makedirs(os.path.join(self.folder, "bin"), exist_ok=True)
         with open(os.path.join(self.build, "compile_commands.json")) as file:
             self.commands = {entry["file"]: shlex.split(entry["command"]) for entry in json.load(file)}
-        self.texts, self.own_objects, self.lock = {}, {}, threading.Lock()
+        self.texts = {}
+        self.switchboard = os.path.join(self.folder, "objects/runtime.cpp.o")
         self.linker = ["-fuse-ld=lld"] if shutil.which("ld.lld") else []
         # What a program looks for beside itself.
         for name in ("share", "lib"):
@@ -69,69 +69,29 @@ class Workshop:
         """Links a test program with objects of ours, {object in build/dev: ours}, and the switchboard. False if that fails."""
         command = self.link_command(program)
         command[command.index("-o") + 1] = output
-        command = [objects.get(word, self.own_objects.get(word, word)) for word in command]
-        done = subprocess.run([*command, self.switchboard(), *self.linker, "-Wl,-S"], cwd=self.build, capture_output=True, text=True)
+        command = [objects.get(word, word) for word in command]
+        done = subprocess.run([*command, self.switchboard, *self.linker, "-Wl,-S"], cwd=self.build, capture_output=True, text=True)
         if done.returncode != 0:
             print(done.stderr[-2000:])
         return done.returncode == 0
 
-    def switchboard(self):
-        made = os.path.join(self.folder, "objects/runtime.cpp.o")
-        if not os.path.exists(made):
-            path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "runtime.cpp")
-            with open(path) as source:
-                made, said = self.compile("runtime.cpp", source.read(), "runtime.cpp", self.any_test())
-            if made is None:
-                raise SystemExit(said)
-        return made
-
-    def complete(self, programs, pool):
-        """Compiles what the test programs need and build/dev doesn't have, quickly rather than well."""
-        lacking = {}
-        sources = {command[command.index("-o") + 1]: file for file, command in self.commands.items() if "-o" in command}
-        for program in programs:
-            for made in self.link_command(program):
-                file = sources.get(made)
-                if file is None:
-                    continue
-                present, own = os.path.join(self.build, made), os.path.join(self.folder, "objects", made)
-                if os.path.exists(present) and os.path.getmtime(present) > os.path.getmtime(file):
-                    continue
-                if not os.path.exists(own) or os.path.getmtime(own) < os.path.getmtime(file):
-                    lacking[made] = file
-                self.own_objects[made] = own
-        if not lacking:
+    def make_switchboard(self):
+        """Compiles what turns the breaks on, unless it is there. Before programs are linked side by side: once for all of them."""
+        path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "runtime.cpp")
+        if os.path.exists(self.switchboard) and os.path.getmtime(self.switchboard) > os.path.getmtime(path):
             return
-        print(f"{len(lacking)} objects that build/dev lacks are compiled.", flush=True)
-        for said in pool.map(lambda made: self.compile_quickly(lacking[made], self.own_objects[made]), lacking):
-            if said:
-                raise SystemExit(said)
+        with open(path) as source:
+            made, said = self.compile("runtime.cpp", source.read(), "runtime.cpp", self.any_test())
+        if made is None:
+            raise SystemExit(said)
 
-    def compile_quickly(self, file, made):
-        """Without optimisation. Returns what the compiler says when it fails."""
-        os.makedirs(os.path.dirname(made), exist_ok=True)
-        command = self.command_of(file, made)
-        quick = ["-O0", "-g0", "-w"]
-        if "/tests/" in file:
-            place = command.index("-include") + 1
-            command[place] = self.quick_headers(command, quick)
-        else:
-            quick = ["-w"]
-        done = subprocess.run([*command, *quick], cwd=self.build, capture_output=True, text=True, errors="replace")
-        return "" if done.returncode == 0 else f"{file}:\n{done.stderr[-3000:]}"
-
-    def quick_headers(self, command, quick):
-        """The tests' precompiled headers, compiled once more to go with these options."""
-        with self.lock:
-            headers = os.path.join(self.folder, "objects/test_headers.h")
-            if not os.path.exists(headers + ".gch"):
-                shutil.copy(command[command.index("-include") + 1], headers)
-                place = command.index("-include")
-                making = command[:place] + command[place + 2 :]
-                making[making.index("-c") + 1] = headers
-                making[making.index("-o") + 1] = headers + ".gch"
-                subprocess.run([making[0], "-x", "c++-header", *making[1:], *quick], cwd=self.build, check=True)
-            return headers
+    def require_build(self, programs):
+        """Ends the run if build/dev lacks an object of these programs, or has one that is older than its source."""
+        sources = {command[command.index("-o") + 1]: file for file, command in self.commands.items() if "-o" in command}
+        for made in {word for program in programs for word in self.link_command(program) if word in sources}:
+            present = os.path.join(self.build, made)
+            if not os.path.exists(present) or os.path.getmtime(present) < os.path.getmtime(sources[made]):
+                raise SystemExit(f"Build first: build/dev has no {made} that is as new as its source.")
 
     def command_of(self, file, made):
         command = list(self.commands[file])
