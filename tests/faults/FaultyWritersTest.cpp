@@ -18,6 +18,7 @@
 #include "list/ProjectFile.h"
 #include "midi/MIDITriggerEventFile.h"
 #include "support/CollectedLog.h"
+#include "support/Environment.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -383,9 +384,6 @@ TEST_F (SwappedDocument, anotherFileKeepsWhatItHolds)
 class FaultyWorkbook : public WriterTest
 {
 protected:
-    FaultyWorkbook() { ::setenv ("TMPDIR", elsewhere.path.c_str(), 1); }
-    ~FaultyWorkbook() override { ::unsetenv ("TMPDIR"); }
-
     std::vector<Names> rowsInWorkbook() const
     {
         std::vector<std::vector<ZEP::Core::RichTextString>> rows;
@@ -406,6 +404,7 @@ protected:
     }
 
     TemporaryFolder elsewhere;
+    const Testing::Environment temporaryFiles { "TMPDIR", elsewhere.path.string() };
 };
 
 TEST_F (FaultyWorkbook, temporaryFilesThatFailAnywhereLeaveTheOldWorkbookOrAWholeOne)
