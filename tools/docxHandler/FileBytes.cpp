@@ -19,7 +19,6 @@ namespace DocxHandler
 
 namespace fs = std::filesystem;
 using ZEP::Core::Descriptor;
-using ZEP::Core::uninterrupted;
 
 namespace
 {
@@ -38,7 +37,7 @@ public:
     {
         const std::scoped_lock lock (namesLock);
         unfinished = (folder / ".docxHandler-XXXXXX").string();
-        descriptor = Descriptor (uninterrupted ([] { return ::mkostemp (unfinished.data(), O_CLOEXEC); }));
+        descriptor = Descriptor (::mkostemp (unfinished.data(), O_CLOEXEC));
 
         if (! descriptor.isOpen())
             unfinished.clear();
