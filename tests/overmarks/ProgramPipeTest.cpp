@@ -69,20 +69,23 @@ TEST_F (ProgramPipeTest, aReaderWhoComesLaterIsWaitedFor)
 
 TEST_F (ProgramPipeTest, whileItWaitsForAReaderItCanBeStopped)
 {
-    ProgramSurroundings interrupted;
-    interrupted.signals = { SIGINT };
-    interrupted.signalsWhen = path ("now");
-    std::thread impatience (
-        [this]
-        {
-            std::this_thread::sleep_for (700ms);
-            write ("now", "");
-        });
-    const auto result = run ({ "convert", "x.csv", "pipe", "--format", "json" }, {}, interrupted);
-    EXPECT_EQ (result.status, 128 + SIGINT) << result.errors;
-    impatience.join();
-    file ("now").deleteFile();
-    EXPECT_EQ (filesInFolder(), (std::vector<std::string> { "pipe", "x.csv" }));
+    for (const std::string format : { "json", "csv", "xlsx" })
+    {
+        ProgramSurroundings interrupted;
+        interrupted.signals = { SIGINT };
+        interrupted.signalsWhen = path ("now");
+        std::thread impatience (
+            [this]
+            {
+                std::this_thread::sleep_for (700ms);
+                write ("now", "");
+            });
+        const auto result = run ({ "convert", "x.csv", "pipe", "--format", format }, {}, interrupted);
+        EXPECT_EQ (result.status, 128 + SIGINT) << format << result.errors;
+        impatience.join();
+        file ("now").deleteFile();
+        EXPECT_EQ (filesInFolder(), (std::vector<std::string> { "pipe", "x.csv" })) << format;
+    }
 }
 
 TEST_F (ProgramPipeTest, aReaderWhoLeavesIsTold)

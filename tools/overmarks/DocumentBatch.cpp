@@ -443,6 +443,12 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     if (options.policy.dryRun || files.empty())
         return files;
 
+    // Here the wait can be broken off.
+    std::vector<ZEP::Core::Descriptor> readers;
+
+    for (const auto& file : files)
+        readers.push_back (waitForReader (file));
+
     const StagingFolder stage (files.front());
     const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
     std::optional<WorkStopped> stop;

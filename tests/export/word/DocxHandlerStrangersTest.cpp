@@ -190,14 +190,16 @@ TEST_F (WordExportTest, aDocumentInAnotherUsersFileIsNotMade)
     fs::create_directories (tool.temporary / documentFile / "x");
     fs::permissions (tool.temporary, static_cast<fs::perms> (01777));
 
-    if (::lchown ((tool.temporary / documentFile).c_str(), SharedByAll::stranger, SharedByAll::stranger) != 0)
-        GTEST_SKIP() << "only the administrator gives a file away";
-
+    // Only the administrator gives a file away; for anybody else it stays the user's own.
+    const bool isAnothers =
+        ::lchown ((tool.temporary / documentFile).c_str(), SharedByAll::stranger, SharedByAll::stranger) == 0;
     const CollectedLog log;
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_EQ (tool.runs(), 0);
     EXPECT_THAT (log.lines(), ElementsAre (tool.inTemporary (documentFile)
-                                           + " belongs to another user, so docxHandler isn't started"));
+                                           + (isAnothers ? " belongs to another user"
+                                                         : " can't be replaced (Directory not empty)")
+                                           + ", so docxHandler isn't started"));
     EXPECT_THAT (folder.names(), IsEmpty());
 }
 
