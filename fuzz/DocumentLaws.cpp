@@ -52,11 +52,10 @@ void keepPages (EventPDFExporter& exporter)
     exporter.fileExtension = ".html";
 }
 
-std::string contentOf (const std::filesystem::path& file)
+std::string contentOfDocument (const std::filesystem::path& file)
 {
-    std::ifstream stream (file, std::ios::binary);
-    law (stream.is_open(), "a document is there");
-    return { std::istreambuf_iterator<char> (stream), {} };
+    law (std::filesystem::is_regular_file (file), "a document is there");
+    return contentOf (file);
 }
 
 std::size_t countOf (std::string_view sought, std::string_view text)
@@ -74,6 +73,11 @@ std::size_t countOf (std::string_view sought, std::string_view text)
 void checkLineEnds (std::string_view bytes)
 {
     law (bytes.empty() || bytes.ends_with ("\r\n"), "a text of fixed columns ends with a line");
+
+    for (auto place = bytes.find_first_of ("\r\n"); place != std::string_view::npos;
+         place = bytes.find_first_of ("\r\n", place + 2))
+        law (bytes.substr (place, 2) == "\r\n", "each line of a text of fixed columns ends as the others do");
+
     law (bytes.find ('\0') == std::string_view::npos, "a text of fixed columns has no zero in it");
 }
 
@@ -119,7 +123,10 @@ DocumentLaws::Settings DocumentLaws::settings (int type, const char* fileName) c
     return made;
 }
 
-std::string DocumentLaws::written (const char* fileName) const { return contentOf (directory / fileName); }
+std::string DocumentLaws::written (const char* fileName) const
+{
+    return contentOfDocument (directory / fileName);
+}
 
 Events DocumentLaws::readBack (const char* fileName) const
 {
@@ -282,7 +289,7 @@ void DocumentLaws::checkWordJSON() const
         const std::filesystem::path file (exporter.writeAndRegisterJSONFile (suffix).toStdString());
         law (file.parent_path() == std::filesystem::temp_directory_path(),
              "a sheet in JSON lies in the temporary folder");
-        const auto json = contentOf (file);
+        const auto json = contentOfDocument (file);
         law (json.find ('\n') == std::string::npos, "a sheet in JSON is one line");
         law (nlohmann::json::accept (json), "a sheet in JSON is JSON");
         law (nlohmann::json::parse (json).at ("cueContentList").size() == events.size(),

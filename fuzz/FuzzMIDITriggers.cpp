@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -22,12 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
 
 namespace
 {
-
-std::string contentOf (const std::filesystem::path& file)
-{
-    std::ifstream stream (file, std::ios::binary);
-    return { std::istreambuf_iterator<char> (stream), {} };
-}
 
 void checkTriggers (const MIDITriggerEventFile::Triggers& triggers)
 {

@@ -4,7 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
+#include <string>
 #include <string_view>
 
 /** What holds whatever the input is. A law that is broken ends the program as a crash does, and tells its words. */
@@ -15,6 +19,13 @@ inline void law (bool holds, const char* words)
 
     std::cerr << "This doesn't hold: " << words << std::endl;
     std::abort();
+}
+
+/** The bytes of a file; none without one. */
+inline std::string contentOf (const std::filesystem::path& file)
+{
+    std::ifstream stream (file, std::ios::binary);
+    return { std::istreambuf_iterator<char> (stream), {} };
 }
 
 /** The input as the readers take it. */

@@ -81,12 +81,6 @@ Options readCommandLine (const std::vector<std::string>& words)
     return options;
 }
 
-std::string contentOf (const std::filesystem::path& path)
-{
-    std::ifstream stream (path, std::ios::binary);
-    return { std::istreambuf_iterator<char> (stream), {} };
-}
-
 void run (const Options& options, const std::string& input)
 {
     if (! options.keep.empty())

@@ -2,6 +2,7 @@
 #include "export/EventCSVExporter.h"
 #include "export/ExportSupport.h"
 #include "support/CollectedLog.h"
+#include "support/Environment.h"
 #include "support/VirtualDisplay.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>

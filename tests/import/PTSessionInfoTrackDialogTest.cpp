@@ -5,6 +5,7 @@
 #include "import/PTSessionInfoTrackSelectionView.h"
 #include "import/protools/SessionSupport.h"
 #include "import/protools/WindowUser.h"
+#include "support/Environment.h"
 #include "support/VirtualDisplay.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 #include "import/PTSessionInfoTrackSelectionView.h"
 
 #include "core/system/SystemUtility.h"
+#include "support/Environment.h"
 #include "support/VirtualDisplay.h"
 
 #include <gtest/gtest.h>

@@ -61,8 +61,7 @@ protected:
         for (int times = 1 + moments.upTo (1); times > 0; --times)
         {
             moments.pass (3000);
-            signal = signals.at (static_cast<std::size_t> (moments.upTo (2)));
-            child.send (signal);
+            child.send (signals.at (static_cast<std::size_t> (moments.upTo (2))));
         }
 
         return child.wait();
@@ -79,7 +78,6 @@ protected:
     }
 
     TemporaryFolder folder;
-    mutable int signal = 0;
     const int rounds = roundsOf (1000);
 };
 

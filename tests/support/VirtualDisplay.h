@@ -4,7 +4,6 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <string>
 #include <sys/prctl.h>
@@ -67,26 +66,6 @@ public:
 private:
     pid_t server = -1;
     std::string number;
-};
-
-/** Sets an environment variable for as long as it lasts. */
-class Environment final
-{
-public:
-    Environment (const char* variable, const char* value)
-        : name (variable),
-          before (std::getenv (variable) ? std::getenv (variable) : "")
-    {
-        ::setenv (name, value, 1);
-    }
-
-    Environment (const Environment&) = delete;
-    Environment& operator= (const Environment&) = delete;
-    ~Environment() { before.empty() ? ::unsetenv (name) : ::setenv (name, before.c_str(), 1); }
-
-private:
-    const char* name;
-    std::string before;
 };
 
 /** Makes the process a program with windows: only there does the framework survive what a display without a window manager
