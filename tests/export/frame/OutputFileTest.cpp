@@ -187,6 +187,19 @@ TEST (OutputFile, whereNothingIsToStayAStrangersFileStaysAllTheSame)
     EXPECT_TRUE (std::filesystem::exists (shared.path ("list.csv")));
 }
 
+TEST (OutputFile, inAFolderThatMayNotBeChangedTheOlderFileIsWrittenOver)
+{
+    const TemporaryFolder folder;
+    folder.write ("list.csv", "much longer than the new one");
+    std::filesystem::permissions (folder.path / "list.csv", static_cast<std::filesystem::perms> (0666));
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0555));
+    const auto outcome = inChildProcess (
+        [&] { return becomeOrdinaryUser() && write (folder.file ("list.csv"), "new") ? "written" : ""; });
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0755));
+    EXPECT_EQ (outcome, "written");
+    EXPECT_EQ (folder.bytes ("list.csv"), "new");
+}
+
 TEST (OutputFile, inAFolderThatMayNotBeChangedNothingHalfWrittenStays)
 {
     for (const std::size_t size : { 1001u, 100000u })

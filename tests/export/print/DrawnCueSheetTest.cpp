@@ -327,7 +327,9 @@ TEST_F (DrawnCueSheetTest, withoutCharactersThereIsNoFileOrAHeading)
     EXPECT_TRUE (folder.names().empty());
     settings->options[EventExportCombineIntoSingleFileKey] = true;
     EXPECT_EQ (byCharacter(), "");
-    EXPECT_EQ (ReadPDF (folder.file ("Reel 2.pdf")).pages.size(), 1u);
+    const ReadPDF pdf (folder.file ("Reel 2.pdf"));
+    ASSERT_EQ (pdf.pages.size(), 1u);
+    EXPECT_THAT (pdf.page().text, HasSubstr ("Characters (Actors)"));
 }
 
 TEST_F (DrawnCueSheetTest, aFullDiskIsAnError)

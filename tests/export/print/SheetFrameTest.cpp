@@ -37,6 +37,17 @@ TEST (SheetFrame, saysThePolicyBeforeThereIsAnythingThatItCouldComeTooLateFor)
     EXPECT_LT (a4().find ("Content-Security-Policy"), a4().find ("<style>"));
 }
 
+TEST (SheetFrame, leavesTheMarginsEmptyAllAround)
+{
+    for (const std::string edge : { "top", "bottom" })
+        for (const std::string place : { "-left-corner", "-left", "-center", "-right", "-right-corner" })
+            EXPECT_THAT (a4(), HasSubstr ("@" + edge + place + "{content:none!important}"));
+
+    for (const std::string edge : { "left", "right" })
+        for (const std::string place : { "-top", "-middle", "-bottom" })
+            EXPECT_THAT (a4(), HasSubstr ("@" + edge + place + "{content:none!important}"));
+}
+
 TEST (SheetFrame, setsThePaperSoThatNoStyleOfAPageChangesIt)
 {
     EXPECT_THAT (a4(), HasSubstr ("size:595pt 842pt !important"));

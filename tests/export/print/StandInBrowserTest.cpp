@@ -222,6 +222,20 @@ TEST_F (StandInBrowserTest, thePageIsPrintedOnceItIsLoadedAndNotAnotherOne)
     EXPECT_EQ (folder.bytes ("told"), "yes\n");
 }
 
+TEST_F (StandInBrowserTest, aPageMoreIsAskedForThanASheetMayHaveSoThatItShows)
+{
+    const auto told = (folder.path / "told").string();
+    const auto browser =
+        browserThat ("AT_PRINT", R"(pages=${message#*\"pageRanges\":\"1-}; pages=${pages%%\"*}; )"
+                                 "printf '%s' $pages >"
+                                     + told
+                                     + "; "
+                                       "sheet=$(printf '/Type /Page %.0s' $(seq $pages))");
+    const auto reason = printWith (replaced (browser, "%PDF-1.4 printed", "%PDF-1.4 '\"$sheet\"'"));
+    EXPECT_EQ (reason, "the sheet has more than "
+                           + std::to_string (std::stoi ("0" + folder.bytes ("told")) - 1) + " pages");
+}
+
 TEST_F (StandInBrowserTest, thePagesOfAnotherSessionAreNotThePage)
 {
     EXPECT_EQ (printWith (replaced (browserThat ("", ""), "\\\"sessionId\\\":\\\"S\\\",\\\"params\\\"",
