@@ -162,6 +162,9 @@ struct WorkbookArchive::Zip
         fail (file.getStatus().failed() ? WorkbookWords::cantBeRead : WorkbookWords::isDamaged);
     }
 
+    /** Of the archive itself. */
+    std::uint64_t bytes() { return static_cast<std::uint64_t> (file.getTotalLength()); }
+
     zip_t* handle = nullptr;
 
 private:
@@ -271,6 +274,8 @@ void WorkbookArchive::judgeContent() const
         if (inflated > most.bytes)
             fail (WorkbookWords::isTooLarge);
     }
+
+    packed = std::min (packed, zip->bytes()); // a directory says of its parts what it likes
 
     if (inflated > most.smallBytes && inflated / std::max<std::uint64_t> (most.ratio, 1) > packed)
         fail (WorkbookWords::isTooLarge);

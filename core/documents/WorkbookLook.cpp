@@ -44,13 +44,16 @@ bool isNoCharacter (std::uint32_t c)
     return isControl || (c >= 0xd800 && c < 0xe000) || (c & 0xfffeU) == 0xfffeU;
 }
 
-juce::String withoutWhatIsNoCharacter (const juce::String& name)
+std::string withoutWhatIsNoCharacter (const juce::String& name)
 {
-    juce::String all;
+    std::string all;
 
-    for (auto place = name.getCharPointer(); ! place.isEmpty(); ++place)
-        if (! isNoCharacter (static_cast<std::uint32_t> (*place)))
-            all += *place;
+    for (auto place = name.getCharPointer(); ! place.isEmpty();)
+    {
+        const auto* const start = place.getAddress();
+        if (! isNoCharacter (static_cast<std::uint32_t> (place.getAndAdvance())))
+            all.append (start, static_cast<std::size_t> (place.getAddress() - start));
+    }
 
     return all;
 }
@@ -58,8 +61,13 @@ juce::String withoutWhatIsNoCharacter (const juce::String& name)
 /** Empty for one of the framework's names that stand for whatever the system has, and for what no spreadsheet takes. */
 std::string typefaceOf (const juce::Font& font)
 {
-    const auto name = withoutWhatIsNoCharacter (font.getTypefaceName());
-    return name.startsWithChar ('<') || name.length() > longestTypeface ? std::string() : name.toStdString();
+    const auto& given = font.getTypefaceName();
+
+    if (given.length() > longestTypeface)
+        return {};
+
+    auto name = withoutWhatIsNoCharacter (given);
+    return name.starts_with ('<') ? std::string() : name;
 }
 
 /** 11, 14.5, 9.25 */

@@ -6,6 +6,7 @@
 #include <Poco/Logger.h>
 
 #include <iostream>
+#include <string>
 
 namespace ZEP::Core
 {
@@ -26,23 +27,34 @@ Poco::Logger& logger()
     }
     return found;
 }
+
+/** Commands a terminal, ends a line or turns what follows round. */
+bool isUnshown (juce::juce_wchar code)
+{
+    const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
+    const bool breaksLine = code == 0x2028 || code == 0x2029;
+    const bool turnsDirection = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return isControl || breaksLine || turnsDirection;
+}
+
 /** File names and cells are quoted in the log, which may go to a terminal: nothing in them may command it, or pass for a message
     of its own. */
 std::string withoutControlCodes (const juce::String& text)
 {
-    juce::String clean;
-    clean.preallocateBytes (text.getNumBytesAsUTF8());
+    std::string clean;
+    clean.reserve (text.getNumBytesAsUTF8());
     for (auto letter = text.getCharPointer(); ! letter.isEmpty();)
     {
+        const auto* const start = letter.getAddress();
         const auto code = letter.getAndAdvance();
-        const bool isGap = code == '\n' || code == '\t';
-        const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
-        const bool breaksLine = code == 0x2028 || code == 0x2029;
-        const bool turnsDirection = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-        const juce::juce_wchar gap = ' ', unshown = '?';
-        clean += isGap ? gap : isControl || breaksLine || turnsDirection ? unshown : code;
+        if (code == '\n' || code == '\t')
+            clean += ' ';
+        else if (isUnshown (code))
+            clean += '?';
+        else
+            clean.append (start, static_cast<std::size_t> (letter.getAddress() - start));
     }
-    return clean.toStdString();
+    return clean;
 }
 } // namespace
 

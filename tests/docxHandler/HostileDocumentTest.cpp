@@ -192,8 +192,10 @@ protected:
         return bytes;
     }
 
-    /** @param sizes  what the parts say  @param packedSize  of a part that is what it says */
-    static std::string refusalWith (const std::vector<std::size_t>& sizes, std::size_t packedSize = 0)
+    /** @param sizes  what the parts say  @param packedSize  of a part that is what it says
+        @param claimedPackedSize  what a further part says that it was packed into */
+    static std::string refusalWith (const std::vector<std::size_t>& sizes, std::size_t packedSize = 0,
+                                    std::size_t claimedPackedSize = 1)
     {
         auto parts = partsOf (documentAround (tableXML ({ { "In", "Text" }, { "01:00:00:00", "Hello." } })));
         parts["word/media/picture.png"] = noise (packedSize);
@@ -201,23 +203,29 @@ protected:
         for (std::size_t i = 0; i < sizes.size(); ++i)
             parts["word/media/" + std::to_string (i) + ".bmp"] = "x";
 
+        parts["word/media/claim.bmp"] = "x";
         auto document = packed (parts);
+        claim (document, "word/media/claim.bmp", placeOfPackedSize, claimedPackedSize);
 
         for (std::size_t i = 0; i < sizes.size(); ++i)
-            claim (document, "word/media/" + std::to_string (i) + ".bmp", sizes[i]);
+            claim (document, "word/media/" + std::to_string (i) + ".bmp", placeOfSize, sizes[i]);
 
         return refusalOf (document);
     }
 
 private:
-    /** In the central directory an entry has its size 24 bytes behind its signature, and its name 46 bytes behind it. */
-    static void claim (std::string& document, const std::string& name, std::size_t size)
+    // In the central directory, behind the signature of an entry.
+    static constexpr std::size_t placeOfPackedSize = 20;
+    static constexpr std::size_t placeOfSize = 24;
+    static constexpr std::size_t placeOfName = 46;
+
+    static void claim (std::string& document, const std::string& name, std::size_t place, std::size_t size)
     {
         for (auto entry = document.find ("PK\x01\x02"); entry != std::string::npos;
              entry = document.find ("PK\x01\x02", entry + 4))
-            if (document.compare (entry + 46, name.size(), name) == 0)
+            if (document.compare (entry + placeOfName, name.size(), name) == 0)
                 for (std::size_t byte = 0; byte < 4; ++byte)
-                    document[entry + 24 + byte] = static_cast<char> (size >> (8 * byte));
+                    document[entry + place + byte] = static_cast<char> (size >> (8 * byte));
     }
 };
 
@@ -235,6 +243,11 @@ TEST_F (FurtherParts, thatArePackedAsPicturesAreMayBeLarge)
 {
     EXPECT_EQ (refusalWith ({ 33 * megabyte }, 180'000), "");
     EXPECT_EQ (refusalWith ({ 33 * megabyte }, 165'000), "is too large when unpacked");
+}
+
+TEST_F (FurtherParts, thatSayTheyArePackedIntoMoreThanTheFileAreRefused)
+{
+    EXPECT_EQ (refusalWith ({ 33 * megabyte }, 0, 10'000'000), "is too large when unpacked");
 }
 
 TEST_F (FurtherParts, ofMoreThanHalfAGigabyteAreRefused)

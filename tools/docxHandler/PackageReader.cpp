@@ -65,7 +65,7 @@ PackageReader::PackageReader (std::string_view bytes)
     if (::zip_get_num_entries (archive.get(), 0) > mostParts)
         throw Failure ("has too many parts for a Word document");
 
-    judgeContent();
+    judgeContent (bytes.size());
 }
 
 zip_stat_t PackageReader::stateOf (std::uint64_t index) const
@@ -80,7 +80,7 @@ zip_stat_t PackageReader::stateOf (std::uint64_t index) const
     return state;
 }
 
-void PackageReader::judgeContent() const
+void PackageReader::judgeContent (std::uint64_t bytesOfPackage) const
 {
     const auto parts = static_cast<std::uint64_t> (::zip_get_num_entries (archive.get(), 0));
     std::uint64_t packed = 0;
@@ -95,6 +95,8 @@ void PackageReader::judgeContent() const
         if (state.size > mostBytesOfPart || unpacked > mostBytes)
             throw Failure ("is too large when unpacked");
     }
+
+    packed = std::min (packed, bytesOfPackage); // the directory says of the parts what it likes
 
     if (unpacked > smallBytes && unpacked / mostRatio > packed)
         throw Failure ("is too large when unpacked");

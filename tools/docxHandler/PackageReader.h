@@ -32,7 +32,7 @@ private:
         void operator() (zip* archive) const noexcept;
     };
 
-    void judgeContent() const;
+    void judgeContent (std::uint64_t bytesOfPackage) const;
     [[nodiscard]] struct zip_stat stateOf (std::uint64_t index) const;
 
     std::unique_ptr<zip, ArchiveDiscard> archive;

@@ -321,6 +321,20 @@ TEST_F (UnreadableWorkbooks, areThoseWhoseDirectoryLies)
     }
 }
 
+TEST_F (UnreadableWorkbooks, areBombsHoweverManyBytesTheySayThatTheyWerePackedInto)
+{
+    Book book;
+    book.sheetData = oneCell;
+    book.others = { { "xl/media/image1.png", std::string (std::size_t { 40 } << 20, ' ') },
+                    { "xl/media/image2.png", "x" } };
+    auto bytes = book.zipped();
+    const auto header = bytes.rfind (std::string ("PK\x01\x02"), bytes.rfind ("xl/media/image2.png"));
+    ASSERT_NE (header, std::string::npos);
+    constexpr std::size_t packedSize = 20;
+    bytes.replace (header + packedSize, 4, std::string ("\x80\x96\x98\0", 4)); // ten million
+    EXPECT_EQ (failureOf (bytes), isTooLarge);
+}
+
 TEST_F (UnreadableWorkbooks, areThoseWithAPasswordOnTheirParts)
 {
     Book book;

@@ -324,6 +324,14 @@ TEST_F (WorkbookWriterTest, whatIsNoCharacterIsNoPartOfATypefacesName)
                  HasSubstr ("<name val=\"Calibri\"/>"));
 }
 
+TEST_F (WorkbookWriterTest, aTypefacesNameOfManyMegabytesIsNone)
+{
+    const juce::Font endless (juce::String (std::string (std::size_t { 20 } << 20U, 'x')), 15.0f,
+                              juce::Font::plain);
+    EXPECT_THAT (cell (rich ("ab", { run (0, 2, endless, black) })).font(),
+                 HasSubstr ("<name val=\"Calibri\"/>"));
+}
+
 TEST_F (WorkbookWriterTest, sizesStayWithinThoseOfASpreadsheet)
 {
     EXPECT_EQ (

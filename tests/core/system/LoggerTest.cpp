@@ -63,6 +63,15 @@ TEST_F (Log, aMessageIsOneLine)
     EXPECT_EQ (testing::internal::GetCapturedStderr(), "a Everything was saved? ?.dbf: ?it is cut off \n");
 }
 
+TEST_F (Log, aMessageOfManyMegabytesIsWrittenAsAnyOther)
+{
+    const std::string name (std::size_t { 20 } << 20U, 'x');
+    Poco::Logger::get ("ZEP").setChannel (collector);
+    Logger::error (juce::String (name) + "\n");
+    ASSERT_EQ (collector->lines.size(), 1u);
+    EXPECT_TRUE (collector->lines[0] == "3 " + name + " ");
+}
+
 TEST_F (Log, anApplicationAttachesAChannelBeforeTheFirstMessage)
 {
     Poco::Logger::get ("ZEP").setChannel (collector);
