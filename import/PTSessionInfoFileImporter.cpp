@@ -108,6 +108,13 @@ bool endsLinesAsWindowsDoes (std::string_view text)
     return true;
 }
 
+/** A line of the log has no room for more. */
+juce::String beginningOf (const juce::String& name)
+{
+    constexpr int most = 80;
+    return name.length() > most ? name.substring (0, most) + "..." : name;
+}
+
 } // namespace
 
 PTSessionInfoFileImporter::TrackChoice PTSessionInfoFileImporter::chooseTracks = askWithDialog;
@@ -187,7 +194,7 @@ void PTSessionInfoFileImporter::tellOfLostTracks (const PTSessionInfoLineReader&
 {
     juce::String words = ": tracks without two empty lines behind them are left out ("
                          + juce::String (reader.numberOfLostTracks()) + ", the first is \""
-                         + StringUtil::fromUTF8 (reader.firstLostTrack()).trim() + "\")";
+                         + beginningOf (StringUtil::fromUTF8 (reader.firstLostTrack()).trim()) + "\")";
     if (hasWindowsLineEnds)
         words += "; the file has Windows line ends, between which no line is empty";
     Core::Logger::error (filePath + words);

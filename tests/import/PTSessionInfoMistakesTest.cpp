@@ -262,6 +262,22 @@ TEST_F (SessionImport, oneEmptyLineLosesATrackAndTheLogSaysSo)
     EXPECT_EQ (log.lines().size(), 1u);
 }
 
+TEST_F (SessionImport, ofALostTrackWithALongNameTheLogQuotesTheBeginning)
+{
+    const std::string longName = std::string (std::size_t { 20 } << 20U, 'x') + "\xc3\xa4";
+    const auto quoted = [this] (const std::string& name)
+    {
+        importTracks (track (name, clip ("x", "01:00:00:00", "01:00:01:00"), "\n"));
+        const auto line = log.lines().empty() ? std::string() : log.lines().back();
+        return line.substr (line.find ("the first is "));
+    };
+    EXPECT_EQ (quoted (std::string (79, 'x') + "\xc3\xa4"),
+               "the first is \"" + std::string (79, 'x') + "\xc3\xa4\")");
+    EXPECT_EQ (quoted (std::string (79, 'x') + "\xc3\xa4y"),
+               "the first is \"" + std::string (79, 'x') + "\xc3\xa4...\")");
+    EXPECT_EQ (quoted (longName), "the first is \"" + std::string (80, 'x') + "...\")");
+}
+
 TEST_F (SessionImport, aFileThatEndsAfterAClipLosesTheLastTrack)
 {
     EXPECT_EQ (importFile ("ends_after_last_clip.txt").size(), 3u);
