@@ -4,8 +4,9 @@
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
 #include "import/frame/EventFileImporter.h"
-#include "import/frame/FileBuffer.h"
+#include "import/frame/FileStream.h"
 #include "import/frame/ImportLimits.h"
+#include "import/frame/ImportedBytes.h"
 
 #include <algorithm>
 #include <array>
@@ -105,12 +106,35 @@ bool hasText (const CSVParser::Row& row)
     return std::any_of (row.begin(), row.end(), [] (const std::string& cell) { return ! cell.empty(); });
 }
 
-/** Has a stream read from a buffer, which takes the place of another; from its own, which is closed, without one. */
-void useBuffer (std::ifstream& stream, std::unique_ptr<FileBuffer> buffer, std::unique_ptr<FileBuffer>& place)
+/** The place behind the last byte; 0 for a file of the system itself, which has none. The stream stands at the first byte then,
+    whatever was read from it. */
+std::uint64_t endOf (std::ifstream& stream)
 {
-    std::ios& any = stream; // the stream of a file knows its own buffer alone
-    any.rdbuf (buffer != nullptr ? static_cast<std::streambuf*> (buffer.get()) : stream.rdbuf());
-    place = std::move (buffer);
+    stream.clear();
+    const std::streamoff end = stream.seekg (0, std::ios::end).tellg();
+    stream.clear();
+    stream.seekg (0);
+    return end > 0 ? static_cast<std::uint64_t> (end) : 0;
+}
+
+/** Reads on to the end, but no more than one byte beyond `most`, which tells that there are too many. */
+std::string restOf (std::ifstream& stream, std::uint64_t expected, std::uint64_t most)
+{
+    // Files of the system itself tell no length, and others may grow meanwhile.
+    constexpr std::uint64_t piece = 16384, largestPiece = std::uint64_t { 1 } << 28;
+    std::string bytes;
+    bytes.reserve (expected + piece);
+
+    while (stream.good() && bytes.size() <= most)
+    {
+        const auto start = bytes.size();
+        const auto room = expected > start ? std::min (expected - start, largestPiece) : piece;
+        bytes.resize (start + room);
+        stream.read (&bytes[start], static_cast<std::streamsize> (room));
+        bytes.resize (start + static_cast<std::size_t> (stream.gcount()));
+    }
+
+    return bytes;
 }
 
 } // namespace
@@ -161,12 +185,10 @@ bool CSVParser::open (const std::string& path)
 {
     filePath = path;
     parsedRows.clear();
-    useBuffer (stream, std::make_unique<FileBuffer> (Core::StringUtil::fromUTF8 (path)), bufferOfStream);
-
-    if (bufferOfStream->getStatus().failed())
-        stream.setstate (std::ios::failbit);
-
-    return stream.good();
+    stream.close();
+    stream.clear();
+    std::uint64_t length = 0; // asked for anew when it is read
+    return openOrdinaryFile (path, stream, length).wasOk();
 }
 
 CSVParser::Table& CSVParser::parse (Core::TextEncoding& textEncoding)
@@ -196,25 +218,31 @@ void CSVParser::readFile()
 {
     fileContent.clear();
     fileSize = 0;
-    fileTooLarge = readFailed = false;
+    fileTooLarge = false;
+    readFailed = stream.fail() && ! stream.is_open();
 
-    if (bufferOfStream == nullptr)
+    if (! stream.is_open())
         return;
 
-    auto& file = bufferOfStream->file;
     const auto most = ImportLimits::limits().bytesOfFile;
-    const auto result = file.readToEnd (fileContent, most);
-    fileSize =
-        std::max<std::uint64_t> (static_cast<std::uint64_t> (file.getTotalLength()), fileContent.size());
-    fileTooLarge =
-        result.failed() && file.getStatus().wasOk()
-        && std::max<std::uint64_t> (fileSize, static_cast<std::uint64_t> (file.getPosition())) > most;
-    readFailed = result.failed() && ! fileTooLarge;
-    useBuffer (stream, nullptr, bufferOfStream);
+    fileSize = endOf (stream);
 
-    if (result.failed())
-        Core::Logger::error (Core::StringUtil::fromUTF8 (filePath)
-                             + " can't be read: " + result.getErrorMessage());
+    if (fileSize <= most)
+        fileContent = restOf (stream, fileSize, most);
+
+    readFailed = stream.bad() || hasEndedBefore (fileSize, stream);
+    fileSize = std::max<std::uint64_t> (fileSize, fileContent.size());
+    fileTooLarge = ! readFailed && fileSize > most;
+    stream.close();
+    stream.clear();
+
+    if (! readFailed && ! fileTooLarge)
+        return;
+
+    fileContent = {};
+    const auto reason =
+        readFailed ? juce::String (kFailedRead) : "it is larger than " + juce::String (most) + " bytes";
+    Core::Logger::error (Core::StringUtil::fromUTF8 (filePath) + " can't be read: " + reason);
 }
 
 void CSVParser::settleEncoding (Core::TextEncoding& textEncoding)

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +18,6 @@ namespace ZEP::Overmarks
 /** Replaces every occurrence of `from`, left to right, going on behind each replacement: replacing "\n\n" by "\n" once leaves
     "\n\n" where three stood. An empty `from` replaces nothing. */
 OVERMARKS_API void stringReplaceAll (std::string& text, const std::string& from, const std::string& to);
-
-class FileBuffer;
 
 /** Splits delimited text into a table of cells, finding the delimiter by trial: comma, then semicolon, then tab.
 
@@ -75,7 +72,7 @@ public:
     CSVParser();
     ~CSVParser();
 
-    /** Opens a file for parse(). False if there is none, if it can't be read, or if it isn't an ordinary file: a folder or a
+    /** Opens a file for parse(). The path goes to the system as it is, whatever its encoding. False if there is none, if it can't be read, or if it isn't an ordinary file: a folder or a
         pipe is never waited for. */
     [[nodiscard]] bool open (const std::string& path);
 
@@ -92,7 +89,7 @@ public:
 
     std::string filePath;       ///< as given to open()
     Table parsedRows;           ///< the result
-    std::ifstream stream;       ///< the open file, in a bad state without one; closed once it is read
+    std::ifstream stream;       ///< the open file, wherever it stands; failed without one, closed by parse()
     std::string fileContent;    ///< the whole file, its line ends made "\n" by parse()
     std::uint64_t fileSize = 0; ///< bytes
     Core::TextEncoding encoding = Core::TextEncodingUTF8; ///< the encoding used
@@ -121,7 +118,6 @@ private:
     [[nodiscard]] std::size_t takeQuoted (std::string_view line, std::size_t at, std::string& cell);
     void giveUp();
 
-    std::unique_ptr<FileBuffer> bufferOfStream; ///< while a file is open
     std::uint64_t tableBytesAllowed = 0;
 };
 

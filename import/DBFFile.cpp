@@ -2,7 +2,7 @@
 #include "import/DBFFile.h"
 
 #include "core/system/Logger.h"
-#include "import/frame/FileBuffer.h"
+#include "import/frame/FileStream.h"
 #include "import/frame/ImportLimits.h"
 #include "import/frame/ImportedBytes.h"
 #include "import/frame/TableBudget.h"
@@ -38,9 +38,11 @@ std::string nameOf (const DBFFile::FieldDescriptor& field)
     return { field.begin(), std::find (field.begin(), field.end(), '\0') };
 }
 
-std::uint64_t sizeOf (FileBuffer& buffer)
+/** One that is cut while it is read is as bad as a disk that fails. */
+void judgeEnd (std::ifstream& file, std::uint64_t length)
 {
-    return static_cast<std::uint64_t> (buffer.file.getTotalLength());
+    if (hasEndedBefore (length, file))
+        file.setstate (std::ios::badbit);
 }
 
 } // namespace
@@ -70,11 +72,15 @@ DBFFile::DBFFile (const char* path) : filePath (juce::String::fromUTF8 (path))
     if (read (header.data(), header.size()))
         readDescriptors();
 
+    judgeEnd (*this, fileLength);
+
     if (good())
         noteOtherHeaderLength();
+    else if (bad()) // Parse() tells
+        return;
     else if (eof())
         note ("it ends before the list of its fields does; it may be no dBase table of the older kind");
-    else if (! bad()) // of a disk that fails Parse() tells
+    else
         note ("it has more than " + juce::String (ImportLimits::limits().fieldsOfDBase)
               + " fields, and no record is read; it may be no dBase table of the older kind");
 }
@@ -85,17 +91,15 @@ DBFFile::~DBFFile() = default;
 void DBFFile::openFile()
 {
     juce::String reason;
-    buffer = std::make_unique<FileBuffer> (filePath);
-    std::ios::rdbuf (buffer.get());
 
-    if (buffer->getStatus().failed())
+    if (openOrdinaryFile (filePath.toStdString(), *this, fileLength).failed())
         reason = isOrdinaryFile (filePath) ? "it can't be opened" : "there is no such file";
-    else if (const auto most = ImportLimits::limits().bytesOfFile; sizeOf (*buffer) > most)
+    else if (const auto most = ImportLimits::limits().bytesOfFile; fileLength > most)
         reason = "it is larger than " + juce::String (most) + " bytes and is not read";
 
     if (reason.isNotEmpty())
     {
-        fail (reason);
+        refuse (reason);
         setstate (std::ios::failbit);
     }
 }
@@ -185,9 +189,11 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
     if (good())
         readRecords();
 
+    judgeEnd (*this, fileLength);
+
     if (bad()) // the disk failed: nobody knows what is missing
     {
-        fail (kFailedRead);
+        refuse (kFailedRead);
         table.clear();
     }
 
@@ -197,8 +203,8 @@ DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
 
 void DBFFile::readRecords()
 {
-    Reading reading { TableBudget (sizeOf (*buffer), fileBytesPerCell),
-                      std::vector<bool> (fieldDescriptors.size()), -1 };
+    Reading reading { TableBudget (fileLength, fileBytesPerCell), std::vector<bool> (fieldDescriptors.size()),
+                      -1 };
 
     if (! fieldDescriptors.empty())
         reading.cueNumberColumn = columnMap[kCueNumberTitle];
@@ -285,7 +291,7 @@ bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
     return true;
 }
 
-void DBFFile::fail (const juce::String& reason)
+void DBFFile::refuse (const juce::String& reason)
 {
     failure = reason;
     note (reason);

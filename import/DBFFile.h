@@ -10,14 +10,11 @@
 #include <cstdint>
 #include <fstream>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace ZEP::Overmarks
 {
-
-class FileBuffer;
 
 /** The pieces between the separators. A separator at the end begins no further, empty piece. */
 [[nodiscard]] OVERMARKS_API std::vector<std::string> split (std::string text, char separator);
@@ -80,7 +77,7 @@ public:
     std::int32_t tcOutFieldIndex = -1;             ///< -1: there is none
     std::int64_t recordLength = 0;                 ///< bytes of a record without its deletion flag
     std::int64_t maxFieldLength = 0;               ///< bytes
-    juce::String failure; ///< why the file couldn\'t be read, to its end or at all; empty if it could
+    juce::String failure; ///< why the file couldn't be read, to its end or at all; empty if it could
 
 private:
     struct Reading;
@@ -97,11 +94,11 @@ private:
     [[nodiscard]] bool readFields (Reading& reading, std::vector<std::string>& row);
     [[nodiscard]] bool addRow (Reading& reading, std::vector<std::string> row);
     [[nodiscard]] bool addMarkerRow (Reading& reading, const std::string& marker);
-    void fail (const juce::String& reason);
+    void refuse (const juce::String& reason);
     void note (const juce::String& whatIsOdd) const;
 
     juce::String filePath;
-    std::unique_ptr<FileBuffer> buffer; ///< what the stream reads from
+    std::uint64_t fileLength = 0; ///< bytes of the file, as the system said when it was opened
 };
 
 } // namespace ZEP::Overmarks

@@ -114,6 +114,9 @@ public:
         return flags >= 0 && ::fcntl (descriptor, F_SETFL, flags & ~O_NONBLOCK) == 0;
     }
 
+    /** Hands it over to the caller, who closes it. */
+    [[nodiscard]] int release() noexcept { return std::exchange (descriptor, -1); }
+
     /** Some disks tell only now that there was no room. True for what isn't open. */
     [[nodiscard]] bool close() { return ! isOpen() || ::close (std::exchange (descriptor, -1)) == 0; }
 

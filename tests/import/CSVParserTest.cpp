@@ -37,6 +37,50 @@ TEST (CSVParser, aCommaSeparatedListGivesARowForEachLine)
     EXPECT_EQ (parsed ("a,b\n1,2\n"), (Table { { "a", "b" }, { "1", "2" } }));
 }
 
+TEST (CSVParser, theStreamIsTheOpenFileUntilItIsParsed)
+{
+    const TemporaryFolder folder;
+    CSVParser parser;
+    auto encoding = TextEncodingUTF8;
+    EXPECT_FALSE (parser.stream.is_open());
+    ASSERT_TRUE (parser.open (folder.file ("list.csv", "a,b\n1,2\n")));
+    EXPECT_TRUE (parser.stream.is_open());
+    parser.stream.seekg (2);
+    EXPECT_EQ (parser.stream.get(), 'b');
+    EXPECT_EQ (parser.stream.tellg(), std::streampos (3));
+    parser.parse (encoding);
+    EXPECT_FALSE (parser.stream.is_open());
+}
+
+TEST (CSVParser, whatWasReadFromTheStreamBeforeIsParsedAllTheSame)
+{
+    const TemporaryFolder folder;
+    const Table whole { { "a", "b" }, { "1", "2" } };
+    auto encoding = TextEncodingUTF8;
+    std::string line;
+
+    for (int lines = 1; lines < 5; ++lines) // and beyond the end
+    {
+        CSVParser parser;
+        ASSERT_TRUE (parser.open (folder.file ("list.csv", "a,b\n1,2\n")));
+        for (int i = 0; i < lines; ++i)
+            std::getline (parser.stream, line);
+        EXPECT_EQ (parser.parse (encoding), whole) << lines;
+        EXPECT_EQ (parser.fileSize, 8u);
+    }
+}
+
+TEST (CSVParser, aNameThatIsNotUTF8ReachesTheSystemAsItIs)
+{
+    const TemporaryFolder folder;
+    CSVParser parser;
+    auto encoding = TextEncodingUTF8;
+    ASSERT_TRUE (parser.open (folder.file ("Gr\xfc\xdf"
+                                           "e.csv",
+                                           "a,b\n1,2\n")));
+    EXPECT_EQ (parser.parse (encoding), (Table { { "a", "b" }, { "1", "2" } }));
+}
+
 TEST (CSVParser, theLastLineNeedsNoLineEnd)
 {
     EXPECT_EQ (parsed ("a,b\n1,2"), (Table { { "a", "b" }, { "1", "2" } }));

@@ -397,6 +397,38 @@ TEST_F (DBFFileTest, aFileOfMoreThanAGigabyteIsNotRead)
     EXPECT_EQ (logged(), (Pieces { "it is larger than 1073741824 bytes and is not read" }));
 }
 
+TEST_F (DBFFileTest, isAnOpenFileThatCanBeSoughtAndClosed)
+{
+    parse (cueFields, {});
+    EXPECT_TRUE (dbf->is_open());
+    dbf->clear();
+    dbf->seekg (0);
+    EXPECT_EQ (dbf->get(), 3);
+    EXPECT_EQ (dbf->tellg(), std::streampos (1));
+    dbf->close();
+    EXPECT_TRUE (dbf->good());
+    EXPECT_FALSE (dbf->is_open());
+}
+
+TEST_F (DBFFileTest, withoutAFileItIsNotOpen)
+{
+    DBFFile missing ((folder.path / "missing.dbf").c_str());
+    EXPECT_FALSE (missing.is_open());
+    EXPECT_TRUE (missing.fail());
+    EXPECT_FALSE (DBFFile (folder.path.c_str()).is_open());
+}
+
+TEST_F (DBFFileTest, whoeverSeeksTheStreamReadsFromThere)
+{
+    const auto bytes =
+        table (cueFields, { { " ", "1", "a", "b", "c", "d" }, { " ", "2", "a", "b", "c", "d" } });
+    DBFFile file (folder.file ("list.dbf", bytes).c_str());
+    file.seekg (1 + file.recordLength, std::ios::cur);
+    const auto rows = file.Parse (columns);
+    ASSERT_EQ (rows.size(), 2u);
+    EXPECT_EQ (rows[1][0].substr (0, 1), "2");
+}
+
 TEST_F (DBFFileTest, parsingAgainReturnsTheSameTable)
 {
     const auto rows = parse (cueFields, { { " ", "1", "s", "e", "a", "" } });
