@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <tuple>
 #include <utility>
 
@@ -107,14 +108,23 @@ void OutputFile::openInPlace()
         file = {};
 }
 
-/** What was found in the target's place, and nothing that somebody has put there since. */
+/** What was found in the target's place, and nothing that somebody has put there since, nor what a stranger's link leads to. */
 Core::Descriptor OutputFile::openFormer (int flags) const
 {
-    Core::Descriptor opened (target.toStdString(), flags | O_NONBLOCK);
-    const auto status = opened.status();
-    const bool isTheSame =
-        status.has_value() && status->st_dev == former.st_dev && status->st_ino == former.st_ino;
-    return isTheSame && opened.wait() ? std::move (opened) : Core::Descriptor();
+    try
+    {
+        const auto place = Core::SharedFolder::placeBehindLinks (target.toStdString());
+        Core::Descriptor opened (place, flags | O_NONBLOCK | O_NOFOLLOW);
+        const auto status = opened.status();
+        const bool isTheSame = status.has_value() && status->st_dev == former.st_dev
+                               && status->st_ino == former.st_ino
+                               && ! Core::SharedFolder::isAStrangers (place, *status);
+        return isTheSame && opened.wait() ? std::move (opened) : Core::Descriptor();
+    }
+    catch (const std::system_error&)
+    {
+        return {};
+    }
 }
 
 void OutputFile::write (const void* bytes, std::size_t numberOfBytes)

@@ -21,7 +21,7 @@ namespace ZEP::Overmarks
     It is written to a hidden file beside its target, which a crash may leave behind. Only in a folder in which nobody may make a
     file the older document is written over; should that fail, nothing of it is left either. What isn't a regular file (a folder in the file's place, a device behind a link) is never removed; a link to
     a file goes, and the file behind it stays. What somebody else has put into a folder of everybody's, such as /tmp, is neither replaced nor
-    written into.
+    written into, nor followed to where it leads, also where a link of the user leads to it.
 
     The rule that is easily missed: until finish() has returned true nothing stands in the target's place, and what was written
     is removed again when this object goes.

@@ -176,6 +176,34 @@ TEST (OutputFile, doesNotWriteIntoAStrangersPipe)
     ::close (reader);
 }
 
+TEST (OutputFile, doesNotFollowTheUsersOwnLinkToAStrangersLinkBehindIt)
+{
+    const TemporaryFolder folder;
+    SharedByAll shared;
+    std::filesystem::create_symlink ("/dev/null", shared.path ("list.csv"));
+    std::filesystem::create_symlink (shared.path ("list.csv"), folder.path / "list.csv");
+    EXPECT_TRUE (write (folder.file ("list.csv"), "text")) << "a device may be written to";
+    shared.giveToStranger ("list.csv");
+    EXPECT_FALSE (write (folder.file ("list.csv"), "text"));
+}
+
+TEST (OutputFile, whereAFileIsWrittenOverNoStrangersLinkLeadsToIt)
+{
+    const TemporaryFolder folder;
+    folder.write ("mine", "kept");
+    std::filesystem::permissions (folder.path / "mine", static_cast<std::filesystem::perms> (0666));
+    SharedByAll shared;
+    std::filesystem::create_symlink (folder.path / "mine", shared.path ("list.csv"));
+    std::filesystem::create_symlink (shared.path ("list.csv"), folder.path / "list.csv");
+    shared.giveToStranger ("list.csv");
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0555));
+    const auto outcome = inChildProcess (
+        [&] { return becomeOrdinaryUser() && ! write (folder.file ("list.csv"), "text") ? "refused" : ""; });
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0755));
+    EXPECT_EQ (outcome, "refused");
+    EXPECT_EQ (folder.bytes ("mine"), "kept");
+}
+
 TEST (OutputFile, whereNothingIsToStayAStrangersFileStaysAllTheSame)
 {
     SharedByAll shared;
