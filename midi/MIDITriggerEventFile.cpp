@@ -3,6 +3,7 @@
 
 #include "core/system/FileInput.h"
 #include "core/system/Logger.h"
+#include "core/system/MissingFile.h"
 #include "core/system/SystemUtility.h"
 #include "core/system/WholeFile.h"
 #include "event/RecordWeight.h"
@@ -37,6 +38,13 @@ juce::File triggerFile() { return juce::File (MIDITriggerEventFile::path()); }
 /** Whether bytes can be read from it that end. */
 bool isReadable (const juce::File& file) { return file.existsAsFile() && ! WholeFile::isDeviceOrPipe (file); }
 
+/** How many bytes a list may have; no record has more than an int can tell. */
+std::uint64_t mostBytes()
+{
+    return std::min<std::uint64_t> (MIDITriggerEventFile::limits().bytesOfFile,
+                                    std::numeric_limits<int>::max());
+}
+
 /** What the file holds, looked at once. */
 struct Reading
 {
@@ -64,13 +72,11 @@ bool parse (Reading& reading)
 
 Reading readingOf (const juce::File& file)
 {
-    if (! file.exists())
+    if (ZEP::Core::isMissing (file))
         return {};
 
     Reading reading { State::unreadable };
-    const auto most =
-        std::min<std::uint64_t> (MIDITriggerEventFile::limits().bytesOfFile, std::numeric_limits<int>::max());
-    const auto result = ZEP::Core::FileInput::readWhole (file.getFullPathName(), reading.bytes, most);
+    const auto result = ZEP::Core::FileInput::readWhole (file.getFullPathName(), reading.bytes, mostBytes());
 
     if (result.failed())
         reading.reason = result.getErrorMessage();
@@ -123,10 +129,12 @@ bool isKept (const juce::File& file, const std::string& bytes)
 /** What somebody may still want to rescue must not be written over, nor what nobody has seen. */
 juce::Result keepOldFile (const juce::File& file)
 {
-    if (! file.existsAsFile())
+    const auto reading = readingOf (file);
+
+    if (reading.state == State::missing
+        || file.isDirectory()) // which can't be replaced, and nobody asks what it holds
         return juce::Result::ok();
 
-    const auto reading = readingOf (file);
     const bool isUnseen = pathReadInVain() == file.getFullPathName();
 
     if (reading.state == State::unreadable)
@@ -206,10 +214,16 @@ juce::Result MIDITriggerEventFile::write (const Triggers& triggers)
     if (WholeFile::isDeviceOrPipe (file))
         return cantWrite (file, "it is a device or a pipe");
 
+    const auto tooLarge = [&file] { return cantWrite (file, "it would be too large to be read again"); };
+
+    // Beyond what a record can hold none is made, which would look like a list of nothing.
+    if (list.ByteSizeLong() > mostBytes())
+        return tooLarge();
+
     const auto bytes = list.SerializeAsString();
 
-    if (bytes.size() > limits().bytesOfFile || isTooHeavy (bytes))
-        return cantWrite (file, "it would be too large to be read again");
+    if (isTooHeavy (bytes))
+        return tooLarge();
     if (const auto kept = keepOldFile (file); kept.failed())
         return kept;
 

@@ -46,7 +46,7 @@ public:
         missing,   ///< nothing stored yet
         sound,     ///< it can be read, empty or not
         damaged,   ///< what it holds is no list
-        unreadable ///< it may not be read, goes beyond the limits, or is no file
+        unreadable ///< it may not be read, can't be reached, goes beyond the limits, or is no file
     };
 
     [[nodiscard]] static State state(); ///< Looks at it now, reading it whole.

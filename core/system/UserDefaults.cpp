@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/UserDefaults.h"
 
+#include "core/system/MissingFile.h"
 #include "core/system/ProcessLifetime.h"
 #include "core/system/SettingsFile.h"
 #include "core/system/SharedFolder.h"
@@ -195,7 +196,7 @@ juce::Result UserDefaults::setSettingsFile (const juce::File& file)
         return result;
 
     SettingsFile::Values found;
-    if (target.exists())
+    if (target != juce::File() && ! isMissing (target))
         if (const auto result = SettingsFile::read (target, found); result.failed())
             return result;
 

@@ -3,6 +3,7 @@
 
 #include "midi/TriggerFolder.h"
 #include "proto/midi.pb.h"
+#include "support/ChildProcess.h"
 #include "support/CollectedLog.h"
 
 #include <gmock/gmock.h>
@@ -217,6 +218,50 @@ TEST_F (MIDITriggerEventFileTest, aFileThatCantBeReadIsNotReplaced)
     EXPECT_EQ (MIDITriggerEventFile::write ({}).getErrorMessage(),
                "Can't write " + folder.directory() + "/midiEventsV3.bin: what it holds can't be read");
     EXPECT_THAT (folder.names(), ElementsAre (fileName));
+}
+
+TEST_F (MIDITriggerEventFileTest, aFolderThatMayNotBeSearchedIsNoEmptyList)
+{
+    store ({ trigger ("PC 1 5") });
+    const auto bytes = folder.bytes (fileName);
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0));
+    const auto outcome = inChildProcess (
+        []() -> std::string
+        {
+            if (! becomeOrdinaryUser())
+                return "still an administrator";
+
+            const auto content = MIDITriggerEventFile::load();
+            const auto written = MIDITriggerEventFile::write ({});
+            return std::string (content.state == MIDITriggerEventFile::State::unreadable ? "unreadable" : "")
+                   + "|" + content.reason.toStdString() + "|" + written.getErrorMessage().toStdString();
+        });
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0700));
+    EXPECT_EQ (outcome, "unreadable|Permission denied|Can't write " + folder.directory().toStdString()
+                            + "/midiEventsV3.bin: what it holds can't be read");
+    EXPECT_EQ (folder.bytes (fileName), bytes);
+}
+
+TEST_F (MIDITriggerEventFileTest, whatCouldNotBeReachedIsKeptBesideWhatReplacesIt)
+{
+    store ({ trigger ("PC 1 5") });
+    const auto bytes = folder.bytes (fileName);
+    const auto place = folder.path / fileName;
+    std::filesystem::remove (place);
+    std::filesystem::create_symlink (fileName, place); // a circle
+    EXPECT_EQ (MIDITriggerEventFile::load().state, MIDITriggerEventFile::State::unreadable);
+    std::filesystem::remove (place);
+    folder.write (fileName, bytes);
+    store ({ trigger ("PC 1 6") });
+    EXPECT_THAT (folder.names(), ElementsAre (fileName, "midiEventsV3.damaged.bin"));
+    EXPECT_EQ (folder.bytes ("midiEventsV3.damaged.bin"), bytes);
+}
+
+TEST_F (MIDITriggerEventFileTest, belowAFileThereIsNone)
+{
+    folder.write ("taken", "x");
+    settingsLieIn (folder.directory() + "/taken");
+    EXPECT_EQ (MIDITriggerEventFile::state(), MIDITriggerEventFile::State::missing);
 }
 
 TEST_F (MIDITriggerEventFileTest, theLimitsAreGenerousUnlessTheyAreChanged)

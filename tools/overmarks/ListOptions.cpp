@@ -7,6 +7,7 @@
 #include "Session.h"
 #include "Suggestion.h"
 
+#include "core/system/MissingFile.h"
 #include "core/system/SystemUtility.h"
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
@@ -270,7 +271,7 @@ void ListOptions::sayWhetherSettingsAreMissing (const Session& session, Settings
 {
     const bool isEdited = use == SettingsUse::edited || ! newMappingName.empty();
 
-    if (hasSettingsFile() && ! isEdited && ! getSettingsFile().exists())
+    if (hasSettingsFile() && ! isEdited && isMissing (getSettingsFile()))
         session.say ("There is no file " + juce::String (settingsFile)
                      + "; the registered defaults are used");
 }

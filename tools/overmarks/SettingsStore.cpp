@@ -5,6 +5,7 @@
 #include "StagingFolder.h"
 
 #include "core/system/FileInput.h"
+#include "core/system/MissingFile.h"
 #include "core/system/SettingsLimits.h"
 #include "core/system/UserDefaults.h"
 #include "core/system/WholeFile.h"
@@ -45,7 +46,7 @@ void storeSettings (const std::vector<std::pair<std::string, Poco::Any>>& values
     const StagingFolder stage (file);
     const auto copy = stage.getFolder().getChildFile ("settings");
 
-    if (file.exists())
+    if (! ZEP::Core::isMissing (file))
         throwOnFailure (copied (file, copy), copy, file);
 
     throwOnFailure (UserDefaults::setSettingsFile (copy), copy, file);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/UserDefaults.h"
 
+#include "support/ChildProcess.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -271,6 +272,27 @@ TEST_F (Preferences, aDamagedFileLeavesEverythingAsItWas)
     ASSERT_TRUE (UserDefaults::setValueForKey ("code", 4));
     restart();
     EXPECT_EQ (UserDefaults::getIntForKey ("code"), 4);
+}
+
+TEST_F (Preferences, aFileThatCannotBeReachedIsNotTakenForOneThatIsMissing)
+{
+    ASSERT_TRUE (UserDefaults::setSettingsFile (file));
+    ASSERT_TRUE (UserDefaults::setValueForKey ("code", 3));
+    forget();
+    const auto stored = file.loadFileAsString();
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0));
+    const auto outcome = ZEP::Overmarks::Testing::inChildProcess (
+        [this]
+        {
+            return ZEP::Overmarks::Testing::becomeOrdinaryUser()
+                       ? UserDefaults::setSettingsFile (file).getErrorMessage().toStdString()
+                       : "still an administrator";
+        });
+    std::filesystem::permissions (folder.path, static_cast<std::filesystem::perms> (0700));
+    EXPECT_EQ (outcome,
+               ("The settings file \"" + file.getFullPathName() + "\" can't be read: Permission denied")
+                   .toStdString());
+    EXPECT_EQ (file.loadFileAsString(), stored);
 }
 
 TEST_F (Preferences, aFileThatCannotBeWrittenGivesAMessageAndTheValueHolds)
