@@ -20,25 +20,19 @@ using google::protobuf::io::CodedInputStream;
 namespace
 {
 
-// What one entry takes in memory besides its own texts, in bytes: as a stored record and as what is made of it.
-constexpr std::uint64_t weightOfEvent = 1100, weightOfTrigger = 1100, weightOfCharacter = 700,
-                        weightOfRun = 300, weightOfText = 64, weightOfNewerField = 64;
-
-// The lightest event that a program stores has its identity and a few numbers, 64 bytes; the lightest run has 20, the lightest
-// character with a random identity 40. What lies above this, and what is allowed besides, is no list of cues.
-constexpr std::uint64_t heaviestByte = 20;
+constexpr std::uint64_t weightOfText = 64, weightOfNewerField = 64;
 
 std::uint64_t weightOf (const Descriptor* record)
 {
     if (record == tessera1::ProtoOvermark::descriptor())
-        return weightOfEvent;
+        return RecordWeight::weightOfEvent;
     if (record == tessera1::ProtoRichTextAttribute::descriptor())
-        return weightOfRun;
+        return RecordWeight::weightOfRun;
     if (record == tessera1::ProtoCharacter::descriptor())
-        return weightOfCharacter;
+        return RecordWeight::weightOfCharacter;
 
     if (record == tessera1::ProtoMIDITriggerEvent::descriptor())
-        return weightOfTrigger; // which makes an event even if none is stored
+        return RecordWeight::weightOfTrigger; // which makes an event even if none is stored
 
     return 0; // stands once in the project
 }
@@ -50,7 +44,7 @@ public:
     Scales (std::string_view bytes, const Descriptor& kindOfRecord, std::uint64_t spareMemory)
         : kind (kindOfRecord),
           input (reinterpret_cast<const std::uint8_t*> (bytes.data()), static_cast<int> (bytes.size())),
-          most (bytes.size() * heaviestByte + spareMemory)
+          most (RecordWeight::mostOf (bytes.size(), spareMemory))
     {
     }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "core/system/CappedNumbers.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -25,6 +27,19 @@ public:
         tooHeavy,      ///< more events, runs of text and the like than any of this size has
         unintelligible ///< no record at all
     };
+
+    // What one entry takes in memory besides its own texts, in bytes: as a stored record and as what is made of it.
+    static constexpr std::uint64_t weightOfEvent = 1100, weightOfTrigger = 1100, weightOfCharacter = 700,
+                                   weightOfRun = 300;
+
+    /** The memory that a record of so many bytes may take. The lightest event that a program stores has its identity and a few
+        numbers, 64 bytes; the lightest run has 20, the lightest character with a random identity 40. What lies above twenty times
+        the bytes, and what is allowed besides, is no list of cues. */
+    [[nodiscard]] static constexpr std::uint64_t mostOf (std::uint64_t bytes, std::uint64_t spareMemory)
+    {
+        constexpr std::uint64_t heaviestByte = 20;
+        return ZEP::Core::cappedSum (ZEP::Core::cappedProduct (bytes, heaviestByte), spareMemory);
+    }
 
     /** @param record       the bytes
         @param kind         what they are a record of

@@ -5,6 +5,7 @@
 #include "list/ProjectJSON.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -14,14 +15,26 @@ using json = nlohmann::ordered_json;
 namespace
 {
 
-/** Growing an object copies the names of its members, so it grows in few steps. */
-void makeRoomForAnother (json::object_t& members)
+constexpr std::uint64_t weightOfContainer = 64, weightOfMember = sizeof (json::object_t::value_type);
+
+/** Growing an object copies the names of its members, so it grows in few steps. @returns for how many members there is more room */
+std::size_t makeRoomForAnother (json::object_t& members)
 {
-    if (members.size() == members.capacity())
+    const auto before = members.capacity();
+
+    if (members.size() == before)
         members.reserve (members.empty() ? 4 : 4 * members.size());
+
+    return members.capacity() - before;
 }
 
 } // namespace
+
+void JSONTreeBuilder::weigh (std::uint64_t bytes)
+{
+    memory.take (bytes);
+    weightOfElement += bytes;
+}
 
 json& JSONTreeBuilder::put (json value)
 {
@@ -47,6 +60,10 @@ bool JSONTreeBuilder::open (json container)
         throw std::invalid_argument ("The text is nested too deeply for a project: it has more than "
                                      + std::to_string (deepest) + " objects and lists within each other");
 
+    if (containers.size() == 2)
+        weightOfElement = 0;
+
+    weigh (weightOfContainer);
     containers.push_back (&put (std::move (container)));
     return true;
 }
@@ -76,7 +93,7 @@ bool JSONTreeBuilder::key (string_t& name)
             "An object in the text has more members than any of a project: more than "
             + std::to_string (most));
 
-    makeRoomForAnother (members);
+    weigh (weightOfMember * makeRoomForAnother (members));
     static_cast<std::vector<json::object_t::value_type>&> (members).emplace_back (std::move (name), nullptr);
     member = &members.back().second;
     return true;
@@ -99,6 +116,8 @@ void JSONTreeBuilder::offerElement()
 
     if (! take (root, elements.back()))
         return;
+
+    memory.giveBack (std::exchange (weightOfElement, 0));
 
     if (auto* members = elements.back().get_ptr<json::object_t*>())
     {

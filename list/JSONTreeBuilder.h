@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "list/JSONBudget.h"
+
 #include <nlohmann/json.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <utility>
@@ -14,8 +17,8 @@ namespace ZEP::Overmarks
 /** Builds the values of a JSON text while it is read, and hands the elements of one long list over one by one, so that a
     season's events never stand in memory as JSON.
 
-    A text from a stranger neither exhausts the program nor loses a value unseen: nesting and the members of an object are
-    bounded, and no member stands twice in one object. For one text; given to nlohmann::ordered_json::sax_parse(). What is
+    A text from a stranger neither exhausts the program nor loses a value unseen: nesting, the members of an object and the memory that
+    they take are bounded, and no member stands twice in one object. For one text; given to nlohmann::ordered_json::sax_parse(). What is
     no JSON or breaks a bound throws std::invalid_argument with a message for people. */
 class JSONTreeBuilder final : public nlohmann::json_sax<nlohmann::ordered_json>
 {
@@ -32,9 +35,11 @@ public:
         list's own array being the last member. Returns whether it has taken the element, which then leaves the tree. */
     using TakeElement = std::function<bool (const json& outermost, const json& element)>;
 
-    /** @param longList  the name of the list, a member of the outermost object */
-    JSONTreeBuilder (std::string longList, TakeElement takeElement)
+    /** @param longList        the name of the list, a member of the outermost object
+        @param memoryOfText    pays for what stays in the tree; it has to outlive this object */
+    JSONTreeBuilder (std::string longList, JSONBudget& memoryOfText, TakeElement takeElement)
         : nameOfList (std::move (longList)),
+          memory (memoryOfText),
           take (std::move (takeElement))
     {
     }
@@ -65,9 +70,12 @@ private:
     bool open (json container);
     bool endContainer();
     void offerElement();
+    void weigh (std::uint64_t bytes);
     bool isLongList (const json& array) const;
 
     std::string nameOfList;
+    JSONBudget& memory;
+    std::uint64_t weightOfElement = 0; ///< what has been taken for the element that is being read
     TakeElement take;
     json root;
     json* member = nullptr; ///< the place of the next value of the innermost object

@@ -34,6 +34,10 @@ public:
         /** Objects and lists within each other; a project has six. With a stack of 8 MB not more than ten thousand. */
         std::size_t nesting = 16;
         std::size_t members = 64; ///< of one object; an event has some twenty
+
+        /** Memory that the events, texts and characters of a text may take however short it is, in bytes, beside twenty for each of its
+            bytes; 128 MB. */
+        std::uint64_t spareMemory = std::uint64_t { 1 } << 27;
     };
 
     /** The limits of the process, as they stand above unless the application has changed them. Change them only while no text

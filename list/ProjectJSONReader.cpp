@@ -2,6 +2,7 @@
 #include "core/cast/ADRCueReasonsManager.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/EventFields.h"
+#include "list/JSONBudget.h"
 #include "list/JSONMember.h"
 #include "list/JSONTreeBuilder.h"
 #include "list/ProjectJSON.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -296,6 +298,18 @@ std::shared_ptr<Event> readEvent (const JSONMember& object, const std::shared_pt
     return event;
 }
 
+/** What an event and the runs of its texts take in memory. */
+std::uint64_t weightOf (const json& event)
+{
+    auto weight = RecordWeight::weightOfEvent;
+
+    for (const auto& value : event)
+        if (value.is_object() && value.contains ("runs"))
+            weight += value["runs"].size() * RecordWeight::weightOfRun;
+
+    return weight;
+}
+
 /** The first event of a fade's type; a list without one gets one. */
 std::shared_ptr<Event> fadeOf (const Project& project, EventType type)
 {
@@ -374,9 +388,12 @@ void readMember (const std::string& name, const JSONMember& member, Project& pro
 class Reader final
 {
 public:
-    Project read (const std::string& text)
+    explicit Reader (const std::string& textToRead) : text (textToRead), memory (textToRead.size()) {}
+
+    Project read()
     {
-        JSONTreeBuilder builder ("events", [this] (const json& document, const json& event)
+        JSONTreeBuilder builder ("events", memory,
+                                 [this] (const json& document, const json& event)
                                  { return takeEvent (document, event); });
         json::sax_parse (text, &builder);
         const auto& document = builder.tree();
@@ -385,8 +402,14 @@ public:
             begin (document);
 
         const JSONMember root (document, {});
-        root.forEachMember ([this] (const std::string& name, const JSONMember& member)
-                            { readMember (name, member, project); });
+        root.forEachMember (
+            [this] (const std::string& name, const JSONMember& member)
+            {
+                if (name == "characters")
+                    memory.take (member.element().size() * RecordWeight::weightOfCharacter);
+
+                readMember (name, member, project);
+            });
 
         // Where the time reference stands behind the events, they have waited for it.
         if (const auto events = document.find ("events"); events != document.end())
@@ -431,10 +454,13 @@ private:
 
     void addEvent (const JSONMember& event)
     {
+        memory.take (weightOf (event.element()));
         project.list->events.push_back (readEvent (event, project.timeInfo));
         ++numberOfEvents;
     }
 
+    const std::string& text;
+    JSONBudget memory;
     Project project;
     bool hasBegun = false;
     std::size_t numberOfEvents = 0;
@@ -455,12 +481,16 @@ juce::String ProjectJSON::fromText (const std::string& text, Project& project)
 
     try
     {
-        project = Reader().read (text);
+        project = Reader (text).read();
         return {};
     }
     catch (const std::invalid_argument& error) // with the place of the mistake
     {
         return juce::String::fromUTF8 (error.what());
+    }
+    catch (const std::bad_alloc&)
+    {
+        return "The text can't be loaded: there is not enough memory";
     }
 }
 

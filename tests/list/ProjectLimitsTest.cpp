@@ -3,6 +3,8 @@
 #include "list/ProjectFileSupport.h"
 #include "list/ProjectJSON.h"
 
+#include <limits>
+
 namespace ZEP::Overmarks::Testing
 {
 namespace
@@ -32,6 +34,7 @@ TEST_F (ProjectLimits, areGenerousUnlessTheyAreChanged)
     EXPECT_EQ (ProjectJSON::limits().bytes, 1073741824u);
     EXPECT_EQ (ProjectJSON::limits().nesting, 16u);
     EXPECT_EQ (ProjectJSON::limits().members, 64u);
+    EXPECT_EQ (ProjectJSON::limits().spareMemory, 134217728u);
 }
 
 TEST_F (ProjectLimits, aFileMayHaveExactlySoManyBytes)
@@ -99,6 +102,59 @@ TEST_F (ProjectLimits, entriesWithNothingInThemMayTakeTheSpareMemory)
                    + std::to_string (record.size()) + " bytes have room for");
     ProjectFile::limits().spareMemory = std::uint64_t { 1 } << 40;
     EXPECT_EQ (loaded (fileAround (record)).list->events.size(), 1002u);
+}
+
+/** Elements with nothing in them, such as "{},{},{}". */
+std::string crowdOf (int number, const std::string& element)
+{
+    std::string text;
+
+    for (int i = 0; i < number; ++i)
+        text += (i > 0 ? "," : "") + element;
+
+    return text;
+}
+
+struct CrowdedText
+{
+    const char* name;
+    std::string text;
+    std::uint64_t weightOfElements;
+};
+
+std::vector<CrowdedText> crowdedTexts()
+{
+    const std::string start = R"({"overmarks":1,"timeInfo":{},)";
+    const auto elements = crowdOf (1000, "{}");
+    return { { "events", start + R"("events":[)" + elements + "]}", 1'100'000 },
+             { "events before the time reference",
+               R"({"overmarks":1,"events":[)" + elements + R"(],"timeInfo":{}})", 1'100'000 + 64'000 },
+             { "runs", start + R"("events":[{"text":{"text":"Go","runs":[)" + elements + "]}}]}",
+               300'000 + 64'000 },
+             { "characters", start + R"("characters":[)" + elements + "]}", 700'000 + 64'000 },
+             { "lists of what nobody knows", start + R"("x":[)" + crowdOf (10'000, "[]") + "]}", 640'000 } };
+}
+
+TEST_F (ProjectLimits, entriesOfATextWithNothingInThemMayTakeTheSpareMemory)
+{
+    for (const auto& [name, text, weight] : crowdedTexts())
+    {
+        const auto isOurs = name != std::string ("lists of what nobody knows");
+        ProjectJSON::limits().spareMemory = weight - 20 * text.size() + 3000; // for the rest of the project
+        EXPECT_EQ (messageOfText (text), isOurs ? "" : "There is no member \"x\"") << name;
+        ProjectJSON::limits().spareMemory = weight - 20 * text.size() - 1;
+        EXPECT_EQ (messageOfText (text), "The text is damaged: it claims to hold more events than its "
+                                             + std::to_string (text.size()) + " bytes have room for")
+            << name;
+    }
+}
+
+TEST_F (ProjectLimits, noLimitIsNoLimit)
+{
+    ProjectJSON::limits().spareMemory = std::numeric_limits<std::uint64_t>::max();
+    ProjectFile::limits().spareMemory = std::numeric_limits<std::uint64_t>::max();
+    EXPECT_EQ (messageOfText (ProjectJSON::toText (smallProject())), "");
+    EXPECT_EQ (messageOf (bytesOf (smallProject())), "");
 }
 
 TEST_F (ProjectLimits, aTextMayHaveExactlySoManyBytes)
