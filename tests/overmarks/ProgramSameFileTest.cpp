@@ -102,6 +102,19 @@ TEST_F (ProgramSameFile, theProjectThatIsEditedIsKnownByItsOtherNames)
     EXPECT_TRUE (file ("a.json").isSymbolicLink());
 }
 
+TEST_F (ProgramSameFile, aCueListThatIsReadIsNoProjectThatIsEdited)
+{
+    writeChain (".overmarks", "film.csv");
+    ASSERT_EQ (::link (path ("film.csv").c_str(), path ("c.overmarks").c_str()), 0);
+
+    for (const std::string project : { "a.overmarks", "c.overmarks" })
+        EXPECT_EQ (errorOf ({ "set", "film.csv", "-o", project, "--force", "Done=yes" }, 1),
+                   project + ": the project would replace the list that it is made from");
+
+    EXPECT_EQ (read ("film.csv"), threeCues);
+    EXPECT_EQ (read ("c.overmarks"), threeCues);
+}
+
 TEST_F (ProgramSameFile, anotherListOfTheSameContentIsReplaced)
 {
     write ("other.csv", threeCues);

@@ -20,9 +20,8 @@ std::optional<ProjectForm> projectFormOf (const juce::File& file)
 
 } // namespace
 
-void ProjectOutput::addTo (CLI::App& command, bool isEditor)
+void ProjectOutput::addTo (CLI::App& command)
 {
-    replacesItsProject = isEditor;
     command.add_option ("-o,--output", path, "The project to write (.overmarks or .json)")
         ->required()
         ->type_name ("PROJECT");
@@ -43,7 +42,7 @@ OutputPolicy ProjectOutput::getPolicy() const
     return force == nullptr ? policy : OutputPolicy { force->count() > 0, dryRun->count() > 0 };
 }
 
-void ProjectOutput::check (const std::vector<std::string>& sources) const
+void ProjectOutput::check (const std::vector<std::string>& sources, bool isBeingEdited) const
 {
     const auto file = fileFromPath (path);
 
@@ -61,7 +60,7 @@ void ProjectOutput::check (const std::vector<std::string>& sources) const
         if (! isTheList (file, source))
             continue;
 
-        if (replacesItsProject) // the project that is being edited
+        if (isBeingEdited)
             return;
 
         throw CommandFailure (path + ": the project would replace the list that it is made from");

@@ -18,15 +18,15 @@ namespace overmarks
 class ProjectOutput final
 {
 public:
-    /** @param isEditor  the command edits projects, so the named one may be replaced without --force */
-    void addTo (CLI::App& command, bool isEditor = false);
+    void addTo (CLI::App& command); ///< With --force and --dry-run.
 
     /** -o alone, which may be left out, for a command that has --force and --dry-run already. */
     void addTo (CLI::App& command, const CLI::Option& forceOption, const CLI::Option& dryRunOption);
 
     /** Whether the project can be written, before any work is done. Throws CommandFailure or WrongUsage.
-        @param sources  what the command reads: none of it may be overwritten by a command that doesn't edit */
-    void check (const std::vector<std::string>& sources) const;
+        @param sources         what the command reads, none of which may be overwritten
+        @param isBeingEdited  they are a project that the command edits, which may be replaced without --force */
+    void check (const std::vector<std::string>& sources, bool isBeingEdited = false) const;
 
     void write (const ZEP::Overmarks::Project& project, const Session& session) const;
 
@@ -40,9 +40,8 @@ private:
     OutputPolicy getPolicy() const;
 
     OutputPolicy policy;
-    const CLI::Option* force = nullptr;  ///< the command's own, which it owns
-    const CLI::Option* dryRun = nullptr; ///< likewise
-    bool replacesItsProject = false;
+    const CLI::Option* force = nullptr;          ///< the command's own, which it owns
+    const CLI::Option* dryRun = nullptr;         ///< likewise
     mutable json messagesBefore = json::array(); ///< what was said before the project was written
 };
 

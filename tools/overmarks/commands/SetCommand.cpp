@@ -103,7 +103,7 @@ void editList (const SetOptions& options, Session& session)
     for (const auto& condition : options.where)
         conditions.emplace_back ("--where", condition);
 
-    options.output.check ({ options.list });
+    options.output.check ({ options.list }, isProjectFile (options.list, options.listOptions));
     const auto project = loadList (options.list, options.listOptions, session);
     const auto chosen = chosenEvents (*project.list, options.uuid, conditions);
 
@@ -143,7 +143,7 @@ void addSetCommand (CLI::App& program, Session& session)
                 withEqualsSign (attributeKeys()))
         ->type_name ("FILTER");
     command->add_option ("--uuid", options->uuid, "Only the event with this identity")->type_name ("ID");
-    options->output.addTo (*command, true);
+    options->output.addTo (*command);
     options->listOptions.addTo (*command);
     session.addOutputOptions (*command);
     command->callback ([options, &session] { editList (*options, session); });
