@@ -230,6 +230,8 @@ TEST (StrangersFiles, whatSteersATerminalIsBlankAndTheRestStays)
     EXPECT_EQ (withoutOrders ("J\xc3\xa4ger \xe6\x97\xa5 \xf0\x9f\x8e\xac\t\r"),
                "J\xc3\xa4ger \xe6\x97\xa5 \xf0\x9f\x8e\xac  ");
     EXPECT_EQ (withoutOrders ("\xe2\x81\xa6x\xe2\x81\xa9\xc2\x80\xc2\x9f\xc2\xa0"), " x   \xc2\xa0");
+    EXPECT_EQ (withoutOrders ("one\xe2\x80\xa8two\xe2\x80\xa9three\xe2\x80\xa7"), "one two three\xe2\x80\xa7")
+        << "lines and paragraphs";
 }
 
 } // namespace DocxHandler::Testing

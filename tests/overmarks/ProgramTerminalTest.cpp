@@ -17,11 +17,12 @@ namespace
 using Words = std::vector<std::string>;
 using nlohmann::ordered_json;
 
-/** A window's title, its clipboard, a link, a clear screen, a bell, a backspace, orders in one character each, and turned directions. */
+/** A window's title, its clipboard, a link, a clear screen, a bell, a backspace, orders in one character each, turned directions,
+    and new lines that only some terminals know. */
 const std::string steering =
     "\x1b]0;owned\x07\x1b]52;c;eA==\x07\x1b]8;;http://x\x1b\\\x1b[2J\x08\x0b\x7f\xc2\x85\xc2\x9b"
     "31m\xc2\x9d"
-    "0;x\xc2\x9c\xe2\x80\xae\xe2\x81\xa6\x01";
+    "0;x\xc2\x9c\xe2\x80\xae\xe2\x81\xa6\xe2\x80\xa8\xe2\x80\xa9\x01";
 
 /** What a terminal obeys in a text; nothing if there is nothing. Lines end as terminals end them. */
 std::optional<std::string> orderIn (const std::string& text)
@@ -35,7 +36,7 @@ std::optional<std::string> orderIn (const std::string& text)
             || (byte (0) < 0x20 && byte (0) != '\n' && ! (byte (0) == '\r' && byte (1) == '\n'));
         const bool isC1 = byte (0) == 0xc2 && byte (1) >= 0x80 && byte (1) < 0xa0;
         const bool turns = byte (0) == 0xe2
-                           && ((byte (1) == 0x80 && byte (2) >= 0xaa && byte (2) <= 0xae)
+                           && ((byte (1) == 0x80 && byte (2) >= 0xa8 && byte (2) <= 0xae)
                                || (byte (1) == 0x81 && byte (2) >= 0xa6 && byte (2) <= 0xa9));
 
         if (isControl || isC1 || turns)

@@ -205,8 +205,9 @@ std::string withoutOrders (std::string_view text)
     {
         const auto c = nextCharacter (text, place);
         const auto isControl = c < 0x20 || (c >= 0x7f && c < 0xa0);
+        const auto breaksLine = c == 0x2028 || c == 0x2029;
         const auto turnsDirection = (c >= 0x202a && c <= 0x202e) || (c >= 0x2066 && c <= 0x2069);
-        appendCharacter (result, isControl || turnsDirection ? U' ' : c);
+        appendCharacter (result, isControl || breaksLine || turnsDirection ? U' ' : c);
     }
 
     return result;

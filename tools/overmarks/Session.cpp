@@ -20,9 +20,9 @@ void writeLine (std::FILE* stream, const std::string& line)
 
 bool isControl (juce::juce_wchar character)
 {
-    // C0, DEL and C1, and the marks that turn the direction of what follows.
+    // C0, DEL and C1, what ends a line or a paragraph, and the marks that turn the direction of what follows.
     return character < 0x20 || (character >= 0x7f && character < 0xa0)
-           || (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+           || (character >= 0x2028 && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
 }
 
 /** The control character that begins at this place; nothing if there is none. */
