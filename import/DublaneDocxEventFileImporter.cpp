@@ -30,8 +30,6 @@ const juce::String notesHeading { "\nNotes\n" };
 const juce::String engineeringNotesHeading { "\nEng. Notes\n" };
 const juce::String reasonHeading { "\nReason\n" };
 
-constexpr auto restIsLeftOut = "; the rest is left out";
-
 /** The text up to the first line feed, which goes with it. Without a line feed there is none. */
 juce::String takeLine (RichTextString& cue)
 {
@@ -99,8 +97,10 @@ void DublaneDocxEventFileImporter::parse (juce::String& errorMessage, Core::Text
     if (outcome == DocxCueList::Outcome::noCueList)
         Core::Logger::error (filePath + ": what docxHandler has found in it is no list of cues");
     else if (outcome == DocxCueList::Outcome::cutOff)
-        Core::Logger::error (filePath + ": " + TableBudget (json.getNumBytesAsUTF8()).wordsOfRefusal()
-                             + restIsLeftOut);
+    {
+        refusal = TableBudget (json.getNumBytesAsUTF8()).wordsOfRefusal();
+        Core::Logger::error (filePath + ": " + refusal + restIsLeftOut);
+    }
 
     list.deleteFile();
 }

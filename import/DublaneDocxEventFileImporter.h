@@ -38,7 +38,7 @@ public:
     ~DublaneDocxEventFileImporter() override;
 
     /** Adds the cues of the document; the encoding makes no difference. A list of cues that can't be understood has no message, but
-        the log tells, and `outcome`. */
+        the log tells, and `outcome` and `refusal`. */
     void parse (juce::String& errorMessage, Core::TextEncoding textEncoding) override;
     [[nodiscard]] bool userMappingEnabled() const override;
     [[nodiscard]] int type() override;
@@ -67,6 +67,10 @@ public:
 
     DocxCueList::Outcome outcome =
         DocxCueList::Outcome::whole; ///< of the last list of cues that parse() has looked into
+    juce::String refusal;            ///< why rows of that list were left out; empty unless they were
+
+    /** What the log says behind a refusal. */
+    static constexpr auto restIsLeftOut = "; the rest is left out";
 
 private:
     void assignColumns (int number);

@@ -388,7 +388,10 @@ TEST_F (ProgramWordTest, aListOfMoreCuesThanAnyHasIsAFailure)
     write ("y.docx", "x");
     const auto result = start ({ "convert", "y.docx", "out/y.csv", "--json" });
     EXPECT_EQ (result.status, 1);
-    EXPECT_EQ (result.output, "{\n \"error\": \"y.docx: It asks for more cues than any list has\"\n}\n");
+    EXPECT_EQ (
+        result.output,
+        "{\n \"error\": \"y.docx: It grows into a table that is too large (more than 2548580 cells)\"\n}\n");
+    EXPECT_EQ (result.errors, "");
     EXPECT_THAT (found ("out"), IsEmpty());
 }
 

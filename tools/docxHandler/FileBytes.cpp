@@ -111,7 +111,7 @@ fs::path placeOf (const fs::path& file)
 
 std::string readFile (const fs::path& file, std::uintmax_t largest)
 {
-    const Descriptor opened (file, O_RDONLY | O_NONBLOCK); // nobody waits for a pipe
+    const Descriptor opened (file, O_RDONLY | O_NONBLOCK | O_NOCTTY); // nobody waits for a pipe
 
     if (! opened.isOpen())
         throw Failure (wordsForUnopened (errno) + file.string());
@@ -126,8 +126,11 @@ std::string readFile (const fs::path& file, std::uintmax_t largest)
 
     auto bytes = opened.read (largest + 1);
 
-    if (! bytes.has_value() || bytes->size() > largest)
-        throw Failure ((bytes.has_value() ? "Too large: " : "Can't be read: ") + file.string());
+    // A file that has become shorter meanwhile isn't what somebody has written.
+    if (! bytes.has_value() || bytes->size() < static_cast<std::uintmax_t> (status->st_size))
+        throw Failure ("Can't be read: " + file.string());
+    if (bytes->size() > largest)
+        throw Failure ("Too large: " + file.string());
 
     return std::move (*bytes);
 }

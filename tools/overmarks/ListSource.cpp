@@ -192,7 +192,8 @@ void refuseBrokenCues (const ReadFile& read)
         case DocxCueList::Outcome::noCueList:
             throw CommandFailure (read.shownPath + ": What docxHandler has found in it is no list of cues");
         case DocxCueList::Outcome::cutOff:
-            throw CommandFailure (read.shownPath + ": It asks for more cues than any list has");
+            throw CommandFailure (read.shownPath + ": " + sheet->refusal.substring (0, 1).toUpperCase()
+                                  + sheet->refusal.substring (1));
     }
 }
 
@@ -216,8 +217,10 @@ void readWithTool (ReadFile& read, const std::function<void()>& load)
                                     + tool.getFolder().getParentDirectory().getFullPathName() + " is full"));
 
     tool.leaveOut (read.importer->filePath + ": what docxHandler has found in it is no list of cues");
-    tool.leaveOut (read.importer->filePath
-                   + ": it asks for more cues than any list has; the rest is left out");
+
+    if (const auto* sheet = dynamic_cast<const DublaneDocxEventFileImporter*> (read.importer.get()))
+        tool.leaveOut (read.importer->filePath + ": " + sheet->refusal + sheet->restIsLeftOut);
+
     refuseBrokenCues (read);
 }
 
