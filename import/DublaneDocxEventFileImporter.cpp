@@ -93,6 +93,7 @@ void DublaneDocxEventFileImporter::parse (juce::String& errorMessage, Core::Text
     assignColumns (DocxCueList::numberOfColumns);
     const auto json = Core::StringUtil::fromUTF8 (std::string_view (*bytes).substr (0, bytes->find ('\n')));
     outcome = DocxCueList::addRows (json, rows);
+    refusal.clear();
 
     if (outcome == DocxCueList::Outcome::noCueList)
         Core::Logger::error (filePath + ": what docxHandler has found in it is no list of cues");

@@ -443,12 +443,6 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     if (options.policy.dryRun || files.empty())
         return files;
 
-    // Here the wait can be broken off.
-    std::vector<ZEP::Core::Descriptor> readers;
-
-    for (const auto& file : files)
-        readers.push_back (waitForReader (file));
-
     const StagingFolder stage (files.front());
     const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
     std::optional<WorkStopped> stop;
@@ -462,7 +456,7 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
         stop = stopped;
     }
 
-    auto written = moveIntoPlace (works, stage.getFolder(), session);
+    auto written = moveIntoPlace (works, stage, session);
 
     if (stop.has_value())
         throw written.empty() ? *stop : WorkStopped ("Stopped; what was finished is kept");
@@ -470,16 +464,16 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     return written;
 }
 
-std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,
-                                                      Session& session) const
+std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& works,
+                                                      const StagingFolder& stage, Session& session) const
 {
     std::vector<juce::File> written;
-    PlacedFiles places (stage);
+    PlacedFiles places (stage.getFolder());
 
     for (const auto& work : works)
         for (std::size_t i = 0; i < work.names.size(); ++i)
         {
-            const auto finished = inside (stage, work.names[i]);
+            const auto finished = inside (stage.getFolder(), work.names[i]);
 
             // An exporter also ends well when a question was answered with no, or when there is nothing to write.
             if (! finished.exists())
@@ -496,6 +490,13 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
             if (work.settings->exportType == EventExportTypeWord && isTooLargeToImport (finished))
                 session.say (work.targets[i].getFullPathName() + tooLargeToImport);
 
+            // One pipe after the other, as somebody reads them who has no more than two hands.
+            const auto reader =
+                waitForReader (work.targets[i],
+                               [&] {
+                                   stage.getSignals().throwIfStopped (work.targets[i].getFullPathName()
+                                                                      + " was not written");
+                               });
             places.add (finished, work.targets[i]);
             written.push_back (work.targets[i]);
         }

@@ -57,7 +57,7 @@ private:
     struct Work;
 
     Work workFor (const Order& order, const ZEP::Overmarks::Project& project) const;
-    std::vector<juce::File> moveIntoPlace (const std::vector<Work>& works, const juce::File& stage,
+    std::vector<juce::File> moveIntoPlace (const std::vector<Work>& works, const StagingFolder& stage,
                                            Session& session) const;
     void refuse (const std::vector<Work>& works) const;
     void sayWhatWouldBeAsked (const std::vector<Work>& works, const Session& session) const;

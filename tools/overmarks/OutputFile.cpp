@@ -9,9 +9,11 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <thread>
 
 namespace overmarks
 {
@@ -87,8 +89,9 @@ void refuseToReplace (const juce::File& file, const OutputPolicy& policy)
         throw CommandFailure (file.getFullPathName() + " exists already; --force replaces it");
 }
 
-ZEP::Core::Descriptor waitForReader (const juce::File& file)
+ZEP::Core::Descriptor waitForReader (const juce::File& file, const std::function<void()>& whileWaiting)
 {
+    constexpr auto pause = std::chrono::milliseconds (20);
     const auto path = placeOf (file).getFullPathName().toStdString();
     struct stat found
     {
@@ -98,7 +101,16 @@ ZEP::Core::Descriptor waitForReader (const juce::File& file)
         || ZEP::Core::SharedFolder::isAStrangers (path, found))
         return {};
 
-    return { path, O_WRONLY | O_NOFOLLOW };
+    for (;;)
+    {
+        ZEP::Core::Descriptor pipe (path, O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
+
+        if (pipe.isOpen() || errno != ENXIO)
+            return pipe;
+
+        whileWaiting();
+        std::this_thread::sleep_for (pause);
+    }
 }
 
 void writeWholeFile (const juce::File& file, const std::string& contents)

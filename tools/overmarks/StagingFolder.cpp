@@ -4,6 +4,8 @@
 #include "OutputFile.h"
 #include "Session.h"
 
+#include "core/system/WholeFile.h"
+
 #include <unistd.h>
 
 #include <cerrno>
@@ -61,7 +63,10 @@ void StagingFolder::moveIntoPlace (const juce::File& finished, const juce::File&
     if (! finished.loadFileAsData (contents))
         throw CommandFailure ("Can't read " + finished.getFullPathName());
 
-    writeWholeFile (target, { contents.begin(), contents.end() });
+    const std::string_view bytes (contents.begin(), contents.getSize());
+
+    if (const auto result = ZEP::Core::WholeFile::write (target, bytes); result.failed())
+        throw CommandFailure (result.getErrorMessage());
 }
 
 } // namespace overmarks

@@ -24,7 +24,8 @@ public:
     const juce::File& getFolder() const noexcept { return folder.get(); }
     const StopSignals& getSignals() const noexcept { return folder.getSignals(); }
 
-    /** Moves a finished file of this folder to its place, where it replaces what is there; a link stays a link.
+    /** Moves a finished file of this folder to its place, where it replaces what is there; a link stays a link. A pipe gets what is in it
+        if somebody reads it; here nobody is waited for.
         Throws CommandFailure; the old file is whole then. */
     static void moveIntoPlace (const juce::File& finished, const juce::File& target);
 
