@@ -188,7 +188,7 @@ bool CSVParser::open (const std::string& path)
     stream.close();
     stream.clear();
     std::uint64_t length = 0; // asked for anew when it is read
-    return openOrdinaryFile (path, stream, length).wasOk();
+    return openOrdinaryFile (path, stream, length);
 }
 
 CSVParser::Table& CSVParser::parse (Core::TextEncoding& textEncoding)

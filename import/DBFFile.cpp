@@ -92,7 +92,7 @@ void DBFFile::openFile()
 {
     juce::String reason;
 
-    if (openOrdinaryFile (filePath.toStdString(), *this, fileLength).failed())
+    if (! openOrdinaryFile (filePath.toStdString(), *this, fileLength))
         reason = isOrdinaryFile (filePath) ? "it can't be opened" : "there is no such file";
     else if (const auto most = ImportLimits::limits().bytesOfFile; fileLength > most)
         reason = "it is larger than " + juce::String (most) + " bytes and is not read";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "midi/MIDITriggerEventFile.h"
 
+#include "core/system/Descriptor.h"
 #include "core/system/FileInput.h"
 #include "core/system/Logger.h"
 #include "core/system/MissingFile.h"
@@ -10,9 +11,6 @@
 #include "proto/midi.pb.h"
 
 #include <google/protobuf/stubs/logging.h>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -34,9 +32,6 @@ namespace
 constexpr auto fileName = "midiEventsV3.bin";
 
 juce::File triggerFile() { return juce::File (MIDITriggerEventFile::path()); }
-
-/** Whether bytes can be read from it that end. */
-bool isReadable (const juce::File& file) { return file.existsAsFile() && ! WholeFile::isDeviceOrPipe (file); }
 
 /** How many bytes a list may have; no record has more than an int can tell. */
 std::uint64_t mostBytes()
@@ -104,14 +99,12 @@ juce::Result cantWrite (const juce::File& file, const juce::String& reason)
 /** Makes an empty file that nobody else may read: nor might they read the damaged one. */
 juce::Result makePrivateFile (const juce::File& file)
 {
-    const int made =
-        ::open (file.getFullPathName().toRawUTF8(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    const ZEP::Core::Descriptor made (file.getFullPathName().toStdString(), O_WRONLY | O_CREAT | O_EXCL,
+                                      0600);
 
-    if (made < 0)
-        return cantWrite (file, juce::String::fromUTF8 (std::generic_category().message (errno).c_str()));
-
-    ::close (made);
-    return juce::Result::ok();
+    return made.isOpen()
+               ? juce::Result::ok()
+               : cantWrite (file, juce::String::fromUTF8 (std::generic_category().message (errno).c_str()));
 }
 
 /** A file that can't be replaced is kept again before each attempt; one copy is enough. */
@@ -120,8 +113,13 @@ bool isKept (const juce::File& file, const std::string& bytes)
     for (const auto& copy : file.getParentDirectory().findChildFiles (
              juce::File::findFiles, false,
              file.getFileNameWithoutExtension() + ".damaged*" + file.getFileExtension()))
-        if (isReadable (copy) && readingOf (copy).bytes == bytes)
+    {
+        std::string kept;
+
+        if (ZEP::Core::FileInput::readWhole (copy.getFullPathName(), kept, bytes.size()).wasOk()
+            && kept == bytes)
             return true;
+    }
 
     return false;
 }

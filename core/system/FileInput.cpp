@@ -95,7 +95,7 @@ juce::Result FileInput::readWhole (const juce::String& path, std::string& bytes,
 
 juce::Result FileInput::readToEnd (std::string& bytes, std::uint64_t most)
 {
-    const auto expected = static_cast<std::uint64_t> (std::max<juce::int64> (length - position, 0));
+    const auto expected = static_cast<std::uint64_t> (length);
     const auto tooLarge = [most]
     { return juce::Result::fail ("it is larger than " + juce::String (most) + " bytes"); };
 

@@ -41,9 +41,6 @@ public:
     bool setPosition (
         juce::int64 newPosition) override; ///< From the start of the file. False if it can't be.
 
-    /** The bytes from here up to where the file ends now, as readWhole() gives them. */
-    [[nodiscard]] juce::Result readToEnd (std::string& bytes, std::uint64_t most);
-
     /** The bytes of a whole file up to where it ends now.
         @param bytes  replaced on success, untouched on failure
         @param most   a file that has more bytes isn't read
@@ -53,6 +50,7 @@ public:
                                                  std::uint64_t most);
 
 private:
+    [[nodiscard]] juce::Result readToEnd (std::string& bytes, std::uint64_t most);
     void fail (int error);
 
     juce::Result status = juce::Result::ok();

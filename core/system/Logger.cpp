@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/Logger.h"
 
+#include "core/system/TerminalOrders.h"
+
 #include <Poco/AutoPtr.h>
 #include <Poco/ConsoleChannel.h>
 #include <Poco/Logger.h>
@@ -28,15 +30,6 @@ Poco::Logger& logger()
     return found;
 }
 
-/** Commands a terminal, ends a line or turns what follows round. */
-bool isUnshown (juce::juce_wchar code)
-{
-    const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
-    const bool breaksLine = code == 0x2028 || code == 0x2029;
-    const bool turnsDirection = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-    return isControl || breaksLine || turnsDirection;
-}
-
 /** File names and cells are quoted in the log, which may go to a terminal: nothing in them may command it, or pass for a message
     of its own. */
 std::string withoutControlCodes (const juce::String& text)
@@ -49,7 +42,7 @@ std::string withoutControlCodes (const juce::String& text)
         const auto code = letter.getAndAdvance();
         if (code == '\n' || code == '\t')
             clean += ' ';
-        else if (isUnshown (code))
+        else if (isTerminalOrder (static_cast<std::uint32_t> (code)))
             clean += '?';
         else
             clean.append (start, static_cast<std::size_t> (letter.getAddress() - start));

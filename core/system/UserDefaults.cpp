@@ -196,7 +196,7 @@ juce::Result UserDefaults::setSettingsFile (const juce::File& file)
         return result;
 
     SettingsFile::Values found;
-    if (target != juce::File() && ! isMissing (target))
+    if (! isMissing (target))
         if (const auto result = SettingsFile::read (target, found); result.failed())
             return result;
 

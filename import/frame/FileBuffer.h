@@ -23,11 +23,10 @@ public:
     /** Fine, or why the file can't be read, in the system's words. */
     [[nodiscard]] const juce::Result& getStatus() const noexcept { return file.getStatus(); }
 
-    Core::FileInput file; ///< for whoever wants all of it; what is read from it no stream gets
-
 private:
     int_type underflow() override;
 
+    Core::FileInput file;
     std::array<char, std::size_t { 1 } << 14> piece {};
 };
 

@@ -5,35 +5,34 @@
 
 #include <ext/stdio_filebuf.h>
 
-#include <cerrno>
-#include <system_error>
 #include <utility>
 
 namespace ZEP::Overmarks
 {
 
-juce::Result openOrdinaryFile (const std::string& path, std::ifstream& stream, std::uint64_t& length)
+bool openOrdinaryFile (const std::string& path, std::ifstream& stream, std::uint64_t& length)
 {
     // Looked at only when it is open: a name may change its meaning in between.
     Core::Descriptor file (path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-    const int error = errno;
     const auto status = file.status();
     length = 0;
 
     if (status.has_value() && S_ISREG (status->st_mode))
     {
         length = static_cast<std::uint64_t> (status->st_size);
-        *stream.rdbuf() = __gnu_cxx::stdio_filebuf<char> (file.release(), std::ios::in | std::ios::binary);
+        __gnu_cxx::stdio_filebuf<char> opened (file.number(), std::ios::in | std::ios::binary);
+
+        if (opened.is_open()) // the file is the stream's only then
+        {
+            (void)file.release();
+            *stream.rdbuf() = std::move (opened);
+        }
     }
 
-    if (stream.is_open())
-        return juce::Result::ok();
+    if (! stream.is_open())
+        stream.setstate (std::ios::failbit);
 
-    stream.setstate (std::ios::failbit);
-    return juce::Result::fail (
-        file.isOpen() || error == ENXIO || error == ENODEV // a socket has no other way to say it
-            ? juce::String ("it is no file")
-            : juce::String::fromUTF8 (std::generic_category().message (error).c_str()));
+    return stream.is_open();
 }
 
 bool hasEndedBefore (std::uint64_t length, std::ifstream& stream)

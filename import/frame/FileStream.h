@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include <juce_core/juce_core.h>
-
 #include <cstdint>
 #include <fstream>
 #include <string>
@@ -16,9 +14,8 @@ namespace ZEP::Overmarks
     @param path    as the system knows it
     @param stream  a closed one; it stays closed, with its failbit set, on failure
     @param length  the bytes that the system knows of; 0 for a file of the system itself, which knows only when it is read
-    @returns on failure what the system says, or "it is no file" of anything but an ordinary one */
-[[nodiscard]] juce::Result openOrdinaryFile (const std::string& path, std::ifstream& stream,
-                                             std::uint64_t& length);
+    @returns false for what the system doesn't open, and for anything but an ordinary file */
+[[nodiscard]] bool openOrdinaryFile (const std::string& path, std::ifstream& stream, std::uint64_t& length);
 
 /** Whether a stream that has come to the end of its file found it before this place: somebody has cut the file, and half a list
     would pass for the whole of it. */

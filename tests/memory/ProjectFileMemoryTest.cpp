@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // What is said of a project file when the memory is full.
 #include "list/ProjectFileSupport.h"
+#include "list/ProjectJSON.h"
 #include "memory/MemoryBudget.h"
 
 #include <functional>
@@ -74,6 +75,21 @@ TEST_F (ProjectFileMemoryTest, aRecordThatTheMemoryDoesNotHoldLeavesTheProjectAl
                                       + (project.list == list && project.name == "mine" ? "" : " changed");
                            }),
                "The project file x can't be loaded: there is not enough memory");
+}
+
+TEST_F (ProjectFileMemoryTest, aTextThatTheMemoryDoesNotHoldLeavesTheProjectAlone)
+{
+    const auto text = R"({"overmarks": 1, "name": ")" + std::string (100'000'000, 'n') + R"("})";
+    EXPECT_EQ (withMemory (30'000'000,
+                           [&text]
+                           {
+                               auto project = smallProject ("mine");
+                               const auto list = project.list;
+                               const auto words = ProjectJSON::fromText (text, project);
+                               return words.toStdString()
+                                      + (project.list == list && project.name == "mine" ? "" : " changed");
+                           }),
+               "The text can't be loaded: there is not enough memory");
 }
 
 TEST_F (ProjectFileMemoryTest, savingWithoutMemoryIsSaid)

@@ -121,6 +121,17 @@ TEST_F (MIDITriggerEventFileTest, aSmallFileThatFillsTheMemoryIsNotReadIn)
     EXPECT_THAT (MIDITriggerEventFile::read(), IsEmpty());
 }
 
+TEST_F (MIDITriggerEventFileTest, whatWouldFillTheMemoryIsNotWrittenEither)
+{
+    const auto small = trigger ("PC 1 5");
+    small->event = nullptr;
+    MIDITriggerEventFile::limits().spareMemory = 0;
+    EXPECT_EQ (MIDITriggerEventFile::write ({ small }).getErrorMessage(),
+               "Can't write " + folder.directory()
+                   + "/midiEventsV3.bin: it would be too large to be read again");
+    EXPECT_THAT (folder.names(), IsEmpty());
+}
+
 TEST_F (MIDITriggerEventFileTest, aCutFileNeverBreaksAnything)
 {
     store ({ trigger ("NoteOn 1 60", "a"), trigger ("PC 1 5", "b") });

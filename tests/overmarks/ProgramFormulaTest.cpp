@@ -172,7 +172,6 @@ TEST_F (ProgramFormulaTest, signsThatAreLeftOutHideNoFormula)
 
 TEST_F (ProgramFormulaTest, aReasonOfTheUsersIsACellToo)
 {
-    const auto reasons = run ({ "reasons", "--reasons", "=A1", "--json" }).json();
     write ("x.json", R"({"overmarks": 1, "userReasons": ["=cmd|'/C calc'!A0"], "events": [)"
                          + cue ("A1", 0, 50, R"("text": "Me", "reason": 33)") + "]}");
     EXPECT_THAT (found ("spreadsheet-formula", { "x.json" }),

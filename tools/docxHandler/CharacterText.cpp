@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "CharacterText.h"
 
+#include "core/system/TerminalOrders.h"
+
 #include <algorithm>
 #include <array>
 
@@ -196,7 +198,6 @@ std::string onOneLine (std::string_view text)
     return result;
 }
 
-// The command-line program has the same rule for what it shows. This one shares no code with it: it works without JUCE.
 std::string withoutOrders (std::string_view text)
 {
     std::string result;
@@ -204,10 +205,7 @@ std::string withoutOrders (std::string_view text)
     for (std::size_t place = 0; place < text.size();)
     {
         const auto c = nextCharacter (text, place);
-        const auto isControl = c < 0x20 || (c >= 0x7f && c < 0xa0);
-        const auto breaksLine = c == 0x2028 || c == 0x2029;
-        const auto turnsDirection = (c >= 0x202a && c <= 0x202e) || (c >= 0x2066 && c <= 0x2069);
-        appendCharacter (result, isControl || breaksLine || turnsDirection ? U' ' : c);
+        appendCharacter (result, ZEP::Core::isTerminalOrder (c) ? U' ' : c);
     }
 
     return result;

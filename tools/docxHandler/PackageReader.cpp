@@ -2,6 +2,7 @@
 #include "PackageReader.h"
 
 #include "Failure.h"
+#include "core/system/CappedNumbers.h"
 
 #include <algorithm>
 #include <array>
@@ -89,8 +90,8 @@ void PackageReader::judgeContent (std::uint64_t bytesOfPackage) const
     for (std::uint64_t index = 0; index < parts; ++index)
     {
         const auto state = stateOf (index);
-        unpacked += std::min (state.size, mostBytes + 1);
-        packed += std::min (state.comp_size, mostBytes);
+        unpacked = ZEP::Core::cappedSum (unpacked, state.size);
+        packed = ZEP::Core::cappedSum (packed, state.comp_size);
 
         if (state.size > mostBytesOfPart || unpacked > mostBytes)
             throw Failure ("is too large when unpacked");

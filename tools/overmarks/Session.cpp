@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "Session.h"
 
+#include "core/system/TerminalOrders.h"
+
 #include <cstdio>
 #include <string_view>
 
@@ -18,11 +20,10 @@ void writeLine (std::FILE* stream, const std::string& line)
         std::fputc ('\n', stream);
 }
 
-bool isControl (juce::juce_wchar character)
+/** Passes over a character, and tells whether no terminal may see it. */
+bool isOrder (juce::CharPointer_UTF8& place)
 {
-    // C0, DEL and C1, what ends a line or a paragraph, and the marks that turn the direction of what follows.
-    return character < 0x20 || (character >= 0x7f && character < 0xa0)
-           || (character >= 0x2028 && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
+    return ZEP::Core::isTerminalOrder (static_cast<std::uint32_t> (place.getAndAdvance()));
 }
 
 /** The control character that begins at this place; nothing if there is none. */
@@ -30,9 +31,9 @@ std::string_view controlAt (const std::string& text, std::size_t place)
 {
     const juce::CharPointer_UTF8 first (text.c_str() + place);
     auto next = first;
-    return isControl (next.getAndAdvance()) ? std::string_view (
+    return isOrder (next) ? std::string_view (
                first.getAddress(), static_cast<std::size_t> (next.getAddress() - first.getAddress()))
-                                            : std::string_view();
+                          : std::string_view();
 }
 
 } // namespace
@@ -51,7 +52,7 @@ juce::String printable (const juce::String& text)
     {
         const auto* first = p.getAddress();
 
-        if (isControl (p.getAndAdvance()))
+        if (isOrder (p))
             shown += ' ';
         else
             shown.append (first, static_cast<std::size_t> (p.getAddress() - first));

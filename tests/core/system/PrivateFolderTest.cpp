@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/PrivateFolder.h"
 
+#include "support/Environment.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -16,30 +16,15 @@
 namespace
 {
 using ZEP::Core::PrivateFolder;
+using ZEP::Overmarks::Testing::Environment;
 using ZEP::Overmarks::Testing::TemporaryFolder;
 namespace fs = std::filesystem;
 
 class PrivateFolderTest : public testing::Test
 {
 protected:
-    PrivateFolderTest()
-    {
-        if (const char* given = std::getenv ("TMPDIR"))
-            before = given;
-
-        ::setenv ("TMPDIR", temporary.path.c_str(), 1);
-    }
-
-    ~PrivateFolderTest() override
-    {
-        if (before.empty())
-            ::unsetenv ("TMPDIR");
-        else
-            ::setenv ("TMPDIR", before.c_str(), 1);
-    }
-
-    std::string before;
     const TemporaryFolder temporary;
+    const Environment place { "TMPDIR", temporary.path };
 };
 
 TEST_F (PrivateFolderTest, itLiesAmongTheTemporaryFilesAndOnlyItsUserMayLookIntoIt)
@@ -96,7 +81,7 @@ TEST_F (PrivateFolderTest, whatAProcessThatIsEndingStillMakesInItIsRemovedToo)
 
 TEST_F (PrivateFolderTest, withoutAPlaceTheFolderAndTheReasonAreSaid)
 {
-    ::setenv ("TMPDIR", "/proc/none", 1);
+    const Environment nowhere ("TMPDIR", "/proc/none");
 
     try
     {

@@ -14,14 +14,12 @@ using namespace ZEP::Overmarks;
 namespace
 {
 
-constexpr int comma = 1;
 constexpr char separator = ',';
 
 std::shared_ptr<EventExportSettingsSet> settingsFor (int templateNumber)
 {
     auto settings = std::make_shared<EventExportSettingsSet>();
     settings->options[EventExportCSVTemplateKey] = templateNumber;
-    settings->options[EventExportCSVDelimiterKey] = comma;
     return settings;
 }
 
