@@ -2,6 +2,7 @@
 #include "core/system/WholeFile.h"
 
 #include "core/system/Descriptor.h"
+#include "core/system/FormerRights.h"
 #include "core/system/RandomIdentity.h"
 #include "core/system/SharedFolder.h"
 
@@ -81,7 +82,7 @@ public:
     void write (std::span<const std::string_view> pieces, Until until)
     {
         if (replacesAFile)
-            takeOwnerAndPermissions();
+            require (takeFormerRights (file.number(), former));
 
         writeAll (file, pieces);
         require (until == Until::theSystemHasIt
@@ -117,19 +118,6 @@ private:
             require (file.isOpen());
             return;
         }
-    }
-
-    void takeOwnerAndPermissions() const
-    {
-        auto mode = former.st_mode & 0777;
-        const int number = file.number();
-
-        // The rights of a group that can't be kept are not for another one.
-        if (::fchown (number, former.st_uid, former.st_gid) != 0
-            && ::fchown (number, static_cast<uid_t> (-1), former.st_gid) != 0)
-            mode = (mode & 0707) | (mode & 07) << 3;
-
-        require (::fchmod (number, mode) == 0);
     }
 
     /** The folder's new entry reaches the disk as well. A folder that may not be read can't be asked for it, and some file

@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 using nlohmann::ordered_json;
 using testing::HasSubstr;
 using testing::Not;
@@ -199,6 +201,33 @@ TEST_F (ProgramTest, aFolderThatNobodyMayWriteToIsRefused)
     }
 
     chmod (path ("closed").c_str(), 0755);
+}
+
+TEST_F (ProgramTest, whatReplacesAPrivateFileIsAsPrivate)
+{
+    write ("x.csv", threeCues);
+
+    for (const auto* name : { "old.csv", "old.xlsx", "old.json", "old.overmarks" })
+    {
+        write (name, "old");
+        ASSERT_EQ (chmod (path (name).c_str(), 0600), 0);
+        EXPECT_EQ (run ({ "convert", "x.csv", name, "--force" }).status, 0) << name;
+        EXPECT_GT (file (name).getSize(), 3) << name;
+        EXPECT_EQ (std::filesystem::status (path (name)).permissions(), std::filesystem::perms (0600))
+            << name;
+    }
+}
+
+TEST_F (ProgramTest, aDocumentBehindALinkToAnotherDiskIsWrittenThere)
+{
+    write ("x.csv", threeCues);
+    ASSERT_TRUE (file ("out").createDirectory().wasOk());
+    const auto elsewhere = juce::File ("/dev/shm").getNonexistentChildFile ("overmarks-test", ".ttal", false);
+    std::filesystem::create_symlink (elsewhere.getFullPathName().toStdString(), path ("out/x.ttal"));
+    const auto result = run ({ "export", "x.csv", "-o", "out", "--format", "csv,ttal" });
+    EXPECT_EQ (result.status, 0) << result.errors;
+    EXPECT_GT (elsewhere.getSize(), 0);
+    EXPECT_TRUE (elsewhere.deleteFile());
 }
 
 TEST_F (ProgramTest, aNameCannotLeaveTheFolder)

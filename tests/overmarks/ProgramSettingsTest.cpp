@@ -4,6 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
+#include <filesystem>
+
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -36,6 +40,15 @@ protected:
                    0);
     }
 };
+
+TEST_F (ProgramSettingsTest, aPrivateFileStaysPrivate)
+{
+    hasSettings();
+    ASSERT_EQ (chmod (path ("studio.settings").c_str(), 0600), 0);
+    EXPECT_EQ (preferences ({ "--set", "ADRCueDefaultDuration=2" }).status, 0);
+    EXPECT_EQ (std::filesystem::status (path ("studio.settings")).permissions(),
+               std::filesystem::perms (0600));
+}
 
 // ---- a file that isn't there ---------------------------------------------------------------------------------------------
 

@@ -443,20 +443,25 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     if (options.policy.dryRun || files.empty())
         return files;
 
-    const StagingFolder stage (files.front());
-    const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
+    const auto inFolder = std::find_if_not (files.begin(), files.end(), isDeviceOrPipe);
+    const StagingFolder stage (inFolder == files.end() ? files.front() : *inFolder);
     std::optional<WorkStopped> stop;
 
-    try
     {
-        makeDocuments (works, stage, session);
-    }
-    catch (const WorkStopped& stopped)
-    {
-        stop = stopped;
+        const StopSignals::Patience untilAllAreMade (stage.getSignals());
+
+        try
+        {
+            makeDocuments (works, stage, session);
+        }
+        catch (const WorkStopped& stopped)
+        {
+            stop = stopped;
+        }
     }
 
-    auto written = moveIntoPlace (works, stage, session);
+    const auto finished = finishedOf (works, stage, session);
+    auto written = moveIntoPlace (finished, stage, stop.has_value(), session);
 
     if (stop.has_value())
         throw written.empty() ? *stop : WorkStopped ("Stopped; what was finished is kept");
@@ -464,19 +469,18 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     return written;
 }
 
-std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& works,
-                                                      const StagingFolder& stage, Session& session) const
+std::vector<DocumentBatch::Finished> DocumentBatch::finishedOf (const std::vector<Work>& works,
+                                                                const StagingFolder& stage, Session& session)
 {
-    std::vector<juce::File> written;
-    PlacedFiles places (stage.getFolder());
+    std::vector<Finished> finished;
 
     for (const auto& work : works)
         for (std::size_t i = 0; i < work.names.size(); ++i)
         {
-            const auto finished = inside (stage.getFolder(), work.names[i]);
+            const auto made = inside (stage.getFolder(), work.names[i]);
 
             // An exporter also ends well when a question was answered with no, or when there is nothing to write.
-            if (! finished.exists())
+            if (! made.exists())
             {
                 const auto reason = work.reasonFor (work.names[i]);
                 session.report ({ {},
@@ -487,19 +491,44 @@ std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Work>& w
                 continue;
             }
 
-            if (work.settings->exportType == EventExportTypeWord && isTooLargeToImport (finished))
+            if (work.settings->exportType == EventExportTypeWord && isTooLargeToImport (made))
                 session.say (work.targets[i].getFullPathName() + tooLargeToImport);
 
-            // One pipe after the other, as somebody reads them who has no more than two hands.
-            const auto reader =
-                waitForReader (work.targets[i],
-                               [&] {
-                                   stage.getSignals().throwIfStopped (work.targets[i].getFullPathName()
-                                                                      + " was not written");
-                               });
-            places.add (finished, work.targets[i]);
-            written.push_back (work.targets[i]);
+            finished.push_back ({ made, work.targets[i], isDeviceOrPipe (work.targets[i]) });
         }
+
+    return finished;
+}
+
+std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Finished>& finished,
+                                                      const StagingFolder& stage, bool stopped,
+                                                      Session& session)
+{
+    std::vector<juce::File> written;
+
+    // Whoever reads a pipe may never come, or stall. While nothing has been replaced yet, the program can be ended without loss.
+    for (const auto& document : finished)
+        if (document.goesIntoPipe && ! stopped)
+        {
+            const auto reader = waitForReader (document.target);
+            StagingFolder::moveIntoPlace (document.made, document.target);
+        }
+
+    const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
+    PlacedFiles places (stage.getFolder());
+
+    for (const auto& document : finished)
+    {
+        if (! document.goesIntoPipe)
+            places.add (document.made, document.target);
+        else if (stopped)
+        {
+            session.report ({ {}, 0, {}, document.target.getFullPathName() + " was not written" });
+            continue;
+        }
+
+        written.push_back (document.target);
+    }
 
     places.keep();
     return written;

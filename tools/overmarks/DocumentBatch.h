@@ -56,9 +56,19 @@ private:
 
     struct Work;
 
+    /** A document that lies in the staging folder. */
+    struct Finished
+    {
+        juce::File made;
+        juce::File target;
+        bool goesIntoPipe; ///< or into a device
+    };
+
     Work workFor (const Order& order, const ZEP::Overmarks::Project& project) const;
-    std::vector<juce::File> moveIntoPlace (const std::vector<Work>& works, const StagingFolder& stage,
-                                           Session& session) const;
+    static std::vector<Finished> finishedOf (const std::vector<Work>& works, const StagingFolder& stage,
+                                             Session& session);
+    static std::vector<juce::File> moveIntoPlace (const std::vector<Finished>& finished,
+                                                  const StagingFolder& stage, bool stopped, Session& session);
     void refuse (const std::vector<Work>& works) const;
     void sayWhatWouldBeAsked (const std::vector<Work>& works, const Session& session) const;
     bool isByCharacter (const DocumentFormat& format) const;

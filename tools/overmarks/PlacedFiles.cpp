@@ -45,12 +45,6 @@ juce::File PlacedFiles::keepOld (const juce::File& place) const
 
 void PlacedFiles::add (const juce::File& finished, const juce::File& target)
 {
-    if (isDeviceOrPipe (target))
-    {
-        StagingFolder::moveIntoPlace (finished, target);
-        return;
-    }
-
     const auto place = placeOf (target);
     const auto old = keepOld (place);
     StagingFolder::moveIntoPlace (finished, target);

@@ -9,7 +9,7 @@ namespace overmarks
 {
 
 /** Finished files on their way to their places, all of them or none: unless keep() is called in the end, the folder gets back
-    what stood there before. What went into a device or a pipe is gone. */
+    what stood there before. Not for devices and pipes: what went into those is gone. */
 class PlacedFiles final
 {
 public:

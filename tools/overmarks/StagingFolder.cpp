@@ -4,13 +4,18 @@
 #include "OutputFile.h"
 #include "Session.h"
 
+#include "core/system/Descriptor.h"
+#include "core/system/FormerRights.h"
 #include "core/system/WholeFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 namespace overmarks
 {
@@ -25,6 +30,20 @@ juce::File parentFor (const juce::File& target)
     refuseFolderOf (target);
     return isDeviceOrPipe (target) ? juce::File::getSpecialLocation (juce::File::tempDirectory)
                                    : placeOf (target).getParentDirectory();
+}
+
+/** A file that replaces another one is for the same people. */
+bool takeRightsOf (const std::string& place, const std::string& path)
+{
+    struct stat former
+    {
+    };
+
+    if (::stat (place.c_str(), &former) != 0)
+        return true;
+
+    const ZEP::Core::Descriptor file (path, O_RDONLY);
+    return file.isOpen() && ZEP::Core::takeFormerRights (file.number(), former);
 }
 
 } // namespace
@@ -48,15 +67,16 @@ StagingFolder::StagingFolder (const juce::File& target) : folder (parentFor (tar
 
 void StagingFolder::moveIntoPlace (const juce::File& finished, const juce::File& target)
 {
-    const auto place = placeOf (target);
+    if (! isDeviceOrPipe (target))
+    {
+        const auto place = placeOf (target).getFullPathName().toStdString();
+        const auto path = finished.getFullPathName().toStdString();
 
-    if (! isDeviceOrPipe (target)
-        && std::rename (finished.getFullPathName().toRawUTF8(), place.getFullPathName().toRawUTF8()) == 0)
-        return;
-
-    // A device, or a link to another disk.
-    if (! isDeviceOrPipe (target) && errno != EXDEV)
-        throw CommandFailure ("Can't write " + target.getFullPathName() + ": " + reason());
+        if (takeRightsOf (place, path) && std::rename (path.c_str(), place.c_str()) == 0)
+            return;
+        if (errno != EXDEV) // a link to another disk is written through
+            throw CommandFailure ("Can't write " + target.getFullPathName() + ": " + reason());
+    }
 
     juce::MemoryBlock contents;
 
