@@ -14,6 +14,7 @@ using namespace ZEP::Overmarks;
 namespace
 {
 
+constexpr int comma = 1;
 constexpr char separator = ',';
 
 std::shared_ptr<EventExportSettingsSet> settingsFor (int templateNumber)
