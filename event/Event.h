@@ -200,6 +200,15 @@ public:
 
     // ---- carried for the list and the applications -------------------------------------------------------------------
 
+    /** Asks the memory for what sorting and filtering look at. A long list does so some events ahead; it would wait for each of them
+        otherwise. Changes nothing. */
+    void fetchTimes() const noexcept
+    {
+        __builtin_prefetch (this);
+        __builtin_prefetch (&timeInfo);
+        __builtin_prefetch (&hiddenByFilter);
+    }
+
     /** Whether the event is listed only as a neighbour of what the filter looks for. Written by the list. */
     bool isHiddenByFilter() const noexcept { return hiddenByFilter; }
     void setHiddenByFilter (bool shouldBeHidden) noexcept { hiddenByFilter = shouldBeHidden; } ///< By lists.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/EventArray.h"
 
-#include "core/system/SystemUtility.h"
 #include "core/undo/UndoRedoHelpers.h"
 #include "core/undo/UndoableAction.h"
 #include "event/EventKeyValueEditor.h"
@@ -9,6 +8,7 @@
 #include "list/EventSortKeys.h"
 #include "preferences/PreferenceKeys.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <unordered_set>
@@ -17,7 +17,6 @@
 namespace ZEP::Overmarks
 {
 
-using ZEP::Core::SystemUtility;
 using ZEP::Core::TimeInfo;
 using ZEP::Core::UndoableAction;
 using ZEP::Core::UndoRedoHelpers;
@@ -175,47 +174,39 @@ void EventArray::removeEvents (const Events& eventsToRemove, bool withUndo)
 
 // ---- order ---------------------------------------------------------------------------------------------------------------
 
+namespace
+{
+
+/** Makes a vector hold these events, touching only where it holds others. */
+void store (const std::vector<EventPlace>& places, EventArray::Events& target)
+{
+    target.resize (std::min (target.size(), places.size()));
+
+    for (std::size_t i = 0; i < target.size(); ++i)
+        if (target[i] != *places[i])
+            target[i] = *places[i];
+
+    target.reserve (places.size());
+
+    for (std::size_t i = target.size(); i < places.size(); ++i)
+        target.push_back (*places[i]);
+}
+
+} // namespace
+
 void EventArray::sortContentAndUpdateFilteredEvents()
 {
-    filteredEvents.clear();
-    // Texts of dashes come first: "-" sorts below the digits.
-    stableSortByKeys (events, TimecodeKey::startOf, std::less<TimecodeKey>());
-    updateFilteredEvents();
-    sortedFilteredEvents = filteredEvents;
-    EventSortOrder (sortKey, sortDescending).sort (sortedFilteredEvents);
+    const ListedTimes times (events);
+    std::vector<EventPlace> listed;
+    filterInto (listed);
+    times.sort (listed);
+    store (listed, filteredEvents);
+    EventSortOrder (sortKey, sortDescending).sort (listed, times);
+    store (listed, sortedFilteredEvents);
     positions.forget();
 }
 
-void EventArray::sortFilteredEventsByTimecode()
-{
-    struct Key
-    {
-        bool hasInPoint;
-        int start;
-        TimecodeKey timecode;
-        juce::String cueNumber;
-    };
-
-    const bool byStartFrame = SystemUtility::getApplicationType() == 0;
-    const auto keyOf = [byStartFrame] (const Event& event)
-    {
-        const bool hasInPoint = event.getInPointFrameIndex() != -1;
-        return Key { hasInPoint, event.getStartFrameIndex(),
-                     hasInPoint && ! byStartFrame ? TimecodeKey::startOf (event) : TimecodeKey(),
-                     hasInPoint ? juce::String() : event.getCueNumber() };
-    };
-    const auto before = [byStartFrame] (const Key& a, const Key& b)
-    {
-        if (a.hasInPoint != b.hasInPoint)
-            return b.hasInPoint;
-        if (! a.hasInPoint)
-            return a.cueNumber < b.cueNumber;
-
-        return byStartFrame ? a.start < b.start : a.timecode < b.timecode;
-    };
-
-    stableSortByKeys (filteredEvents, keyOf, before);
-}
+void EventArray::sortFilteredEventsByTimecode() { sortByTimecode (filteredEvents); }
 
 bool EventArray::sortEventsBySortKey (std::shared_ptr<Event> a, std::shared_ptr<Event> b)
 {

@@ -6,6 +6,7 @@
 #include "core/timecode/TimeInfo.h"
 #include "event/Event.h"
 #include "list/EventPositions.h"
+#include "list/StableSort.h"
 
 #include <Poco/Any.h>
 #include <juce_core/juce_core.h>
@@ -192,6 +193,7 @@ private:
 
     void adoptFades (const EventArray& source);
     juce::String filterValue (const std::string& key);
+    void filterInto (std::vector<EventPlace>& listed);
     void dropUnlistedFromSelection();
 
     bool hasNothingToStepThrough() const;

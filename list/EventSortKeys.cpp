@@ -1,42 +1,65 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/EventSortKeys.h"
 
+#include "core/system/SystemUtility.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/EventKeyValueEditor.h"
+#include "list/NaturalKey.h"
 
+#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace ZEP::Overmarks
 {
 
 using KV = EventKeyValueEditor;
+using ZEP::Core::SystemUtility;
 using ZEP::Core::TCToolbox;
 
 // ---- timecodes -----------------------------------------------------------------------------------------------------------
 
+namespace
+{
+
+constexpr std::size_t bitsOfCharacter = 4;
+constexpr std::size_t charactersInHalf = 64 / bitsOfCharacter;
+
+/** In the order of ASCII, the end of the text lowest. */
+constexpr std::uint64_t rankOf (char character)
+{
+    switch (character)
+    {
+        case '-': return 1;
+        case ':': return 12;
+        case ';': return 13;
+        default: return static_cast<std::uint64_t> (character - '0') + 2;
+    }
+}
+
+using TimecodeText = std::array<char, TCToolbox::longestTimecode>;
+
+} // namespace
+
+TimecodeKey::TimecodeKey (std::string_view timecode) noexcept
+{
+    const auto length = std::min (timecode.size(), 2 * charactersInHalf);
+
+    for (std::size_t i = 0; i < length; ++i)
+        characters[i / charactersInHalf] |= rankOf (timecode[i])
+                                            << (64 - bitsOfCharacter * (i % charactersInHalf + 1));
+}
+
 TimecodeKey TimecodeKey::startOf (const Event& event)
 {
-    std::array<char, TCToolbox::longestTimecode> text;
-    TimecodeKey key;
-    std::memcpy (key.characters.data(), text.data(),
-                 std::min (event.writeStartTC (text.data()), key.characters.size()));
-    return key;
+    TimecodeText text;
+    return TimecodeKey ({ text.data(), event.writeStartTC (text.data()) });
 }
 
 TimecodeKey TimecodeKey::endOf (const Event& event)
 {
-    std::array<char, TCToolbox::longestTimecode> text;
-    TimecodeKey key;
-    std::memcpy (key.characters.data(), text.data(),
-                 std::min (event.writeEndTC (text.data()), key.characters.size()));
-    return key;
-}
-
-bool TimecodeKey::operator<(const TimecodeKey& other) const noexcept
-{
-    return std::memcmp (characters.data(), other.characters.data(), characters.size()) < 0;
+    TimecodeText text;
+    return TimecodeKey ({ text.data(), event.writeEndTC (text.data()) });
 }
 
 // ---- the columns ---------------------------------------------------------------------------------------------------------
@@ -113,14 +136,14 @@ EventSortOrder::Key EventSortOrder::keyFor (const Event& event) const
 
     switch (column)
     {
-        case Column::start:
-        case Column::end: fillTimeKey (key, event); break;
+        case Column::start: return startKeyFor (event, EventTimes (event));
+        case Column::end: return endKeyFor (event);
         case Column::number: key.number = numberOf (event); break;
         case Column::text: key.text = textOf (event); break;
         case Column::character: fillCharacterKey (key, event); break;
 
         case Column::cueNumber:
-            key.text = event.getCueNumber();
+            key.cueNumber = naturalKeyOf (event.getCueNumber());
             key.timecode = TimecodeKey::startOf (event);
             break;
 
@@ -135,15 +158,30 @@ EventSortOrder::Key EventSortOrder::keyFor (const Event& event) const
     return key;
 }
 
-void EventSortOrder::fillTimeKey (Key& key, const Event& event) const
+EventSortOrder::Key EventSortOrder::startKeyFor (const Event& event, const EventTimes& times)
 {
-    const bool byStart = column == Column::start;
-    key.hasInPoint = event.getInPointFrameIndex() != -1;
-    key.hasTime = (byStart ? event.getStartFrameIndex() : event.getEndFrameIndex()) != -1;
-    key.timecode = byStart ? TimecodeKey::startOf (event) : TimecodeKey::endOf (event);
+    Key key;
+    key.timecode = times.start;
+    key.hasInPoint = times.hasInPoint;
+    key.hasTime = times.startFrame != -1;
 
     if (! key.hasTime || ! key.hasInPoint)
         key.text = event.getCueNumber();
+
+    return key;
+}
+
+EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event)
+{
+    Key key;
+    key.timecode = TimecodeKey::endOf (event);
+    key.hasInPoint = event.getInPointFrameIndex() != -1;
+    key.hasTime = event.getEndFrameIndex() != -1;
+
+    if (! key.hasTime || ! key.hasInPoint)
+        key.text = event.getCueNumber();
+
+    return key;
 }
 
 void EventSortOrder::fillCharacterKey (Key& key, const Event& event) const
@@ -196,7 +234,7 @@ bool EventSortOrder::endsBefore (const Key& a, const Key& b) const
 
 bool EventSortOrder::cueNumberBefore (const Key& a, const Key& b) const
 {
-    const int difference = a.text.compareNatural (b.text, false);
+    const int difference = a.cueNumber.compare (b.cueNumber);
 
     // Equal numbers stay in the order of time, whichever way the column goes.
     return difference == 0 ? a.timecode < b.timecode : inDirection (difference, 0);
@@ -241,12 +279,96 @@ bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
     return goesBefore (keyFor (a), keyFor (b));
 }
 
+bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
+{
+    return column == Column::start ? startsBeforeInWholeList (a, b) : goesBefore (a, b);
+}
+
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
     stableSortByKeys (
         events, [this] (const Event& event) { return keyFor (event); },
-        [this] (const Key& a, const Key& b)
-        { return column == Column::start ? startsBeforeInWholeList (a, b) : goesBefore (a, b); });
+        [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); });
+}
+
+void EventSortOrder::sort (std::vector<EventPlace>& listed, const ListedTimes& times) const
+{
+    const auto before = [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); };
+
+    if (column != Column::start)
+    {
+        stableSortByKeys (
+            listed, [this] (const Event& event) { return keyFor (event); }, before);
+        return;
+    }
+
+    std::vector<KeyedItem<Key>> keys;
+    keys.reserve (listed.size());
+
+    for (const auto place : listed)
+        keys.push_back ({ startKeyFor (**place, times.of (place)), keys.size() });
+
+    stableSortWithKeys (listed, keys, before);
+}
+
+// ---- by timecode ---------------------------------------------------------------------------------------------------------
+
+namespace
+{
+
+struct ListKey
+{
+    bool hasInPoint;
+    int start;
+    TimecodeKey timecode;
+    juce::String cueNumber;
+};
+
+ListKey listKeyFor (const Event& event, const EventTimes& times)
+{
+    return { times.hasInPoint, times.startFrame, times.start,
+             times.hasInPoint ? juce::String() : event.getCueNumber() };
+}
+
+auto listOrder()
+{
+    return [byStartFrame = SystemUtility::getApplicationType() == 0] (const ListKey& a, const ListKey& b)
+    {
+        if (a.hasInPoint != b.hasInPoint)
+            return b.hasInPoint;
+        if (! a.hasInPoint)
+            return a.cueNumber < b.cueNumber;
+
+        return byStartFrame ? a.start < b.start : a.timecode < b.timecode;
+    };
+}
+
+} // namespace
+
+void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
+{
+    stableSortByKeys (
+        events, [] (const Event& event) { return listKeyFor (event, EventTimes (event)); }, listOrder());
+}
+
+// Texts of dashes come first: "-" sorts below the digits.
+ListedTimes::ListedTimes (std::vector<std::shared_ptr<Event>>& events)
+    : times (stableSortByKeys (
+        events, [] (const Event& event) { return EventTimes (event); },
+        [] (const EventTimes& a, const EventTimes& b) { return a.start < b.start; })),
+      first (events.data())
+{
+}
+
+void ListedTimes::sort (std::vector<EventPlace>& listed) const
+{
+    std::vector<KeyedItem<ListKey>> keys;
+    keys.reserve (listed.size());
+
+    for (const auto place : listed)
+        keys.push_back ({ listKeyFor (**place, of (place)), keys.size() });
+
+    stableSortWithKeys (listed, keys, listOrder());
 }
 
 } // namespace ZEP::Overmarks

@@ -3,16 +3,17 @@
 
 #include "core/cast/ADRCharacterMap.h"
 #include "event/Event.h"
+#include "list/StableSort.h"
 
 #include <juce_core/juce_core.h>
 
-#include <algorithm>
 #include <array>
+#include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
-#include <numeric>
-#include <type_traits>
-#include <utility>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -27,42 +28,54 @@ public:
     static TimecodeKey startOf (const Event& event);
     static TimecodeKey endOf (const Event& event);
 
-    bool operator<(const TimecodeKey& other) const noexcept;
-    bool operator== (const TimecodeKey&) const = default;
+    auto operator<=> (const TimecodeKey&) const = default;
 
 private:
-    // Room for hours of any number of digits; what is not used stays zero.
-    std::array<char, 24> characters {};
+    explicit TimecodeKey (std::string_view timecode) noexcept;
+
+    // Four bits a character, the first one highest. Hours may have any number of digits; what is not used stays zero.
+    std::array<std::uint64_t, 2> characters {};
 };
 
-/** Orders the events by keys that are made once for each, equal ones staying as they stand.
-    @param keyOf   makes the key of an event
-    @param before  whether one key goes before another; a strict weak order */
-template <typename KeyOf, typename Before>
-void stableSortByKeys (std::vector<std::shared_ptr<Event>>& events, KeyOf keyOf, Before before)
+/** The times of an event that lists are ordered by. */
+struct EventTimes
 {
-    using Key = std::invoke_result_t<KeyOf, const Event&>;
-    std::vector<Key> keys;
-    keys.reserve (events.size());
+    explicit EventTimes (const Event& event)
+        : start (TimecodeKey::startOf (event)),
+          startFrame (event.getStartFrameIndex()),
+          hasInPoint (event.getInPointFrameIndex() != -1)
+    {
+    }
 
-    for (const auto& event : events)
-        keys.push_back (keyOf (*event));
+    TimecodeKey start;
+    int startFrame;
+    bool hasInPoint;
+};
 
-    if (std::is_sorted (keys.begin(), keys.end(), before))
-        return;
+/** The times of all events of a list, one beside the other, so that its further orders needn't look for them in the events again.
+    Good until the list changes. */
+class ListedTimes final
+{
+public:
+    /** Orders the events by the texts of their start timecodes. */
+    explicit ListedTimes (std::vector<std::shared_ptr<Event>>& events);
 
-    std::vector<std::size_t> order (events.size());
-    std::iota (order.begin(), order.end(), std::size_t { 0 });
-    std::stable_sort (order.begin(), order.end(), [&] (auto a, auto b) { return before (keys[a], keys[b]); });
+    /** @param place  in that list */
+    const EventTimes& of (EventPlace place) const
+    {
+        return times[static_cast<std::size_t> (place - first)].key;
+    }
 
-    std::vector<std::shared_ptr<Event>> sorted;
-    sorted.reserve (events.size());
+    /** Orders events of that list as EventArray::sortFilteredEventsByTimecode() does. */
+    void sort (std::vector<EventPlace>& listed) const;
 
-    for (const auto index : order)
-        sorted.push_back (std::move (events[index]));
+private:
+    std::vector<KeyedItem<EventTimes>> times;
+    EventPlace first;
+};
 
-    events.swap (sorted);
-}
+/** Orders events by timecode, those without a time first. */
+void sortByTimecode (std::vector<std::shared_ptr<Event>>& events);
 
 /** The order of a cue table under one sort column and direction.
 
@@ -83,6 +96,9 @@ public:
     /** Orders the events, equal ones staying as they stand. */
     void sort (std::vector<std::shared_ptr<Event>>& events) const;
 
+    /** Orders events of a list. @param times  those of that list */
+    void sort (std::vector<EventPlace>& listed, const ListedTimes& times) const;
+
 private:
     enum class Column
     {
@@ -102,6 +118,7 @@ private:
         TimecodeKey timecode;
         juce::String
             text; ///< text of the cell, cue number of an event without a time, or name of the character
+        std::string cueNumber; ///< as naturalKeyOf() has it
         double number = 0.0;
         bool hasInPoint = false;
         bool hasTime = false; ///< the time of the column is set
@@ -109,7 +126,9 @@ private:
     };
 
     Key keyFor (const Event& event) const;
-    void fillTimeKey (Key& key, const Event& event) const;
+    static Key startKeyFor (const Event& event, const EventTimes& times);
+    bool goesBeforeInWholeList (const Key& a, const Key& b) const;
+    static Key endKeyFor (const Event& event);
     void fillCharacterKey (Key& key, const Event& event) const;
 
     bool goesBefore (const Key& a, const Key& b) const;
