@@ -35,7 +35,7 @@ function(overmarks_shared_library library)
     target_link_libraries(${library} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
     # clang gives the sanitizers' own functions to programs alone; the fuzz targets bring them.
     if(NOT CMAKE_CXX_FLAGS MATCHES "fuzzer-no-link")
-        target_link_options(${library} PRIVATE -Wl,--no-undefined)
+        target_link_options(${library} PRIVATE -Wl,--no-undefined -Wl,-Bsymbolic-functions)
     endif()
 endfunction()
 
