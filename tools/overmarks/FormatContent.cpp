@@ -9,6 +9,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <unordered_set>
 #include <utility>
 
 namespace overmarks
@@ -161,7 +162,7 @@ int longNames (const WrittenList& list)
 /** Whoever never speaks in the whole list, not only in what a filter lets through. */
 int castWithoutEvents (const WrittenList& list)
 {
-    std::set<juce::String> speaking;
+    std::unordered_set<juce::String> speaking;
 
     for (const auto& event : list.project.list->events)
         speaking.insert (event->getCharacterID());
