@@ -76,8 +76,10 @@ struct NumberColumn
 struct TextColumn
 {
     const juce::String& key;
-    juce::String (*textOf) (const Event&);
+    const juce::String& (*textOf) (const Event&);
 };
+
+TextKey keyOf (const juce::String& text) { return TextKey (text.toRawUTF8()); }
 
 /** A tempo from a damaged file may be no number at all; it goes to the front. */
 double orderable (float value)
@@ -97,9 +99,10 @@ constexpr NumberColumn numberColumns[] = {
 };
 
 constexpr TextColumn textColumns[] = {
-    { KV::KV_EngineeringNotes, [] (const Event& e) { return e.getEngineeringNotes().getText(); } },
-    { KV::KV_Text, [] (const Event& e) { return e.getText().getText(); } },
-    { KV::KV_Notes, [] (const Event& e) { return e.getNotes().getText(); } },
+    { KV::KV_EngineeringNotes,
+      [] (const Event& e) -> const juce::String& { return e.getEngineeringNotes().getText(); } },
+    { KV::KV_Text, [] (const Event& e) -> const juce::String& { return e.getText().getText(); } },
+    { KV::KV_Notes, [] (const Event& e) -> const juce::String& { return e.getNotes().getText(); } },
 };
 
 } // namespace
@@ -130,7 +133,7 @@ EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------
 
-EventSortOrder::Key EventSortOrder::keyFor (const Event& event) const
+EventSortOrder::Key EventSortOrder::keyFor (const Event& event, MadeTexts& made) const
 {
     Key key;
 
@@ -139,11 +142,11 @@ EventSortOrder::Key EventSortOrder::keyFor (const Event& event) const
         case Column::start: return startKeyFor (event, EventTimes (event));
         case Column::end: return endKeyFor (event);
         case Column::number: key.number = numberOf (event); break;
-        case Column::text: key.text = textOf (event); break;
+        case Column::text: key.text = keyOf (textOf (event)); break;
         case Column::character: fillCharacterKey (key, event); break;
 
         case Column::cueNumber:
-            key.cueNumber = naturalKeyOf (event.getCueNumber());
+            key.text = TextKey (made.emplace_back (naturalKeyOf (event.getCueNumber())).c_str());
             key.timecode = TimecodeKey::startOf (event);
             break;
 
@@ -166,7 +169,7 @@ EventSortOrder::Key EventSortOrder::startKeyFor (const Event& event, const Event
     key.hasTime = times.startFrame != -1;
 
     if (! key.hasTime || ! key.hasInPoint)
-        key.text = event.getCueNumber();
+        key.text = keyOf (event.getCueNumber());
 
     return key;
 }
@@ -179,7 +182,7 @@ EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event)
     key.hasTime = event.getEndFrameIndex() != -1;
 
     if (! key.hasTime || ! key.hasInPoint)
-        key.text = event.getCueNumber();
+        key.text = keyOf (event.getCueNumber());
 
     return key;
 }
@@ -191,7 +194,7 @@ void EventSortOrder::fillCharacterKey (Key& key, const Event& event) const
     key.hasCharacter = character != nullptr;
 
     if (key.hasCharacter)
-        key.text = character->name;
+        key.text = keyOf (character->name);
     else
         key.timecode = TimecodeKey::startOf (event);
 }
@@ -234,7 +237,7 @@ bool EventSortOrder::endsBefore (const Key& a, const Key& b) const
 
 bool EventSortOrder::cueNumberBefore (const Key& a, const Key& b) const
 {
-    const int difference = a.cueNumber.compare (b.cueNumber);
+    const int difference = a.text.compare (b.text);
 
     // Equal numbers stay in the order of time, whichever way the column goes.
     return difference == 0 ? a.timecode < b.timecode : inDirection (difference, 0);
@@ -276,7 +279,9 @@ bool EventSortOrder::goesBefore (const Key& a, const Key& b) const
 
 bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
 {
-    return goesBefore (keyFor (a), keyFor (b));
+    MadeTexts made;
+    const auto keyOfA = keyFor (a, made);
+    return goesBefore (keyOfA, keyFor (b, made));
 }
 
 bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
@@ -286,8 +291,9 @@ bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
 
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
+    MadeTexts made;
     stableSortByKeys (
-        events, [this] (const Event& event) { return keyFor (event); },
+        events, [&] (const Event& event) { return keyFor (event, made); },
         [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); });
 }
 
@@ -297,8 +303,9 @@ void EventSortOrder::sort (std::vector<EventPlace>& listed, const ListedTimes& t
 
     if (column != Column::start)
     {
+        MadeTexts made;
         stableSortByKeys (
-            listed, [this] (const Event& event) { return keyFor (event); }, before);
+            listed, [&] (const Event& event) { return keyFor (event, made); }, before);
         return;
     }
 
@@ -321,13 +328,13 @@ struct ListKey
     bool hasInPoint;
     int start;
     TimecodeKey timecode;
-    juce::String cueNumber;
+    TextKey cueNumber;
 };
 
 ListKey listKeyFor (const Event& event, const EventTimes& times)
 {
     return { times.hasInPoint, times.startFrame, times.start,
-             times.hasInPoint ? juce::String() : event.getCueNumber() };
+             times.hasInPoint ? TextKey() : keyOf (event.getCueNumber()) };
 }
 
 auto listOrder()

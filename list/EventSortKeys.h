@@ -4,6 +4,7 @@
 #include "core/cast/ADRCharacterMap.h"
 #include "event/Event.h"
 #include "list/StableSort.h"
+#include "list/TextKey.h"
 
 #include <juce_core/juce_core.h>
 
@@ -11,6 +12,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -116,16 +118,17 @@ private:
     struct Key
     {
         TimecodeKey timecode;
-        juce::String
-            text; ///< text of the cell, cue number of an event without a time, or name of the character
-        std::string cueNumber; ///< as naturalKeyOf() has it
+        TextKey text; ///< text of the cell, cue number, or name of the character
         double number = 0.0;
         bool hasInPoint = false;
         bool hasTime = false; ///< the time of the column is set
         bool hasCharacter = false;
     };
 
-    Key keyFor (const Event& event) const;
+    /** Texts that only a sort has made. They stay where they are. */
+    using MadeTexts = std::deque<std::string>;
+
+    Key keyFor (const Event& event, MadeTexts& made) const;
     static Key startKeyFor (const Event& event, const EventTimes& times);
     bool goesBeforeInWholeList (const Key& a, const Key& b) const;
     static Key endKeyFor (const Event& event);
@@ -148,7 +151,7 @@ private:
     bool descending;
     Column column = Column::start;
     double (*numberOf) (const Event&) = nullptr;
-    juce::String (*textOf) (const Event&) = nullptr;
+    const juce::String& (*textOf) (const Event&) = nullptr;
     std::shared_ptr<ZEP::Core::ADRCharacterMap> characters;
 };
 

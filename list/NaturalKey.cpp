@@ -15,12 +15,13 @@ namespace
 enum Rank : unsigned char
 {
     blanks = 1,
-    sign = 2,       // of ASCII, its code behind this
+    sign = 2,       // and the code of ASCII on top
     farSign = 0x82, // beyond ASCII, its code behind it
     digitsWithZero, // a run that begins with 0 goes by its digits, as behind a decimal point, and before any other
-    digits,         // another run goes by its value: its length stands behind this
-    letter,         // of ASCII, its code behind this
-    farLetter = 0xff // beyond ASCII, its code behind it
+    digits,         // another run goes by its value: its length is on top
+    manyDigits = 0xb0, // a longer one: its length stands behind this
+    letter,            // and its place in the alphabet on top
+    farLetter = 0xff   // beyond ASCII, its code behind it
 };
 
 constexpr char endOfDigits = 1; // lower than any digit
@@ -28,28 +29,25 @@ constexpr juce::juce_wchar endOfASCII = 0x80;
 
 void append (std::string& key, unsigned byte) { key += static_cast<char> (byte); }
 
-/** Most significant byte first, so that codes compare as numbers. */
+/** In UTF-8, whose bytes compare as the codes do. */
 void appendCode (std::string& key, juce::juce_wchar code)
 {
-    for (int shift = 16; shift >= 0; shift -= 8)
-        append (key, (static_cast<std::uint32_t> (code) >> shift) & 0xff);
+    key += juce::String::charToString (code).toRawUTF8();
 }
 
-/** A length of any size: as many bytes as it takes, their number in front. */
+/** How many digits a number has; the more, the larger it is. */
 void appendLength (std::string& key, std::size_t length)
 {
-    constexpr std::size_t largestShort = 0xf0;
-
-    if (length <= largestShort)
+    if (length < manyDigits - digits)
     {
-        append (key, static_cast<unsigned> (length));
+        append (key, digits + static_cast<unsigned> (length));
         return;
     }
 
-    append (key, 0xff);
+    append (key, manyDigits);
 
-    for (int shift = 56; shift >= 0; shift -= 8)
-        append (key, static_cast<unsigned> (length >> shift) & 0xff);
+    for (int shift = 60; shift >= 0; shift -= 4)
+        append (key, (static_cast<unsigned> (length >> shift) & 0xf) + 1);
 }
 
 bool isDigit (const char* place) { return *place >= '0' && *place <= '9'; }
@@ -63,9 +61,10 @@ const char* appendDigits (std::string& key, const char* begin)
         ++end;
 
     const auto length = static_cast<std::size_t> (end - begin);
-    append (key, *begin == '0' ? digitsWithZero : digits);
 
-    if (*begin != '0')
+    if (*begin == '0')
+        append (key, digitsWithZero);
+    else
         appendLength (key, length);
 
     key.append (begin, length);
@@ -86,10 +85,10 @@ void appendCharacter (std::string& key, juce::juce_wchar character)
         append (key, isLetter ? farLetter : farSign);
         appendCode (key, code);
     }
+    else if (isLetter)
+        append (key, static_cast<unsigned> (code) - 'A' + letter);
     else
-    {
-        append (key, static_cast<unsigned> (code) + (isLetter ? letter : sign));
-    }
+        append (key, static_cast<unsigned> (code) + sign);
 }
 
 } // namespace

@@ -11,7 +11,8 @@ namespace ZEP::Overmarks
 /** A text whose bytes compare as juce::String::compareNatural (..., false) compares the texts: cue 2 before cue 10, letters of either
     case alike, a run of blanks as one. Made once for each cue, it spares a sort taking both texts apart at every comparison.
 
-    @returns bytes to be compared as unsigned ones, as std::string does; equal where the texts count as equal */
+    @returns bytes without a zero, to be compared as unsigned ones, as std::string and TextKey do; equal where the texts count as
+             equal */
 [[nodiscard]] std::string naturalKeyOf (const juce::String& text);
 
 } // namespace ZEP::Overmarks

@@ -42,7 +42,7 @@ TEST (NaturalKey, aLeadingZeroMakesDigitsADecimalFraction)
 
 TEST (NaturalKey, aNumberOfAnyLengthGoesByItsValue)
 {
-    for (const int length : { 1, 239, 240, 241, 255, 256, 300 })
+    for (const int length : { 1, 42, 43, 44, 45, 255, 256, 300 })
     {
         const auto nines = juce::String::repeatedString ("9", length);
         EXPECT_LT (byKeys (nines, "1" + juce::String::repeatedString ("0", length)), 0) << length;
