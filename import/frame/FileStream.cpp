@@ -20,13 +20,13 @@ bool openOrdinaryFile (const std::string& path, std::ifstream& stream, std::uint
     if (status.has_value() && S_ISREG (status->st_mode))
     {
         length = static_cast<std::uint64_t> (status->st_size);
-        __gnu_cxx::stdio_filebuf<char> opened (file.number(), std::ios::in | std::ios::binary);
+        const int number = file.release(); // the buffer closes it from now on, also where it throws
+        __gnu_cxx::stdio_filebuf<char> opened (number, std::ios::in | std::ios::binary);
 
-        if (opened.is_open()) // the file is the stream's only then
-        {
-            (void)file.release();
+        if (opened.is_open())
             *stream.rdbuf() = std::move (opened);
-        }
+        else
+            file = Core::Descriptor (number);
     }
 
     if (! stream.is_open())

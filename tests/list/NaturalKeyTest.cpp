@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <random>
 #include <string>
 #include <vector>
@@ -50,8 +51,20 @@ TEST (NaturalKey, aNumberOfAnyLengthGoesByItsValue)
     }
 }
 
+/** Letters beyond ASCII are letters, as in a program that has asked for its user's language. */
+class EveryLetter final
+{
+public:
+    EveryLetter() { EXPECT_NE (std::setlocale (LC_CTYPE, "C.UTF-8"), nullptr); }
+    EveryLetter (const EveryLetter&) = delete;
+    EveryLetter& operator= (const EveryLetter&) = delete;
+    ~EveryLetter() { std::setlocale (LC_CTYPE, "C"); }
+};
+
 TEST (NaturalKey, comparesAsTheTextsDo)
 {
+    const EveryLetter scope;
+    EXPECT_EQ (byKeys (juce::String::fromUTF8 ("Ä"), juce::String::fromUTF8 ("ä")), 0);
     static const std::vector<juce::String> pieces { "0",
                                                     "1",
                                                     "2",

@@ -230,6 +230,22 @@ TEST_F (ProgramTest, aDocumentBehindALinkToAnotherDiskIsWrittenThere)
     EXPECT_TRUE (elsewhere.deleteFile());
 }
 
+TEST_F (ProgramTest, whatIsBroughtBackOnAnotherDiskIsAsPrivateAsBefore)
+{
+    write ("x.csv", threeCues);
+    ASSERT_TRUE (file ("out").createDirectory().wasOk());
+    const auto elsewhere = juce::File ("/dev/shm").getNonexistentChildFile ("overmarks-test", ".ttal", false);
+    ASSERT_TRUE (elsewhere.replaceWithText ("secret"));
+    ASSERT_EQ (chmod (elsewhere.getFullPathName().toRawUTF8(), 0600), 0);
+    std::filesystem::create_symlink (elsewhere.getFullPathName().toStdString(), path ("out/x.ttal"));
+    std::filesystem::create_symlink ("/proc/x.xlsx", path ("out/x.xlsx"));
+    EXPECT_EQ (run ({ "export", "x.csv", "-o", "out", "--force", "--format", "ttal,xlsx" }).status, 1);
+    EXPECT_EQ (elsewhere.loadFileAsString(), "secret");
+    EXPECT_EQ (std::filesystem::status (elsewhere.getFullPathName().toStdString()).permissions(),
+               std::filesystem::perms (0600));
+    EXPECT_TRUE (elsewhere.deleteFile());
+}
+
 TEST_F (ProgramTest, aNameCannotLeaveTheFolder)
 {
     write ("x.csv", threeCues);

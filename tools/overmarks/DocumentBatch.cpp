@@ -445,23 +445,31 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
 
     const auto inFolder = std::find_if_not (files.begin(), files.end(), isDeviceOrPipe);
     const StagingFolder stage (inFolder == files.end() ? files.front() : *inFolder);
+    std::optional<StopSignals::Patience> untilAllAreInPlace (std::in_place, stage.getSignals());
     std::optional<WorkStopped> stop;
 
+    try
     {
-        const StopSignals::Patience untilAllAreMade (stage.getSignals());
-
-        try
-        {
-            makeDocuments (works, stage, session);
-        }
-        catch (const WorkStopped& stopped)
-        {
-            stop = stopped;
-        }
+        makeDocuments (works, stage, session);
+    }
+    catch (const WorkStopped& stopped)
+    {
+        stop = stopped;
     }
 
-    const auto finished = finishedOf (works, stage, session);
-    auto written = moveIntoPlace (finished, stage, stop.has_value(), session);
+    auto finished = finishedOf (works, stage, session);
+
+    try
+    {
+        if (! stop.has_value())
+            writeIntoPipes (finished, stage, untilAllAreInPlace);
+    }
+    catch (const WorkStopped& stopped)
+    {
+        stop = stopped;
+    }
+
+    auto written = moveIntoPlace (finished, stage, session);
 
     if (stop.has_value())
         throw written.empty() ? *stop : WorkStopped ("Stopped; what was finished is kept");
@@ -500,28 +508,38 @@ std::vector<DocumentBatch::Finished> DocumentBatch::finishedOf (const std::vecto
     return finished;
 }
 
+void DocumentBatch::writeIntoPipes (std::vector<Finished>& finished, const StagingFolder& stage,
+                                    std::optional<StopSignals::Patience>& patience)
+{
+    const auto& signals = stage.getSignals();
+
+    for (auto& document : finished)
+    {
+        if (! document.goesIntoPipe)
+            continue;
+
+        const auto reader =
+            waitForReader (document.target, [&] { signals.throwIfStopped ("nothing was written"); });
+
+        // Whoever reads may stall. Nothing has been replaced yet, so that the program can be ended without loss.
+        patience.reset();
+        StagingFolder::moveIntoPlace (document.made, document.target);
+        patience.emplace (signals);
+        document.isWritten = true;
+    }
+}
+
 std::vector<juce::File> DocumentBatch::moveIntoPlace (const std::vector<Finished>& finished,
-                                                      const StagingFolder& stage, bool stopped,
-                                                      Session& session)
+                                                      const StagingFolder& stage, Session& session)
 {
     std::vector<juce::File> written;
-
-    // Whoever reads a pipe may never come, or stall. While nothing has been replaced yet, the program can be ended without loss.
-    for (const auto& document : finished)
-        if (document.goesIntoPipe && ! stopped)
-        {
-            const auto reader = waitForReader (document.target);
-            StagingFolder::moveIntoPlace (document.made, document.target);
-        }
-
-    const StopSignals::Patience untilAllAreInPlace (stage.getSignals());
     PlacedFiles places (stage.getFolder());
 
     for (const auto& document : finished)
     {
         if (! document.goesIntoPipe)
             places.add (document.made, document.target);
-        else if (stopped)
+        else if (! document.isWritten)
         {
             session.report ({ {}, 0, {}, document.target.getFullPathName() + " was not written" });
             continue;

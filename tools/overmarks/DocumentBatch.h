@@ -3,6 +3,7 @@
 
 #include "DocumentOptions.h"
 #include "Session.h"
+#include "StopSignals.h"
 
 #include "export/frame/EventExporter.h"
 
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,14 +63,17 @@ private:
     {
         juce::File made;
         juce::File target;
-        bool goesIntoPipe; ///< or into a device
+        bool goesIntoPipe;      ///< or into a device
+        bool isWritten = false; ///< there
     };
 
     Work workFor (const Order& order, const ZEP::Overmarks::Project& project) const;
     static std::vector<Finished> finishedOf (const std::vector<Work>& works, const StagingFolder& stage,
                                              Session& session);
+    static void writeIntoPipes (std::vector<Finished>& finished, const StagingFolder& stage,
+                                std::optional<StopSignals::Patience>& patience);
     static std::vector<juce::File> moveIntoPlace (const std::vector<Finished>& finished,
-                                                  const StagingFolder& stage, bool stopped, Session& session);
+                                                  const StagingFolder& stage, Session& session);
     void refuse (const std::vector<Work>& works) const;
     void sayWhatWouldBeAsked (const std::vector<Work>& works, const Session& session) const;
     bool isByCharacter (const DocumentFormat& format) const;

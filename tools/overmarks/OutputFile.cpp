@@ -89,7 +89,7 @@ void refuseToReplace (const juce::File& file, const OutputPolicy& policy)
         throw CommandFailure (file.getFullPathName() + " exists already; --force replaces it");
 }
 
-ZEP::Core::Descriptor waitForReader (const juce::File& file)
+ZEP::Core::Descriptor waitForReader (const juce::File& file, const std::function<void()>& whileWaiting)
 {
     constexpr auto pause = std::chrono::milliseconds (20);
     const auto path = placeOf (file).getFullPathName().toStdString();
@@ -108,6 +108,7 @@ ZEP::Core::Descriptor waitForReader (const juce::File& file)
         if (pipe.isOpen() || errno != ENXIO)
             return pipe;
 
+        whileWaiting();
         std::this_thread::sleep_for (pause);
     }
 }

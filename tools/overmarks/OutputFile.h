@@ -38,9 +38,11 @@ bool isTheList (const juce::File& file, const juce::String& list);
 /** Throws CommandFailure if the file exists and may not be replaced. */
 void refuseToReplace (const juce::File& file, const OutputPolicy& policy);
 
-/** Waits until somebody reads the file if it is a pipe with a name, as programs do, and keeps it open; never for a stranger's. Keep
-    no StopSignals::Patience meanwhile: nobody need ever come. */
-[[nodiscard]] ZEP::Core::Descriptor waitForReader (const juce::File& file);
+/** Waits until somebody reads the file if it is a pipe with a name, as programs do, and keeps it open; never for a stranger's.
+    @param whileWaiting  called again and again; what it throws ends the wait. Whoever keeps a StopSignals::Patience meanwhile asks for the
+                         signals here: nobody need ever come. */
+[[nodiscard]] ZEP::Core::Descriptor waitForReader (
+    const juce::File& file, const std::function<void()>& whileWaiting = [] {});
 
 /** Writes a whole file: beside its place first, then moved into it, so that nobody ever sees half of it and a full disk
     leaves the old one. Waits until somebody reads a pipe. Throws CommandFailure. */

@@ -15,7 +15,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 namespace overmarks
 {
@@ -30,20 +29,6 @@ juce::File parentFor (const juce::File& target)
     refuseFolderOf (target);
     return isDeviceOrPipe (target) ? juce::File::getSpecialLocation (juce::File::tempDirectory)
                                    : placeOf (target).getParentDirectory();
-}
-
-/** A file that replaces another one is for the same people. */
-bool takeRightsOf (const std::string& place, const std::string& path)
-{
-    struct stat former
-    {
-    };
-
-    if (::stat (place.c_str(), &former) != 0)
-        return true;
-
-    const ZEP::Core::Descriptor file (path, O_RDONLY);
-    return file.isOpen() && ZEP::Core::takeFormerRights (file.number(), former);
 }
 
 } // namespace
@@ -65,14 +50,27 @@ void refuseFolderOf (const juce::File& target)
 
 StagingFolder::StagingFolder (const juce::File& target) : folder (parentFor (target), ".overmarks.") {}
 
+bool StagingFolder::takeRightsOf (const juce::File& place, const juce::File& made)
+{
+    struct stat former
+    {
+    };
+
+    if (::stat (place.getFullPathName().toRawUTF8(), &former) != 0)
+        return true;
+
+    const ZEP::Core::Descriptor file (made.getFullPathName().toStdString(), O_RDONLY);
+    return file.isOpen() && ZEP::Core::takeFormerRights (file.number(), former);
+}
+
 void StagingFolder::moveIntoPlace (const juce::File& finished, const juce::File& target)
 {
     if (! isDeviceOrPipe (target))
     {
-        const auto place = placeOf (target).getFullPathName().toStdString();
-        const auto path = finished.getFullPathName().toStdString();
+        const auto place = placeOf (target);
 
-        if (takeRightsOf (place, path) && std::rename (path.c_str(), place.c_str()) == 0)
+        if (takeRightsOf (place, finished)
+            && std::rename (finished.getFullPathName().toRawUTF8(), place.getFullPathName().toRawUTF8()) == 0)
             return;
         if (errno != EXDEV) // a link to another disk is written through
             throw CommandFailure ("Can't write " + target.getFullPathName() + ": " + reason());

@@ -24,6 +24,10 @@ public:
     const juce::File& getFolder() const noexcept { return folder.get(); }
     const StopSignals& getSignals() const noexcept { return folder.getSignals(); }
 
+    /** Gives a file that was made the owner, group and permissions of the one that it replaces, if there is one: it is for the same
+        people. False if that can't be; errno tells why. */
+    [[nodiscard]] static bool takeRightsOf (const juce::File& place, const juce::File& made);
+
     /** Moves a finished file of this folder to its place, where it replaces what is there; a link stays a link. A pipe gets what is in it
         if somebody reads it; here nobody is waited for.
         Throws CommandFailure; the old file is whole then. */
