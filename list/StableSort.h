@@ -87,7 +87,7 @@ void stableSortOfRuns (std::vector<Item>& items, Before before)
 template <typename Key>
 struct KeyedItem
 {
-    Key key;
+    Key key;           ///< what it is compared by
     std::size_t place; ///< where the item stood
 };
 

@@ -447,28 +447,22 @@ std::vector<juce::File> DocumentBatch::write (const Project& project, Session& s
     const StagingFolder stage (inFolder == files.end() ? files.front() : *inFolder);
     std::optional<StopSignals::Patience> untilAllAreInPlace (std::in_place, stage.getSignals());
     std::optional<WorkStopped> stop;
-
-    try
+    const auto unlessStopped = [&stop] (const auto& work)
     {
-        makeDocuments (works, stage, session);
-    }
-    catch (const WorkStopped& stopped)
-    {
-        stop = stopped;
-    }
+        try
+        {
+            if (! stop.has_value())
+                work();
+        }
+        catch (const WorkStopped& stopped)
+        {
+            stop = stopped;
+        }
+    };
 
+    unlessStopped ([&] { makeDocuments (works, stage, session); });
     auto finished = finishedOf (works, stage, session);
-
-    try
-    {
-        if (! stop.has_value())
-            writeIntoPipes (finished, stage, untilAllAreInPlace);
-    }
-    catch (const WorkStopped& stopped)
-    {
-        stop = stopped;
-    }
-
+    unlessStopped ([&] { writeIntoPipes (finished, stage, untilAllAreInPlace); });
     auto written = moveIntoPlace (finished, stage, session);
 
     if (stop.has_value())
