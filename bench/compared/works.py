@@ -1,0 +1,474 @@
+# SPDX-License-Identifier: GPL-3.0-only
+"""What bench/compare compares: the works, who else does them, and how we mean to stand.
+
+In the words of a command stand for: {folder} the lists of one size, {rows} their number, {out} a folder for what is written,
+{works} our program of single works, {overmarks} our program, {python} the machine's own Python, {peers} bench/peers.
+"""
+from dataclasses import dataclass
+from typing import Callable, Optional
+
+PYTHON = "/usr/bin/python3"  # the machine's own, whose modules are Debian's
+
+
+@dataclass(frozen=True)
+class Need:
+    """What a peer can't do without."""
+
+    kind: str  # program, python, node, or work: one of our own program, which is built where its library is found
+    name: str
+    get: str
+
+
+def debian(package, kind, name):
+    return Need(kind, name, f"apt-get install --no-install-recommends {package}")
+
+
+def npm(package):
+    return Need("node", package, f"npm install --prefix build/npm {package}")
+
+
+MILLER = debian("miller", "program", "mlr")
+SQLITE = debian("sqlite3", "program", "sqlite3")
+PANDAS = debian("python3-pandas", "python", "pandas")
+PYTHON3 = debian("python3", "program", PYTHON)
+NODE = debian("nodejs", "program", "node")
+FFMPEG = debian("ffmpeg", "program", "ffmpeg")
+OPENPYXL = debian("python3-openpyxl", "python", "openpyxl")
+LIBREOFFICE = debian("libreoffice-calc-nogui", "program", "soffice")
+
+
+# ---- what shows that the work was done: rows, of what a program has written -----------------------------------------------------
+
+
+def last_number(path):
+    """Of a program that prints how many there were."""
+    with open(path, encoding="utf-8") as file:
+        return int(file.read().split()[-1])
+
+
+def lines(without=0, holding="", beginning=None):
+    """@param without: lines of the head"""
+
+    def count(path):
+        with open(path, encoding="latin-1") as file:
+            return sum(1 for line in file if holding in line and (beginning is None or line.startswith(beginning))) - without
+
+    return count
+
+
+@dataclass(frozen=True)
+class Peer:
+    """Who else does the work."""
+
+    name: str
+    need: Need
+    command: tuple
+    # Of those that don't print their seconds and the number of rows: the latter from what they print, or from the file that they write.
+    count: Optional[Callable] = None
+    writes: Optional[str] = None
+    start: Optional[tuple] = None  # the same program with nothing to do, whose time isn't the work's
+
+
+def script(name, need, *words):
+    """A program of bench/peers, which prints the seconds of its work alone and the number of rows."""
+    runs = "node" if words[0].endswith(".js") else "{python}"
+    return Peer(name, need, (runs, "{peers}/" + words[0], *words[1:]))
+
+
+# ---- how we mean to stand ----------------------------------------------------------------------------------------------------------
+
+
+@dataclass(frozen=True)
+class Ahead:
+    """So many times as fast as the fastest of these; of all peers where none is named."""
+
+    times: float
+    names: tuple = ()
+    but: tuple = ()
+
+
+@dataclass(frozen=True)
+class Within:
+    """No longer than so many times the limit."""
+
+    times: float
+
+
+@dataclass(frozen=True)
+class Under:
+    """No longer than so many seconds."""
+
+    seconds: float
+
+
+@dataclass(frozen=True)
+class Above:
+    """No more than so many seconds above the limit."""
+
+    seconds: float
+
+
+@dataclass(frozen=True)
+class Detail:
+    """One of the further figures of a work of ours is no more than this."""
+
+    figure: str
+    name: str
+    most: float
+
+
+@dataclass(frozen=True)
+class Program:
+    """Ours as a whole process."""
+
+    name: str
+    command: tuple
+    count: Optional[Callable] = None
+    writes: Optional[str] = None
+
+
+@dataclass(frozen=True)
+class Work:
+    name: str
+    title: str
+    ours: tuple = ()  # which of {works}, or (what it is, which of {works}); the first is what the targets are about
+    floors: tuple = ()  # (what it is, which of {works}), or a Peer; the first is the limit of the targets
+    program: Optional[Program] = None
+    peers: tuple = ()
+    targets: tuple = ()
+    prepared: tuple = ()  # (a file of {folder}, the command that makes it)
+    whole_process: bool = False  # the targets are about whole processes
+    cues: Optional[int] = None  # a number of rows of its own
+    expects: Callable = staticmethod(lambda rows: rows)  # how many rows come of it; None: as many as with the limit
+
+
+def overmarks(name, *words, count=None, writes=None):
+    return Program(name, ("{overmarks}", *words), count, writes)
+
+
+PYTHON_DOCX = debian("python3-docx", "python", "docx")
+
+# The documents of the list that others are to print or to read.
+SHEETS = tuple(
+    (
+        f"sheet.{form}",
+        ("{overmarks}", "export", "{folder}/list.csv", "-o", "{folder}", "--format", form, "--take-numbers", "--name", "sheet", "--force", "--quiet"),
+    )
+    for form in ("html", "docx")
+)
+
+# Without tags, as we print: they are of no use on paper, and their time grows with the square of the pages.
+CHROMIUM = Peer(
+    "Chromium alone",
+    debian("chromium-headless-shell", "program", "chromium-headless-shell"),
+    (
+        "chromium-headless-shell", "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-pdf-tagging",
+        "--print-to-pdf={out}/chromium.pdf", "file://{folder}/sheet.html",
+    ),
+    lambda path: None,
+    writes="chromium.pdf",
+)
+
+ORDERED = (
+    script("pandas", PANDAS, "pandas_list.py", "{work}", "{folder}/shuffled.csv"),
+    script("sqlite3 in memory", PYTHON3, "sqlite_list.py", "{work}", "{folder}/shuffled.csv"),
+)
+
+WORKS = [
+    Work(
+        "csv-in",
+        "CSV to rows",
+        ours=("csv-in",),
+        floors=(("one pass to std::string", "csv-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.csv", "--json"),
+        peers=(
+            Peer("Miller", MILLER, ("mlr", "--icsv", "--onidx", "count", "{folder}/list.csv"), last_number, start=("mlr", "--version")),
+            Peer(
+                "sqlite3",
+                SQLITE,
+                ("sqlite3", ":memory:", ".mode csv", ".import {folder}/list.csv list", "SELECT count(*) FROM list"),
+                last_number,
+                start=("sqlite3", ":memory:", "SELECT 1"),
+            ),
+            script("papaparse", npm("papaparse"), "papaparse.js", "{folder}/list.csv"),
+            script("Python csv", PYTHON3, "csv_module.py", "{folder}/list.csv"),
+            script("pandas", PANDAS, "pandas_list.py", "csv-in", "{folder}/list.csv"),
+        ),
+        targets=(Ahead(1, ("Miller", "sqlite3", "papaparse", "Python csv")), Within(3)),
+    ),
+    Work(
+        "csv-out",
+        "CSV out",
+        ours=("csv-out",),
+        floors=(("the cells one behind the other", "csv-out.floor"),),
+        program=overmarks(
+            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.csv", "--force", "--quiet", writes="program.csv", count=lines(1)
+        ),
+        peers=(
+            script("Python csv", PYTHON3, "csv_module.py", "{folder}/list.csv", "{out}/python.csv"),
+            script("pandas", PANDAS, "pandas_list.py", "csv-out", "{folder}/list.csv", "{out}/pandas.csv"),
+        ),
+        targets=(Ahead(1.5), Within(1.5)),
+    ),
+    Work(
+        "srt-in",
+        "SRT to rows",
+        ours=("srt-in",),
+        floors=(("one pass to std::string", "srt-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.srt", "--json"),
+        peers=(
+            script("subsrt", npm("subsrt"), "subsrt.js", "{folder}/list.srt"),
+            script("python3-srt", debian("python3-srt", "python", "srt"), "srt_module.py", "{folder}/list.srt"),
+            Peer(
+                "ffmpeg",
+                FFMPEG,
+                ("ffmpeg", "-v", "error", "-nostdin", "-i", "{folder}/list.srt", "-c:s", "ass", "-f", "framecrc", "-"),
+                lines(beginning="0,"),
+                start=("ffmpeg", "-version"),
+            ),
+        ),
+        targets=(Ahead(3), Within(2.5)),
+    ),
+    Work(
+        "ebu-in",
+        "EBU STL to rows",
+        ours=("ebu-in",),
+        floors=(("one pass to std::string", "ebu-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.stl", "--json"),
+        peers=(
+            Peer(
+                "ebu_dump",
+                Need("program", "ebu_dump", "neither Debian nor npm has it; it is used where it is on the PATH"),
+                ("ebu_dump", "{folder}/list.stl"),
+                lambda path: None,
+            ),
+            Peer(
+                "ttconv",
+                debian("python3-ttconv", "program", "ttconv"),
+                ("ttconv", "convert", "-i", "{folder}/list.stl", "-o", "{out}/ttconv.srt"),
+                lines(holding=" --> "),
+                writes="ttconv.srt",
+                start=("ttconv", "--help"),
+            ),
+        ),
+        targets=(Ahead(1.5), Within(1.5)),
+        expects=lambda rows: min(rows, 99999),
+    ),
+    Work(
+        "dbf-in",
+        "dBase to rows",
+        ours=("dbf-in",),
+        floors=(("one pass to std::string", "dbf-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.dbf", "--json"),
+        peers=(
+            Peer(
+                "pgdbf", debian("pgdbf", "program", "pgdbf"), ("pgdbf", "{folder}/list.dbf"), lines(holding="\t"), start=("pgdbf", "-h")
+            ),
+            Peer(
+                "GDAL",
+                debian("gdal-bin", "program", "ogr2ogr"),
+                ("ogr2ogr", "-f", "CSV", "/vsistdout/", "{folder}/list.dbf"),
+                lines(1),
+                start=("ogr2ogr", "--version"),
+            ),
+            script("dbfread", debian("python3-dbfread", "python", "dbfread"), "dbfread_read.py", "{folder}/list.dbf"),
+            Peer(
+                "dbf_dump",
+                debian("libdbd-xbase-perl", "program", "dbf_dump"),
+                ("dbf_dump", "--fs", "|", "{folder}/list.dbf"),
+                lines(holding="|"),
+                start=("dbf_dump", "--version"),
+            ),
+        ),
+        targets=(Ahead(5, but=("pgdbf",)), Within(1.5)),
+    ),
+    Work(
+        "ttal-in",
+        "TTAL in",
+        ours=("ttal-in",),
+        floors=(("juce::JSON alone", "ttal-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.ttal", "--json"),
+        peers=(
+            script("Python json", PYTHON3, "json_cells.py", "{folder}/list.ttal"),
+            Peer(
+                "rapidjson",
+                debian("rapidjson-dev", "work", "ttal-in.rapidjson"),
+                ("{works}", "ttal-in.rapidjson", "{folder}", "{rows}", "{out}"),
+            ),
+        ),
+        targets=(Ahead(1, ("Python json",)), Within(1.5)),
+    ),
+    Work(
+        "xlsx-in",
+        "Workbook to rows",
+        ours=("xlsx-in",),
+        floors=(("Orcus alone", "xlsx-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.xlsx", "--json"),
+        peers=(
+            script("openpyxl", OPENPYXL, "openpyxl_read.py", "{folder}/list.xlsx"),
+            Peer(
+                "LibreOffice",
+                LIBREOFFICE,
+                ("soffice", "--headless", "--convert-to", "csv", "--outdir", "{out}/office", "{folder}/list.xlsx"),
+                lines(1),
+                writes="office/list.csv",
+            ),
+            Peer(
+                "xlsx2csv",
+                debian("xlsx2csv", "program", "xlsx2csv"),
+                ("xlsx2csv", "{folder}/list.xlsx"),
+                lines(1),
+                start=("xlsx2csv", "--version"),
+            ),
+        ),
+        targets=(Ahead(2, ("xlsx2csv",)), Within(1.4)),
+    ),
+    Work(
+        "xlsx-out",
+        "Workbook out",
+        ours=("xlsx-out",),
+        floors=(("libxlsxwriter, the same cells, row by row", "xlsx-out.floor"), ("libxlsxwriter, the whole sheet", "xlsx-out.whole-sheet")),
+        program=overmarks("overmarks convert", "convert", "{folder}/list.csv", "{out}/program.xlsx", "--force", "--quiet", writes="program.xlsx"),
+        peers=(script("openpyxl", OPENPYXL, "openpyxl_write.py", "{folder}/list.csv", "{out}/openpyxl.xlsx"),),
+        targets=(Within(1.25),),
+    ),
+    Work(
+        "sort-time",
+        "Sort by time",
+        ours=("sort-time",),
+        floors=(("stable_sort of prepared keys", "sort-time.floor"),),
+        program=overmarks("overmarks list --sort StartTCString", "list", "{folder}/shuffled.csv", "--sort", "StartTCString", "--json"),
+        peers=(*ORDERED, script("Python", PYTHON3, "python_list.py", "sort-time", "{folder}/shuffled.csv")),
+        targets=(Ahead(3), Within(4)),
+    ),
+    Work(
+        "sort-cue",
+        "Sort by cue number",
+        ours=("sort-cue",),
+        program=overmarks("overmarks list --sort CueNumber", "list", "{folder}/shuffled.csv", "--sort", "CueNumber", "--json"),
+        peers=(
+            *ORDERED,
+            script("natsort", debian("python3-natsort", "python", "natsort"), "python_list.py", "sort-cue", "{folder}/shuffled.csv"),
+        ),
+        targets=(Ahead(2),),
+    ),
+    Work(
+        "filter",
+        "Filter by part of the text",
+        ours=("filter",),
+        floors=(("one memmem pass", "filter.floor"),),
+        program=overmarks("overmarks list --text", "list", "{folder}/list.csv", "--text", "captain never", "--json"),
+        peers=(
+            script("pandas", PANDAS, "pandas_list.py", "filter", "{folder}/list.csv"),
+            script("Node", NODE, "node_filter.js", "{folder}/list.csv"),
+        ),
+        targets=(Ahead(3, ("pandas",)), Within(3)),
+        expects=None,
+    ),
+    Work(
+        "edit",
+        "One edit in a shown list",
+        ours=("edit", ("Overmarks, in the order of texts", "edit.by-text")),
+        targets=(Under(0.030),),
+    ),
+    Work(
+        "start",
+        "Start",
+        program=overmarks("overmarks --version", "--version", count=lambda path: None),
+        peers=(
+            Peer("Python", PYTHON3, ("{python}", "-c", "pass"), lambda path: None),
+            Peer("Miller", MILLER, ("mlr", "--version"), lambda path: None),
+            Peer("Node", NODE, ("node", "-e", ""), lambda path: None),
+        ),
+        targets=(Ahead(1, ("Python",)),),
+        whole_process=True,
+    ),
+    Work(
+        "docx-out",
+        "Word cue sheet out",
+        ours=("docx-out",),
+        floors=(("its markup put together and deflated", "docx-out.floor"),),
+        program=overmarks(
+            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.docx", "--take-numbers", "--force", "--quiet", writes="program.docx"
+        ),
+        peers=(
+            script("npm docx", npm("docx"), "docx_write.js", "{folder}/list.csv", "{out}/npm.docx"),
+            Peer(
+                "pandoc",
+                debian("pandoc", "program", "pandoc"),
+                ("pandoc", "-f", "html", "{folder}/sheet.html", "-o", "{out}/pandoc.docx"),
+                lambda path: None,
+                writes="pandoc.docx",
+                start=("pandoc", "--version"),
+            ),
+            script("python-docx", PYTHON_DOCX, "word_sheet.py", "{folder}/list.csv", "{out}/python.docx"),
+        ),
+        targets=(Ahead(8), Within(3)),
+        prepared=SHEETS,
+        cues=2000,
+    ),
+    Work(
+        "docx-in",
+        "Word cue sheet in",
+        ours=("docx-in",),
+        floors=(("expat over its main part", "docx-in.floor"),),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/sheet.docx", "--json"),
+        peers=(
+            Peer(
+                "docx2txt",
+                debian("docx2txt", "program", "docx2txt"),
+                ("docx2txt", "{folder}/sheet.docx", "-"),
+                lambda path: None,
+            ),
+            script("python-docx", PYTHON_DOCX, "docx_read.py", "{folder}/sheet.docx"),
+        ),
+        targets=(Ahead(1, ("docx2txt",)), Within(2.5)),
+        prepared=SHEETS,
+        cues=2000,
+    ),
+    Work(
+        "pdf-drawn",
+        "Drawn cue sheet with the boxes of the takes",
+        ours=("pdf-drawn",),
+        floors=(("libharu with the fonts of every reader", "pdf-drawn.floor", "apt-get install --no-install-recommends libhpdf-dev"),),
+        program=overmarks(
+            "overmarks convert --engine drawn", "convert", "{folder}/list.csv", "{out}/program.pdf", "--engine", "drawn", "--take-numbers", "--force",
+            "--quiet", writes="program.pdf",
+        ),
+        peers=(
+            Peer("cairo and pango, plain", debian("libpango1.0-dev", "work", "pdf-drawn.pango"), ("{works}", "pdf-drawn.pango")),
+            CHROMIUM,
+            Peer(
+                "wkhtmltopdf",
+                debian("wkhtmltopdf", "program", "wkhtmltopdf"),
+                ("wkhtmltopdf", "-q", "--enable-local-file-access", "{folder}/sheet.html", "{out}/wkhtmltopdf.pdf"),
+                lambda path: None,
+                writes="wkhtmltopdf.pdf",
+                start=("wkhtmltopdf", "--version"),
+            ),
+            script("reportlab", debian("python3-reportlab", "python", "reportlab"), "reportlab_sheet.py", "{folder}/list.csv", "{out}/reportlab.pdf"),
+        ),
+        targets=(Ahead(4, ("cairo and pango, plain",)), Within(1)),
+        prepared=SHEETS,
+        cues=2000,
+    ),
+    Work(
+        "pdf-browser",
+        "Cue sheet through the browser",
+        ours=("pdf-browser",),
+        floors=(CHROMIUM,),
+        program=overmarks(
+            "overmarks convert --engine browser", "convert", "{folder}/list.csv", "{out}/program.pdf", "--engine", "browser", "--take-numbers", "--force",
+            "--quiet", writes="program.pdf",
+        ),
+        targets=(Above(0.25),),
+        prepared=SHEETS,
+        cues=2000,
+    ),
+    Work(
+        "memory",
+        "Memory of a table and of a list",
+        ours=(("Overmarks, a table", "memory.table"), ("Overmarks, a list", "memory.list")),
+        targets=(Detail("Overmarks, a table", "times the text, resident", 3), Detail("Overmarks, a list", "times the text, resident", 3)),
+    ),
+]
