@@ -40,7 +40,7 @@ def judged(work, figures):
             continue
         words, most = "", None
         if isinstance(target, Ahead):
-            among = [p for p in peers if p.name not in target.but and (not target.names or p.name in target.names)]
+            among = [p for p in peers if ask(p) and p.name not in target.but and (not target.names or p.name in target.names)]
             fastest = min(among, key=ask) if among else None
             words = f"{target.times:g} times as fast as " + (fastest.name if fastest else ", ".join(target.names) or "the others")
             most = ask(fastest) / target.times if fastest else None
@@ -82,7 +82,7 @@ def rows_of(work, figures):
             lines.append(
                 (
                     f"limit: {figure.name}" if figure.side == "limit" else figure.name,
-                    figure.failure or readable(seconds),
+                    "failed" if figure.failure else readable(seconds),
                     times,
                     f"{peak / 1024:.0f} MiB" if peak else "-",
                     spaced(figure.count) if figure.count is not None else "",
@@ -113,6 +113,8 @@ def print_work(work, rows, figures, markdown):
             for line in lines:
                 print(f"    {line[0]:<42}{line[1]:>11}{line[2]:>12}{line[3]:>13}{line[4]:>11}")
     for figure in figures:
+        if figure.failure:
+            print(f"{'- ' if markdown else '  '}{figure.name} failed: {figure.failure}")
         if figure.details:
             print_details(figure.name, figure.details, markdown)
     answers = judged(work, figures)

@@ -67,6 +67,7 @@ class Peer:
     count: Optional[Callable] = None
     writes: Optional[str] = None
     start: Optional[tuple] = None  # the same program with nothing to do, whose time isn't the work's
+    most_rows: Optional[int] = None  # of what would take it hours
 
 
 def script(name, need, *words):
@@ -149,13 +150,14 @@ def overmarks(name, *words, count=None, writes=None):
 PYTHON_DOCX = debian("python3-docx", "python", "docx")
 
 # The documents of the list that others are to print or to read.
-SHEETS = tuple(
-    (
-        f"sheet.{form}",
-        ("{overmarks}", "export", "{folder}/list.csv", "-o", "{folder}", "--format", form, "--take-numbers", "--name", "sheet", "--force", "--quiet"),
+def sheet(name, form, *options):
+    return (
+        f"{name}.{form}",
+        ("{overmarks}", "export", "{folder}/list.csv", "-o", "{folder}", "--format", form, "--name", name, "--force", "--quiet", *options),
     )
-    for form in ("html", "docx")
-)
+
+
+SHEETS = (sheet("sheet", "html"), sheet("sheet", "docx"), sheet("takes", "html", "--take-numbers"))
 
 # Without tags, as we print: they are of no use on paper, and their time grows with the square of the pages.
 CHROMIUM = Peer(
@@ -163,7 +165,7 @@ CHROMIUM = Peer(
     debian("chromium-headless-shell", "program", "chromium-headless-shell"),
     (
         "chromium-headless-shell", "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-pdf-tagging",
-        "--print-to-pdf={out}/chromium.pdf", "file://{folder}/sheet.html",
+        "--print-to-pdf={out}/chromium.pdf", "file://{folder}/takes.html",
     ),
     lambda path: None,
     writes="chromium.pdf",
@@ -249,6 +251,7 @@ WORKS = [
                 lines(holding=" --> "),
                 writes="ttconv.srt",
                 start=("ttconv", "--help"),
+                most_rows=10000,  # its time grows with the square of them
             ),
         ),
         targets=(Ahead(1.5), Within(1.5)),
@@ -389,7 +392,7 @@ WORKS = [
         ours=("docx-out",),
         floors=(("its markup put together and deflated", "docx-out.floor"),),
         program=overmarks(
-            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.docx", "--take-numbers", "--force", "--quiet", writes="program.docx"
+            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.docx", "--force", "--quiet", writes="program.docx"
         ),
         peers=(
             script("npm docx", npm("docx"), "docx_write.js", "{folder}/list.csv", "{out}/npm.docx"),
@@ -441,7 +444,7 @@ WORKS = [
             Peer(
                 "wkhtmltopdf",
                 debian("wkhtmltopdf", "program", "wkhtmltopdf"),
-                ("wkhtmltopdf", "-q", "--enable-local-file-access", "{folder}/sheet.html", "{out}/wkhtmltopdf.pdf"),
+                ("wkhtmltopdf", "-q", "--enable-local-file-access", "{folder}/takes.html", "{out}/wkhtmltopdf.pdf"),
                 lambda path: None,
                 writes="wkhtmltopdf.pdf",
                 start=("wkhtmltopdf", "--version"),

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
-// docx_write.js LIST.csv OUT.docx: writes the tables of a cue sheet with the boxes of the takes, and prints the seconds that took and how many
-// cues there were.
+// docx_write.js LIST.csv OUT.docx: writes the tables of a cue sheet, and prints the seconds that took and how many cues there were.
 const fs = require("fs");
 const { Document, Packer, Paragraph, Table, TableCell, TableRow, TextRun } = require("docx");
-
-const takes = 25;
 
 // No cell of the list holds a comma or a line break.
 const lines = fs.readFileSync(process.argv[2], "utf8").trimEnd().split("\n").slice(1);
@@ -16,9 +13,8 @@ const cell = (columnSpan, ...texts) =>
 const block = ([start, end, text, character, , , cue, notes]) =>
     new Table({
         rows: [
-            new TableRow({ children: [cell(takes, text), cell(1, cue, character, start, end)] }),
-            new TableRow({ children: [cell(4, "NOTES"), cell(takes - 4, notes), cell(1, "")] }),
-            new TableRow({ children: [...Array(takes).keys()].map(take => cell(1, String(take + 1))).concat(cell(1, "")) }),
+            new TableRow({ children: [cell(2, text), cell(1, cue, character, start, end)] }),
+            new TableRow({ children: [cell(1, "NOTES"), cell(1, notes), cell(1, "")] }),
         ],
     });
 

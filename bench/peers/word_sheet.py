@@ -65,7 +65,7 @@ def cues_of(path):
                 "endTC": row[1],
                 "cueNotes": {"text": row[7]},
                 "cueEngNotes": {"text": row[8]},
-                "cueTakes": True,
+                "cueTakes": None,
             }
             for row in list(csv.reader(file))[1:]
         ]

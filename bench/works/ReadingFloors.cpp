@@ -72,8 +72,12 @@ WorkDone cellsOfCSV (const WorkOrder& order)
 std::string_view nextLine (std::string_view& text)
 {
     const auto end = text.find ('\n');
-    const auto line = text.substr (0, end);
+    auto line = text.substr (0, end);
     text.remove_prefix (end == std::string_view::npos ? text.size() : end + 1);
+
+    if (line.ends_with ('\r'))
+        line.remove_suffix (1);
+
     return line;
 }
 

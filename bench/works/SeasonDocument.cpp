@@ -16,7 +16,7 @@ SeasonDocument::SeasonDocument (const WorkOrder& order, EventExportType type)
     order.out.createDirectory();
     settings->exportType = type;
     settings->events = project.list->sortedFilteredEvents;
-    settings->showTakeNumbers = true;
+    settings->showTakeNumbers = type == EventExportTypePDF;
     settings->outputDirectory = order.out.getFullPathName();
     settings->fileName = "ours";
     settings->options[EventExportCSVDelimiterKey] = 1;

@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr int framesPerSecond = 25;
-constexpr int framesBetweenCues = 31;
+constexpr int framesBetweenCues = 8; // a million cues end before hour 100
 constexpr int framesOfCue = 50;
 constexpr int numberOfCharacters = 40;
 constexpr int firstFrame = 60 * 60 * framesPerSecond;
@@ -38,12 +38,11 @@ std::string twoDigits (int number)
     return { static_cast<char> ('0' + number / 10 % 10), static_cast<char> ('0' + number % 10) };
 }
 
-/** The day of a long list begins again; a season has more cues than a day has seconds. */
 std::string timecode (int frame)
 {
     const auto seconds = frame / framesPerSecond;
-    return twoDigits (seconds / 3600 % 24) + ":" + twoDigits (seconds / 60 % 60) + ":"
-           + twoDigits (seconds % 60) + ":" + twoDigits (frame % framesPerSecond);
+    return twoDigits (seconds / 3600) + ":" + twoDigits (seconds / 60 % 60) + ":" + twoDigits (seconds % 60)
+           + ":" + twoDigits (frame % framesPerSecond);
 }
 
 std::string sentence (std::mt19937& random)
@@ -79,14 +78,15 @@ std::string csvOf (const std::vector<SeasonRow>& rows)
     return file;
 }
 
+/** With the line breaks of Windows, which not every reader can do without. */
 std::string srtOf (const std::vector<SeasonRow>& rows)
 {
     const auto time = [] (const std::string& text) { return text.substr (0, 8) + ",480"; };
     std::string file;
 
     for (std::size_t i = 0; i < rows.size(); ++i)
-        file += std::to_string (i + 1) + "\n" + time (rows[i][0]) + " --> " + time (rows[i][1]) + "\n<i>"
-                + rows[i][2] + "</i>\n\n";
+        file += std::to_string (i + 1) + "\r\n" + time (rows[i][0]) + " --> " + time (rows[i][1]) + "\r\n<i>"
+                + rows[i][2] + "</i>\r\n\r\n";
 
     return file;
 }

@@ -35,14 +35,14 @@ void addQuoted (std::string& out, std::string_view text)
 {
     out += '"';
 
-    for (const char sign : text)
+    for (auto quote = text.find ('"'); quote != std::string_view::npos; quote = text.find ('"'))
     {
-        if (sign == '"')
-            out += '"';
-
-        out += sign;
+        out += text.substr (0, quote + 1);
+        out += '"';
+        text.remove_prefix (quote + 1);
     }
 
+    out += text;
     out += "\",";
 }
 
@@ -76,7 +76,9 @@ WorkDone cellsOneBehindTheOther (const WorkOrder& order)
                 addQuoted (csv, event->isEnabled() ? "Yes" : "No");
                 addQuoted (csv, std::to_string (event->getNumRecordedTakes()));
                 addQuoted (csv, std::to_string (event->getReason()));
-                addQuoted (csv, std::to_string (event->getBeatsPerMinute()));
+                addQuoted (csv, event->getBeatsPerMinute() > 0.0f
+                                    ? std::to_string (event->getBeatsPerMinute())
+                                    : "");
                 addQuoted (csv, event->isForcedNarrative() ? "Yes" : "No");
                 addQuoted (csv, std::to_string (event->getForcedNarrativeRegion()));
                 csv.back() = '\n';
