@@ -132,13 +132,18 @@ def print_details(title, details, markdown):
         print(f"| {name} | {value} |" if markdown else f"    {name:<56}{value:>14}")
 
 
+LINEAR = 1.1  # the exponent of what should be linear, or nearly so
+
+
 def print_growth(work, growths, markdown):
-    """@param growths: name to [(rows, seconds)] and [exponent]"""
-    print(f"\n{'### ' if markdown else ''}{work.name}: growth")
-    for name, (points, exponents) in growths.items():
+    """@param growths: (side, name) to [(rows, seconds)] and the exponents, between the ends last"""
+    print(f"\n{'### ' if markdown else ''}{work.name}: growth, from step to step and, in brackets, from end to end")
+    for (side, name), (points, exponents) in growths.items():
         steps = "  ".join(f"{spaced(rows)}: {readable(seconds)}" for rows, seconds in points)
-        powers = ", ".join("-" if e is None else f"{e:.2f}" for e in exponents)
-        print(f"{'- ' if markdown else '    '}{name:<44}{steps}   exponents {powers}")
+        powers = ", ".join(f"{e:.2f}" for e in exponents[:-1])
+        verdict = "" if side != "library" else "  met" if exponents[-1] <= LINEAR else f"  MISSED: {LINEAR} at most"
+        label = f"limit: {name}" if side == "limit" else name
+        print(f"{'- ' if markdown else '    '}{label:<44}{steps}   {powers} ({exponents[-1]:.2f}){verdict}")
 
 
 def print_missing(missing, markdown):

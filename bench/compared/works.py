@@ -157,7 +157,7 @@ def sheet(name, form, *options):
     )
 
 
-SHEETS = (sheet("sheet", "html"), sheet("sheet", "docx"), sheet("takes", "html", "--take-numbers"))
+SHEETS = (sheet("sheet", "docx"), sheet("takes", "html", "--take-numbers"))
 
 # Without tags, as we print: they are of no use on paper, and their time grows with the square of the pages.
 CHROMIUM = Peer(
@@ -399,7 +399,7 @@ WORKS = [
             Peer(
                 "pandoc",
                 debian("pandoc", "program", "pandoc"),
-                ("pandoc", "-f", "html", "{folder}/sheet.html", "-o", "{out}/pandoc.docx"),
+                ("pandoc", "-f", "markdown", "{folder}/list.md", "-o", "{out}/pandoc.docx"),
                 lambda path: None,
                 writes="pandoc.docx",
                 start=("pandoc", "--version"),
@@ -471,7 +471,12 @@ WORKS = [
     Work(
         "memory",
         "Memory of a table and of a list",
-        ours=(("Overmarks, a table", "memory.table"), ("Overmarks, a list", "memory.list")),
-        targets=(Detail("Overmarks, a table", "times the text, resident", 3), Detail("Overmarks, a list", "times the text, resident", 3)),
+        ours=(("Overmarks, a table", "memory.table"), ("Overmarks, a list from a table", "memory.list"), ("Overmarks, a list from a project", "memory.project")),
+        targets=(
+            Detail("Overmarks, a table", "times the text, resident", 3),
+            Detail("Overmarks, a list from a table", "times the text, resident", 3),
+            Detail("Overmarks, a list from a project", "times the text, resident", 3),
+        ),
+        prepared=(("list.overmarks", ("{overmarks}", "import", "{folder}/list.csv", "-o", "{folder}/list.overmarks", "--quiet")),),
     ),
 ]

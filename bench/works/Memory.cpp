@@ -4,6 +4,7 @@
 #include "Works.h"
 
 #include "import/CSVEventFileImporter.h"
+#include "list/ProjectFile.h"
 #include "preferences/UserDefaultsRegistrar.h"
 
 #include <malloc.h>
@@ -108,17 +109,16 @@ double bytesOfEvent (const Event& event)
     return bytes;
 }
 
-WorkDone list (const WorkOrder& order)
+/** What a list takes that has just been made, and is shown. */
+template <typename Make>
+WorkDone list (Make make)
 {
-    // Once for what stays whatever is read, such as the tables of the preferences.
-    projectOfTable (order.list ("list.csv"));
-    ::malloc_trim (0);
     Project project;
     const Growth growth;
     const auto seconds = secondsOf (
         [&]
         {
-            project = projectOfTable (order.list ("list.csv"));
+            project = make();
             project.list->sortContentAndUpdateFilteredEvents();
         });
     ::malloc_trim (0);
@@ -149,7 +149,32 @@ WorkDone list (const WorkOrder& order)
     return { seconds, static_cast<long long> (events.size()) - 2, details.get() };
 }
 
-constexpr Work works[] = { { "memory.table", table }, { "memory.list", list } };
+/** Its texts share the memory of the table's cells, so that what the table leaves is in pieces. */
+WorkDone importedList (const WorkOrder& order)
+{
+    return list ([&] { return projectOfTable (order.list ("list.csv")); });
+}
+
+WorkDone openedList (const WorkOrder& order)
+{
+    UserDefaultsRegistrar::registerUserDefaults();
+    return list (
+        [&]
+        {
+            Project project;
+
+            if (const auto error = ProjectFile::load (juce::File (order.list ("list.overmarks")), project);
+                error.isNotEmpty())
+                giveUp (error.toStdString());
+
+            project.makeCurrent();
+            return project;
+        });
+}
+
+constexpr Work works[] = { { "memory.table", table },
+                           { "memory.list", importedList },
+                           { "memory.project", openedList } };
 
 } // namespace
 

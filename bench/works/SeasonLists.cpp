@@ -127,6 +127,18 @@ std::string ebuOf (const std::vector<SeasonRow>& rows)
     return file;
 }
 
+/** A small table for each cue, for programs that make documents of such texts. */
+std::string markdownOf (const std::vector<SeasonRow>& rows)
+{
+    std::string file;
+
+    for (const auto& row : rows)
+        file += "| " + row[2] + " | " + row[6] + " |\n|---|---|\n| NOTES " + row[7] + " | " + row[3] + " "
+                + row[0] + " " + row[1] + " |\n\n";
+
+    return file;
+}
+
 std::string littleEndian (std::size_t number, int bytes)
 {
     std::string text;
@@ -228,6 +240,7 @@ void makeLists (const juce::File& folder, int rows)
     write (folder.getChildFile ("list.stl"), ebuOf (list));
     write (folder.getChildFile ("list.dbf"), dbfOf (list));
     write (folder.getChildFile ("list.ttal"), ttalOf (list));
+    write (folder.getChildFile ("list.md"), markdownOf (list));
 
     // A sheet of Excel ends there.
     if (constexpr int most = 1048576; rows < most)

@@ -19,7 +19,7 @@ using SeasonRow = std::array<std::string, 11>;
 /** The list in the order of time. The same for the same number, on every machine. */
 std::vector<SeasonRow> seasonRows (int number);
 
-/** Writes the list in every form that is compared into a folder: list.csv, list.srt, list.stl, list.dbf, list.ttal, list.xlsx, and
+/** Writes the list in every form that is compared into a folder: list.csv, list.srt, list.stl, list.dbf, list.ttal, list.md, list.xlsx, and
     shuffled.csv, the same rows in no order. */
 void makeLists (const juce::File& folder, int rows);
 
