@@ -42,7 +42,7 @@ def judged(work, figures):
         if isinstance(target, Ahead):
             among = [p for p in peers if ask(p) and p.name not in target.but and (not target.names or p.name in target.names)]
             fastest = min(among, key=ask) if among else None
-            words = f"{target.times:g} times as fast as " + (fastest.name if fastest else ", ".join(target.names) or "the others")
+            words = ("as fast as " if target.times == 1 else f"{target.times:g} times as fast as ") + (fastest.name if fastest else ", ".join(target.names) or "the others")
             most = ask(fastest) / target.times if fastest else None
         elif isinstance(target, Within):
             words = f"within {target.times:g} times: {limits[0].name}" if limits else f"within {target.times:g} times the limit"

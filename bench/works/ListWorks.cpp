@@ -32,6 +32,13 @@ WorkDone sortBy (const WorkOrder& order, const juce::String& key)
     const auto project = projectOfTable (order.list ("shuffled.csv"));
     project.list->sortKey = key;
     const auto seconds = secondsOf ([&] { project.list->sortContentAndUpdateFilteredEvents(); });
+    const auto& shown = project.list->sortedFilteredEvents;
+
+    if (! std::is_sorted (shown.begin(), shown.end(),
+                          [&project] (const auto& a, const auto& b)
+                          { return project.list->sortEventsBySortKey (a, b); }))
+        giveUp ("the list isn't in order");
+
     return { seconds, numberShown (project) };
 }
 
