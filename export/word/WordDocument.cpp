@@ -85,8 +85,8 @@ void WordDocument::addCueContentWithTakes (
 
 void WordDocument::createContinuousPagesBlock()
 {
-    continuousPagesBlocks.push_back (std::make_shared<ContinuousPagesBlock> (std::move (cueContentList)));
-    cueContentList.clear();
+    continuousPagesBlocks.push_back (
+        std::make_shared<ContinuousPagesBlock> (std::exchange (cueContentList, {})));
 }
 
 juce::DynamicObject::Ptr WordDocument::toJSONDynamicObject() const

@@ -81,8 +81,8 @@ protected:
     static void expectCell (const PDFPage& page, const std::string& word, float x, float y, float height)
     {
         const auto found = page.word (word);
-        EXPECT_NEAR (found.x, x + 5, 0.5) << word;
-        EXPECT_NEAR ((found.bottom + found.top) / 2, y + height / 2, 0.5) << word;
+        EXPECT_NEAR (found.x, x + 5, 0.3) << word;
+        EXPECT_NEAR ((found.bottom + found.top) / 2, y + height / 2, 0.3) << word;
     }
 
     static int rowsOn (const PDFPage& page)

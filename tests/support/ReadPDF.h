@@ -54,6 +54,7 @@ struct PDFPage
     std::vector<juce::Rectangle<float>> pictures;
     std::vector<juce::Colour> textColours; ///< of each piece of text, in the order of drawing
     int clips = 0;
+    std::vector<juce::Rectangle<float>> clipBoxes; ///< in the order of drawing; from their lower left corners
 
     /** The first word that reads so, or one far away from everything. */
     Word word (const std::string& wanted, int occurrence = 0) const
@@ -259,6 +260,13 @@ private:
         else if (op == "n")
         {
             page.clips += paths.empty() ? 0 : 1;
+
+            for (const auto& path : paths)
+            {
+                const auto box = boxOf (path, 0.0f, {});
+                page.clipBoxes.emplace_back (box.x, box.y, box.w, box.h);
+            }
+
             paths.clear();
         }
     }

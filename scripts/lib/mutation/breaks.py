@@ -136,7 +136,7 @@ class Source:
         line_start = self.text.rfind("\n", 0, place) + 1
         line_end = self.text.find("\n", place)
         code = self.text[line_start:line_end].strip()
-        if "Logger" in code or code.startswith(("#", "static_assert", "template", "using ", "namespace ", "extern ", "class ")):
+        if broken == self.text[start:end] or "Logger" in code or code.startswith(("#", "static_assert", "template", "using ", "namespace ", "extern ", "class ")):
             return
         change = shown or f"'{self.text[place : place + length]}' -> '{replacement}'"
         self.breaks.append(Break(self.file, self.text.count("\n", 0, place) + 1, kind, start, end, broken, change, code))

@@ -91,8 +91,8 @@ protected:
                                float high)
     {
         const auto found = page.word (word);
-        EXPECT_NEAR (found.x, left, 0.5) << word;
-        EXPECT_NEAR ((found.bottom + found.top) / 2, bottom + high / 2, 0.5) << word;
+        EXPECT_NEAR (found.x, left, 0.3) << word;
+        EXPECT_NEAR ((found.bottom + found.top) / 2, bottom + high / 2, 0.3) << word;
     }
 
     std::shared_ptr<PDFDocument> document =

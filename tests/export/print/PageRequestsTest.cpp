@@ -44,7 +44,11 @@ TEST_F (PageRequestsTest, thePageIsShownWithoutScriptsFramesAndWaysOut)
 {
     const auto reply = requests.replyTo (request (pageAddress, true));
     EXPECT_STREQ (reply.method, "Fetch.continueResponse");
+    EXPECT_EQ (reply.parameters["requestId"], "7");
+    EXPECT_EQ (reply.parameters["responseCode"], 200);
     const auto headers = reply.parameters["responseHeaders"];
+    ASSERT_EQ (headers.size(), 2u);
+    EXPECT_EQ (headers[0]["name"], "Content-Type");
     EXPECT_EQ (headers[0]["value"], "text/html; charset=utf-8");
     EXPECT_EQ (headers[1]["name"], "Content-Security-Policy");
     EXPECT_EQ (headers[1]["value"],
@@ -59,6 +63,9 @@ TEST_F (PageRequestsTest, anIconComesFromTheMemoryWhateverItsFolder)
         EXPECT_STREQ (reply.method, "Fetch.fulfillRequest") << address;
         EXPECT_EQ (reply.parameters["body"], "UE5H");
         EXPECT_EQ (reply.parameters["responseCode"], 200);
+        EXPECT_EQ (reply.parameters["requestId"], "7");
+        EXPECT_EQ (reply.parameters["responseHeaders"],
+                   json::parse (R"([{"name": "Content-Type", "value": "image/png"}])"));
     }
 }
 
@@ -66,11 +73,13 @@ TEST_F (PageRequestsTest, everythingElseIsRefused)
 {
     for (const auto* address :
          { "file:///etc/passwd", "http://127.0.0.1/icon.png", "https://x/page.html", "file:///a/icon.png/b",
-           "", "data:,x", "file:///tmp/overmarks-print-Abc124/page.html" })
+           "", "data:,x", "file:///tmp/overmarks-print-Abc124/page.html",
+           "http://127.0.0.1/tmp/overmarks-print-Abc123/page.html", "ftp://x/icon.png" })
     {
         const auto reply = requests.replyTo (request (address));
         EXPECT_STREQ (reply.method, "Fetch.failRequest") << address;
         EXPECT_EQ (reply.parameters["errorReason"], "Aborted");
+        EXPECT_EQ (reply.parameters["requestId"], "7");
         EXPECT_EQ (methodFor (request (address, true)), "Fetch.failRequest") << address;
     }
 

@@ -48,6 +48,26 @@ TEST (SheetFrame, leavesTheMarginsEmptyAllAround)
             EXPECT_THAT (a4(), HasSubstr ("@" + edge + place + "{content:none!important}"));
 }
 
+TEST (SheetFrame, setsTheMarginsFromTheTopToTheRightAndRound)
+{
+    PrintLayout layout;
+    layout.top = 31;
+    layout.right = 32;
+    layout.bottom = 44;
+    layout.left = 33;
+    EXPECT_THAT (frameOfSheet (layout), HasSubstr ("margin:31pt 32pt 44pt 33pt !important"));
+}
+
+TEST (SheetFrame, itsRulesStandInALayerAheadOfThePagesOwnAndInsideOfOneStyle)
+{
+    EXPECT_THAT (a4(), HasSubstr ("<title>Dublane - Event List</title><style>@layer sheet{@page{all:initial!important;"
+                                  "page-orientation:upright!important;"));
+    EXPECT_THAT (a4(), testing::EndsWith ("@bottom-right-corner{content:none!important}}"
+                                          ".oneCueOuterContainer{break-inside:avoid!important}"
+                                          "p{overflow-wrap:anywhere!important;unicode-bidi:plaintext!important}"
+                                          ".cueNotesSectionHeaderItem>p{overflow-wrap:normal!important}}</style>"));
+}
+
 TEST (SheetFrame, setsThePaperSoThatNoStyleOfAPageChangesIt)
 {
     EXPECT_THAT (a4(), HasSubstr ("size:595pt 842pt !important"));

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// How much room each text of the overview sheet has: all of its own, and none of its neighbour's.
+#include "export/ADROverviewPDFExporter.h"
+
+#include "export/FittingWords.h"
+#include "support/TemporaryFolder.h"
+
+
+namespace
+{
+
+using namespace ExportSupport;
+using ZEP::Core::PaperSize;
+using ZEP::Core::PDFDocument;
+using ZEP::Orvelle::ADROverviewPDFExporter;
+using ZEP::Overmarks::Testing::PDFPage;
+using ZEP::Overmarks::Testing::ReadPDF;
+
+constexpr auto regular = PDFDocument::FontTypeRegular;
+constexpr auto bold = PDFDocument::FontTypeBold;
+constexpr float pageWidth = 595, margin = 40, tableWidth = 515;
+
+struct Heading
+{
+    juce::String title = {};
+    juce::String file = {};
+    juce::String timeline = {};
+    juce::String supervisor = {};
+    juce::String studio = {};
+};
+
+class ADROverviewWidthsTest : public testing::Test
+{
+protected:
+    std::vector<PDFPage> pages (const std::vector<ADROverviewDataSet>& sets, const Heading& heading = {}) const
+    {
+        ADROverviewPDFExporter exporter (folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4());
+        exporter.openFile = nullptr;
+        exporter.exportPDF (sets, heading.title, heading.file, heading.timeline, heading.supervisor,
+                            heading.studio);
+        return ReadPDF (folder.file ("sheet.pdf")).pages;
+    }
+
+    FittingWords words (PDFDocument::FontType font, float size, float width, const char* letters = "im")
+    {
+        document.setFont (font, size);
+        return { document, width, letters };
+    }
+
+    ZEP::Overmarks::Testing::TemporaryFolder folder;
+    PDFDocument document { folder.file ("measure.pdf").getFullPathName(), PaperSize::a4() };
+};
+
+TEST_F (ADROverviewWidthsTest, theTitleHasTheWidthBetweenTheMargins)
+{
+    words (bold, 32, tableWidth)
+        .expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .title = word }).front(); });
+}
+
+TEST_F (ADROverviewWidthsTest, theTitleOfALaterPageHasTheWidthBetweenTheMargins)
+{
+    const std::vector<ADROverviewDataSet> many (40);
+    words (bold, 16, tableWidth)
+        .expectTheWidth ([this, &many] (const juce::String& word) { return pages (many, { .title = word }).at (1); });
+}
+
+TEST_F (ADROverviewWidthsTest, theTextsOfTheHeadEndAtTheMargin)
+{
+    const auto wide = words (regular, 12, pageWidth - margin - 168);
+    wide.expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .file = word }).front(); });
+    wide.expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .timeline = word }).front(); });
+    wide.expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .supervisor = word }).front(); });
+    words (regular, 12, pageWidth - margin - 394)
+        .expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .studio = word }).front(); });
+}
+
+TEST_F (ADROverviewWidthsTest, theTextsOfARowEndWithTheirCells)
+{
+    const auto quarter = words (regular, 10, 0.25f * tableWidth - 5);
+    quarter.expectTheWidth ([this] (const juce::String& word) { return pages ({ { word, {}, {}, 1, 1, 0 } }).front(); });
+    quarter.expectTheWidth ([this] (const juce::String& word) { return pages ({ { {}, word, {}, 1, 1, 0 } }).front(); });
+    words (regular, 10, 0.1f * tableWidth - 5)
+        .expectTheWidth ([this] (const juce::String& word) { return pages ({ { {}, {}, word, 1, 1, 0 } }).front(); });
+}
+
+TEST_F (ADROverviewWidthsTest, theSumsEndWithTheirCells)
+{
+    // Ones stand closer to each other than other figures do.
+    document.setFont (bold, 10);
+    const auto width = 0.08f * tableWidth - 5;
+    int whole = 0, tooWide = 0;
+
+    for (int figures = 4; figures < 10; ++figures)
+        for (int ones = 0; ones <= figures; ++ones)
+        {
+            const auto number = (juce::String::repeatedString ("1", ones)
+                                 + juce::String::repeatedString ("7", figures - ones))
+                                    .getIntValue();
+            const auto excess = document.widthOfLine (juce::String (number)) - width;
+            whole = excess > -0.9f && excess < -0.02f ? number : whole;
+            tooWide = excess > 0.02f && excess < 0.9f ? number : tooWide;
+        }
+
+    if (whole == 0 || tooWide == 0)
+        GTEST_SKIP() << "the figures of this font can't be told apart by their width";
+
+    EXPECT_EQ (pages ({ { {}, {}, {}, whole, 1, 0 } }).front().count (std::to_string (whole)), 1);
+    EXPECT_EQ (pages ({ { {}, {}, {}, 1, whole, 0 } }).front().count (std::to_string (whole)), 1);
+    EXPECT_EQ (pages ({ { {}, {}, {}, tooWide, 1, 0 } }).front().count (std::to_string (tooWide)), 0);
+    EXPECT_EQ (pages ({ { {}, {}, {}, 1, tooWide, 0 } }).front().count (std::to_string (tooWide)), 0);
+}
+
+TEST_F (ADROverviewWidthsTest, lettersAreAsLargeAsTheirPlacesAreMadeFor)
+{
+    const auto page = pages ({ { "ANNA", "Miller", "AN", 17, 12, 0.25f } },
+                             { "Harbour", "harbour.overmarks", "Reel3", "Doe", "Studio7" })
+                          .front();
+    const auto expectWidth = [&] (const char* word, PDFDocument::FontType font, float size)
+    {
+        document.setFont (font, size);
+        EXPECT_NEAR (page.word (word).right - page.word (word).x, document.widthOfLine (word), 0.3) << word;
+    };
+
+    expectWidth ("Harbour", bold, 32);
+    expectWidth ("Supervisor", bold, 12);
+    expectWidth ("harbour.overmarks", regular, 12);
+    expectWidth ("Character", bold, 10);
+    expectWidth ("Miller", regular, 10);
+    expectWidth ("Total", bold, 10);
+    expectWidth ("Page", regular, 10);
+}
+
+TEST_F (ADROverviewWidthsTest, onlyTheTitlesOfTheColumnsAreWhite)
+{
+    const auto page = pages ({ { "ANNA", "Miller", "AN", 17, 12, 0.25f } },
+                             { "Harbour", "harbour.overmarks", "Reel3", "Doe", "Studio7" })
+                          .front();
+    EXPECT_EQ (std::count (page.textColours.begin(), page.textColours.end(), juce::Colours::white), 6);
+    EXPECT_EQ (std::count (page.textColours.begin(), page.textColours.end(), juce::Colours::black),
+               static_cast<std::ptrdiff_t> (page.textColours.size()) - 6);
+}
+
+TEST_F (ADROverviewWidthsTest, theLineOfTheFooterIsBlackOnEachPage)
+{
+    for (const auto& page : pages (std::vector<ADROverviewDataSet> (40)))
+        EXPECT_TRUE (page.hasLine (margin, 50, pageWidth - margin, 50, 0.25f, juce::Colours::black));
+}
+
+TEST_F (ADROverviewWidthsTest, thePartsOfTheSheetStandApart)
+{
+    const auto page = pages ({ { "ANNA", "Miller", "AN", 17, 12, 0.25f }, { "TOM", {}, {}, 1, 1, 1 } },
+                             { "Harbour", "harbour.overmarks", "Reel3", "Doe", "Studio7" })
+                          .front();
+
+    for (std::size_t i = 0; i < page.words.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+        {
+            const auto &a = page.words[i], &b = page.words[j];
+            const bool touch = a.x < b.right && b.x < a.right && a.bottom + 0.5f < b.top && b.bottom + 0.5f < a.top;
+            EXPECT_FALSE (touch) << a.text << " and " << b.text;
+        }
+}
+
+} // namespace
