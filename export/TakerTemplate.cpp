@@ -45,7 +45,7 @@ struct CueSpan
 {
     _TCTime start;
     _TCTime end;
-    juce::StringArray markers;
+    juce::StringArray markers {};
     bool overflows = false; ///< there were more events than markers
 };
 
@@ -69,9 +69,7 @@ CueSpan spanOf (const EventCSVExporter::Events& subcues)
 {
     const auto& first = *subcues.front();
     CueSpan span { TCToolbox::tcTimeFromString (first.getStartTCString()),
-                   TCToolbox::tcTimeFromString (first.getEndTCString()),
-                   {},
-                   false };
+                   TCToolbox::tcTimeFromString (first.getEndTCString()) };
 
     for (const auto& event : subcues)
     {

@@ -5,7 +5,6 @@
 #include "export/FittingWords.h"
 #include "support/TemporaryFolder.h"
 
-
 namespace
 {
 
@@ -32,7 +31,8 @@ struct Heading
 class ADROverviewWidthsTest : public testing::Test
 {
 protected:
-    std::vector<PDFPage> pages (const std::vector<ADROverviewDataSet>& sets, const Heading& heading = {}) const
+    std::vector<PDFPage> pages (const std::vector<ADROverviewDataSet>& sets,
+                                const Heading& heading = {}) const
     {
         ADROverviewPDFExporter exporter (folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4());
         exporter.openFile = nullptr;
@@ -61,26 +61,39 @@ TEST_F (ADROverviewWidthsTest, theTitleOfALaterPageHasTheWidthBetweenTheMargins)
 {
     const std::vector<ADROverviewDataSet> many (40);
     words (bold, 16, tableWidth)
-        .expectTheWidth ([this, &many] (const juce::String& word) { return pages (many, { .title = word }).at (1); });
+        .expectTheWidth ([this, &many] (const juce::String& word)
+                         { return pages (many, { .title = word }).at (1); });
 }
 
 TEST_F (ADROverviewWidthsTest, theTextsOfTheHeadEndAtTheMargin)
 {
     const auto wide = words (regular, 12, pageWidth - margin - 168);
     wide.expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .file = word }).front(); });
-    wide.expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .timeline = word }).front(); });
-    wide.expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .supervisor = word }).front(); });
+    wide.expectTheWidth ([this] (const juce::String& word)
+                         { return pages ({}, { .timeline = word }).front(); });
+    wide.expectTheWidth ([this] (const juce::String& word)
+                         { return pages ({}, { .supervisor = word }).front(); });
     words (regular, 12, pageWidth - margin - 394)
-        .expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .studio = word }).front(); });
+        .expectTheWidth ([this] (const juce::String& word)
+                         { return pages ({}, { .studio = word }).front(); });
 }
 
 TEST_F (ADROverviewWidthsTest, theTextsOfARowEndWithTheirCells)
 {
     const auto quarter = words (regular, 10, 0.25f * tableWidth - 5);
-    quarter.expectTheWidth ([this] (const juce::String& word) { return pages ({ { word, {}, {}, 1, 1, 0 } }).front(); });
-    quarter.expectTheWidth ([this] (const juce::String& word) { return pages ({ { {}, word, {}, 1, 1, 0 } }).front(); });
+    quarter.expectTheWidth (
+        [this] (const juce::String& word) {
+            return pages ({ { word, {}, {}, 1, 1, 0 } }).front();
+        });
+    quarter.expectTheWidth (
+        [this] (const juce::String& word) {
+            return pages ({ { {}, word, {}, 1, 1, 0 } }).front();
+        });
     words (regular, 10, 0.1f * tableWidth - 5)
-        .expectTheWidth ([this] (const juce::String& word) { return pages ({ { {}, {}, word, 1, 1, 0 } }).front(); });
+        .expectTheWidth (
+            [this] (const juce::String& word) {
+                return pages ({ { {}, {}, word, 1, 1, 0 } }).front();
+            });
 }
 
 TEST_F (ADROverviewWidthsTest, theSumsEndWithTheirCells)
@@ -156,7 +169,8 @@ TEST_F (ADROverviewWidthsTest, thePartsOfTheSheetStandApart)
         for (std::size_t j = 0; j < i; ++j)
         {
             const auto &a = page.words[i], &b = page.words[j];
-            const bool touch = a.x < b.right && b.x < a.right && a.bottom + 0.5f < b.top && b.bottom + 0.5f < a.top;
+            const bool touch =
+                a.x < b.right && b.x < a.right && a.bottom + 0.5f < b.top && b.bottom + 0.5f < a.top;
             EXPECT_FALSE (touch) << a.text << " and " << b.text;
         }
 }

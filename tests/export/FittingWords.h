@@ -22,8 +22,9 @@ struct FittingWords
         for (int wide = 0; wide < 80 && (whole.isEmpty() || tooWide.isEmpty()); ++wide)
             for (int narrow = 0; narrow < 400; ++narrow)
             {
-                const auto word = juce::String::repeatedString (juce::String::charToString (letters[1]), wide)
-                                  + juce::String::repeatedString (juce::String::charToString (letters[0]), narrow);
+                const auto word =
+                    juce::String::repeatedString (juce::String::charToString (letters[1]), wide)
+                    + juce::String::repeatedString (juce::String::charToString (letters[0]), narrow);
                 const auto excess = document.widthOfLine (word) - width;
 
                 if (excess > -0.45f && excess < -0.05f)
@@ -37,11 +38,13 @@ struct FittingWords
 
     /** That a page on which the word is drawn has it whole only if it fits.
         @param pageWith  draws a page with this word in the place */
-    void expectTheWidth (const std::function<ZEP::Overmarks::Testing::PDFPage (const juce::String&)>& pageWith) const
+    void expectTheWidth (
+        const std::function<ZEP::Overmarks::Testing::PDFPage (const juce::String&)>& pageWith) const
     {
         ASSERT_TRUE (whole.isNotEmpty() && tooWide.isNotEmpty());
         EXPECT_EQ (pageWith (whole).count (whole.toStdString()), 1) << "it fits: " << whole;
-        EXPECT_EQ (pageWith (tooWide).count (tooWide.toStdString()), 0) << "it ends beyond its place: " << tooWide;
+        EXPECT_EQ (pageWith (tooWide).count (tooWide.toStdString()), 0)
+            << "it ends beyond its place: " << tooWide;
     }
 
     juce::String whole;

@@ -74,7 +74,8 @@ INSTANTIATE_TEST_SUITE_P (
     ::testing::Values (Split { "12 A", "12", "A" }, Split { "12 34", "12 34", "" },
                        Split { "1 2 X", "12", "X" }, Split { "12 S1", "12", "S1" }, Split { "12", "12", "" },
                        Split { "12A", "12A", "" }, Split { "12 a", "12 a", "" }, Split { "", "", "" },
-                       Split { "A", "A", "" }, Split { "12 A ", "12 A ", "" }, Split { "12  A", "12", "A" },
+                       Split { "A", "A", "" }, Split { "12 A ", "12 A ", "" }, Split { "12 ~", "12 ~", "" },
+                       Split { "~1 2~ A", "~12~", "A" }, Split { "12  A", "12", "A" },
                        Split { " A", "", "A" }, Split { "A 12", "A 12", "" }, Split { "12 B", "12 B", "" },
                        Split { "\"1 2\" A", "\"1 2\"", "A" }, Split { "\"12 A", "\"12 A", "" }));
 
@@ -121,14 +122,14 @@ TEST_F (TakerExportTest, cuesOfOneNumberShareARow)
 
 TEST_F (TakerExportTest, aSharedRowTellsOfItsFirstCue)
 {
-    addCharacter ("a", "Ann \"A\"");
+    addCharacter ("a", "Ann \"A\"**");
     addCharacter ("b", "Bob");
-    auto list = events ({ { "7 X", oneHour, oneHour + 50, "a", "", "say \"a\"\r\nb" },
+    auto list = events ({ { "7 X", oneHour, oneHour + 50, "a", "", "**say \"a\"\r\nb" },
                           { "7 X", oneHour + 25, oneHour + 40, "b", "", "no" } });
     EXPECT_EQ (exported (list),
                header
-                   + "\n\"7\",\"X\",\"01:00:00:00\",\"01:00:02:00\",\"Ann \"\"A\"\"\",\"M1 01:00:01:00\",1,"
-                     "\"say \"a\"\r b\",\"00:00:02:00\",");
+                   + "\n\"7\",\"X\",\"01:00:00:00\",\"01:00:02:00\",\"Ann \"\"A\"\"**\",\"M1 01:00:01:00\",1,"
+                     "\"**say \"a\"\r b\",\"00:00:02:00\",");
 }
 
 TEST_F (TakerExportTest, quotesOfACueNumberAreDoubledInARowOfItsOwnOnly)
@@ -152,6 +153,30 @@ TEST_F (TakerExportTest, anEarlierCueMovesTheStartAndTakesNoMarker)
         exported (events ({ { "7", 50, 75 }, { "7", 100, 125 }, { "7", 25, 50 }, { "7", 50, 60 } })),
         header
             + "\n\"7\",\"\",\"00:00:01:00\",\"00:00:05:00\",\"\",\"M1 00:00:04:00/M2 00:00:02:00\",1,\"\",\"00:00:01:00\",");
+}
+
+TEST_F (TakerExportTest, theSharedTimeGoesFromTheEarliestToTheLatestByTheClock)
+{
+    constexpr int second = 25, minute = 60 * second, hour = 60 * minute;
+    const std::vector<std::pair<int, int>> moments { { 5, 10 },
+                                                     { second - 1, second },
+                                                     { 59 * second, minute },
+                                                     { minute - 1, minute },
+                                                     { 2 * minute + 1, 10 * minute },
+                                                     { 59 * minute + 59 * second, hour },
+                                                     { hour - 1, hour },
+                                                     { 9 * hour + 59 * minute, 10 * hour + 1 } };
+
+    for (const auto& [earlier, later] : moments)
+    {
+        const Line one { "7", earlier, earlier }, other { "7", later, later };
+        const auto clock = [this] (int frame) {
+            return event ({ "7", frame, frame })->getStartTCString().toStdString();
+        };
+        const auto span = "\"" + clock (earlier) + "\",\"" + clock (later) + "\"";
+        EXPECT_NE (exported (events ({ one, other })).find (span), std::string::npos) << span;
+        EXPECT_NE (exported (events ({ other, one })).find (span), std::string::npos) << span;
+    }
 }
 
 TEST_F (TakerExportTest, aCueWithoutATimeMovesNeitherStartNorEnd)

@@ -356,8 +356,8 @@ TEST_F (BatchEventExportSessionTest, theTimeOfEachDocumentIsLoggedForTheDevelope
     ASSERT_EQ (log.lines().size(), 1u);
     std::smatch seconds;
     const auto line = log.lines()[0];
-    ASSERT_TRUE (std::regex_match (line, seconds,
-                                   std::regex ("Exporting document with type: CSV took : ([0-9.e-]+)")))
+    ASSERT_TRUE (
+        std::regex_match (line, seconds, std::regex ("Exporting document with type: CSV took : ([0-9.e-]+)")))
         << line;
     EXPECT_LT (std::stod (seconds.str (1)), 60) << line;
 }

@@ -269,3 +269,13 @@ TEST (OutputFile, piecesOfAnySizeKeepTheirOrder)
     }
     EXPECT_EQ (folder.bytes ("list.csv"), expected);
 }
+
+TEST (OutputFile, aNewOneMayBeReadByAllAndWrittenByItsOwnerAlone)
+{
+    const TemporaryFolder folder;
+    const auto before = ::umask (0);
+    EXPECT_TRUE (write (folder.file ("list.csv"), "text"));
+    ::umask (before);
+    EXPECT_EQ (static_cast<unsigned> (std::filesystem::status (folder.path / "list.csv").permissions()),
+               0644u);
+}

@@ -55,8 +55,9 @@ protected:
 
 TEST_F (BrowserProcessTest, messagesComeWholeHoweverTheyWereWritten)
 {
-    const auto process = running ("printf 'one\\0two\\0thr' >&4; sleep 0.1; printf 'ee\\0\\0four' >&4; "
-                                  "sleep 0.1; printf ' and more' >&4; sleep 0.1; printf '\\0x\\0' >&4; sleep 1000");
+    const auto process =
+        running ("printf 'one\\0two\\0thr' >&4; sleep 0.1; printf 'ee\\0\\0four' >&4; "
+                 "sleep 0.1; printf ' and more' >&4; sleep 0.1; printf '\\0x\\0' >&4; sleep 1000");
 
     for (const std::string expected : { "one", "two", "three", "", "four and more", "x" })
         EXPECT_EQ (process->receive (soon()), expected);
@@ -64,7 +65,8 @@ TEST_F (BrowserProcessTest, messagesComeWholeHoweverTheyWereWritten)
 
 TEST_F (BrowserProcessTest, aMessageMayBeLongerThanWhatIsReadAtOnce)
 {
-    const auto process = running ("head -c 300000 /dev/zero | tr '\\0' x >&4; printf '\\0y\\0' >&4; sleep 1000");
+    const auto process =
+        running ("head -c 300000 /dev/zero | tr '\\0' x >&4; printf '\\0y\\0' >&4; sleep 1000");
     EXPECT_EQ (process->receive (soon()), std::string (300000, 'x'));
     EXPECT_EQ (process->receive (soon()), "y");
 }
@@ -87,8 +89,9 @@ TEST_F (BrowserProcessTest, aLongMessageIsSentToABrowserThatReadsLate)
 
 TEST_F (BrowserProcessTest, itReadsNothingFromTheTerminalAndWritesNothingThere)
 {
-    const auto process = running ("printf '%s,%s,%s\\0' \"$(readlink /proc/$$/fd/0)\" \"$(readlink /proc/$$/fd/1)\" "
-                                  "\"$(cat | wc -c)\" >&4; sleep 1000");
+    const auto process =
+        running ("printf '%s,%s,%s\\0' \"$(readlink /proc/$$/fd/0)\" \"$(readlink /proc/$$/fd/1)\" "
+                 "\"$(cat | wc -c)\" >&4; sleep 1000");
     EXPECT_EQ (process->receive (soon()), "/dev/null,/dev/null,0");
 }
 
@@ -99,8 +102,9 @@ TEST_F (BrowserProcessTest, itHasAGroupOfItsOwnAndTakesSignalsThatThisThreadHold
     ::sigemptyset (&held);
     ::sigaddset (&held, SIGTERM);
     ::pthread_sigmask (SIG_BLOCK, &held, &before);
-    const auto process = running ("printf '%s,%s,%s\\0' \"$$\" \"$(cut -d' ' -f5 /proc/$$/stat)\" "
-                                  "\"$(grep SigBlk /proc/$$/status | tr -dc 0-9a-f | tr -d 0)\" >&4; sleep 1000");
+    const auto process =
+        running ("printf '%s,%s,%s\\0' \"$$\" \"$(cut -d' ' -f5 /proc/$$/stat)\" "
+                 "\"$(grep SigBlk /proc/$$/status | tr -dc 0-9a-f | tr -d 0)\" >&4; sleep 1000");
     ::pthread_sigmask (SIG_SETMASK, &before, nullptr);
     const auto told = process->receive (soon());
     const auto first = told.find (','), second = told.find (',', first + 1);
@@ -112,8 +116,9 @@ TEST_F (BrowserProcessTest, itHasAGroupOfItsOwnAndTakesSignalsThatThisThreadHold
 TEST_F (BrowserProcessTest, itHasTheEnvironmentOfTheApplicationButItsTemporaryFilesInItsOwnFolder)
 {
     ::setenv ("OVERMARKS_TEST_WORD", "harbour", 1);
-    const auto process = running ("printf '%s,%s,%s\\0' \"$TMPDIR\" \"$OVERMARKS_TEST_WORD\" "
-                                  "\"$(tr '\\0' '\\n' </proc/$$/environ | grep -c ^TMPDIR=)\" >&4; sleep 1000");
+    const auto process =
+        running ("printf '%s,%s,%s\\0' \"$TMPDIR\" \"$OVERMARKS_TEST_WORD\" "
+                 "\"$(tr '\\0' '\\n' </proc/$$/environ | grep -c ^TMPDIR=)\" >&4; sleep 1000");
     EXPECT_EQ (process->receive (soon()), folder.path.string() + ",harbour,1");
     ::unsetenv ("OVERMARKS_TEST_WORD");
 }
@@ -168,7 +173,8 @@ TEST_F (BrowserProcessTest, aProgramThatIsMissingIsNamedWithTheReason)
     }
     catch (const PrintError& error)
     {
-        EXPECT_STREQ (error.what(), "the browser /nowhere/browser can't be started: No such file or directory");
+        EXPECT_STREQ (error.what(),
+                      "the browser /nowhere/browser can't be started: No such file or directory");
     }
 }
 

@@ -87,7 +87,8 @@ TEST_F (DrawnCueWidthsTest, aCueTextAndItsNotesBreakAtTheWidthTheyHave)
     {
         settings->layout = layout;
         words (regular, layout == EventExportLayoutActor ? 14.0f : 11.0f, w - 115 - 10)
-            .expectTheWidth ([this] (const juce::String& word) { return drawnAnew (cue (word.toStdString())); });
+            .expectTheWidth ([this] (const juce::String& word)
+                             { return drawnAnew (cue (word.toStdString())); });
     }
 
     words (regular, 8, w - 115 - 10 - 63)

@@ -4,7 +4,6 @@
 #include "export/FittingWords.h"
 #include "export/print/DrawnSheetSupport.h"
 
-
 #include <gmock/gmock.h>
 
 using namespace ExportSupport;
@@ -118,9 +117,9 @@ TEST_F (DrawnPageEdgesTest, theFooterHasItsFourTextsOnOneLevelAndGrey)
     EXPECT_NEAR (page.word (version).right - page.word (version).x, widthOf (version, 9), 0.3);
 
     const auto day = page.word (std::to_string (juce::Time::getCurrentTime().getDayOfMonth()));
-    const auto time = std::find_if (page.words.begin(), page.words.end(),
-                                    [] (const auto& word)
-                                    { return word.bottom < 40 && word.text.find (':') == 2; });
+    const auto time =
+        std::find_if (page.words.begin(), page.words.end(),
+                      [] (const auto& word) { return word.bottom < 40 && word.text.find (':') == 2; });
     ASSERT_NE (time, page.words.end());
     EXPECT_EQ (time->text.size(), 5u) << "no seconds";
     EXPECT_NEAR ((day.x + time->right) / 2, left + width / 2, 0.3);

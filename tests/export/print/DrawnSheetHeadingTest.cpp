@@ -45,7 +45,8 @@ protected:
     {
         int lines = 0;
 
-        while (page.count (std::to_string (lines + 1)) > 0 || page.count (std::to_string (lines + 1) + "…") > 0)
+        while (page.count (std::to_string (lines + 1)) > 0
+               || page.count (std::to_string (lines + 1) + "…") > 0)
             ++lines;
 
         return lines;
@@ -98,7 +99,8 @@ TEST_F (DrawnSheetHeadingTest, fieldsAreAsBlueAsThoseOfTheCuesAndStandFourPoints
     {
         EXPECT_EQ (fields[i].colour, fieldBlue) << i;
         EXPECT_NEAR (fields[i].h, high, 0.1) << i;
-        EXPECT_NEAR (fields[i].y + fields[i].h, top - static_cast<float> (rowOfField[i]) * (high + 4), 0.1) << i;
+        EXPECT_NEAR (fields[i].y + fields[i].h, top - static_cast<float> (rowOfField[i]) * (high + 4), 0.1)
+            << i;
     }
 }
 
@@ -127,11 +129,14 @@ TEST_F (DrawnSheetHeadingTest, eachFieldHasItsLabelBesideItAndItsTextFivePointsW
     const auto page = drawn();
     const auto fields = fieldsOf (page);
     ASSERT_EQ (fields.size(), 8u);
-    const std::pair<const char*, const char*> words[] = {
-        { "Project", "/films/harbour.overmarks" }, { "Sound", "Doe" },  { "Produced", "Lighthouse" },
-        { "Sound", "Studio7" }, { "Timeline", "Timeline4" }, { "Episode/Reel", "Reel3" },
-        { "Picture", "v12" }, { "Characters", "ANNA" }
-    };
+    const std::pair<const char*, const char*> words[] = { { "Project", "/films/harbour.overmarks" },
+                                                          { "Sound", "Doe" },
+                                                          { "Produced", "Lighthouse" },
+                                                          { "Sound", "Studio7" },
+                                                          { "Timeline", "Timeline4" },
+                                                          { "Episode/Reel", "Reel3" },
+                                                          { "Picture", "v12" },
+                                                          { "Characters", "ANNA" } };
 
     for (std::size_t i = 0; i < fields.size(); ++i)
     {
@@ -154,7 +159,8 @@ TEST_F (DrawnSheetHeadingTest, labelsAreBoldAndAllLettersBlack)
     document->setFont (regular, 9.5f);
     ASSERT_GT (wanted, document->widthOfLine ("Episode/Reel") + 1);
     EXPECT_NEAR (page.word ("Episode/Reel").right - page.word ("Episode/Reel").x, wanted, 0.3);
-    EXPECT_NEAR (page.word ("Timeline4").right - page.word ("Timeline4").x, document->widthOfLine ("Timeline4"), 0.3);
+    EXPECT_NEAR (page.word ("Timeline4").right - page.word ("Timeline4").x,
+                 document->widthOfLine ("Timeline4"), 0.3);
 
     for (const auto& colour : page.textColours)
         EXPECT_EQ (colour, black);
@@ -190,7 +196,8 @@ TEST_F (DrawnSheetHeadingTest, ofThreeThatAreKnownTheThirdHasARowOfItsOwn)
 
 TEST_F (DrawnSheetHeadingTest, aRowIsAsHighAsTheHigherOfItsTwoFields)
 {
-    for (auto* longer : { &settings->timelineSettings.episodeReel, &settings->timelineSettings.pictureVersion })
+    for (auto* longer :
+         { &settings->timelineSettings.episodeReel, &settings->timelineSettings.pictureVersion })
     {
         const auto kept = std::exchange (*longer, "one\ntwo");
         const auto fields = fieldsOf (drawn());
@@ -227,8 +234,8 @@ TEST_F (DrawnSheetHeadingTest, textsEndWithinTheirFields)
         float right = 0;
 
         for (const auto& word : page.words)
-            if (word.text.starts_with ("lll") && word.top < fields[i].y + fields[i].h && word.bottom > fields[i].y
-                && word.x > fields[i].x && word.x < fields[i].x + 10)
+            if (word.text.starts_with ("lll") && word.top < fields[i].y + fields[i].h
+                && word.bottom > fields[i].y && word.x > fields[i].x && word.x < fields[i].x + 10)
             {
                 right = std::max (right, word.right);
                 ++found;

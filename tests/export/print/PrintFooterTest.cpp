@@ -46,6 +46,39 @@ TEST (PrintFooter, eachItemHasItsRectangle)
         html, "left:160.00pt;top:807.00pt;width:507.00pt;height:15.00pt;text-align:center\">Actor Layout<"));
 }
 
+TEST (PrintFooter, textsAreSmallGreyAndOfOneLine)
+{
+    const auto html = PrintFooter { "1.2", "now", "Actor Layout", "icon" }.html (a4());
+    EXPECT_TRUE (html.starts_with (
+        "<div style=\"position:absolute;left:0;top:0;font:9pt/11pt Arial,sans-serif;color:#555;"
+        "white-space:nowrap;-webkit-print-color-adjust:exact\"><div style="))
+        << html;
+    EXPECT_TRUE (html.ends_with (">Actor Layout</div></div>"));
+    EXPECT_TRUE (holds (html, "height:1.00pt;background:#555\"></div>")) << "a line is a narrow area";
+    EXPECT_TRUE (holds (html, "text-align:right\">Page: <span class=\"pageNumber\"></span>/<span "
+                              "class=\"totalPages\"></span></div>"));
+}
+
+TEST (PrintFooter, theIconStandsInThePageItself)
+{
+    EXPECT_TRUE (holds (PrintFooter { "1", "2", "3", "icon" }.html (a4()),
+                        "height:16.00pt;\"><img style=\"display:block;width:16pt;height:16pt\" "
+                        "src=\"data:image/png;base64,aWNvbg==\"></div>"));
+}
+
+TEST (PrintFooter, marginsThatDifferMoveWhatStandsBetweenThem)
+{
+    auto layout = a4();
+    layout.left = 50;
+    layout.right = 20;
+    layout.bottom = 60;
+    const auto html = PrintFooter { "1.2", "now", "Actor Layout", "icon" }.html (layout);
+    EXPECT_TRUE (
+        holds (html, "left:50.00pt;top:791.00pt;width:525.00pt;height:15.00pt;text-align:center\">now<"))
+        << html;
+    EXPECT_TRUE (holds (html, "left:54.00pt;top:781.50pt;width:513.00pt;height:1.00pt;"));
+}
+
 TEST (PrintFooter, withoutAnIconThereIsNoPicture)
 {
     EXPECT_FALSE (holds (PrintFooter { "1", "2", "3", "" }.html (a4()), "<img"));

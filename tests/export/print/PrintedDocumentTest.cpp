@@ -69,6 +69,45 @@ TEST_F (PrintedDocumentTest, linksLoseTheirAddressesAndEverythingKeepsItsPlace)
     EXPECT_EQ (moved ({ "%PDF- /URI (a\\)b\\\\) /URI () /Annots" }), "%PDF- /URI (      ) /URI () /Annot_");
 }
 
+TEST_F (PrintedDocumentTest, linksAndAddressesNeedNotStandTogether)
+{
+    EXPECT_EQ (moved ({ "%PDF- /Annots [6 0 R]" }), "%PDF- /Annot_ [6 0 R]");
+    EXPECT_EQ (moved ({ "%PDF- /URI (http://x)" }), "%PDF- /URI (        )");
+    EXPECT_EQ (moved ({ "%PDF- /Annots /Annots /URI (a) /URI (b)" }),
+               "%PDF- /Annot_ /Annot_ /URI ( ) /URI ( )");
+}
+
+TEST_F (PrintedDocumentTest, whatIsCutOffInTheMiddleOfAWordIsNoPage)
+{
+    EXPECT_EQ (moved ({ "%PDF- /Type /Page\n/Type /Page\n/Type /Page" }),
+               "%PDF- /Type /Page\n/Type /Page\n/Type /Page");
+}
+
+TEST_F (PrintedDocumentTest, whatIsPrintedLiesInItsFolderForNobodyElseToRead)
+{
+    const PrintedDocument document (folder.path, { .pages = 2 });
+    ASSERT_EQ (folder.names(), std::vector<std::string> { "printed.pdf" });
+    EXPECT_EQ (std::filesystem::status (folder.path / "printed.pdf").permissions(),
+               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
+TEST_F (PrintedDocumentTest, aPlaceThatTakesNoDocumentIsToldWithTheReasonAlone)
+{
+    std::filesystem::create_directory (folder.path / "sheet.pdf");
+    PrintedDocument document (folder.path, { .pages = 2 });
+    document.write ("%PDF-");
+
+    try
+    {
+        document.moveTo (folder.file ("sheet.pdf"));
+        FAIL();
+    }
+    catch (const PrintError& error)
+    {
+        EXPECT_STREQ (error.what(), "Is a directory");
+    }
+}
+
 TEST_F (PrintedDocumentTest, anAddressWithoutEndHarmsNothing)
 {
     EXPECT_EQ (moved ({ "%PDF- /URI (ab" }), "%PDF- /URI (  ");

@@ -60,12 +60,14 @@ TEST (SheetFrame, setsTheMarginsFromTheTopToTheRightAndRound)
 
 TEST (SheetFrame, itsRulesStandInALayerAheadOfThePagesOwnAndInsideOfOneStyle)
 {
-    EXPECT_THAT (a4(), HasSubstr ("<title>Dublane - Event List</title><style>@layer sheet{@page{all:initial!important;"
-                                  "page-orientation:upright!important;"));
-    EXPECT_THAT (a4(), testing::EndsWith ("@bottom-right-corner{content:none!important}}"
-                                          ".oneCueOuterContainer{break-inside:avoid!important}"
-                                          "p{overflow-wrap:anywhere!important;unicode-bidi:plaintext!important}"
-                                          ".cueNotesSectionHeaderItem>p{overflow-wrap:normal!important}}</style>"));
+    EXPECT_THAT (
+        a4(), HasSubstr ("<title>Dublane - Event List</title><style>@layer sheet{@page{all:initial!important;"
+                         "page-orientation:upright!important;"));
+    EXPECT_THAT (a4(),
+                 testing::EndsWith ("@bottom-right-corner{content:none!important}}"
+                                    ".oneCueOuterContainer{break-inside:avoid!important}"
+                                    "p{overflow-wrap:anywhere!important;unicode-bidi:plaintext!important}"
+                                    ".cueNotesSectionHeaderItem>p{overflow-wrap:normal!important}}</style>"));
 }
 
 TEST (SheetFrame, setsThePaperSoThatNoStyleOfAPageChangesIt)

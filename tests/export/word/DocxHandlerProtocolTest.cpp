@@ -300,3 +300,38 @@ TEST (DocxHandlerProtocol, theFirstLineThatTellsOfAnErrorIsTakenWithoutItsMarker
     std::filesystem::remove (tool.temporary / "P2CcomWordExporter.txt");
     EXPECT_EQ (Protocol::errorIn (juce::File (Protocol::progressFilePath())), std::nullopt);
 }
+
+TEST (DocxHandlerProtocol, anErrorIsSoughtInTheFirstMegabyteAndNoFurther)
+{
+    const StandInTool tool;
+    const auto errorBehind = [&tool] (std::size_t bytes)
+    {
+        tool.plant ("P2CcomWordExporter.txt", std::string (bytes, '\n') + "Error message = x");
+        return Protocol::errorIn (juce::File (Protocol::progressFilePath()));
+    };
+
+    EXPECT_EQ (errorBehind ((1 << 20) - 17), juce::String ("x"));
+    EXPECT_EQ (errorBehind ((1 << 20) - 16), std::nullopt);
+}
+
+TEST (DocxHandlerProtocol, whatIsWrittenForTheToolIsForNobodyElseToRead)
+{
+    const StandInTool tool;
+    const auto rightsOf = [&tool] (const std::string& name)
+    { return static_cast<unsigned> (std::filesystem::status (tool.temporary / name).permissions()); };
+
+    EXPECT_TRUE (Protocol::writeCancel (Protocol::cancelFilePath()));
+    EXPECT_EQ (rightsOf ("C2PcomWordExporter.txt"), 0600u);
+    EXPECT_TRUE (Protocol::replaceFile (juce::File (Protocol::exportJSONFilePath ("x")), "{}").wasOk());
+    EXPECT_EQ (rightsOf ("WordDocumentJSON_x.txt"), 0600u);
+}
+
+TEST (DocxHandlerProtocol, theWordToStopIsNotWrittenIntoAFileThatHasAnotherNameToo)
+{
+    const StandInTool tool;
+    tool.plant ("precious", "kept");
+    std::filesystem::create_hard_link (tool.temporary / "precious",
+                                       tool.temporary / "C2PcomWordExporter.txt");
+    EXPECT_FALSE (Protocol::writeCancel (Protocol::cancelFilePath()));
+    EXPECT_EQ (tool.bytes ("precious"), "kept");
+}
