@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-only
-// How much room each text of the overview sheet has: all of its own, and none of its neighbour's.
+// How much room each text of the overview sheet has, and each page: all of its own, and none of its neighbour's.
 #include "export/ADROverviewPDFExporter.h"
 
 #include "export/FittingWords.h"
 #include "support/TemporaryFolder.h"
+
+#include <cmath>
 
 namespace
 {
@@ -173,6 +175,34 @@ TEST_F (ADROverviewWidthsTest, thePartsOfTheSheetStandApart)
                 a.x < b.right && b.x < a.right && a.bottom + 0.5f < b.top && b.bottom + 0.5f < a.top;
             EXPECT_FALSE (touch) << a.text << " and " << b.text;
         }
+}
+
+TEST_F (ADROverviewWidthsTest, aTableThatJustFitsNeedsNoSecondPage)
+{
+    // 26 rows, head and total are 594 points high, and 250 are taken by what stands above and below.
+    const std::vector<ADROverviewDataSet> rows (26);
+    EXPECT_EQ (pages (rows, {}, { pageWidth, 844 }).size(), 1u);
+    EXPECT_EQ (pages (rows, {}, { pageWidth, 843 }).size(), 2u);
+}
+
+TEST_F (ADROverviewWidthsTest, paperWithoutRoomForARowHasNoPagesWithoutEnd)
+{
+    for (const float height : { 20.0f, 105.0f, 106.0f })
+        EXPECT_EQ (pages ({}, {}, { pageWidth, height }).size(), 1u) << height;
+
+    EXPECT_GT (pages ({}, {}, { pageWidth, 107 }).size(), 1u);
+}
+
+TEST_F (ADROverviewWidthsTest, aShareThatIsNoNumberIsNoProgress)
+{
+    const auto page = pages ({ { "ANNA", {}, {}, 1, 1, std::nanf ("") } }).front();
+    EXPECT_EQ (page.count ("0"), 1) << "percent";
+}
+
+TEST_F (ADROverviewWidthsTest, aSheetWithoutATitleIsCalledAsItsFile)
+{
+    pages ({});
+    EXPECT_EQ (ReadPDF (folder.file ("sheet.pdf")).title(), "sheet");
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+
 #include <chrono>
 #include <csignal>
 #include <ctime>
@@ -191,6 +193,19 @@ TEST_F (BrowserProcessTest, itsNumbersOfFilesStandInNobodysWay)
     third.close();
     EXPECT_LT (third.get(), 0);
     third.close();
+}
+
+TEST_F (BrowserProcessTest, aFileThatHasTheNumberOfTheStandardInputIsClosedToo)
+{
+    const int kept = ::dup (STDIN_FILENO);
+    ::close (STDIN_FILENO);
+    {
+        const FileDescriptor first (::open ("/dev/null", O_RDONLY | O_CLOEXEC));
+        EXPECT_EQ (first.get(), STDIN_FILENO);
+    }
+    EXPECT_LT (::fcntl (STDIN_FILENO, F_GETFD), 0);
+    ::dup2 (kept, STDIN_FILENO);
+    ::close (kept);
 }
 
 } // namespace
