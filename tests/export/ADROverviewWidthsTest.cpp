@@ -33,10 +33,10 @@ struct Heading
 class ADROverviewWidthsTest : public testing::Test
 {
 protected:
-    std::vector<PDFPage> pages (const std::vector<ADROverviewDataSet>& sets,
-                                const Heading& heading = {}) const
+    std::vector<PDFPage> pages (const std::vector<ADROverviewDataSet>& sets, const Heading& heading = {},
+                                PaperSize paper = PaperSize::a4()) const
     {
-        ADROverviewPDFExporter exporter (folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4());
+        ADROverviewPDFExporter exporter (folder.file ("sheet.pdf").getFullPathName(), paper);
         exporter.openFile = nullptr;
         exporter.exportPDF (sets, heading.title, heading.file, heading.timeline, heading.supervisor,
                             heading.studio);
