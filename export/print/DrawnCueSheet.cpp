@@ -106,9 +106,9 @@ void DrawnCueSheet::addPart (const juce::String& characters, const Events& event
 void DrawnCueSheet::add (const std::shared_ptr<EventPDFDrawingProxy>& cue, const juce::String& whom)
 {
     const auto height = cue->drawingHeight (width);
-    const auto isFresh = [this] { return pages.back().heading == nullptr && pages.back().slices.empty(); };
 
-    if (place - height < lowestPlace && ! isFresh())
+    // No page is empty here: it has a heading or a cue.
+    if (place - height < lowestPlace)
         addPage (whom);
 
     if (place - height < lowestPlace)
@@ -164,7 +164,6 @@ std::vector<float> DrawnCueSheet::cutsOf (const EventPDFDrawingProxy& cue, float
                   height - boxes - cue.padding - 1.0f - cue.notesHeight);
     }
 
-    std::sort (cuts.begin(), cuts.end());
     return cuts;
 }
 

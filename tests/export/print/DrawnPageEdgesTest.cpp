@@ -240,6 +240,17 @@ TEST_F (CutsOfTallCue, goBetweenTheLinesOfItsNotes)
         }
 }
 
+TEST_F (CutsOfTallCue, goOnHoweverLowThePaperIs)
+{
+    // 48 points above and 52 below, so that nothing is left of the first, and a line's height of the second.
+    for (const auto& [height, mostPages] : { std::pair (90.0f, 14u), std::pair (120.0f, 8u) })
+    {
+        const auto pdf = byTimecode ({ cue (1, "c1", "Hello?") }, { 595, height });
+        EXPECT_GT (pdf.pages.size(), 3u);
+        EXPECT_LE (pdf.pages.size(), mostPages);
+    }
+}
+
 TEST_F (CutsOfTallCue, leaveRoomForWhatFollows)
 {
     const auto pdf = byTimecode ({ cue (1, "c1", lines (70)), cue (2) });
