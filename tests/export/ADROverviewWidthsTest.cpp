@@ -141,6 +141,7 @@ TEST_F (ADROverviewWidthsTest, lettersAreAsLargeAsTheirPlacesAreMadeFor)
     expectWidth ("harbour.overmarks", regular, 12);
     expectWidth ("Character", bold, 10);
     expectWidth ("Miller", regular, 10);
+    expectWidth ("25", regular, 10);
     expectWidth ("Total", bold, 10);
     expectWidth ("Page", regular, 10);
 }

@@ -149,4 +149,30 @@ TEST_F (DrawnCueWidthsTest, withAReasonAloneTheBoxesForTakesHaveTheSameLetters)
     expectSize (page, "Noise", regular, 8);
 }
 
+TEST_F (DrawnCueWidthsTest, nothingButTheNameHasAColour)
+{
+    for (const auto layout : { EventExportLayoutDirector, EventExportLayoutActor, EventExportLayoutEngineer })
+        for (const int reason : { 0, 2 })
+        {
+            settings->layout = layout;
+            settings->showTakeNumbers = reason == 0;
+            auto colours = drawnAnew (cue ("Hello?", "softly", "boom", reason)).textColours;
+            EXPECT_EQ (std::erase (colours, nameBlue), 1);
+            std::erase (colours, black);
+            EXPECT_TRUE (colours.empty());
+        }
+}
+
+TEST_F (DrawnCueWidthsTest, whatIsDrawnBehindACueBeginsInBlack)
+{
+    auto drawing = proxy (cue ("Hello?"));
+    drawing.draw (x, y, w);
+    document->drawLine (100, 100, 200, 100, 1, PDFDocument::LineCapPlain);
+    document->fillRect (100, 50, 10, 10);
+    document->saveToPath();
+    const auto page = ReadPDF (folder.file ("cues.pdf")).page();
+    EXPECT_TRUE (page.hasLine (100, 100, 200, 100, 1, black));
+    EXPECT_TRUE (page.hasFill ({ 100, 50, 10, 10 }, black));
+}
+
 } // namespace

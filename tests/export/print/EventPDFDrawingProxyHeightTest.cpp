@@ -136,6 +136,19 @@ TEST_F (EventPDFDrawingProxyHeight, boxesForTakesAddOneBox)
     EXPECT_NEAR (heightOfCue (cue (longText)), without + box, 0.01);
 }
 
+TEST_F (EventPDFDrawingProxyHeight, fewerBoxesAreLargerAndNoneNeedsNoRoom)
+{
+    settings->showTakeNumbers = true;
+
+    for (const auto& [boxes, size] : { std::pair (24, 17.5f), std::pair (12, 35.0f), std::pair (1, 420.0f),
+                                       std::pair (0, 0.0f), std::pair (-1, 0.0f) })
+    {
+        auto made = proxy (cue (longText));
+        made.numTakeBoxes = boxes;
+        EXPECT_NEAR (made.drawingHeight (w), text11() + 10 + 13 + 5 + size, 0.01) << boxes;
+    }
+}
+
 TEST_F (EventPDFDrawingProxyHeight, textsAreMeasuredOnce)
 {
     const auto event = cue (longText, twoLines);
