@@ -81,32 +81,6 @@ TEST_F (DrawnCueWidthsTest, aReasonAndEngineeringNotesShareTheRowWithoutMeeting)
                          { return drawnAnew (cue ("Hello?", {}, word.toStdString(), 1)); });
 }
 
-TEST_F (DrawnCueWidthsTest, aCueTextAndItsNotesBreakAtTheWidthTheyHave)
-{
-    for (const auto layout : { EventExportLayoutActor, EventExportLayoutDirector })
-    {
-        settings->layout = layout;
-        words (regular, layout == EventExportLayoutActor ? 14.0f : 11.0f, w - 115 - 10)
-            .expectTheWidth ([this] (const juce::String& word)
-                             { return drawnAnew (cue (word.toStdString())); });
-    }
-
-    words (regular, 8, w - 115 - 10 - 63)
-        .expectTheWidth ([this] (const juce::String& word)
-                         { return drawnAnew (cue ("Hello?", word.toStdString())); });
-}
-
-TEST_F (DrawnCueWidthsTest, aCueNumberIsLargeAsLongAsItFits)
-{
-    const auto fitting = words (bold, 14, 105);
-    ASSERT_TRUE (fitting.whole.isNotEmpty() && fitting.tooWide.isNotEmpty());
-    auto numbered = cue ("Hello?");
-    numbered->setCueNumber (fitting.whole);
-    expectSize (drawnAnew (numbered), fitting.whole, bold, 14);
-    numbered->setCueNumber (fitting.tooWide);
-    expectSize (drawnAnew (numbered), fitting.tooWide, bold, 13.75f);
-}
-
 TEST_F (DrawnCueWidthsTest, aCueNumberWithoutEndHasLettersOfFourPointsAndIsCut)
 {
     auto numbered = cue ("Hello?");

@@ -263,7 +263,7 @@ TEST_F (DrawnSheetHeadingTest, aTitleHasTwoLinesAtMostAndUsesTheWidth)
         {
             ++lines;
             EXPECT_LE (word.right, x + w + 0.1f);
-            EXPECT_GT (word.right, x + w - 7);
+            EXPECT_GT (word.right, x + w - 8);
         }
 
     EXPECT_EQ (lines, 2);
