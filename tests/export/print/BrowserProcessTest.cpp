@@ -146,14 +146,12 @@ TEST_F (BrowserProcessTest, oneThatHasClosedItsComplaintsIsHeardAllTheSame)
     EXPECT_EQ (process->receive (soon()), "one");
 }
 
-TEST_F (BrowserProcessTest, oneThatSaysNothingIsWaitedForAsLongAsWasAskedAndNoLonger)
+TEST_F (BrowserProcessTest, oneThatSaysNothingIsWaitedForAsLongAsWasAsked)
 {
     const auto process = running ("echo nothing to say >&2; sleep 1000");
     const auto start = BrowserProcess::Clock::now();
     EXPECT_THROW (std::ignore = process->receive (start + 300ms), BrowserHangs);
-    const auto waited = BrowserProcess::Clock::now() - start;
-    EXPECT_GE (waited, 300ms);
-    EXPECT_LT (waited, 5s);
+    EXPECT_GE (BrowserProcess::Clock::now() - start, 300ms);
     EXPECT_EQ (process->lastWords(), "nothing to say\n");
 }
 
