@@ -59,6 +59,14 @@ TEST_F (ADROverviewWidthsTest, theTitleHasTheWidthBetweenTheMargins)
         .expectTheWidth ([this] (const juce::String& word) { return pages ({}, { .title = word }).front(); });
 }
 
+TEST_F (ADROverviewWidthsTest, theTitleOfALaterPageHasTheWidthBetweenTheMargins)
+{
+    const std::vector<ADROverviewDataSet> many (40);
+    words (bold, 16, tableWidth)
+        .expectTheWidth ([this, &many] (const juce::String& word)
+                         { return pages (many, { .title = word }).at (1); });
+}
+
 TEST_F (ADROverviewWidthsTest, theTextsOfTheHeadEndAtTheMargin)
 {
     const auto wide = words (regular, 12, pageWidth - margin - 168);
@@ -99,6 +107,7 @@ TEST_F (ADROverviewWidthsTest, theSumsEndWithTheirCells)
     const auto drawnWidth = [] (const PDFPage& page, int number)
     {
         const auto found = page.word (std::to_string (number));
+        EXPECT_GT (found.right, found.x) << number;
         return found.right - found.x;
     };
     const int whole = sum (figures), tooWide = sum (figures + 1);

@@ -49,6 +49,7 @@ public:
         const auto drawnWidth = [&pageWith] (const juce::String& word)
         {
             const auto found = pageWith (word).word (word.toStdString());
+            EXPECT_GT (found.right, found.x) << "it isn't there: " << word;
             return found.right - found.x;
         };
         EXPECT_NEAR (drawnWidth (whole), wholeWidth, 0.3) << "it fits: " << whole;

@@ -78,6 +78,14 @@ TEST (OutputFileNames, aNameThatIsTooLongLosesItsEnd)
     EXPECT_EQ (longest.size(), 255u);
 }
 
+TEST (OutputFileNames, aBaseNameThatLeavesNoRoomIsKeptAndTheCharactersNameIsNot)
+{
+    for (const std::size_t length : { 250u, 300u })
+        EXPECT_EQ (fileOf ("Ann", std::string (length, 'b')), std::string (length, 'b') + "_.csv");
+
+    EXPECT_EQ (fileOf ("Ann", std::string (249, 'b')), std::string (249, 'b') + "_A.csv");
+}
+
 TEST (OutputFileNames, aNameOfFittingLengthStaysWhole)
 {
     EXPECT_EQ (fileOf (std::string (244, 'a')).size(), 255u);

@@ -235,15 +235,15 @@ TEST_F (BrowserOrdersTest, theBrowsersOwnTimeIsThatOfLoadingAndOfPrinting)
 
 TEST_F (BrowserOrdersTest, aLargePageIsWaitedForLonger)
 {
-    patience = 400ms;
-    useBrowserThatNotes (browserThat ("AT_SHOWN", "sleep 0.6"));
+    patience = 600ms;
+    useBrowserThatNotes (browserThat ("AT_SHOWN", "sleep 1"));
     EXPECT_EQ (printPage (std::string (30'000, 'x')), "");
 }
 
 TEST_F (BrowserOrdersTest, aPageThatIsNotAsLargeAsThatIsNot)
 {
-    patience = 400ms;
-    useBrowserThatNotes (browserThat ("AT_SHOWN", "sleep 0.6"));
+    patience = 600ms;
+    useBrowserThatNotes (browserThat ("AT_SHOWN", "sleep 1"));
     EXPECT_EQ (printPage (std::string (29'999, 'x')), "the browser doesn't answer");
 }
 

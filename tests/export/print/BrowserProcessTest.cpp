@@ -39,7 +39,7 @@ protected:
 
     static BrowserProcess::Clock::time_point soon() { return BrowserProcess::Clock::now() + 10s; }
 
-    /** Why there is no further message, and what the browser complained about. */
+    /** Why there is no further message. */
     static std::string failureOf (BrowserProcess& process)
     {
         try
@@ -138,6 +138,22 @@ TEST_F (BrowserProcessTest, aFewLastWordsAreKeptWhole)
     const auto process = running ("printf 'No usable ' >&2; sleep 0.1; printf 'sandbox!' >&2; exit 1");
     EXPECT_EQ (failureOf (*process), "the browser has ended before the page was printed");
     EXPECT_EQ (process->lastWords(), "No usable sandbox!");
+}
+
+TEST_F (BrowserProcessTest, oneThatHasEndedTakesNoMessage)
+{
+    const auto process = running ("exit 0");
+    EXPECT_EQ (failureOf (*process), "the browser has ended before the page was printed");
+
+    try
+    {
+        process->send ("one", soon());
+        FAIL();
+    }
+    catch (const PrintError& error)
+    {
+        EXPECT_STREQ (error.what(), "the browser has ended before the page was printed");
+    }
 }
 
 TEST_F (BrowserProcessTest, oneThatHasClosedItsComplaintsIsHeardAllTheSame)
