@@ -150,6 +150,14 @@ TEST_F (ADROverviewWidthsTest, onlyTheTitlesOfTheColumnsAreWhite)
     EXPECT_TRUE (colours.empty());
 }
 
+TEST_F (ADROverviewWidthsTest, theTitleOfALaterPageIsBlackEvenBehindAPageWithoutRows)
+{
+    const auto low = pages (std::vector<ADROverviewDataSet> (2), { .title = "Harbour" }, { pageWidth, 200 });
+    ASSERT_GE (low.size(), 2u);
+    EXPECT_EQ (low[1].count ("Harbour"), 1);
+    EXPECT_EQ (low[1].textColours.at (0), juce::Colours::black);
+}
+
 TEST_F (ADROverviewWidthsTest, theLineOfTheFooterIsBlackOnEachPage)
 {
     for (const auto& page : pages (std::vector<ADROverviewDataSet> (40)))
