@@ -75,6 +75,22 @@ TEST (EventExporterFactory, emptySettingsHaveNoExporter)
     EXPECT_EQ (EventExporterFactory::eventExporter (nullptr), nullptr);
 }
 
+TEST (EventExporterFactory, callsEachKindByTheNameThatPeopleReadInTheListOfFormats)
+{
+    std::map<juce::String, juce::String> names;
+
+    for (const auto& format : EventExporterFactory::formats())
+        names[format.extension] = format.name;
+
+    EXPECT_EQ (names, (std::map<juce::String, juce::String> { { ".pdf", "PDF document" },
+                                                              { ".docx", "Word document" },
+                                                              { ".csv", "Delimited text" },
+                                                              { ".ttal", "TTAL cue list" },
+                                                              { ".xlsx", "Excel workbook" },
+                                                              { ".asc", "ASC cue list" },
+                                                              { ".txt", "Arendis cue list" } }));
+}
+
 TEST (EventExporterFactory, listsEveryKindInTheOrderOfItsNumber)
 {
     std::map<int, juce::String> extensions;
