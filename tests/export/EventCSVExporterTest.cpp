@@ -203,6 +203,15 @@ TEST_F (CSVExportTest, rowsAreTheCellsOfTheirColumns)
     EXPECT_EQ (row.toStdString(), twoRows.substr (0, twoRows.find ('\n')));
 }
 
+TEST_F (CSVExportTest, aTrackColumnInAnotherTableIsTheFirstTrackThroughout)
+{
+    giveTwoCues();
+    exporter.columnKeys = { "DSTakerTrack" };
+    EXPECT_TRUE (exporter.createCSVLinesForTemplateDublane (settings->events));
+    EXPECT_EQ (exporter.csvString, "1\n1");
+    EXPECT_EQ (exporter.csvCellValue (settings->events[1], "DSTakerTrack", -1), "1");
+}
+
 // ---- EuroTaker and unknown templates -------------------------------------------------------------------------------------
 
 TEST_F (CSVExportTest, EuroTakerIsAHeaderAlone)

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <fcntl.h>
+#include <sys/wait.h>
 
 #include <chrono>
 #include <csignal>
@@ -169,6 +170,17 @@ TEST_F (BrowserProcessTest, oneThatSaysNothingIsWaitedForAsLongAsWasAsked)
     EXPECT_THROW (std::ignore = process->receive (start + 300ms), BrowserHangs);
     EXPECT_GE (BrowserProcess::Clock::now() - start, 300ms);
     EXPECT_EQ (process->lastWords(), "nothing to say\n");
+}
+
+TEST_F (BrowserProcessTest, itsEndIsNotHeldUpByAProgramThatHasLeftItsGroup)
+{
+    auto process = running ("setsid bash -c 'printf \"%s\\0\" $$ >&4; exec sleep 3' & wait");
+    const auto leaver = std::stoi (process->receive (soon()));
+    const auto start = BrowserProcess::Clock::now();
+    process.reset();
+    EXPECT_LT (BrowserProcess::Clock::now() - start, 1500ms);
+    EXPECT_EQ (::kill (leaver, SIGKILL), 0) << "it has outlived the browser";
+    ::waitpid (leaver, nullptr, 0); // nobody's child but perhaps this process's
 }
 
 TEST_F (BrowserProcessTest, waitingNeedsNoTimeOfTheProcessor)

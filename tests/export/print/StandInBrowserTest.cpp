@@ -284,6 +284,23 @@ TEST_F (StandInBrowserTest, afterTheSecondCharacterOneThatHangsIsWaitedForLessLo
         EXPECT_EQ (failure.reason.toStdString(), silent) << failure.file.getFileName();
 }
 
+TEST_F (StandInBrowserTest, onlyOneThatSaidNothingWasWaitedForInVain)
+{
+    EventPDFExporter exporter (settings);
+    const auto waitsInVain = [this, &exporter] (const std::string& script)
+    {
+        useBrowser (script);
+        ZEP_EventPDFExporter adapter;
+        EXPECT_FALSE (adapter.hasWaitedInVain());
+        adapter.patience = 300ms;
+        adapter.initWithCallerObject (&exporter);
+        EXPECT_NE (adapter.failure(), "");
+        return adapter.hasWaitedInVain();
+    };
+    EXPECT_TRUE (waitsInVain ("sleep 1000"));
+    EXPECT_FALSE (waitsInVain ("exit 3"));
+}
+
 TEST_F (StandInBrowserTest, whatIsDoneOutOfTurnIsTold)
 {
     useBrowser (browserThat ("", ""));

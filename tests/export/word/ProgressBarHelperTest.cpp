@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -166,6 +168,14 @@ TEST_F (ProgressBarHelperTest, aCancelledExportEndsItAfterOneMoreLook)
     ProgressBarHelper helper (&exporter, &listener, 4);
     EXPECT_TRUE (ends (helper));
     EXPECT_EQ (listener.atLeast (1), (Reports { { 2, 4 } }));
+}
+
+TEST_F (ProgressBarHelperTest, aFileThatCannotBeReadEndsIt)
+{
+    ASSERT_EQ (::mkfifo (tool.inTemporary ("P2CcomWordExporter.txt").c_str(), 0600), 0);
+    ProgressBarHelper helper (&exporter, &listener, 3);
+    EXPECT_TRUE (helper.waitForThreadToExit (3000));
+    EXPECT_THAT (listener.atLeast (0), IsEmpty());
 }
 
 TEST_F (ProgressBarHelperTest, aFileThatIsNoneEndsNothing)
