@@ -164,6 +164,7 @@ std::vector<float> DrawnCueSheet::cutsOf (const EventPDFDrawingProxy& cue, float
                   height - boxes - cue.padding - 1.0f - cue.notesHeight);
     }
 
+    std::sort (cuts.begin(), cuts.end());
     return cuts;
 }
 

@@ -10,9 +10,7 @@
 #include "support/NotificationCounter.h"
 #include "support/UndoHistory.h"
 
-#include <ctime>
 #include <limits>
-#include <tuple>
 
 using namespace ExportSupport;
 using namespace ZEP::Core;
@@ -423,24 +421,6 @@ TEST_F (TTALExportTest, aLongListIsWrittenInItsOrder)
     }
     EXPECT_EQ (exporter.exportEventsByTimecode(), "");
     EXPECT_EQ (cueNumbers(), expected);
-}
-
-TEST_F (TTALExportTest, aCueTakesNoLongerInALargeCast)
-{
-    addCharacter ("a", "Ann");
-    const Events cues (5000, event ({ "A1", 0, 25, "a" }));
-    const auto timeOfProcessor = [this, &cues]
-    {
-        const auto start = std::clock();
-        std::ignore = exporter.buildEventsBlock (cues);
-        return std::clock() - start;
-    };
-    const auto alone = timeOfProcessor();
-
-    for (int i = 0; i < 20000; ++i)
-        addCharacter ("b" + std::to_string (i), "Bob " + std::to_string (i));
-
-    EXPECT_LT (timeOfProcessor(), 4 * alone);
 }
 
 // ---- by character --------------------------------------------------------------------------------------------------------
