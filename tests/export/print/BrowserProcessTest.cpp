@@ -174,11 +174,9 @@ TEST_F (BrowserProcessTest, oneThatSaysNothingIsWaitedForAsLongAsWasAsked)
 
 TEST_F (BrowserProcessTest, itsEndIsNotHeldUpByAProgramThatHasLeftItsGroup)
 {
-    auto process = running ("setsid bash -c 'printf \"%s\\0\" $$ >&4; exec sleep 3' & wait");
+    auto process = running ("setsid bash -c 'printf \"%s\\0\" $$ >&4; exec sleep 30' & wait");
     const auto leaver = std::stoi (process->receive (soon()));
-    const auto start = BrowserProcess::Clock::now();
     process.reset();
-    EXPECT_LT (BrowserProcess::Clock::now() - start, 1500ms);
     EXPECT_EQ (::kill (leaver, SIGKILL), 0) << "it has outlived the browser";
     ::waitpid (leaver, nullptr, 0); // nobody's child but perhaps this process's
 }
