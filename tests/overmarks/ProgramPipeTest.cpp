@@ -3,6 +3,7 @@
 #include "overmarks/ProgramFixture.h"
 
 #include <gmock/gmock.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -29,6 +30,15 @@ protected:
     {
         write ("x.csv", threeCues);
         EXPECT_EQ (::mkfifo (path ("pipe").c_str(), 0600), 0);
+    }
+
+    /** A list that is larger than what a pipe holds. */
+    static std::string manyLines()
+    {
+        std::string list = "Start TC,Text\n";
+        for (int i = 0; i < 5000; ++i)
+            list += "01:00:00:00,A line that is neither long nor short\n";
+        return list;
     }
 
     /** What somebody gets who comes half a second after the program has begun. */
@@ -130,6 +140,39 @@ TEST_F (ProgramPipeTest, stoppedAtAPipeItKeepsWhatIsFinished)
     EXPECT_EQ (file ("out").getNumberOfChildFiles (juce::File::findFilesAndDirectories), 2);
 }
 
+TEST_F (ProgramPipeTest, whileAReaderStallsNothingHasBeenReplacedAndItCanBeEnded)
+{
+    write ("many.csv", manyLines());
+    std::filesystem::create_directory (path ("out"));
+    write ("out/many.csv", "the older one");
+    ASSERT_EQ (::mkfifo (path ("out/many.ttal").c_str(), 0600), 0);
+    const int stalling = ::open (path ("out/many.ttal").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE (stalling, 0);
+    ProgramSurroundings interrupted;
+    interrupted.signals = { SIGTERM };
+    interrupted.signalsWhen = path ("now");
+    std::thread impatience (
+        [this, stalling]
+        {
+            int waiting = 0; // bytes in the pipe: the program is writing
+
+            for (int i = 0; i < 5000 && waiting == 0; ++i)
+            {
+                ::ioctl (stalling, FIONREAD, &waiting);
+                std::this_thread::sleep_for (20ms);
+            }
+
+            write ("now", "");
+        });
+    const auto result =
+        run ({ "export", "many.csv", "-o", "out", "--force", "--format", "csv,ttal" }, {}, interrupted);
+    impatience.join();
+    ::close (stalling);
+    EXPECT_EQ (result.status, 128 + SIGTERM) << result.errors;
+    EXPECT_EQ (read ("out/many.csv"), "the older one");
+    EXPECT_EQ (file ("out").getNumberOfChildFiles (juce::File::findFilesAndDirectories), 2);
+}
+
 TEST_F (ProgramPipeTest, pipesAreWrittenOneAfterTheOther)
 {
     std::filesystem::create_directory (path ("out"));
@@ -158,14 +201,7 @@ TEST_F (ProgramPipeTest, pipesAreWrittenOneAfterTheOther)
 
 TEST_F (ProgramPipeTest, aReaderWhoLeavesIsTold)
 {
-    write ("many.csv",
-           []
-           {
-               std::string list = "Start TC,Text\n";
-               for (int i = 0; i < 5000; ++i)
-                   list += "01:00:00:00,A line that is neither long nor short\n";
-               return list;
-           }());
+    write ("many.csv", manyLines());
     for (const std::string format : { "json", "csv" })
     {
         std::thread reader (
