@@ -263,6 +263,14 @@ TEST_F (EventArrayOrderTest, anEventWithAnInPointButNoStartGoesLastToo)
     EXPECT_THAT (sorted (events, Keys::KV_StartTCString, true), ElementsAre ("200", "100", "odd"));
 }
 
+TEST_F (EventArrayOrderTest, eventsWithInPointsButWithoutStartsStayAsTheListHasThem)
+{
+    const EventArray::Events events { event (EventTypeADRCue, "early", -1, 50, 75),
+                                      event (EventTypeADRCue, "late", -1, 60, 85), cue ("100", 100) };
+    EXPECT_THAT (sorted (events, Keys::KV_StartTCString, false), ElementsAre ("100", "early", "late"));
+    EXPECT_THAT (sorted (events, Keys::KV_StartTCString, true), ElementsAre ("100", "early", "late"));
+}
+
 TEST_F (EventArrayOrderTest, twoEventsWithoutAnInPointCompareByCueNumber)
 {
     const auto list =
