@@ -45,6 +45,75 @@ void mendUTF16Cell (std::string& cell, bool bigEndian)
     cell.insert (0, bigEndian ? "\xFE\xFF" : "\xFF\xFE");
 }
 
+/** Makes rich texts of the cells as they come, so that the bytes of a table aren't held beside it. */
+class CellDecoder final : public CSVParser::RowTaker
+{
+public:
+    explicit CellDecoder (const CSVParser& source) : parser (source) {}
+
+    void take (CSVParser::Row&& row) override
+    {
+        if (titles.empty())
+            titles = row;
+
+        bytes += bytesOf (row);
+        if (bytes <= allowed)
+            decode (row);
+        else
+            rows.clear();
+    }
+
+    void startAgain() override
+    {
+        titles.clear();
+        rows.clear();
+        bytes = 0;
+        allowed = bytesAllowed();
+        encoding = parser.encoding;
+    }
+
+    /** How many bytes the limits allow for. */
+    [[nodiscard]] std::uint64_t bytesAllowed() const
+    {
+        return Core::cappedProduct (CSVParser::kRichTableFactor,
+                                    CSVParser::limits().tableBytes (parser.fileSize));
+    }
+
+    /** Whether the table is beyond the limits once its cells are rich texts; there are no rows then. */
+    [[nodiscard]] bool isTooLarge() const { return bytes > allowed; }
+
+    CSVParser::Row titles;                               ///< the first row, undecoded
+    std::vector<std::vector<Core::RichTextString>> rows; ///< with the first one
+    std::uint64_t bytes = 0;                             ///< of the rows, as the limits count them
+    Core::TextEncoding encoding = Core::TextEncodingUnknown;
+
+private:
+    [[nodiscard]] static std::uint64_t bytesOf (const CSVParser::Row& row)
+    {
+        auto sum = CSVParser::kBytesOfRow;
+        for (const auto& cell : row)
+            sum +=
+                cell.empty() ? CSVParser::kBytesOfEmptyRichCell : CSVParser::kBytesOfRichCell + cell.size();
+        return sum;
+    }
+
+    void decode (CSVParser::Row& cells)
+    {
+        auto& row = rows.emplace_back();
+        row.reserve (cells.size());
+
+        for (auto& cell : cells)
+        {
+            if (parser.encoding == Core::TextEncodingUTF16)
+                mendUTF16Cell (cell, parser.utf16IsBigEndian);
+            row.emplace_back (Core::StringUtil::stringWithTextEncoding (cell.data(), cell.size(), encoding));
+        }
+    }
+
+    const CSVParser& parser;
+    std::uint64_t allowed = 0;
+};
+
 } // namespace
 
 CSVEventFileImporter::CSVEventFileImporter (const juce::String& path, juce::String& errorMessage)
@@ -68,7 +137,8 @@ void CSVEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding
         return;
     }
 
-    auto& table = parser.parse (textEncoding);
+    CellDecoder decoder (parser);
+    parser.parse (textEncoding, decoder);
     parser.fileContent = {};
 
     if (parser.readFailed || parser.fileTooLarge)
@@ -77,26 +147,17 @@ void CSVEventFileImporter::parse (juce::String& errorMessage, Core::TextEncoding
         return;
     }
 
-    encoding = textEncoding;
-    richBytesLeft =
-        Core::cappedProduct (CSVParser::kRichTableFactor, CSVParser::limits().tableBytes (parser.fileSize));
+    const bool tooLarge = parser.limitExceeded || decoder.isTooLarge();
+    encoding = decoder.rows.empty() ? textEncoding : decoder.encoding;
+    richBytesLeft = decoder.bytesAllowed() - (tooLarge ? 0 : decoder.bytes);
     unfoldingLimitExceeded = false;
 
-    const bool tooLarge = parser.limitExceeded || ! mayConvert (table);
-    if (tooLarge)
-        table.clear();
-
-    if (table.empty())
+    if (tooLarge || decoder.rows.empty())
         errorMessage += tooLarge ? kTableTooLarge : kNothingToImport;
     else
-        detectDialect (table.front());
+        detectDialect (decoder.titles);
 
-    if (encoding == Core::TextEncodingUTF16)
-        for (auto& row : table)
-            for (auto& cell : row)
-                mendUTF16Cell (cell, parser.utf16IsBigEndian);
-
-    convertTable (std::move (table));
+    rows = std::move (decoder.rows);
 
     if (textEncoding != Core::TextEncodingUTF16)
         unfoldDialect (errorMessage);
@@ -126,40 +187,6 @@ void CSVEventFileImporter::detectDialect (const CSVParser::Row& titles)
             isEuroTaker = true;
             return;
         }
-    }
-}
-
-/** Whether the table is within the limits once its cells are rich texts. */
-bool CSVEventFileImporter::mayConvert (const CSVParser::Table& table)
-{
-    std::uint64_t bytes = 0;
-    for (const auto& row : table)
-    {
-        bytes += CSVParser::kBytesOfRow;
-        for (const auto& cell : row)
-            bytes +=
-                cell.empty() ? CSVParser::kBytesOfEmptyRichCell : CSVParser::kBytesOfRichCell + cell.size();
-    }
-
-    if (bytes > richBytesLeft)
-        return false;
-    richBytesLeft -= bytes;
-    return true;
-}
-
-/** Decodes the cells into `rows`, and lets go of the bytes row by row, so that a table isn't held twice. */
-void CSVEventFileImporter::convertTable (CSVParser::Table&& table)
-{
-    rows.clear();
-    rows.reserve (table.size());
-
-    for (auto& cells : table)
-    {
-        auto& row = rows.emplace_back();
-        row.reserve (cells.size());
-        for (const auto& cell : cells)
-            row.emplace_back (Core::StringUtil::stringWithTextEncoding (cell.data(), cell.size(), encoding));
-        cells = {};
     }
 }
 

@@ -62,8 +62,6 @@ public:
 
 private:
     void detectDialect (const CSVParser::Row& titles);
-    [[nodiscard]] bool mayConvert (const CSVParser::Table& table);
-    void convertTable (CSVParser::Table&& table);
     void unfoldDialect (juce::String& errorMessage);
     [[nodiscard]] bool mayUnfold (std::size_t rowCount, std::size_t cellsPerRow);
 

@@ -95,11 +95,24 @@ bool isBigEndianUTF16 (std::string_view text)
         return text.front() == '\xFE';
 
     std::array<std::size_t, 2> zeros {};
-    for (std::size_t place = 0; place < text.size(); ++place)
+    for (auto place = std::min (text.find ('\0'), text.size()); place < text.size(); ++place)
         if (text[place] == '\0')
             ++zeros[place % 2];
     return zeros[0] > zeros[1];
 }
+
+/** Keeps the rows as they are. */
+class TableOfRows final : public CSVParser::RowTaker
+{
+public:
+    explicit TableOfRows (CSVParser::Table& tableToFill) : table (tableToFill) {}
+
+    void take (CSVParser::Row&& row) override { table.push_back (std::move (row)); }
+    void startAgain() override { table.clear(); }
+
+private:
+    CSVParser::Table& table;
+};
 
 bool hasText (const CSVParser::Row& row)
 {
@@ -193,25 +206,39 @@ bool CSVParser::open (const std::string& path)
 
 CSVParser::Table& CSVParser::parse (Core::TextEncoding& textEncoding)
 {
+    TableOfRows table (parsedRows);
+    parse (textEncoding, table);
+    return parsedRows;
+}
+
+void CSVParser::parse (Core::TextEncoding& textEncoding, RowTaker& taker)
+{
     readFile();
     if (fileContent.empty())
-        return parsedRows;
+        return;
 
     settleEncoding (textEncoding);
     unifyLineEnds (fileContent);
 
     tableBytesAllowed = limits().tableBytes (fileSize);
+    rowTaker = &taker;
+    rowCount = 0;
 
     for (const auto delimiter : kDelimiters)
     {
         // A single row fits whatever delimiter made it: no second row was there to agree or disagree.
-        if (parsedRows.size() == 1 || tryDelimiter (delimiter) || limitExceeded)
-            return parsedRows;
+        if (rowCount == 1 || tryDelimiter (delimiter) || limitExceeded)
+            return;
     }
 
-    if (parsedRows.size() >= 2)
-        parsedRows.clear();
-    return parsedRows;
+    if (rowCount >= 2)
+        dropRows();
+}
+
+void CSVParser::dropRows()
+{
+    rowTaker->startAgain();
+    rowCount = 0;
 }
 
 void CSVParser::readFile()
@@ -263,7 +290,7 @@ bool CSVParser::tryDelimiter (char delimiter)
     LineReader lines (fileContent);
     std::string_view line;
 
-    parsedRows.clear();
+    dropRows();
     while (lines.next (line))
         if (! takeLine (line, attempt))
             break;
@@ -329,7 +356,7 @@ bool CSVParser::settleWidth (Attempt& attempt)
     }
     else if (attempt.lineNumber < minConsistentLines)
     {
-        parsedRows.clear();
+        dropRows();
         return false;
     }
     else
@@ -347,17 +374,23 @@ void CSVParser::keepRow (Attempt& attempt)
     attempt.tableBytes += bytesOf (attempt.row);
 
     if (attempt.tableBytes > tableBytesAllowed)
+    {
         giveUp();
-    else if (outsideQuotes)
-        parsedRows.push_back (std::move (attempt.row));
+        return;
+    }
+
+    if (outsideQuotes)
+        rowTaker->take (std::move (attempt.row));
     else
-        parsedRows.push_back (attempt.row);
+        rowTaker->take (Row (attempt.row));
+
+    ++rowCount;
 }
 
 void CSVParser::giveUp()
 {
     limitExceeded = true;
-    parsedRows = {};
+    dropRows();
 }
 
 //==============================================================================

@@ -35,6 +35,22 @@ public:
     using Row = std::vector<std::string>; ///< cells, undecoded
     using Table = std::vector<Row>;       ///< rows from the first line on
 
+    /** Takes the rows while they are parsed, so that the bytes of a large list needn't be held beside what they become. */
+    class RowTaker
+    {
+    public:
+        RowTaker() = default;
+        RowTaker (const RowTaker&) = delete;
+        RowTaker& operator= (const RowTaker&) = delete;
+        virtual ~RowTaker() = default;
+
+        /** The next row, which may be moved away. One that is left where it is saves the parser the making of the next. */
+        virtual void take (Row&& row) = 0;
+
+        /** No row so far counts: another delimiter is tried, or the table was given up. */
+        virtual void startAgain() = 0;
+    };
+
     /** How large a table may become.
 
         A few bytes of a damaged or hostile file can ask for terabytes: an open quote repeats its growing row with every line,
@@ -83,6 +99,9 @@ public:
                  end (`readFailed`), and when it or the table went beyond the limits (`fileTooLarge`, `limitExceeded`) */
     Table& parse (Core::TextEncoding& textEncoding);
 
+    /** The same, with the rows given to a taker; `parsedRows` stays empty. `encoding` is settled before the first row. */
+    void parse (Core::TextEncoding& textEncoding, RowTaker& taker);
+
     /** Splits one line. When it ends inside a quoted cell, `outsideQuotes` is false afterwards, and the next line continues
         that cell. */
     [[nodiscard]] Row parseRow (std::string& line, char delimiter);
@@ -106,6 +125,7 @@ private:
 
     void readFile();
     void settleEncoding (Core::TextEncoding& textEncoding);
+    void dropRows();
     [[nodiscard]] bool tryDelimiter (char delimiter);
     [[nodiscard]] bool takeLine (std::string_view line, Attempt& attempt);
     void continueLastCell (std::string_view line, Attempt& attempt);
@@ -118,6 +138,8 @@ private:
     [[nodiscard]] std::size_t takeQuoted (std::string_view line, std::size_t at, std::string& cell);
     void giveUp();
 
+    RowTaker* rowTaker = nullptr; // while parsing
+    std::size_t rowCount = 0;     // of those that it has
     std::uint64_t tableBytesAllowed = 0;
 };
 

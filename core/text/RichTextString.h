@@ -34,9 +34,9 @@ public:
     /** The text, attributes and layout settings of a text of the framework. */
     explicit RichTextString (const juce::AttributedString& other);
 
-    RichTextString (const RichTextString&) = default;                ///< Copies text and runs.
+    RichTextString (const RichTextString& other);                    ///< Copies text and runs.
     RichTextString (RichTextString&&) noexcept = default;            ///< The other one needs a new value.
-    RichTextString& operator= (const RichTextString&) = default;     ///< Replaces text and runs.
+    RichTextString& operator= (const RichTextString& other);         ///< Replaces text and runs.
     RichTextString& operator= (RichTextString&&) noexcept = default; ///< The other one needs a new value.
     virtual ~RichTextString();
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/CSVParser.h"
+#include "import/CSVEventFileImporter.h"
 
 #include "import/ImportSupport.h"
 #include "import/SlowCSVParser.h"
@@ -402,6 +403,50 @@ TEST (CSVParser, agreesWithTheSlowParserOnEightThousandRandomLists)
     }
 
     EXPECT_GT (tables, 2000); // else the lists are too random to say anything
+}
+
+/** Leaves the rows to the parser, which goes on with them. */
+class RowCopies final : public CSVParser::RowTaker
+{
+public:
+    void take (CSVParser::Row&& row) override { table.push_back (row); }
+    void startAgain() override { table.clear(); }
+
+    CSVParser::Table table;
+};
+
+TEST (CSVParser, givesATakerTheRowsOfTheTableAlsoWhenItLeavesThemThere)
+{
+    const TemporaryFolder folder;
+    RandomList lists (20261122);
+    int tables = 0;
+
+    for (int i = 0; i < 2000; ++i)
+    {
+        const auto bytes = lists.next();
+        SlowCSVParser slow;
+        slow.parse (bytes);
+        tables += slow.parsedRows.size() > 1 ? 1 : 0;
+
+        CSVParser fast;
+        RowCopies copies;
+        auto encoding = TextEncodingUTF8;
+        ASSERT_TRUE (fast.open (folder.file ("list.csv", bytes)));
+        fast.parse (encoding, copies);
+        ASSERT_EQ (copies.table, slow.parsedRows) << testing::PrintToString (bytes);
+        ASSERT_TRUE (fast.parsedRows.empty());
+
+        juce::String error;
+        const CSVEventFileImporter importer ((folder.path / "list.csv").string(), error);
+        ASSERT_EQ (error.isEmpty(), ! slow.parsedRows.empty()) << testing::PrintToString (bytes);
+        ASSERT_EQ (importer.rows.size(), slow.parsedRows.size());
+
+        for (std::size_t row = 0; row < slow.parsedRows.size(); ++row)
+            ASSERT_EQ (importer.rows[row].size(), slow.parsedRows[row].size())
+                << testing::PrintToString (bytes);
+    }
+
+    EXPECT_GT (tables, 500);
 }
 
 TEST (CSVParser, agreesWithTheSlowParserOnAnyLineOfBytes)

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <malloc.h>
 #include <random>
 #include <string>
 #include <type_traits>
@@ -42,6 +43,29 @@ TEST (RichText, ofAnEmptyTextIsLikeTheDefault)
 {
     EXPECT_EQ (RichTextString (juce::String()).getNumAttributes(), 0);
     EXPECT_EQ (RichTextString (juce::String()), RichTextString());
+}
+
+/** How many runs there is room for in memory. */
+std::size_t roomForRuns (const RichTextString& rich)
+{
+    auto* first = const_cast<RichTextString::Attribute*> (&rich.getAttribute (0));
+    return ::malloc_usable_size (first) / sizeof (*first);
+}
+
+TEST (RichText, thatIsPlainTakesTheRoomOfOneRunAndSoDoItsCopies)
+{
+    const RichTextString rich (text ("Hello"));
+    const auto copy = rich;
+    RichTextString assigned (text ("before"));
+    assigned = rich;
+
+    EXPECT_EQ (roomForRuns (rich), 1U);
+    EXPECT_EQ (roomForRuns (copy), 1U);
+    EXPECT_EQ (roomForRuns (assigned), 1U);
+    EXPECT_EQ (roomForRuns (rich.replaceIllegalASCIICharacters()), 1U);
+    EXPECT_EQ (assigned, rich);
+    assigned = *&assigned;
+    EXPECT_EQ (assigned, rich);
 }
 
 TEST (RichText, countsCharactersAndNotBytes) { EXPECT_EQ (RichTextString (text ("中é🎬x")).length(), 4); }
