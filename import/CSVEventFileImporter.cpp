@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/CSVEventFileImporter.h"
 
+#include "core/text/RecentTexts.h"
 #include "core/text/StringUtil.h"
 #include "import/frame/ColumnGuess.h"
 #include "import/frame/ImportLimits.h"
@@ -106,11 +107,24 @@ private:
         {
             if (parser.encoding == Core::TextEncodingUTF16)
                 mendUTF16Cell (cell, parser.utf16IsBigEndian);
-            row.emplace_back (Core::StringUtil::stringWithTextEncoding (cell.data(), cell.size(), encoding));
+            row.emplace_back (textOf (cell));
         }
     }
 
+    [[nodiscard]] juce::String textOf (const std::string& cell)
+    {
+        const auto isLetter = [] (char byte) { return static_cast<signed char> (byte) > 0; };
+        const bool meansTheSameInAll = parser.encoding != Core::TextEncodingUTF16
+                                       && cell.size() <= Core::RecentTexts::mostBytes
+                                       && std::all_of (cell.begin(), cell.end(), isLetter);
+
+        return meansTheSameInAll
+                   ? texts.textOf (cell)
+                   : Core::StringUtil::stringWithTextEncoding (cell.data(), cell.size(), encoding);
+    }
+
     const CSVParser& parser;
+    Core::RecentTexts texts;
     std::uint64_t allowed = 0;
 };
 
