@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/DBFEventFileImporter.h"
 
+#include "core/text/RecentTexts.h"
 #include "core/text/StringUtil.h"
 #include "import/DBFFile.h"
 
-#include <algorithm>
-#include <memory>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace ZEP::Overmarks
 {
@@ -14,58 +17,85 @@ namespace
 
 using Row = std::vector<Core::RichTextString>;
 
-constexpr auto kADRCue = "ADR Cue";
-constexpr auto kEventTypeTitle = "Event Type";
+constexpr std::string_view kADRCue = "ADR Cue";
+constexpr std::string_view kEventTypeTitle = "Event Type";
 
-bool isASCII (const std::string& bytes)
+/** The fields of a table without their blanks. */
+class BareFields final
 {
-    return std::all_of (bytes.begin(), bytes.end(),
-                        [] (char byte) { return byte != 0 && static_cast<unsigned char> (byte) < 128; });
-}
-
-/** The text of a field without its padding, and without any other blank.
-    @param encoding  unknown until a field shows it */
-juce::String textOfField (std::string bytes, Core::TextEncoding& encoding)
-{
-    using Core::StringUtil;
-
-    if (bytes == kEventTypeTitle)
-        return StringUtil::stringWithTextEncoding (bytes.data(), bytes.size(), encoding);
-
-    // Almost every field, and its bytes are its text: one string is enough.
-    if (isASCII (bytes) && encoding != Core::TextEncodingUTF16)
+public:
+    /** Lasts until the next one. Nothing for a field that holds anything but ASCII, or a zero. */
+    std::optional<std::string_view> withoutBlanks (std::string_view field)
     {
-        if (bytes != kADRCue)
-            std::erase (bytes, ' ');
-        return StringUtil::stringWithTextEncoding (bytes.data(), bytes.size(), encoding);
+        auto* end = bytes.data();
+        bool isASCII = true;
+
+        for (const char byte : field)
+        {
+            *end = byte;
+            end += byte != ' ' ? 1 : 0;
+            isASCII &= static_cast<signed char> (byte) > 0;
+        }
+
+        return isASCII ? std::optional (std::string_view (bytes.data(), end)) : std::nullopt;
     }
 
-    const auto text = StringUtil::stringWithTextEncoding (bytes.data(), bytes.size(), encoding);
-    return text == kADRCue ? text : text.removeCharacters (" ");
-}
+private:
+    std::array<char, 256> bytes; // a field has 255 at most
+};
 
-/** A row of fields. The last cell is none of them but our own word for all rows, whatever the file is encoded in. */
-Row rowOf (std::vector<std::string> cells, Core::TextEncoding& encoding)
+/** Makes the rows of a table, in their order: the first field that shows how the text is encoded decides for those behind it. */
+class RowMaker final
 {
-    Row row;
-    row.reserve (cells.size());
+public:
+    explicit RowMaker (Core::TextEncoding encodingOfTexts) : encoding (encodingOfTexts) {}
 
-    for (std::size_t i = 0; i + 1 < cells.size(); ++i)
-        row.emplace_back (textOfField (std::move (cells[i]), encoding));
+    /** A row of fields. The last cell is none of them but our own word for all rows, whatever the file is encoded in. */
+    Row rowOf (const std::vector<std::string_view>& cells) { return rowOf (cells, encoding); }
 
-    row.emplace_back (juce::String (cells.back()));
-    return row;
-}
+    /** The names of the fields. A name ends at its first zero, so it never is in UTF-16. */
+    Row titleRowOf (const std::vector<std::string>& titles)
+    {
+        auto shown = Core::TextEncodingUnknown;
+        return rowOf ({ titles.begin(), titles.end() },
+                      encoding == Core::TextEncodingUTF16 ? shown : encoding);
+    }
 
-/** The names of the fields. A name ends at its first zero, so it never is in UTF-16. */
-Row titleRowOf (std::vector<std::string> titles, Core::TextEncoding& encoding)
-{
-    if (encoding != Core::TextEncodingUTF16)
-        return rowOf (std::move (titles), encoding);
+    Core::TextEncoding encoding; ///< unknown until a field shows it
 
-    auto shown = Core::TextEncodingUnknown;
-    return rowOf (std::move (titles), shown);
-}
+private:
+    Row rowOf (const std::vector<std::string_view>& cells, Core::TextEncoding& shown)
+    {
+        Row row;
+        row.reserve (cells.size());
+
+        for (std::size_t i = 0; i + 1 < cells.size(); ++i)
+            row.emplace_back (textOf (cells[i], shown));
+
+        row.emplace_back (recent.textOf (cells.back()));
+        return row;
+    }
+
+    /** The text of a field without its padding, and without any other blank. */
+    juce::String textOf (std::string_view field, Core::TextEncoding& shown)
+    {
+        if (shown != Core::TextEncodingUTF16)
+        {
+            if (field == kEventTypeTitle || field == kADRCue)
+                return recent.textOf (field);
+
+            // Almost every field, and its bytes are its text.
+            if (const auto bare = bareFields.withoutBlanks (field); bare.has_value())
+                return recent.textOf (*bare);
+        }
+
+        const auto text = Core::StringUtil::stringWithTextEncoding (field.data(), field.size(), shown);
+        return field == kEventTypeTitle || text == kADRCue.data() ? text : text.removeCharacters (" ");
+    }
+
+    BareFields bareFields;
+    Core::RecentTexts recent;
+};
 
 } // namespace
 
@@ -85,22 +115,20 @@ void DBFEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
 {
     rows.clear();
 
-    auto file = std::make_shared<DBFFile> (filePath.toRawUTF8());
-    auto table = file->Parse (columnMap);
-    readingFailure = file->failure;
-    file.reset();
+    DBFFile file (filePath.toRawUTF8());
+    RowMaker maker (textEncoding);
 
-    if (table.empty())
-        return;
+    if (! file.table.empty())
+        rows.push_back (maker.titleRowOf (file.table.front()));
 
-    rows.reserve (table.size());
-    rows.push_back (titleRowOf (std::move (table.front()), textEncoding));
+    const bool isWhole = file.readRows ([&] (const auto& cells) { rows.push_back (maker.rowOf (cells)); });
+    columnMap = file.columnMap;
+    readingFailure = file.failure;
 
-    // A row that has been moved away is freed with it, so that the table isn't held twice.
-    for (std::size_t i = 1; i < table.size(); ++i)
-        rows.push_back (rowOf (std::move (table[i]), textEncoding));
-
-    encoding = textEncoding;
+    if (! isWhole)
+        rows.clear();
+    else if (! rows.empty())
+        encoding = maker.encoding;
 }
 
 } // namespace ZEP::Overmarks

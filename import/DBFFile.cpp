@@ -177,50 +177,63 @@ void DBFFile::noteOtherHeaderLength() const
 struct DBFFile::Reading
 {
     TableBudget budget;
-    std::vector<bool> isMarker; ///< for each field
-    int cueNumberColumn;
-    std::string lastCueNumber {};
-    std::string lastEnd {};
-    std::vector<std::string> pendingMarkers {}; ///< of the record that was read last
+    const TakeRow& take;
+    std::size_t rows;                           ///< so far, with the titles
+    std::vector<std::size_t> markerFields;      ///< in their order
+    std::string record {};                      ///< the fields of the record that was read last
+    std::vector<std::string_view> cells {};     ///< of `record`, and the type of all rows
+    std::vector<std::string_view> markerRow {}; ///< a further row, of what `cells` has
 };
 
-DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
+bool DBFFile::readRows (const TakeRow& take)
 {
     if (good())
-        readRecords();
+        readRecords (take);
 
     judgeEnd (*this, fileLength);
 
     if (bad()) // the disk failed: nobody knows what is missing
-    {
         refuse (kFailedRead);
+
+    return ! bad();
+}
+
+DBFFile::Table DBFFile::Parse (std::map<juce::String, int>& columns)
+{
+    const auto add = [this] (const std::vector<std::string_view>& cells)
+    { table.emplace_back (cells.begin(), cells.end()); };
+
+    if (! readRows (add))
         table.clear();
-    }
 
     columns = columnMap;
     return table;
 }
 
-void DBFFile::readRecords()
+void DBFFile::readRecords (const TakeRow& take)
 {
-    Reading reading { TableBudget (fileLength, fileBytesPerCell), std::vector<bool> (fieldDescriptors.size()),
-                      -1 };
-
-    if (! fieldDescriptors.empty())
-        reading.cueNumberColumn = columnMap[kCueNumberTitle];
+    Reading reading { TableBudget (fileLength, fileBytesPerCell), take, table.size(), {} };
 
     if (tcInFieldIndex != -1 && tcOutFieldIndex != -1)
         for (const auto index : markerFieldIndices)
-            reading.isMarker[static_cast<std::size_t> (index)] = true;
+            reading.markerFields.push_back (static_cast<std::size_t> (index));
+
+    if (! fieldDescriptors.empty())
+        columnMap.try_emplace (kCueNumberTitle, 0);
+
+    reading.record.resize (static_cast<std::size_t> (recordLength));
+    std::string_view rest = reading.record;
+
+    for (const auto& field : fieldDescriptors)
+    {
+        reading.cells.push_back (rest.substr (0, lengthOf (field)));
+        rest.remove_prefix (lengthOf (field));
+    }
+
+    reading.cells.emplace_back (kTypeOfAllRows);
 
     while (readRecord (reading))
-    {
-        for (const auto& marker : reading.pendingMarkers)
-            if (! addMarkerRow (reading, marker))
-                return;
-
-        reading.pendingMarkers.clear();
-    }
+        ;
 }
 
 /** False at the end of the file, and where the table becomes too large. A record that isn't whole is left out. */
@@ -233,61 +246,53 @@ bool DBFFile::readRecord (Reading& reading)
     if (flag == kDeleted)
         return static_cast<bool> (ignore (recordLength));
 
-    std::vector<std::string> row;
-    row.reserve (fieldDescriptors.size() + 1);
-
-    if (! readFields (reading, row))
+    if (! read (reading.record.data(), recordLength))
     {
         if (flag != kEndOfFile && ! bad())
             note ("it ends inside a record, which is left out");
         return false;
     }
 
-    row.emplace_back (kTypeOfAllRows);
-    return addRow (reading, std::move (row));
+    return handOut (reading, reading.cells) && handOutMarkers (reading);
 }
 
-bool DBFFile::readFields (Reading& reading, std::vector<std::string>& row)
+/** A row for each marker of the record that was read last. */
+bool DBFFile::handOutMarkers (Reading& reading) const
 {
-    for (std::size_t index = 0; index < fieldDescriptors.size(); ++index)
+    const auto& cells = reading.cells;
+
+    for (const auto field : reading.markerFields)
     {
-        std::string text (lengthOf (fieldDescriptors[index]), '\0');
-        if (! read (text.data(), static_cast<std::streamsize> (text.size())))
+        if (split (std::string (cells[field]), ':').size() != kPiecesOfTimecode)
+            continue;
+
+        auto& row = reading.markerRow;
+        row.assign (cells.size(), {});
+        const auto endField = static_cast<std::size_t> (tcOutFieldIndex);
+        const auto cueNumber = static_cast<std::size_t> (columnMap.at (kCueNumberTitle));
+        row[endField] = cells[endField];
+        row[static_cast<std::size_t> (tcInFieldIndex)] = cells[field];
+        row[cueNumber] = cells[cueNumber];
+        row.back() = kTypeOfAllRows;
+
+        if (! handOut (reading, row))
             return false;
-
-        if (std::cmp_equal (index, reading.cueNumberColumn))
-            reading.lastCueNumber = text;
-        if (std::cmp_equal (index, tcOutFieldIndex))
-            reading.lastEnd = text;
-        if (reading.isMarker[index] && split (text, ':').size() == kPiecesOfTimecode)
-            reading.pendingMarkers.push_back (text);
-
-        row.push_back (std::move (text));
     }
 
     return true;
 }
 
-bool DBFFile::addMarkerRow (Reading& reading, const std::string& marker)
+bool DBFFile::handOut (Reading& reading, const std::vector<std::string_view>& cells) const
 {
-    std::vector<std::string> row (fieldDescriptors.size() + 1);
-    row[static_cast<std::size_t> (tcOutFieldIndex)] = reading.lastEnd;
-    row[static_cast<std::size_t> (tcInFieldIndex)] = marker;
-    row.back() = kTypeOfAllRows;
-    row[static_cast<std::size_t> (reading.cueNumberColumn)] = reading.lastCueNumber;
-    return addRow (reading, std::move (row));
-}
-
-bool DBFFile::addRow (Reading& reading, std::vector<std::string> row)
-{
-    if (! reading.budget.takeRow (row.size()))
+    if (! reading.budget.takeRow (cells.size()))
     {
         note (reading.budget.wordsOfRefusal() + "; nothing is read from row "
-              + juce::String (table.size() + 1) + " on");
+              + juce::String (reading.rows + 1) + " on");
         return false;
     }
 
-    table.push_back (std::move (row));
+    ++reading.rows;
+    reading.take (cells);
     return true;
 }
 

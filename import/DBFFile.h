@@ -9,8 +9,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -63,6 +65,13 @@ public:
     explicit DBFFile (const char* path);
     ~DBFFile() override;
 
+    /** Is shown a row: its cells undecoded and with their padding, in the order of the titles. They last until it returns. */
+    using TakeRow = std::function<void (const std::vector<std::string_view>& cells)>;
+
+    /** Hands the rows of the records out, one by one, and keeps none of them in `table`.
+        @returns false if the file can't be read to its end, so that nothing of it is to be taken */
+    [[nodiscard]] bool readRows (const TakeRow& take);
+
     /** Reads the records.
         @param columns  becomes a copy of `columnMap`
         @returns a copy of `table`, its cells undecoded and with their padding */
@@ -89,11 +98,10 @@ private:
     void addTitles (std::vector<std::string> titles);
     void noteOtherHeaderLength() const;
 
-    void readRecords();
+    void readRecords (const TakeRow& take);
     [[nodiscard]] bool readRecord (Reading& reading);
-    [[nodiscard]] bool readFields (Reading& reading, std::vector<std::string>& row);
-    [[nodiscard]] bool addRow (Reading& reading, std::vector<std::string> row);
-    [[nodiscard]] bool addMarkerRow (Reading& reading, const std::string& marker);
+    [[nodiscard]] bool handOut (Reading& reading, const std::vector<std::string_view>& cells) const;
+    [[nodiscard]] bool handOutMarkers (Reading& reading) const;
     void refuse (const juce::String& reason);
     void note (const juce::String& whatIsOdd) const;
 

@@ -318,3 +318,11 @@ TEST_F (DBFImport, rowsBehindTheTitlesBecomeCues)
     EXPECT_EQ (result.events[1]->getCueNumber(), "H1");
     EXPECT_EQ (result.events[2]->getText().getText(), "Whosaysso?");
 }
+
+TEST_F (DBFImport, cellsOfOneTextShareIt)
+{
+    importCells ({ "CHARACTER 1", "CHARACTER 2", "CHARACTER 1" });
+    const auto text = [this] (std::size_t row) { return importer->rows[row][0].getText().toRawUTF8(); };
+    EXPECT_STREQ (text (3), "CHARACTER1");
+    EXPECT_EQ (text (1), text (3));
+}

@@ -185,6 +185,21 @@ TEST_F (DBFFileTest, deletedRecordsGiveNoRowAndNoMarkers)
     EXPECT_EQ (rows[1][0], "2   ");
 }
 
+TEST_F (DBFFileTest, rowsAreHandedOutOneByOneAndNotKept)
+{
+    const auto bytes =
+        table ({ { "TAKE", 2 }, { "TC_IN", 8 }, { "TC_OUT", 8 }, { "MARKER", 8 } },
+               { { " ", "7", "1:0:0:0", "1:0:2:0", "1:0:1:0" }, { " ", "8", "in", "out", "no" } });
+    DBFFile file (folder.file ("list.dbf", bytes).c_str());
+    DBFFile::Table rows;
+    EXPECT_TRUE (file.readRows ([&] (const auto& cells) { rows.emplace_back (cells.begin(), cells.end()); }));
+    EXPECT_EQ (rows, (DBFFile::Table { { "7 ", "1:0:0:0 ", "1:0:2:0 ", "1:0:1:0 ", "ADR Cue" },
+                                       { "7 ", "1:0:1:0 ", "1:0:2:0 ", "", "ADR Cue" },
+                                       { "8 ", "in      ", "out     ", "no      ", "ADR Cue" } }));
+    EXPECT_EQ (file.table.size(), 1u); // the titles
+    EXPECT_TRUE (file.readRows ([] (const auto&) { ADD_FAILURE() << "all have been handed out"; }));
+}
+
 TEST_F (DBFFileTest, theEndOfFileByteIsNeedless)
 {
     const std::vector<Record> records { { " ", "1", "s", "e", "a", "" }, { " ", "2", "s", "e", "b", "" } };
