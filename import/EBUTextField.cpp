@@ -43,7 +43,8 @@ juce::String decodedEBUText (std::string_view field, Core::TextEncoding encoding
     if (encoding == Core::TextEncodingUTF16)
         return decodedUnits (field);
 
-    const auto text = field.substr (0, field.find_first_of (std::string_view ("\x8f\0", 2)));
+    const auto used = field.substr (0, field.find (kUnusedSpace));
+    const auto text = used.substr (0, used.find ('\0'));
 
     if (encoding == Core::TextEncodingUTF8)
         return Core::StringUtil::fromUTF8 (text);

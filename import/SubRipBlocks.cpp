@@ -25,8 +25,9 @@ SubRipBlockReader::Outcome SubRipBlockReader::take (std::string_view line)
     switch (state)
     {
         case State::betweenBlocks:
-            current = {};
             current.cueNumber = line;
+            current.start = current.end = {};
+            current.text.clear(); // and keeps its room
             state = State::numberSeen;
             break;
 

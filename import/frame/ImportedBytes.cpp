@@ -6,6 +6,7 @@
 #include "import/frame/ImportLimits.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -37,10 +38,36 @@ std::optional<std::string> contentOfFile (const juce::String& path)
 
 std::string bytesOfFile (const juce::String& path) { return contentOfFile (path).value_or (std::string()); }
 
+namespace
+{
+
+/** Closes the gaps that a shorter replacement leaves, without a second text. */
+void replaceInPlace (std::string& bytes, std::string_view sought, std::string_view replacement)
+{
+    auto hit = bytes.find (sought);
+    auto written = hit;
+
+    while (hit != std::string::npos)
+    {
+        const auto kept = hit + sought.size();
+        hit = bytes.find (sought, kept);
+        written += replacement.copy (&bytes[written], replacement.size());
+        const auto length = std::min (hit, bytes.size()) - kept;
+        std::memmove (&bytes[written], &bytes[kept], length);
+        written += length;
+    }
+
+    bytes.resize (std::min (written, bytes.size()));
+}
+
+} // namespace
+
 void replaceEach (std::string& bytes, std::string_view sought, std::string_view replacement)
 {
     if (sought.empty())
         return;
+    if (replacement.size() <= sought.size())
+        return replaceInPlace (bytes, sought, replacement);
 
     std::string result;
     std::size_t read = 0;

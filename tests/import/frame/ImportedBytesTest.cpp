@@ -72,6 +72,9 @@ TEST (ImportedBytes, everyOccurrenceIsReplacedOnceFromLeftToRight)
     EXPECT_EQ (replaced ("x\ny", "\n", "**"), "x**y");
     EXPECT_EQ (replaced ("<i>", "<i>", ""), "");
     EXPECT_EQ (replaced ("nothing here", "<i>", ""), "nothing here");
+    EXPECT_EQ (replaced ("<i>a</i><i></i>b<i>", "<i>", ""), "a</i></i>b");
+    EXPECT_EQ (replaced ("<<i>i><i", "<i>", ""), "<i><i");
+    EXPECT_EQ (replaced ("ab-ab", "ab", "ba"), "ba-ba");
     EXPECT_EQ (replaced ("", "<i>", ""), "");
     EXPECT_EQ (replaced ("abc", "", "-"), "abc");
 }
