@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -51,20 +52,37 @@ enum Column : std::size_t
 constexpr std::array columnNames { "Start TC", "End TC",           "Text",     "Character", "Cue Number",
                                    "Notes",    "Forced Narrative", "FN Region" };
 
+bool isNamed (const juce::String& name, const char* wanted)
+{
+    return std::strcmp (name.toRawUTF8(), wanted) == 0;
+}
+
 /** What a part of the file must have and has not shown yet. */
 class MissingNames final
 {
 public:
     MissingNames (std::initializer_list<const char*> mandatory) : names (mandatory) {}
 
-    void strike (const juce::String& name) { names.removeString (name); }
-    [[nodiscard]] bool any() const { return ! names.isEmpty(); }
+    void strike (const juce::String& name)
+    {
+        std::erase_if (names, [&name] (const char* missing) { return isNamed (name, missing); });
+    }
+
+    [[nodiscard]] bool any() const { return ! names.empty(); }
 
     /** Each name with a blank behind it. */
-    [[nodiscard]] juce::String list() const { return names.joinIntoString (" ") + (any() ? " " : ""); }
+    [[nodiscard]] juce::String list() const
+    {
+        juce::String text;
+
+        for (const auto* const name : names)
+            text << name << " ";
+
+        return text;
+    }
 
 private:
-    juce::StringArray names;
+    std::vector<const char*> names;
 };
 
 /** A whole number, as the framework converts it, but for one that is too large: it stops at the end of the range. */
@@ -110,6 +128,33 @@ bool forEachMember (const juce::var& value, const WideObject::Visitor& visit)
 {
     auto* const object = value.getDynamicObject();
     return object != nullptr && WideObject::forEachMember (*object, visit);
+}
+
+/** The names that are asked for in every event: the framework looks each new one up in its pool. */
+struct PooledNames
+{
+    const juce::Identifier text { TTAL::kText };
+    const juce::Identifier from { TTAL::kFrom };
+    const juce::Identifier to { TTAL::kTo };
+    const juce::Identifier type { TTAL::kType };
+};
+
+const PooledNames& pooledNames()
+{
+    static const PooledNames names;
+    return names;
+}
+
+/** A style's font; texts of one style share it. */
+const juce::Font& fontOf (const juce::String& look)
+{
+    static const auto bold = Core::RichTextString::defaultFont().boldened();
+    static const auto italic = Core::RichTextString::defaultFont().italicised();
+
+    if (isNamed (look, TTAL::kBold))
+        return bold;
+
+    return isNamed (look, TTAL::kItalic) ? italic : Core::RichTextString::defaultFont();
 }
 
 } // namespace
@@ -265,34 +310,35 @@ bool TTALEventFileImporter::parseEvent (const juce::String& id, const juce::var&
     bool stylesAreUsable = true;
     row[forcedNarrativeColumn] = juce::String ("no");
 
-    forEachMember (event,
-                   [&] (const juce::String& name, const juce::var& value)
-                   {
-                       missing.strike (name);
+    forEachMember (
+        event,
+        [&] (const juce::String& name, const juce::var& value)
+        {
+            missing.strike (name);
 
-                       if (name == TTAL::kStart)
-                           row[startColumn] = timecode (wholeNumber (value));
-                       else if (name == TTAL::kEnd)
-                           row[endColumn] = timecode (long { wholeNumber (value) } - 1);
-                       else if (name == TTAL::kTxt)
-                           row[textColumn] = JSONReader::textOf (value);
-                       else if (name == TTAL::kCharacterId)
-                           row[characterColumn] = JSONReader::textOf (value);
-                       else if (name == TTAL::kCue)
-                           row[cueNumberColumn] = JSONReader::textOf (value);
-                       else if (name == TTAL::kDubAnnotations)
-                           row[notesColumn] = JSONReader::textOf (WideObject::valueOf (value, TTAL::kText));
-                       else if (name == TTAL::kType && JSONReader::textOf (value) == TTAL::kForcedNarrative)
-                           row[forcedNarrativeColumn] = juce::String ("yes");
-                       else if (name == TTAL::kRgn)
-                           row[regionColumn] = JSONReader::textOf (value);
-                       else if (name == TTAL::kStyles && ! value.isArray())
-                           stylesAreUsable = false;
-                       else if (name == TTAL::kStyles)
-                           styles = richTextAttributesFromStylesObject (value);
+            if (isNamed (name, TTAL::kStart))
+                row[startColumn] = timecode (wholeNumber (value));
+            else if (isNamed (name, TTAL::kEnd))
+                row[endColumn] = timecode (long { wholeNumber (value) } - 1);
+            else if (isNamed (name, TTAL::kTxt))
+                row[textColumn] = JSONReader::textOf (value);
+            else if (isNamed (name, TTAL::kCharacterId))
+                row[characterColumn] = JSONReader::textOf (value);
+            else if (isNamed (name, TTAL::kCue))
+                row[cueNumberColumn] = JSONReader::textOf (value);
+            else if (isNamed (name, TTAL::kDubAnnotations))
+                row[notesColumn] = JSONReader::textOf (WideObject::valueOf (value, pooledNames().text));
+            else if (isNamed (name, TTAL::kType) && JSONReader::textOf (value) == TTAL::kForcedNarrative)
+                row[forcedNarrativeColumn] = juce::String ("yes");
+            else if (isNamed (name, TTAL::kRgn))
+                row[regionColumn] = JSONReader::textOf (value);
+            else if (isNamed (name, TTAL::kStyles) && ! value.isArray())
+                stylesAreUsable = false;
+            else if (isNamed (name, TTAL::kStyles))
+                styles = richTextAttributesFromStylesObject (value);
 
-                       return true;
-                   });
+            return true;
+        });
 
     if (missing.any())
         errorMessage += "Event with ID: " + id + kMissingFields + missing.list();
@@ -317,21 +363,15 @@ std::vector<juce::AttributedString::Attribute> TTALEventFileImporter::richTextAt
 
     for (const auto& style : *styles.getArray())
     {
-        const auto from = wholeNumber (WideObject::valueOf (style, TTAL::kFrom, -1));
-        const auto to = wholeNumber (WideObject::valueOf (style, TTAL::kTo, -1));
-        const auto look = JSONReader::textOf (WideObject::valueOf (style, TTAL::kType));
+        const auto& names = pooledNames();
+        const auto from = wholeNumber (WideObject::valueOf (style, names.from, -1));
+        const auto to = wholeNumber (WideObject::valueOf (style, names.to, -1));
+        const auto look = JSONReader::textOf (WideObject::valueOf (style, names.type));
 
         if (from == -1 || to == -1 || look.isEmpty())
             continue;
 
-        auto font = Core::RichTextString::defaultFont();
-
-        if (look == TTAL::kBold)
-            font.setBold (true);
-        else if (look == TTAL::kItalic)
-            font.setItalic (true);
-
-        attributes.push_back ({ { from, std::max (from, to) }, font, juce::Colour (0xff000000) });
+        attributes.push_back ({ { from, std::max (from, to) }, fontOf (look), juce::Colour (0xff000000) });
     }
 
     return attributes;
@@ -393,7 +433,8 @@ void TTALEventFileImporter::resolveCharacters (std::size_t firstRow, juce::Strin
 
 juce::String TTALEventFileImporter::timecode (long frame) const
 {
-    const auto time = timeInfo != nullptr ? *timeInfo : Core::TimeInfo();
+    static const Core::TimeInfo fromZero;
+    const auto& time = timeInfo != nullptr ? *timeInfo : fromZero;
     return Core::TCToolbox::stringFromTCTime (
         Core::TCToolbox::addFramesAndTCTimes (frame, time.timeOrigin, time.tcDef), false);
 }

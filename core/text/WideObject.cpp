@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/text/WideObject.h"
 
+#include <cstring>
 #include <map>
 #include <utility>
 #include <vector>
@@ -33,8 +34,18 @@ void writeValue (juce::OutputStream& stream, const juce::var& value, int indentL
 
 struct WideObject::Further
 {
+    /** Any order will do, and that of the bytes is the quickest. */
+    struct ByBytes
+    {
+        bool operator() (const juce::String& one, const juce::String& other) const
+        {
+            return std::strcmp (one.toRawUTF8(), other.toRawUTF8()) < 0;
+        }
+    };
+
     std::vector<std::pair<juce::String, juce::var>> members;
-    std::map<juce::String, int> places; ///< of all members, the plain ones included; empty while they are few
+    std::map<juce::String, int, ByBytes>
+        places; ///< of all members, the plain ones included; empty while they are few
 };
 
 WideObject::WideObject() = default;
@@ -60,34 +71,31 @@ void WideObject::setMemberApart (const juce::String& name, const juce::var& valu
     if (further == nullptr)
         further = std::make_unique<Further>();
 
-    const auto place = placeOf (name);
+    const auto newPlace = size();
+    const auto place = placeForMember (name);
 
-    if (place < 0)
-    {
+    if (place == newPlace)
         further->members.emplace_back (name, value);
-        index (name);
-    }
     else if (place < plain().size())
-    {
         *plain().getVarPointerAt (place) = value;
-    }
     else
-    {
         further->members[static_cast<std::size_t> (place - plain().size())].second = value;
-    }
 }
 
-/** Enters the member that was added last. Names that a stranger has chosen are sorted, not hashed: texts of one and the same
-    hash are easily made. */
-void WideObject::index (const juce::String& name)
+/** The place of a member, or the one behind the last for a new one, which is entered there. Names that a stranger has chosen are
+    sorted, not hashed: texts of one and the same hash are easily made. */
+int WideObject::placeForMember (const juce::String& name)
 {
     auto& places = further->places;
+    const auto newPlace = size();
 
-    if (! places.empty())
+    if (newPlace < mostUnindexed)
     {
-        places.emplace (name, size() - 1);
+        const auto place = placeOf (name);
+        return place < 0 ? newPlace : place;
     }
-    else if (size() > mostUnindexed)
+
+    if (places.empty())
     {
         for (int i = 0; i < plain().size(); ++i)
             places.emplace (plain().getName (i).toString(), i);
@@ -95,6 +103,8 @@ void WideObject::index (const juce::String& name)
         for (const auto& member : further->members)
             places.emplace (member.first, static_cast<int> (places.size()));
     }
+
+    return places.try_emplace (name, newPlace).first->second;
 }
 
 /** -1 if there is no such member. */
@@ -140,12 +150,12 @@ bool WideObject::forEachMember (juce::DynamicObject& object, const Visitor& visi
     return true;
 }
 
-const juce::var* WideObject::find (const juce::String& name) const
+const juce::var* WideObject::find (const juce::Identifier& name) const
 {
     if (further == nullptr)
         return plain().getVarPointer (name);
 
-    const auto place = placeOf (name);
+    const auto place = placeOf (name.toString());
 
     if (place < 0)
         return nullptr;
@@ -155,20 +165,20 @@ const juce::var* WideObject::find (const juce::String& name) const
                : &further->members[static_cast<std::size_t> (place - plain().size())].second;
 }
 
-bool WideObject::hasProperty (const juce::Identifier& name) const
-{
-    return find (name.toString()) != nullptr;
-}
+bool WideObject::hasProperty (const juce::Identifier& name) const { return find (name) != nullptr; }
 
 const juce::var& WideObject::getProperty (const juce::Identifier& name) const
 {
-    const auto* const value = find (name.toString());
+    const auto* const value = find (name);
     return value != nullptr ? *value : noValue();
 }
 
 void WideObject::setProperty (const juce::Identifier& name, const juce::var& value)
 {
-    setMember (name.toString(), value);
+    if (further == nullptr && plain().size() < plainMembers)
+        plain().set (name, value);
+    else
+        setMemberApart (name.toString(), value);
 }
 
 void WideObject::removeProperty (const juce::Identifier& name)

@@ -65,8 +65,8 @@ private:
 
     [[nodiscard]] juce::NamedValueSet& plain() const;
     [[nodiscard]] int placeOf (const juce::String& name) const;
-    [[nodiscard]] const juce::var* find (const juce::String& name) const;
-    void index (const juce::String& name);
+    [[nodiscard]] const juce::var* find (const juce::Identifier& name) const;
+    [[nodiscard]] int placeForMember (const juce::String& name);
 
     std::unique_ptr<Further> further; ///< the members behind the first ones
 };

@@ -4,11 +4,13 @@
 #include "core/system/CappedNumbers.h"
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
+#include "core/text/TextDecoding.h"
 #include "import/frame/ImportLimits.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -18,9 +20,6 @@ namespace ZEP::Overmarks
 namespace
 {
 
-constexpr std::string_view space = " \t\r\n";
-constexpr std::string_view digits = "0123456789";
-
 constexpr std::size_t mostDigitsOfWholeNumber = 18; // that many always fit 64 bits
 constexpr std::size_t bytesPerContainer = 16;       // an event of a cue list takes more than a hundred
 
@@ -28,6 +27,10 @@ constexpr unsigned firstHighHalf = 0xd800;
 constexpr unsigned firstLowHalf = 0xdc00;
 constexpr unsigned lastLowHalf = 0xdfff;
 constexpr unsigned replacementCharacter = 0xfffd;
+
+bool isSpace (char byte) { return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t'; }
+
+bool isDigit (char byte) { return byte >= '0' && byte <= '9'; }
 
 void appendUTF8 (std::string& bytes, unsigned code)
 {
@@ -93,7 +96,12 @@ juce::String JSONReader::textOf (const juce::var& value)
 
 std::optional<juce::var> JSONReader::read (const juce::String& text)
 {
-    JSONReader reader ({ text.toRawUTF8(), text.getNumBytesAsUTF8() });
+    const std::string_view bytes (text.toRawUTF8(), text.getNumBytesAsUTF8());
+
+    if (! Core::ByteSurvey (bytes).isUTF8) // the framework's strings may hold half an emoji
+        return read (Core::StringUtil::fromUTF8 (bytes));
+
+    JSONReader reader (bytes);
 
     if (! reader.readRoot())
         return std::nullopt;
@@ -141,12 +149,17 @@ bool JSONReader::readElement()
 
 bool JSONReader::readName()
 {
-    juce::String name;
+    const auto name = rest.starts_with ('"') ? readString() : std::nullopt;
 
-    if (! rest.starts_with ('"') || ! readString (name) || name.isEmpty())
+    if (! name.has_value() || name->empty())
         return false;
 
-    open.back().name = name;
+    auto& object = open.back();
+    object.pooledName = pooledNames.find (*name);
+
+    if (object.pooledName == nullptr)
+        object.nameApart = recentTexts.textOf (*name);
+
     skipSpace();
 
     if (! take (':'))
@@ -171,8 +184,8 @@ bool JSONReader::readValue()
         case '"':
         case '\'':
         {
-            juce::String text;
-            return readString (text) && accept (text);
+            const auto text = readString();
+            return text.has_value() && accept (recentTexts.textOf (*text));
         }
         default: return readNumber();
     }
@@ -225,19 +238,29 @@ void JSONReader::add (juce::var value)
         root = std::move (value);
     else if (auto& container = open.back(); container.object == nullptr)
         container.value.getArray()->add (std::move (value));
-    else if (isPooled (container.name))
-        container.object->setMember (container.name, value);
+    else if (container.pooledName != nullptr)
+        container.object->setProperty (*container.pooledName, value);
     else
-        container.object->setMemberApart (container.name, value);
+        container.object->setMemberApart (container.nameApart, value);
 }
 
-/** The pool is sorted: each new name moves the others, and a hostile text asks for one with six bytes. */
-bool JSONReader::isPooled (const juce::String& name)
+const juce::Identifier* JSONReader::PooledNames::find (std::string_view name)
 {
-    if (pooledNames.size() < mostPooledNames)
-        pooledNames.insert (name);
+    auto& known = recent[std::hash<std::string_view>() (name) % recent.size()];
 
-    return pooledNames.find (name) != pooledNames.end();
+    if (known == nullptr || known->first != name)
+    {
+        auto place = names.find (name);
+
+        if (place == names.end() && names.size() < mostPooledNames)
+            place = names.emplace (name, Core::StringUtil::fromUTF8 (name)).first;
+        if (place == names.end())
+            return nullptr;
+
+        known = &*place;
+    }
+
+    return &known->second;
 }
 
 /** Reads up to the next element: a comma, or the end of one or several containers. */
@@ -272,7 +295,12 @@ bool JSONReader::readWord (std::string_view word, const juce::var& value)
 
 std::size_t JSONReader::digitsAt (std::size_t place) const
 {
-    return std::min (rest.find_first_not_of (digits, place), rest.size()) - std::min (place, rest.size());
+    auto end = place;
+
+    while (end < rest.size() && isDigit (rest[end]))
+        ++end;
+
+    return end - place;
 }
 
 bool JSONReader::readNumber()
@@ -308,32 +336,37 @@ bool JSONReader::readNumber()
     return accept (number);
 }
 
-/** Reads a text with the quotes around it. */
-bool JSONReader::readString (juce::String& result)
+/** Reads a text with the quotes around it. What it returns lasts until the next one is read. */
+std::optional<std::string_view> JSONReader::readString()
 {
-    const char stops[] = { rest.front(), '\\', '\0' };
+    const char quote = rest.front();
     rest.remove_prefix (1);
-    std::string bytes;
+    unescaped.clear();
 
     for (;;)
     {
-        const auto length = rest.find_first_of (stops);
+        std::size_t length = 0;
 
-        if (length == std::string_view::npos)
-            return false;
+        while (length < rest.size() && rest[length] != quote && rest[length] != '\\')
+            ++length;
 
-        bytes += rest.substr (0, length);
+        if (length == rest.size())
+            return std::nullopt;
+
+        const auto piece = rest.substr (0, length);
         rest.remove_prefix (length);
+        const bool isEnd = take (quote);
 
-        if (take (stops[0]))
-            break;
+        if (isEnd && unescaped.empty())
+            return piece;
 
-        if (! readEscape (bytes))
-            return false;
+        unescaped += piece;
+
+        if (isEnd)
+            return unescaped;
+        if (! readEscape (unescaped))
+            return std::nullopt;
     }
-
-    result = Core::StringUtil::fromUTF8 (bytes);
-    return true;
 }
 
 bool JSONReader::readEscape (std::string& bytes)
@@ -401,6 +434,10 @@ bool JSONReader::take (char expected)
     return true;
 }
 
-void JSONReader::skipSpace() { rest.remove_prefix (std::min (rest.find_first_not_of (space), rest.size())); }
+void JSONReader::skipSpace()
+{
+    while (! rest.empty() && isSpace (rest.front()))
+        rest.remove_prefix (1);
+}
 
 } // namespace ZEP::Overmarks

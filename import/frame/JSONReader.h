@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "core/text/RecentTexts.h"
 #include "core/text/WideObject.h"
 
 #include <juce_core/juce_core.h>
 
+#include <array>
 #include <cstddef>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,7 +47,23 @@ private:
         char end;
         juce::var value;
         juce::ReferenceCountedObjectPtr<Core::WideObject> object; ///< null for a list
-        juce::String name;                                        ///< of the member that is being read
+        const juce::Identifier* pooledName = nullptr;             ///< of the member that is being read
+        juce::String nameApart;                                   ///< if it isn't pooled
+    };
+
+    /** The names that may be in the framework's pool: those that come first. It is sorted, so each new name moves the others, and a
+        hostile text asks for one with six bytes. */
+    class PooledNames final
+    {
+    public:
+        /** Null for a name that stays out of the pool. */
+        const juce::Identifier* find (std::string_view name);
+
+    private:
+        using Names = std::map<std::string, juce::Identifier, std::less<>>;
+
+        Names names;
+        std::array<const Names::value_type*, 64> recent {}; ///< each in the place of its hash
     };
 
     explicit JSONReader (std::string_view text)
@@ -64,12 +82,11 @@ private:
     bool enter (char end);
     bool accept (juce::var value);
     void add (juce::var value);
-    bool isPooled (const juce::String& name);
     bool readBehindValue();
     bool readWord (std::string_view word, const juce::var& value);
     bool readNumber();
     std::size_t digitsAt (std::size_t place) const;
-    bool readString (juce::String& result);
+    std::optional<std::string_view> readString();
     bool readEscape (std::string& bytes);
     bool readUnicodeEscape (std::string& bytes);
     std::optional<unsigned> takeFourHexDigits();
@@ -81,7 +98,9 @@ private:
     std::size_t containersAllowed;
     std::size_t containersLeft;
     std::vector<Open> open;
-    std::set<juce::String> pooledNames;
+    std::string unescaped; ///< the text that was read last, if it has escapes
+    PooledNames pooledNames;
+    Core::RecentTexts recentTexts;
     juce::var root;
 };
 

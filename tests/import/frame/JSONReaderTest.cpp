@@ -133,6 +133,21 @@ TEST (JSONReader, halfAnEmojiBecomesAReplacementCharacter)
     EXPECT_EQ (only (R"("\ud83c\ud83c\udfac")").toString(), StringUtil::fromUTF8 ("\xef\xbf\xbd🎬"));
 }
 
+TEST (JSONReader, halfAnEmojiOfTheFrameworkIsDecodedLikeAnyOtherBytes)
+{
+    const auto half = juce::String::charToString (static_cast<juce::juce_wchar> (0xd83d));
+    const auto list = JSONReader::read ("[\"a" + half + "\"]");
+    ASSERT_TRUE (list.has_value());
+    EXPECT_EQ ((*list)[0].toString(), StringUtil::fromUTF8 (("a" + half).toRawUTF8()));
+}
+
+TEST (JSONReader, textsAndNamesWithEscapesStandBesideThoseWithout)
+{
+    const auto root = read (R"({"na\"me": "a\\", "name": "", "n": "\u0041b", "long\tname": "\n"})");
+    ASSERT_TRUE (root.has_value());
+    EXPECT_EQ (written (*root), R"({"na\"me": "a\\", "name": "", "n": "Ab", "long\tname": "\n"})");
+}
+
 TEST (JSONReader, brokenEscapesAreRefused)
 {
     for (const auto* text : { R"("\u")", R"("\u12")", R"("\u12g4")", R"("\u-123")", R"("\u0000")",
