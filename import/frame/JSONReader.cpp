@@ -96,7 +96,7 @@ juce::String JSONReader::textOf (const juce::var& value)
 
 std::optional<juce::var> JSONReader::read (const juce::String& text)
 {
-    const std::string_view bytes (text.toRawUTF8(), text.getNumBytesAsUTF8());
+    const std::string_view bytes (text.toRawUTF8());
 
     if (! Core::ByteSurvey (bytes).isUTF8) // the framework's strings may hold half an emoji
         return read (Core::StringUtil::fromUTF8 (bytes));
