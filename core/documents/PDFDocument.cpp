@@ -143,6 +143,12 @@ void PDFDocument::drawRoundedRect (float x, float y, float w, float h, float lin
     canvas->drawRoundedRect ({ x, size.height - y - h, w, h }, lineWidth, radius, strokeColour);
 }
 
+void PDFDocument::drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
+                                const std::function<void()>& draw)
+{
+    canvas->drawRepeated (identifier, place.withY (size.height - place.getY() - place.getHeight()), draw);
+}
+
 // ---- text ------------------------------------------------------------------------------------------------------------------
 
 void PDFDocument::drawText (const juce::String& text, float x, float y)

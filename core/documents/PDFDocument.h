@@ -7,6 +7,7 @@
 #include <juce_core/juce_core.h>
 #include <juce_graphics/juce_graphics.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -104,6 +105,14 @@ public:
 
     /** @param radius  of the corners, at most half of the shorter side */
     void drawRoundedRect (float x, float y, float w, float h, float lineWidth, float radius);
+
+    /** Draws what looks the same wherever it is drawn, such as the boxes of the takes. It is described in the file once, however often it
+        comes, which makes for a smaller file that is there sooner.
+        @param identifier  what it is, together with the size of the place
+        @param place       where it stands; but for the lines on its edge nothing reaches beyond it
+        @param draw        draws it there. Called the first time alone: it sets what it needs, and what comes afterwards sets that anew */
+    void drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
+                       const std::function<void()>& draw);
 
     // ---- text --------------------------------------------------------------------------------------------------------
 

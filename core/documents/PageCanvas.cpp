@@ -9,6 +9,7 @@
 #include <cstring>
 #include <new>
 #include <numbers>
+#include <utility>
 
 namespace ZEP::Core
 {
@@ -235,6 +236,66 @@ cairo_t* PageCanvas::contextForText (juce::Colour colour)
     return context.get();
 }
 
+// ---- what comes again ------------------------------------------------------------------------------------------------------
+
+/** As long as this lives, all that is drawn goes to another surface, which no clip limits. */
+class PageCanvas::Elsewhere final
+{
+public:
+    Elsewhere (PageCanvas& drawnOn, cairo_surface_t* target, juce::Point<float> origin)
+        : canvas (drawnOn),
+          pageContext (std::exchange (canvas.context, Context (cairo_create (target)))),
+          clipOfPage (std::exchange (canvas.clip, {}))
+    {
+        cairo_translate (canvas.context.get(), -origin.getX(), -origin.getY());
+    }
+
+    ~Elsewhere()
+    {
+        canvas.strokeLines();
+        canvas.context = std::move (pageContext);
+        canvas.clip = clipOfPage;
+    }
+
+    Elsewhere (const Elsewhere&) = delete;
+    Elsewhere& operator= (const Elsewhere&) = delete;
+
+private:
+    PageCanvas& canvas;
+    Context pageContext;
+    juce::Rectangle<float> clipOfPage;
+};
+
+PageCanvas::Surface PageCanvas::recorded (const juce::Rectangle<float>& place,
+                                          const std::function<void()>& draw)
+{
+    constexpr auto reach = 2.0f; // lines on the edge reach beyond it
+    const auto around = place.withZeroOrigin().expanded (reach);
+    const cairo_rectangle_t extents { around.getX(), around.getY(), around.getWidth(), around.getHeight() };
+    Surface recording (cairo_recording_surface_create (CAIRO_CONTENT_COLOR_ALPHA, &extents));
+    const Elsewhere scope (*this, recording.get(), place.getPosition());
+    draw();
+    return recording;
+}
+
+void PageCanvas::drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
+                               const std::function<void()>& draw)
+{
+    if (! hasArea (place) || ! beginShape())
+        return;
+
+    auto& recording = recordings[{ identifier, place.getWidth(), place.getHeight() }];
+
+    if (recording == nullptr)
+        recording = recorded (place, draw);
+
+    auto* const c = context.get();
+    cairo_save (c);
+    cairo_set_source_surface (c, recording.get(), place.getX(), place.getY());
+    cairo_paint (c);
+    cairo_restore (c);
+}
+
 // ---- images ----------------------------------------------------------------------------------------------------------------
 
 PageCanvas::Surface PageCanvas::surfaceOf (const juce::Image& image)
@@ -260,6 +321,8 @@ PageCanvas::Surface PageCanvas::surfaceOf (const juce::Image& image)
 
 void PageCanvas::setImage (const juce::Image& image, const juce::String& identifier)
 {
+    recordings.clear(); // an older image may be in one
+
     if (image.isValid())
         images[identifier] = surfaceOf (image);
     else

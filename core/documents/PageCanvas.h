@@ -6,10 +6,12 @@
 
 #include <cairo.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace ZEP::Core
 {
@@ -51,6 +53,13 @@ public:
     void setImage (const juce::Image& image, const juce::String& identifier);
     void drawImage (const juce::String& identifier, const juce::Rectangle<float>& rectangle);
 
+    /** Draws what looks the same wherever it is drawn. It is described in the file once, however often it comes.
+        @param identifier  together with the size of the place: what it is
+        @param place       where it stands; nothing of it reaches further beyond than half a thick line
+        @param draw        draws it there, the first time */
+    void drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
+                       const std::function<void()>& draw);
+
     /** For text: the context with this colour, or null when nothing can be drawn any more. */
     [[nodiscard]] cairo_t* contextForText (juce::Colour colour);
 
@@ -65,9 +74,12 @@ private:
     };
 
     using Surface = std::unique_ptr<cairo_surface_t, Release>;
+    using Context = std::unique_ptr<cairo_t, Release>;
+    class Elsewhere;
 
     static cairo_status_t append (void* canvas, const unsigned char* bytes, unsigned int length);
     static Surface surfaceOf (const juce::Image& image);
+    Surface recorded (const juce::Rectangle<float>& place, const std::function<void()>& draw);
 
     /** How the lines look that are in the path and not drawn yet: neighbours of one look are one stroke. */
     struct Pen
@@ -88,8 +100,10 @@ private:
 
     std::string output;
     Surface surface;
-    std::unique_ptr<cairo_t, Release> context;
+    Context context;
     std::map<juce::String, Surface> images;
+    std::map<std::tuple<juce::String, float, float>, Surface>
+        recordings; ///< of what comes again, with its size
     juce::Rectangle<float> clip;
     std::optional<Pen> pen; ///< set while the path holds lines
     bool finished = false;

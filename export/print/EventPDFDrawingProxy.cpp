@@ -142,15 +142,29 @@ float EventPDFDrawingProxy::drawingHeight (float width)
 void EventPDFDrawingProxy::draw (float x, float y, float width)
 {
     const auto height = drawingHeight (width);
-    const auto right = x + width, divider = right - rightSectionWidth;
 
-    document->setStrokeColor (lineColour);
-    document->drawRoundedRect (x, y - height, width, height, 1.0f, 5.0f);
-    document->drawLine (divider, y - cueNumberHeight, right, y - cueNumberHeight, 1.0f,
-                        PDFDocument::LineCapPlain);
-    document->drawLine (divider, y, divider, y - height, 1.0f, PDFDocument::LineCapPlain);
+    // Most cues of a list are as high as some other.
+    document->drawRepeated ("Frame" + juce::String (rightSectionWidth) + "/" + juce::String (cueNumberHeight),
+                            { x, y - height, width, height },
+                            [this, x, y, width, height] { drawFrame (x, y, width, height); });
     drawRightSection (x, y, width, height);
     drawContentSection (x, y, width, height);
+}
+
+void EventPDFDrawingProxy::drawFrame (float x, float y, float width, float height)
+{
+    const auto right = x + width, divider = right - rightSectionWidth;
+    document->setStrokeColor (lineColour);
+    document->drawRoundedRect (x, y - height, width, height, 1.0f, 5.0f);
+    drawThinLine (divider, y - cueNumberHeight, right, y - cueNumberHeight);
+    drawThinLine (divider, y, divider, y - height);
+}
+
+void EventPDFDrawingProxy::drawIcons (float left, float top)
+{
+    document->drawImage (kCharacterIconIdentifier, left, top - 46.0f, 14.0f, 14.0f);
+    document->drawImage (kInPointIconIdentifier, left, top - 62.0f, 12.0f, 10.0f);
+    document->drawImage (kOutPointIconIdentifier, left, top - 77.0f, 12.0f, 10.0f);
 }
 
 void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, float)
@@ -162,7 +176,8 @@ void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, floa
         { edge + padding, y - cueNumberHeight + 2.0f, rightSectionWidth - 2.0f * padding, cueNumberHeight },
         bold, 14.0f);
 
-    document->drawImage (kCharacterIconIdentifier, edge + 6.0f, y - 46.0f, 14.0f, 14.0f);
+    document->drawRepeated ("Icons", { edge + 6.0f, y - 77.0f, 14.0f, 45.0f },
+                            [this, edge, y] { drawIcons (edge + 6.0f, y); });
     document->setFillColor (nameColour);
 
     if (const auto character = event->character())
@@ -172,9 +187,7 @@ void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, floa
     }
 
     document->setFillColor (black);
-    document->drawImage (kInPointIconIdentifier, edge + 6.0f, y - 62.0f, 12.0f, 10.0f);
     drawWhole (event->getStartTCString(), { edge + 23.0f, y - 62.0f, 55.0f, 11.0f }, bold, 10.0f);
-    document->drawImage (kOutPointIconIdentifier, edge + 6.0f, y - 77.0f, 12.0f, 10.0f);
     drawWhole (event->getEndTCString(), { edge + 23.0f, y - 76.0f, 55.0f, 11.0f }, bold, 10.0f);
 }
 
@@ -292,30 +305,42 @@ void EventPDFDrawingProxy::drawCueText (float x, float y, float width)
 void EventPDFDrawingProxy::drawTakeNumberBoxes (float x, float y, float width, float height)
 {
     const auto size = takeBoxSize (width), bottom = y - height, top = bottom + size;
-    const auto line = [this] (float x1, float y1, float x2, float y2)
-    { document->drawLine (x1, y1, x2, y2, 1.0f, PDFDocument::LineCapPlain); };
+    document->drawRepeated ("Takes" + juce::String (numTakeBoxes),
+                            { x, bottom, width - rightSectionWidth, size },
+                            [this, x, bottom, size] { drawEmptyTakeBoxes (x, bottom, size); });
 
+    if (const auto take = event->getSelectedTake(); take >= 0 && take < numTakeBoxes)
+    {
+        // The first box has the rounded corner of the cue.
+        const auto edge = x + static_cast<float> (take) * size, inset = take == 0 ? 1.5f : 0.0f;
+        document->setStrokeColor (lineColour);
+        drawThinLine (edge + inset, bottom + inset, edge + size, top);
+        drawThinLine (edge, top, edge + size, bottom);
+    }
+}
+
+void EventPDFDrawingProxy::drawThinLine (float x1, float y1, float x2, float y2)
+{
+    document->drawLine (x1, y1, x2, y2, 1.0f, PDFDocument::LineCapPlain);
+}
+
+void EventPDFDrawingProxy::drawEmptyTakeBoxes (float x, float bottom, float size)
+{
+    const auto top = bottom + size;
     document->setStrokeColor (lineColour);
-    line (x, top, x + width - rightSectionWidth, top);
+    document->setFillColor (black);
     document->setFont (regular, labelSize);
+    drawThinLine (x, top, x + static_cast<float> (numTakeBoxes) * size, top);
 
     // All numbers and then all lines: drawn in turn they would take three times as long.
     for (int i = 0; i < numTakeBoxes; ++i)
         document->drawText (juce::String (i + 1),
                             { x + static_cast<float> (i) * size, bottom - 3.0f, size, size }, centre);
 
-    for (int i = 0; i < numTakeBoxes; ++i)
+    for (int i = 1; i <= numTakeBoxes; ++i)
     {
         const auto edge = x + static_cast<float> (i) * size;
-        line (edge + size, bottom, edge + size, top);
-
-        if (i != event->getSelectedTake())
-            continue;
-
-        // The first box has the rounded corner of the cue.
-        const auto inset = i == 0 ? 1.5f : 0.0f;
-        line (edge + inset, bottom + inset, edge + size, top);
-        line (edge, top, edge + size, bottom);
+        drawThinLine (edge, bottom, edge, top);
     }
 }
 

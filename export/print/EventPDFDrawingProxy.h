@@ -89,6 +89,10 @@ private:
     void drawWhole (const juce::String& text, const juce::Rectangle<float>& place,
                     ZEP::Core::PDFDocument::FontType font, float size);
     void drawCueText (float x, float y, float width);
+    void drawFrame (float x, float y, float width, float height);
+    void drawIcons (float left, float top);
+    void drawThinLine (float x1, float y1, float x2, float y2);
+    void drawEmptyTakeBoxes (float x, float bottom, float size);
 };
 
 } // namespace ZEP::Overmarks

@@ -10,12 +10,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZEP::Overmarks::Testing
@@ -125,7 +128,18 @@ struct PDFPage
 class PDFContentReader final
 {
 public:
-    PDFContentReader (const std::string& content, PDFPage& pageToFill) : page (pageToFill)
+    /** What a name of the page stands for, if it is a description of its own that comes on the page again and again. */
+    using Forms = std::function<std::optional<std::string> (const std::string& name)>;
+
+    PDFContentReader (const std::string& content, PDFPage& pageToFill, Forms formsOfFile)
+        : page (pageToFill),
+          forms (std::move (formsOfFile))
+    {
+        read (content);
+    }
+
+private:
+    void read (const std::string& content)
     {
         for (const auto& token : tokensOf (content))
             if (isOperator (token))
@@ -134,10 +148,12 @@ public:
                 numbers.clear();
             }
             else
+            {
+                name = token.front() == '/' ? token : name;
                 numbers.push_back (std::strtof (token.c_str(), nullptr));
+            }
     }
 
-private:
     struct State
     {
         std::array<float, 6> matrix { 1, 0, 0, 1, 0, 0 };
@@ -224,7 +240,7 @@ private:
         else if (op == "Tj" || op == "TJ")
             page.textColours.push_back (state.fill);
         else if (op == "Do")
-            addPicture();
+            addNamed();
         else
             runPath (op);
     }
@@ -296,6 +312,18 @@ private:
         paths.clear();
     }
 
+    void addNamed()
+    {
+        const auto form = forms (name);
+
+        if (! form.has_value())
+            return addPicture();
+
+        const auto outside = state;
+        read (*form);
+        state = outside;
+    }
+
     void addPicture()
     {
         const auto a = at (0, 0), b = at (1, 1);
@@ -304,6 +332,8 @@ private:
     }
 
     PDFPage& page;
+    Forms forms;
+    std::string name; ///< the last one
     State state;
     std::vector<State> saved;
     std::vector<float> numbers;
@@ -378,7 +408,7 @@ private:
                                     page.height - static_cast<float> (place.top()) });
         }
 
-        const PDFContentReader reader (content, page);
+        const PDFContentReader reader (content, page, [this] (const auto& name) { return formNamed (name); });
         pages.push_back (std::move (page));
     }
 
@@ -410,6 +440,16 @@ private:
         juce::MemoryBlock block;
         stream.readIntoMemoryBlock (block);
         return { block.begin(), block.end() };
+    }
+
+    /** The library that writes the pages names a thing "x" and the number of its object. */
+    std::optional<std::string> formNamed (const std::string& name) const
+    {
+        const auto found =
+            name.starts_with ("/x") ? objects.find (std::stoi (name.substr (2))) : objects.end();
+        const bool isForm =
+            found != objects.end() && found->second.find ("/Subtype /Form") != std::string::npos;
+        return isForm ? std::optional (inflated (found->second)) : std::nullopt;
     }
 
     std::vector<std::string> pageContents() const

@@ -326,6 +326,76 @@ TEST_F (PDFDocumentTest, anImageIsStoredOnceHoweverOftenItIsDrawn)
     EXPECT_EQ (pdf.numberOfImages(), 1);
 }
 
+// ---- what comes again ----------------------------------------------------------------------------------------------------
+
+TEST_F (PDFDocumentTest, whatComesAgainStandsAtEachPlaceAndIsDrawnOnce)
+{
+    int drawn = 0;
+    const auto drawBox = [this, &drawn] (float x, float y)
+    {
+        const auto draw = [this, &drawn, x, y]
+        {
+            ++drawn;
+            document.setFont (PDFDocument::FontTypeRegular, 10);
+            document.drawText ("take", x + 5, y + 5);
+            document.drawLine (x, y, x, y + 20, 1, plain);
+        };
+        document.drawRepeated ("box", { x, y, 40, 20 }, draw);
+    };
+    drawBox (100, 700);
+    drawBox (300, 200);
+    document.addPage();
+    drawBox (50, 500);
+    EXPECT_EQ (drawn, 1);
+
+    const auto pdf = saved();
+    EXPECT_EQ (pdf.page (0).count ("take"), 2);
+    EXPECT_EQ (pdf.page (1).count ("take"), 1);
+    EXPECT_NEAR (pdf.page (0).word ("take", 0).x, 105, 0.5);
+    EXPECT_NEAR (pdf.page (0).word ("take", 1).x, 305, 0.5);
+    EXPECT_NEAR (pdf.page (1).word ("take").x, 55, 0.5);
+    EXPECT_EQ (pdf.page (0).lines.size(), 2u);
+    EXPECT_TRUE (pdf.page (0).hasLine (100, 700, 100, 720, 1, black));
+    EXPECT_TRUE (pdf.page (0).hasLine (300, 200, 300, 220, 1, black));
+    EXPECT_TRUE (pdf.page (1).hasLine (50, 500, 50, 520, 1, black));
+}
+
+TEST_F (PDFDocumentTest, inAnotherSizeOrUnderAnotherNameItIsDrawnAnew)
+{
+    int drawn = 0;
+    const auto count = [&drawn] { ++drawn; };
+    document.drawRepeated ("box", { 10, 10, 40, 20 }, count);
+    document.drawRepeated ("box", { 10, 50, 40, 30 }, count);
+    EXPECT_EQ (drawn, 2);
+    document.drawRepeated ("frame", { 10, 90, 40, 20 }, count);
+    EXPECT_EQ (drawn, 3);
+    document.drawRepeated ("frame", { 10, 90, nan, 20 }, count);
+    document.drawRepeated ("frame", { 10, 90, 40, 0 }, count);
+    EXPECT_EQ (drawn, 3);
+    EXPECT_TRUE (saved().page().lines.empty());
+}
+
+TEST_F (PDFDocumentTest, aLaterImageIsSeenInWhatComesAgain)
+{
+    const auto draw = [this] { document.drawImage ("icon", 10, 10, 20, 20); };
+    document.drawRepeated ("icons", { 10, 10, 20, 20 }, draw);
+    document.setImage (juce::Image (juce::Image::ARGB, 2, 2, true), "icon", false);
+    document.drawRepeated ("icons", { 10, 10, 20, 20 }, draw);
+    EXPECT_EQ (saved().page().pictures.size(), 1u);
+}
+
+TEST_F (PDFDocumentTest, aLimitOfThePageHoldsForWhatComesAgainToo)
+{
+    const auto draw = [this] { document.drawLine (100, 110, 140, 110, 1, plain); };
+    document.setClip ({ 90, 90, 60, 15 });
+    document.drawRepeated ("line", { 100, 100, 40, 20 }, draw); // drawn as a whole, shown below the line
+    document.setClip ({});
+    document.drawRepeated ("line", { 100, 300, 40, 20 }, draw);
+    const auto pdf = saved();
+    ASSERT_EQ (pdf.page().clipBoxes.size(), 1u);
+    EXPECT_TRUE (pdf.page().hasLine (100, 310, 140, 310, 1, black));
+}
+
 // ---- the file ------------------------------------------------------------------------------------------------------------
 
 TEST_F (PDFDocumentTest, nothingIsWrittenBeforeItIsSaved)
