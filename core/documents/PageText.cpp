@@ -243,10 +243,10 @@ PageText::Shape PageText::remembered (Key key)
     if (const auto found = recent.find (key); found != recent.end())
         return found->second;
 
-    const auto bytes = bytesOf (std::get<std::string> (key));
+    const auto bytes = bytesOf (key.text);
     auto shape = shapedToFit (key);
     makeRoom (bytes);
-    inOrder.push_back (recent.emplace (std::move (key), shape).first);
+    inOrder.push_back (&recent.emplace (std::move (key), shape).first->first);
     rememberedBytes += bytes;
     return shape;
 }
@@ -256,8 +256,8 @@ void PageText::makeRoom (std::size_t bytes)
     while (! inOrder.empty()
            && (rememberedBytes + bytes > mostRememberedBytes || recent.size() >= mostRememberedTexts))
     {
-        rememberedBytes -= bytesOf (std::get<std::string> (inOrder.front()->first));
-        recent.erase (inOrder.front());
+        rememberedBytes -= bytesOf (inOrder.front()->text);
+        recent.erase (recent.find (*inOrder.front()));
         inOrder.pop_front();
     }
 }
@@ -265,8 +265,8 @@ void PageText::makeRoom (std::size_t bytes)
 /** A text that is too tall for any paper ends in "…" on the last line that isn't. */
 PageText::Shape PageText::shapedToFit (Key key) const
 {
-    const auto& font = fonts.at (std::get<FontKey> (key));
-    auto& text = std::get<std::string> (key);
+    const auto& font = fonts.at (key.font);
+    auto& text = key.text;
     auto count = static_cast<std::size_t> (std::count (text.begin(), text.end(), '\n')) + 1;
     const auto isShorter =
         keepLines (text, static_cast<std::size_t> (tallestParagraph / (font.ascent + font.descent)));

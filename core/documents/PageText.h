@@ -7,11 +7,13 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <tuple>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace ZEP::Core
@@ -82,8 +84,21 @@ private:
 
     using FontKey = std::pair<bool, float>;
 
-    /** Font, whether it is one line, its width in units of the library, text. */
-    using Key = std::tuple<FontKey, bool, int, std::string>;
+    struct Key
+    {
+        bool operator== (const Key&) const = default;
+
+        FontKey font;
+        bool isOneLine;
+        int width; ///< in units of the library
+        std::string text;
+    };
+
+    /** Most texts of a sheet come in one font and width. */
+    struct HashOfText
+    {
+        std::size_t operator() (const Key& key) const noexcept { return std::hash<std::string>() (key.text); }
+    };
 
     Font fontFor (const FontKey& key) const;
     Shape remembered (Key key);
@@ -96,8 +111,8 @@ private:
     std::unique_ptr<PangoContext, GObjectRelease> context;
     std::map<FontKey, Font> fonts;
     FontKey current { false, 12.0f };
-    std::map<Key, Shape> recent;
-    std::deque<std::map<Key, Shape>::const_iterator> inOrder; ///< the oldest first
+    std::unordered_map<Key, Shape, HashOfText> recent;
+    std::deque<const Key*> inOrder; ///< the oldest first
     std::size_t rememberedBytes = 0;
 };
 
