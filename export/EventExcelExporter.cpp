@@ -24,44 +24,52 @@ namespace
 
 const juce::String extension { ".xlsx" };
 
-using EventPointer = std::shared_ptr<Event>;
-using CellMaker = RichTextString (*) (const EventPointer&);
+/** Whose row is made. */
+struct Source
+{
+    explicit Source (const std::shared_ptr<Event>& eventOfRow)
+        : event (eventOfRow),
+          character (eventOfRow->character())
+    {
+    }
 
-RichTextString start (const EventPointer& event) { return event->getStartTCString(); }
-RichTextString end (const EventPointer& event) { return event->getEndTCString(); }
-RichTextString duration (const EventPointer& event) { return CellTexts::duration (event); }
-RichTextString cueNumber (const EventPointer& event) { return event->getCueNumber(); }
-RichTextString text (const EventPointer& event) { return event->getText().replaceIllegalASCIICharacters(); }
-RichTextString reason (const EventPointer& event) { return CellTexts::reason (event); }
-RichTextString notes (const EventPointer& event) { return event->getNotes(); }
-RichTextString engineeringNotes (const EventPointer& event) { return event->getEngineeringNotes(); }
-RichTextString done (const EventPointer& event)
+    const std::shared_ptr<Event>& event;
+    const std::shared_ptr<ADRCharacter> character; ///< null if the cast doesn't know it
+};
+
+using CellMaker = RichTextString (*) (const Source&);
+
+RichTextString start (const Source& of) { return of.event->getStartTCString(); }
+RichTextString end (const Source& of) { return of.event->getEndTCString(); }
+RichTextString duration (const Source& of) { return CellTexts::duration (of.event); }
+RichTextString cueNumber (const Source& of) { return of.event->getCueNumber(); }
+RichTextString text (const Source& of) { return of.event->getText().replaceIllegalASCIICharacters(); }
+RichTextString reason (const Source& of) { return CellTexts::reason (of.event); }
+RichTextString notes (const Source& of) { return of.event->getNotes(); }
+RichTextString engineeringNotes (const Source& of) { return of.event->getEngineeringNotes(); }
+RichTextString done (const Source& of) { return juce::String (CellTexts::yesOrNo (of.event->isDone())); }
+RichTextString takes (const Source& of) { return juce::String (of.event->getNumRecordedTakes()); }
+RichTextString type (const Source& of) { return of.event->typeString(); }
+RichTextString enabled (const Source& of)
 {
-    return juce::String (CellTexts::yesOrNo (event->isDone()));
-}
-RichTextString takes (const EventPointer& event) { return juce::String (event->getNumRecordedTakes()); }
-RichTextString type (const EventPointer& event) { return event->typeString(); }
-RichTextString enabled (const EventPointer& event)
-{
-    return juce::String (CellTexts::yesOrNo (event->isEnabled()));
+    return juce::String (CellTexts::yesOrNo (of.event->isEnabled()));
 }
 
-RichTextString forcedNarrative (const EventPointer& event)
+RichTextString forcedNarrative (const Source& of)
 {
-    return juce::String (CellTexts::yesOrNo (event->isForcedNarrative()));
+    return juce::String (CellTexts::yesOrNo (of.event->isForcedNarrative()));
 }
 
-RichTextString region (const EventPointer& event)
+RichTextString region (const Source& of)
 {
-    return juce::String (CellTexts::region (event->getForcedNarrativeRegion()));
+    return juce::String (CellTexts::region (of.event->getForcedNarrativeRegion()));
 }
 
 /** The quotes are doubled as in delimited text: lists that went through either are the same to a reader. */
 template <auto Member>
-RichTextString ofCharacter (const EventPointer& event)
+RichTextString ofCharacter (const Source& of)
 {
-    const auto character = event->character();
-    return character != nullptr ? ((*character).*Member).replace ("\"", "\"\"") : juce::String();
+    return of.character != nullptr ? ((*of.character).*Member).replace ("\"", "\"\"") : juce::String();
 }
 
 struct Column
@@ -115,6 +123,27 @@ CellMaker cellMakerFor (const juce::String& key)
     return found != makers.end() ? found->second : nullptr;
 }
 
+std::vector<CellMaker> makersFor (const std::vector<juce::String>& keys)
+{
+    std::vector<CellMaker> makers;
+
+    for (const auto& key : keys)
+        makers.push_back (cellMakerFor (key));
+
+    return makers;
+}
+
+void fill (EventExcelExporter::Row& row, const std::vector<CellMaker>& makers,
+           const std::shared_ptr<Event>& event)
+{
+    const Source source (event);
+    row.clear();
+    row.reserve (makers.size());
+
+    for (const auto maker : makers)
+        row.push_back (maker (source));
+}
+
 } // namespace
 
 EventExcelExporter::EventExcelExporter (std::shared_ptr<EventExportSettingsSet> settingsSet)
@@ -155,20 +184,10 @@ std::vector<EventExcelExporter::Row> EventExcelExporter::buildFileContent (
     std::vector<Row> rows;
     rows.reserve (events.size() + 1);
     rows.push_back (firstLineValues());
-
-    std::vector<CellMaker> makers;
-
-    for (const auto& key : columnKeys)
-        makers.push_back (cellMakerFor (key));
+    const auto makers = makersFor (columnKeys);
 
     for (const auto& event : events)
-    {
-        auto& row = rows.emplace_back();
-        row.reserve (makers.size());
-
-        for (const auto maker : makers)
-            row.push_back (maker (event));
-    }
+        fill (rows.emplace_back(), makers, event);
 
     return rows;
 }
@@ -191,14 +210,26 @@ RichTextString EventExcelExporter::richTextStringForEventAndColumnKey (std::shar
                                                                        const juce::String& key)
 {
     const auto maker = cellMakerFor (key);
-    return maker != nullptr ? maker (event) : RichTextString();
+    return maker != nullptr ? maker (Source (event)) : RichTextString();
 }
 
 juce::String EventExcelExporter::writeFile (const Events& events, const juce::File& file)
 {
-    auto rows = buildFileContent (events);
+    const auto heading = firstLineValues();
+    const auto makers = makersFor (columnKeys);
     juce::String error;
-    ExcelFileHandler().writeFileContent (file.getFullPathName(), rows, error);
+    Row cells;
+    ExcelFileHandler().writeRows (
+        file.getFullPathName(), events.size() + 1,
+        [&] (std::size_t row) -> const Row&
+        {
+            if (row == 0)
+                return heading;
+
+            fill (cells, makers, events[row - 1]);
+            return cells;
+        },
+        error);
     return error;
 }
 

@@ -28,7 +28,14 @@ void ExcelFileHandler::readSheetNames (const juce::String& path, std::vector<juc
 void ExcelFileHandler::writeFileContent (const juce::String& path,
                                          std::vector<std::vector<RichTextString>>& rows, juce::String& error)
 {
-    error = writeWorkbook (path, rows);
+    writeRows (
+        path, rows.size(), [&rows](std::size_t row) -> const auto& { return rows[row]; }, error);
+}
+
+void ExcelFileHandler::writeRows (const juce::String& path, std::size_t numberOfRows, const RowMaker& rowAt,
+                                  juce::String& error)
+{
+    error = writeWorkbook (path, numberOfRows, rowAt);
 }
 
 } // namespace ZEP::Core

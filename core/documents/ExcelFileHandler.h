@@ -5,6 +5,9 @@
 #include "core/text/RichTextString.h"
 
 #include <juce_core/juce_core.h>
+
+#include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace ZEP::Core
@@ -55,6 +58,14 @@ public:
     */
     void writeFileContent (const juce::String& path, std::vector<std::vector<RichTextString>>& rows,
                            juce::String& error);
+
+    /** Makes one row of a table, counted from 0. What it gives back holds until the next call. */
+    using RowMaker = std::function<const std::vector<RichTextString>&(std::size_t row)>;
+
+    /** The same for a table of which there is a single row at a time: a season's list takes ten times its texts as a whole table.
+        @param rowAt  called twice for each row from the first to the last, and has to make the same row then */
+    void writeRows (const juce::String& path, std::size_t numberOfRows, const RowMaker& rowAt,
+                    juce::String& error);
 };
 
 } // namespace ZEP::Core

@@ -216,22 +216,16 @@ void WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
     ++rows;
 }
 
-std::vector<std::size_t> WorkbookSheet::widthsFor (const std::vector<std::vector<RichTextString>>& table)
+void WorkbookSheet::widen (std::vector<std::size_t>& widths, const std::vector<RichTextString>& row,
+                           bool isHeading)
 {
-    std::vector<std::size_t> widths;
+    const auto button = isHeading ? filterButton : 0;
+    widths.resize (std::max (widths.size(), row.size()), narrowest);
 
-    for (const auto& row : table)
-    {
-        const auto button = &row == &table.front() ? filterButton : 0;
-        widths.resize (std::max (widths.size(), row.size()), narrowest);
-
-        for (std::size_t i = 0; i < row.size(); ++i)
-            if (widths[i] < widest)
-                widths[i] = std::clamp (WorkbookText::width (row[i].getText().toRawUTF8()) + margin + button,
-                                        widths[i], widest);
-    }
-
-    return widths;
+    for (std::size_t i = 0; i < row.size(); ++i)
+        if (widths[i] < widest)
+            widths[i] = std::clamp (WorkbookText::width (row[i].getText().toRawUTF8()) + margin + button,
+                                    widths[i], widest);
 }
 
 void WorkbookSheet::arrangeColumns()

@@ -40,9 +40,9 @@ public:
     WorkbookSheet (const std::string& path, const std::string& temporaryFolder,
                    const std::vector<std::size_t>& columnWidths);
 
-    /** How wide the columns of a table had best be: as its longest lines, within bounds. */
-    [[nodiscard]] static std::vector<std::size_t> widthsFor (
-        const std::vector<std::vector<RichTextString>>& table);
+    /** Makes the columns of a table as wide as a further row had best have them: as its longest lines, within bounds. */
+    static void widen (std::vector<std::size_t>& widths, const std::vector<RichTextString>& row,
+                       bool isHeading);
 
     /** Writes the next row; the first one is the heading. Throws WorkbookFailure. */
     void addRow (const std::vector<RichTextString>& cells);

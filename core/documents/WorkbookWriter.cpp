@@ -20,7 +20,7 @@ namespace ZEP::Core
 namespace
 {
 
-using Rows = std::vector<std::vector<RichTextString>>;
+using Row = std::vector<RichTextString>;
 
 // What a workbook has room for.
 constexpr auto mostRows = static_cast<std::size_t> (SheetTable::mostRows);
@@ -57,34 +57,46 @@ void refuseLongCell (const RichTextString& cell, std::size_t row, std::size_t co
 }
 
 /** Nothing is cut: what has no place in a workbook is told before anything is written. */
-void refuseWhatDoesNotFit (const Rows& rows)
+void refuseWhatDoesNotFit (const Row& cells, std::size_t row)
 {
-    if (rows.size() > mostRows)
-        throw WorkbookFailure ("there are " + std::to_string (rows.size())
+    if (cells.size() > mostColumns)
+        throw WorkbookFailure ("row " + std::to_string (row + 1) + " has " + std::to_string (cells.size())
+                               + " columns, and a sheet has room for " + std::to_string (mostColumns));
+
+    for (std::size_t column = 0; column < cells.size(); ++column)
+        refuseLongCell (cells[column], row, column);
+}
+
+/** How wide the columns had best be. */
+std::vector<std::size_t> widthsOf (std::size_t numberOfRows, const WorkbookRowMaker& rowAt)
+{
+    if (numberOfRows > mostRows)
+        throw WorkbookFailure ("there are " + std::to_string (numberOfRows)
                                + " rows, and a sheet has room for " + std::to_string (mostRows));
 
-    for (std::size_t row = 0; row < rows.size(); ++row)
-    {
-        if (rows[row].size() > mostColumns)
-            throw WorkbookFailure ("row " + std::to_string (row + 1) + " has "
-                                   + std::to_string (rows[row].size()) + " columns, and a sheet has room for "
-                                   + std::to_string (mostColumns));
+    std::vector<std::size_t> widths;
 
-        for (std::size_t column = 0; column < rows[row].size(); ++column)
-            refuseLongCell (rows[row][column], row, column);
+    for (std::size_t row = 0; row < numberOfRows; ++row)
+    {
+        const auto& cells = rowAt (row);
+        refuseWhatDoesNotFit (cells, row);
+        WorkbookSheet::widen (widths, cells, row == 0);
     }
+
+    return widths;
 }
 
 /** Packs the rows. The library reports a disk that is full only where it can't go on. */
-std::string_view pack (PackedWorkbook& packed, const Rows& rows)
+std::string_view pack (PackedWorkbook& packed, std::size_t numberOfRows, const WorkbookRowMaker& rowAt)
 {
+    const auto widths = widthsOf (numberOfRows, rowAt);
     const WritingWithoutSignals scope;
     const auto folder =
         juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName().toStdString();
-    WorkbookSheet sheet (packed.path(), folder, WorkbookSheet::widthsFor (rows));
+    WorkbookSheet sheet (packed.path(), folder, widths);
 
-    for (const auto& row : rows)
-        sheet.addRow (row);
+    for (std::size_t row = 0; row < numberOfRows; ++row)
+        sheet.addRow (rowAt (row));
 
     const auto bytesOfRows = sheet.finish();
     const auto bytes = packed.bytes();
@@ -97,7 +109,7 @@ std::string_view pack (PackedWorkbook& packed, const Rows& rows)
 
 } // namespace
 
-juce::String writeWorkbook (const juce::String& path, const Rows& rows)
+juce::String writeWorkbook (const juce::String& path, std::size_t numberOfRows, const WorkbookRowMaker& rowAt)
 {
     const auto file = fileAt (path);
     const auto failed = [&file] (const std::string& words)
@@ -105,9 +117,8 @@ juce::String writeWorkbook (const juce::String& path, const Rows& rows)
 
     try
     {
-        refuseWhatDoesNotFit (rows);
         PackedWorkbook packed;
-        return WholeFile::write (file, pack (packed, rows), WholeFile::Until::theSystemHasIt)
+        return WholeFile::write (file, pack (packed, numberOfRows, rowAt), WholeFile::Until::theSystemHasIt)
             .getErrorMessage();
     }
     catch (const WorkbookFailure& failure)
