@@ -2,6 +2,7 @@
 #include "event/Event.h"
 
 #include "core/cast/ADRCueReasonsManager.h"
+#include "core/system/ProcessLifetime.h"
 #include "core/system/RandomIdentity.h"
 #include "core/system/UserDefaults.h"
 #include "core/text/StringUtil.h"
@@ -156,17 +157,25 @@ void Event::resetAllVariables()
 
 juce::String Event::typeString() const
 {
+    // Made once: a long list asks for a name at each row.
+    struct Names
+    {
+        juce::String streamer { "Streamer" }, marker { "Marker" }, flutter { "Flutter" }, cue { "ADR Cue" },
+            fadeIn { "Fade In" }, fadeOut { "Fade Out" };
+    };
+    static const ZEP::Core::ProcessLifetime<Names> names;
+
     switch (type)
     {
-        case EventTypeStreamer: return "Streamer";
-        case EventTypeMarker: return "Marker";
-        case EventTypeFlutter: return "Flutter";
-        case EventTypeADRCue: return "ADR Cue";
-        case EventTypeFadeIn: return "Fade In";
+        case EventTypeStreamer: return names.get().streamer;
+        case EventTypeMarker: return names.get().marker;
+        case EventTypeFlutter: return names.get().flutter;
+        case EventTypeADRCue: return names.get().cue;
+        case EventTypeFadeIn: return names.get().fadeIn;
         case EventTypeFadeOut: break;
     }
 
-    return "Fade Out";
+    return names.get().fadeOut;
 }
 
 juce::String Event::durationText() const

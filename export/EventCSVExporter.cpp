@@ -174,7 +174,10 @@ bool EventCSVExporter::createCSVLinesForTemplateDublane (const Events& events)
     const auto writers = csvCellWritersForKeys (columnKeys);
     const bool forDSTaker = templateNumber() == csvTemplateDSTaker;
 
+    constexpr std::size_t usualRow =
+        256; // bytes, with some to spare: growing would copy the rows again and again
     std::string rows;
+    rows.reserve (events.size() * usualRow);
     CSVCells cells (rows, utf8 (separator));
 
     for (const auto& event : events)

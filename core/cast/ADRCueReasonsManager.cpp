@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace ZEP::Core
 {
@@ -77,6 +78,20 @@ const std::unordered_map<juce::String, int>& codesByName()
     return table.get();
 }
 
+// Made once: a long list asks for a name at each row.
+const juce::String& nameOf (int code)
+{
+    static const ProcessLifetime<std::vector<juce::String>> names { []
+                                                                    {
+                                                                        std::vector<juce::String> all;
+                                                                        for (const auto& reason :
+                                                                             namedReasons)
+                                                                            all.emplace_back (reason.name);
+                                                                        return all;
+                                                                    }() };
+    return names.get()[static_cast<std::size_t> (code)];
+}
+
 std::size_t userIndex (int code)
 {
     return static_cast<std::size_t> (code - ADRCueReasonsManager::firstUserReasonCode);
@@ -107,9 +122,8 @@ bool ADRCueReasonsManager::hasName (int code) const
 juce::String ADRCueReasonsManager::getReasonFromInteger (int code) const
 {
     if (! hasName (code))
-        return namedReasons[noneCode].name;
-    return code < firstUserReasonCode ? juce::String (namedReasons[static_cast<std::size_t> (code)].name)
-                                      : userNames[userIndex (code)];
+        return nameOf (noneCode);
+    return code < firstUserReasonCode ? nameOf (code) : userNames[userIndex (code)];
 }
 
 int ADRCueReasonsManager::getReasonFromString (const juce::String& name) const

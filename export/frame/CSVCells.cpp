@@ -8,6 +8,22 @@
 namespace ZEP::Overmarks
 {
 
+namespace
+{
+
+/** What any rule has a word on. */
+constexpr auto needsAttention = []
+{
+    std::array<bool, 256> table {};
+
+    for (const char c : { '\n', '\r', '"', '*' })
+        table[static_cast<unsigned char> (c)] = true;
+
+    return table;
+}();
+
+} // namespace
+
 void CSVCells::quoted (std::string_view text, CSVTextRule rule)
 {
     out += '"';
@@ -46,6 +62,9 @@ void CSVCells::append (std::string_view text, CSVTextRule rule)
     for (std::size_t i = 0; i < text.size(); i = std::max (i + 1, done))
     {
         const char c = text[i];
+
+        if (! needsAttention[static_cast<unsigned char> (c)])
+            continue;
 
         if ((c == '\n' && rule.breaks != CSVBreaks::kept)
             || (c == '\r' && rule.breaks == CSVBreaks::toBlanks))

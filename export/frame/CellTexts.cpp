@@ -6,6 +6,8 @@
 
 #include <Poco/Any.h>
 
+#include <algorithm>
+
 namespace ZEP::Overmarks
 {
 
@@ -34,7 +36,8 @@ juce::String CellTexts::duration (const std::shared_ptr<Event>& event)
 
 juce::String CellTexts::reason (const std::shared_ptr<Event>& event)
 {
-    const auto code = Poco::AnyCast<int> (KV (event).getValueForKey (KV::KV_Reason));
+    // The event has one less than the code. A damaged project may hold any number.
+    const auto code = std::min (event->getReason(), ADRCueReasonsManager::lastCode) + 1;
     return ADRCueReasonsManager::sharedManager()->getReasonFromInteger (code);
 }
 

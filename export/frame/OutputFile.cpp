@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -142,7 +143,8 @@ void OutputFile::write (const void* bytes, std::size_t numberOfBytes)
 
 void OutputFile::writeString (const juce::String& text)
 {
-    write (text.toRawUTF8(), text.getNumBytesAsUTF8() + 1);
+    const auto* const bytes = text.toRawUTF8();
+    write (bytes, std::strlen (bytes) + 1); // the framework would count them character by character
 }
 
 void OutputFile::writeBuffer()
