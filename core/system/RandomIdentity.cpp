@@ -2,11 +2,14 @@
 #include "core/system/RandomIdentity.h"
 
 #include <Poco/Process.h>
-#include <Poco/RandomStream.h>
+
+#include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <string_view>
+#include <system_error>
 
 namespace ZEP::Core
 {
@@ -36,8 +39,13 @@ public:
 private:
     void fetch()
     {
-        Poco::RandomInputStream random;
-        random.read (reinterpret_cast<char*> (stock.data()), sizeof (stock));
+        constexpr std::size_t inOneCall = 256 / sizeof (Identity); // more bytes than these the system refuses
+
+        for (std::size_t place = 0; place < stock.size(); place += inOneCall)
+            if (getentropy (&stock[place], inOneCall * sizeof (Identity)) != 0)
+                throw std::system_error (errno, std::generic_category(),
+                                         "The system gives no random numbers");
+
         owner = Poco::Process::id();
         used = 0;
     }
