@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace ZEP::Overmarks
@@ -44,12 +45,21 @@ public:
         is being read. */
     static Limits& limits();
 
+    /** Gets a text in parts, one behind the other, none of which cuts a character in two. */
+    using Sink = std::function<void (const std::string& part)>;
+
     /** The whole project; the events in the order of EventArray::events. */
     static std::string toText (const Project& project);
+
+    /** The same in parts of some 64 KB, so that a season's list never stands in memory twice. */
+    static void write (const Project& project, const Sink& sink);
 
     /** The events as a table shows them, {"events": [...]}: each as in toText(), with its timecodes, the names of its
         character and actor, and whether it is listed only as a neighbour. The project has to be the current one. */
     static std::string shownEvents (const EventArray::Events& events);
+
+    /** The same in parts of some 64 KB. */
+    static void writeShownEvents (const EventArray::Events& events, const Sink& sink);
 
     /** Reads a project. A missing member takes the value of a new event, a missing fade is made, and a rich text may be a
         plain string. Nothing is sorted; the project isn't made current.

@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -126,10 +128,33 @@ json characterArray (const ZEP::Core::ADRCharacterMap& characters)
     return array;
 }
 
-/** One event a line, written one at a time, so that a season's list never stands in memory twice. */
-void appendEvents (std::string& text, const EventArray::Events& events,
+/** A text on its way: what there is of it goes to the sink as soon as it is long enough. */
+class TextInParts final
+{
+public:
+    explicit TextInParts (const ProjectJSON::Sink& takesParts) : sink (takesParts) {}
+
+    void passOn (std::size_t longEnough = partSize)
+    {
+        if (text.size() < longEnough)
+            return;
+
+        sink (text);
+        text.clear();
+    }
+
+    std::string text; ///< what the sink hasn't yet
+
+private:
+    static constexpr std::size_t partSize = 1 << 16;
+    const ProjectJSON::Sink& sink;
+};
+
+/** One event a line, written one at a time. */
+void appendEvents (TextInParts& parts, const EventArray::Events& events,
                    void (*appendOne) (std::string&, const Event&))
 {
+    auto& text = parts.text;
     text += " \"events\": [";
     const char* separator = "\n  ";
 
@@ -138,14 +163,29 @@ void appendEvents (std::string& text, const EventArray::Events& events,
         text += separator;
         appendOne (text, *event);
         separator = ",\n  ";
+        parts.passOn();
     }
 
     text += events.empty() ? "]" : "\n ]";
+    text += "\n}\n";
+    parts.passOn (1);
+}
+
+std::string wholeText (const std::function<void (const ProjectJSON::Sink&)>& write)
+{
+    std::string text;
+    write ([&text] (const std::string& part) { text += part; });
+    return text;
 }
 
 } // namespace
 
 std::string ProjectJSON::toText (const Project& project)
+{
+    return wholeText ([&project] (const Sink& sink) { write (project, sink); });
+}
+
+void ProjectJSON::write (const Project& project, const Sink& sink)
 {
     auto reasons = json::array();
 
@@ -163,18 +203,23 @@ std::string ProjectJSON::toText (const Project& project)
     if (auto documents = documentsObject (project.documents); ! documents.empty())
         head["documents"] = std::move (documents);
 
-    auto text = textOf (head);
-    text.erase (text.rfind ('\n')); // the closing brace comes behind the events
-    text += ",\n";
-    appendEvents (text, project.list->events, appendEvent);
-    return text + "\n}\n";
+    TextInParts parts (sink);
+    parts.text = textOf (head);
+    parts.text.erase (parts.text.rfind ('\n')); // the closing brace comes behind the events
+    parts.text += ",\n";
+    appendEvents (parts, project.list->events, appendEvent);
 }
 
 std::string ProjectJSON::shownEvents (const EventArray::Events& events)
 {
-    std::string text = "{\n";
-    appendEvents (text, events, appendShownEvent);
-    return text + "\n}\n";
+    return wholeText ([&events] (const Sink& sink) { writeShownEvents (events, sink); });
+}
+
+void ProjectJSON::writeShownEvents (const EventArray::Events& events, const Sink& sink)
+{
+    TextInParts parts (sink);
+    parts.text = "{\n";
+    appendEvents (parts, events, appendShownEvent);
 }
 
 } // namespace ZEP::Overmarks

@@ -4,6 +4,7 @@
 #include "support/CompareProjects.h"
 #include "support/CueLists.h"
 #include "support/ListDiary.h"
+#include "support/MakeEvents.h"
 #include "support/NotificationCounter.h"
 #include "support/OvermarksTest.h"
 #include "support/RandomProjects.h"
@@ -473,6 +474,44 @@ TEST_F (ProjectJSONTest, shownEventsCarryTheirTimecodesAndNames)
 TEST_F (ProjectJSONTest, nothingShownIsAnEmptyList)
 {
     EXPECT_EQ (json::parse (ProjectJSON::shownEvents ({})), json::parse (R"({"events": []})"));
+}
+
+// ---- in parts ----------------------------------------------------------------------------------------------------------
+
+TEST_F (ProjectJSONTest, partsAreShortAndMakeTheWholeWithEveryCharacterInOneOfThem)
+{
+    auto project = emptyProject();
+
+    for (int i = 0; i < 1000; ++i)
+    {
+        const auto event = makeEvent (EventTypeADRCue, i, i + 1);
+        event->setText (RichTextString (juce::String::repeatedString (utf8 ("ü€😀"), 1 + i % 40)));
+        project.list->addEvent (event, false);
+    }
+
+    project.makeCurrent();
+    const auto expectWhole = [] (const std::vector<std::string>& parts, const std::string& whole)
+    {
+        std::string joined;
+
+        for (const auto& part : parts)
+        {
+            EXPECT_LT (part.size(), 70000u);
+            EXPECT_TRUE (juce::CharPointer_UTF8::isValidString (part.data(), static_cast<int> (part.size())));
+            joined += part;
+        }
+
+        EXPECT_GT (parts.size(), 5u);
+        EXPECT_EQ (joined, whole);
+    };
+    std::vector<std::string> parts;
+    const auto take = [&parts] (const std::string& part) { parts.push_back (part); };
+
+    ProjectJSON::write (project, take);
+    expectWhole (parts, ProjectJSON::toText (project));
+    parts.clear();
+    ProjectJSON::writeShownEvents (project.list->events, take);
+    expectWhole (parts, ProjectJSON::shownEvents (project.list->events));
 }
 
 } // namespace
