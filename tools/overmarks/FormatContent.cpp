@@ -76,9 +76,11 @@ bool isForeign (const juce::String& text)
 /** A duration that a new event of this type wouldn't have anyway. */
 bool hasOwnDuration (const Event& event)
 {
+    if (event.getStreamerDuration() == unset)
+        return false;
+
     const auto usual = Event::create (event.getType(), event.getTimeInfo(), 0, unset, -1.0f, unset);
-    return event.getStreamerDuration() != unset
-           && event.getStreamerDuration() != usual->getStreamerDuration();
+    return event.getStreamerDuration() != usual->getStreamerDuration();
 }
 
 template <juce::String ADRCharacter::*field>
