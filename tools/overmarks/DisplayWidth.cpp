@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace overmarks
 {
@@ -66,6 +67,12 @@ int displayWidth (juce::juce_wchar character)
 
 int displayWidth (const juce::String& text)
 {
+    const std::string_view bytes = text.toRawUTF8();
+
+    if (std::all_of (bytes.begin(), bytes.end(),
+                     [] (char byte) { return static_cast<unsigned char> (byte) < 0x80; }))
+        return static_cast<int> (bytes.size());
+
     int width = 0;
 
     for (auto p = text.getCharPointer(); ! p.isEmpty();)

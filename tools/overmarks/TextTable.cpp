@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <string_view>
 #include <utility>
@@ -154,9 +155,10 @@ std::string TextTable::line (const std::vector<juce::String>& cells, const std::
     for (std::size_t i = 0; i < cells.size(); ++i)
         if (widths[i] != leftOut)
         {
-            const bool isWhole = ! cutsCells && displayWidth (cells[i]) > widths[i];
-            result += (isWhole ? cells[i] : fitted (cells[i], widths[i])).toStdString();
-            result.append (gapBetweenColumns, ' ');
+            const auto blanks = widths[i] - displayWidth (cells[i]);
+            const auto cell = blanks < 0 && cutsCells ? fitted (cells[i], widths[i]) : cells[i];
+            result += cell.toRawUTF8();
+            result.append (static_cast<std::size_t> (std::max (blanks, 0) + gapBetweenColumns), ' ');
         }
 
     result.erase (result.find_last_not_of (' ') + 1);
