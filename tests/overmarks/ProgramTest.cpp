@@ -44,6 +44,29 @@ TEST_F (ProgramTest, rowsWithRichShowsCellsAsObjects)
     EXPECT_EQ (result.json()["rows"][1][1], ordered_json::parse (R"({"text":"Hello","runs":[]})"));
 }
 
+TEST_F (ProgramTest, rowsOfALongTableAreOneWholeDocument)
+{
+    std::string table = "Start TC,Text,Notes\n";
+    auto rows = ordered_json::parse (R"([["Start TC", "Text", "Notes"]])");
+
+    for (int i = 0; i < 5000; ++i)
+    {
+        const auto number = std::to_string (i);
+        table += "01:00:00:00,\"Line\n\"\"" + number + "\"\" Größe 😀\\\",";
+        table += i % 7 == 0 ? "\n" : number + "\n";
+        rows.push_back ({ "01:00:00:00", "Line\n\"" + number + "\" Größe 😀\\", i % 7 == 0 ? "" : number });
+    }
+
+    write ("x.csv", table);
+    const auto result = run ({ "rows", "x.csv", "--json" });
+    const auto document = result.json();
+    EXPECT_EQ (document["rows"], rows);
+    EXPECT_EQ (result.output, document.dump (1) + "\n");
+    const auto rich = run ({ "rows", "x.csv", "--json", "--rich" });
+    EXPECT_EQ (rich.json()["rows"][5000][1]["text"], rows[5000][1]);
+    EXPECT_EQ (rich.output, rich.json().dump (1) + "\n");
+}
+
 TEST_F (ProgramTest, rowsTakesAnEncodingAndAColumnFromTheUser)
 {
     write ("x.csv", "Line,Start TC\nCaf\xe9,01:00:00:00\n");

@@ -401,6 +401,7 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
         progress.reached (stepsOfAFile * static_cast<int> (i + 1));
     }
 
+    Session::keep (project.list);
     checkTrackNames (sessions, options, session);
     options.saveMapping (session);
     project.list->sortContentAndUpdateFilteredEvents();
@@ -507,6 +508,7 @@ Project loadList (const std::string& path, const ListOptions& options, Session& 
     auto project = withFile (path, options,
                              [&] (const juce::File& file, const juce::String& shownPath)
                              { return loadProject (file, shownPath, *form, options); });
+    Session::keep (project.list);
     project.makeCurrent();
     project.list->sortContentAndUpdateFilteredEvents();
     return project;

@@ -3,8 +3,11 @@
 
 #include "core/system/TerminalOrders.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 namespace overmarks
 {
@@ -36,6 +39,14 @@ std::string_view controlAt (const std::string& text, std::size_t place)
                           : std::string_view();
 }
 
+/** The next place from here on at which one of the control characters may begin that JSON lets stand as they are; else the end. */
+std::size_t nextSuspect (const std::string& text, std::size_t place)
+{
+    const auto isFirstByte = [] (char byte) { return byte == '\x7f' || byte == '\xc2' || byte == '\xe2'; };
+    const auto from = text.begin() + static_cast<std::ptrdiff_t> (place);
+    return static_cast<std::size_t> (std::find_if (from, text.end(), isFirstByte) - text.begin());
+}
+
 } // namespace
 
 juce::String counted (std::size_t number, const char* thing)
@@ -45,8 +56,13 @@ juce::String counted (std::size_t number, const char* thing)
 
 juce::String printable (const juce::String& text)
 {
+    const std::string_view bytes = text.toRawUTF8();
+
+    if (std::all_of (bytes.begin(), bytes.end(), [] (char byte) { return byte >= ' ' && byte < '\x7f'; }))
+        return text;
+
     std::string shown;
-    shown.reserve (text.getNumBytesAsUTF8());
+    shown.reserve (bytes.size());
 
     for (auto p = text.getCharPointer(); ! p.isEmpty();)
     {
@@ -61,14 +77,12 @@ juce::String printable (const juce::String& text)
     return juce::CharPointer_UTF8 (shown.c_str());
 }
 
-std::string printableJSON (const std::string& text)
+std::string printableJSON (std::string text)
 {
-    constexpr auto firstBytes = "\x7f\xc2\xe2"; // of the control characters that JSON lets stand as they are
     std::string escaped;
     std::size_t copied = 0;
 
-    for (auto place = text.find_first_of (firstBytes); place != std::string::npos;
-         place = text.find_first_of (firstBytes, place + 1))
+    for (auto place = nextSuspect (text, 0); place < text.size(); place = nextSuspect (text, place + 1))
         if (const auto control = controlAt (text, place); ! control.empty())
         {
             escaped.append (text, copied, place - copied);
@@ -76,7 +90,11 @@ std::string printableJSON (const std::string& text)
             copied = place + control.size();
         }
 
-    return copied == 0 ? text : escaped.append (text, copied);
+    if (copied == 0)
+        return text;
+
+    escaped.append (text, copied);
+    return escaped;
 }
 
 juce::String Problem::inWords() const
@@ -114,7 +132,17 @@ void Session::data (const json& document) const
     dataAsJSON (document.dump (1, ' ', false, json::error_handler_t::replace));
 }
 
-void Session::dataAsJSON (const std::string& text) const { writeLine (stdout, printableJSON (text)); }
+void Session::dataAsJSON (std::string text) const { writeLine (stdout, printableJSON (std::move (text))); }
+
+void Session::partOfJSON (const std::string& text) const
+{
+    const auto write = [] (const std::string& part) { std::fwrite (part.data(), 1, part.size(), stdout); };
+
+    if (nextSuspect (text, 0) == text.size())
+        write (text);
+    else
+        write (printableJSON (text));
+}
 
 void Session::say (const juce::String& message) const
 {
@@ -142,5 +170,11 @@ json Session::problemsAsJSON() const
 }
 
 json Session::messagesAsJSON() const { return messages; }
+
+void Session::keep (std::shared_ptr<const void> finished)
+{
+    static auto& kept = *new std::vector<std::shared_ptr<const void>>(); // never goes
+    kept.push_back (std::move (finished));
+}
 
 } // namespace overmarks

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -60,7 +61,11 @@ public:
     void data (const json& document) const;
 
     /** A JSON document that is text already, with what a terminal would obey escaped. */
-    void dataAsJSON (const std::string& text) const;
+    void dataAsJSON (std::string text) const;
+
+    /** The same of a document that is too long to stand in memory as a whole: one part of it, which cuts no character in two.
+        The last one ends the line. */
+    void partOfJSON (const std::string& text) const;
 
     /** Something worth knowing, on standard error unless --quiet, and kept in any case. */
     void say (const juce::String& message) const;
@@ -73,6 +78,10 @@ public:
 
     /** What has been said so far, as the "messages" of a JSON document. */
     json messagesAsJSON() const;
+
+    /** Holds a list or a table that is done with until the process has ended, when the system takes back its memory as a whole. To take a
+        season's list apart cue by cue would make the user wait for nothing. */
+    static void keep (std::shared_ptr<const void> finished);
 
     bool wantsJSON = false;
     bool isQuiet = false;
@@ -88,7 +97,7 @@ juce::String printable (const juce::String& text);
 
 /** A JSON text in which what printable() takes out stands escaped, so that a terminal never obeys it and every reader of JSON gets it
     back exactly. */
-std::string printableJSON (const std::string& text);
+std::string printableJSON (std::string text);
 
 /** "1 event", "2 events". */
 juce::String counted (std::size_t number, const char* thing);

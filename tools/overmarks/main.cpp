@@ -19,6 +19,10 @@
 #include <string>
 #include <vector>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 namespace
 {
 
@@ -127,6 +131,12 @@ int run (int argc, char** argv)
 
 int main (int argc, char** argv)
 {
+#if defined(__GLIBC__)
+    // Small pieces of memory join their neighbours as they are freed. Put by, as is usual, they are gone through all over again
+    // whenever a table of some hundred thousand cells gives back a large one.
+    mallopt (M_MXFAST, 0);
+#endif
+
     // Upper and lower case of all letters, not of the English ones alone.
     std::setlocale (LC_CTYPE, "C.UTF-8");
     const int status = run (argc, argv);

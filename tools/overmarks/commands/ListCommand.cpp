@@ -90,7 +90,8 @@ void showList (const ListCommandOptions& options, Session& session)
     const auto& shown = project.list->sortedFilteredEvents;
 
     if (session.wantsJSON)
-        session.dataAsJSON (ProjectJSON::shownEvents (shown));
+        ProjectJSON::writeShownEvents (shown,
+                                       [&session] (const std::string& part) { session.partOfJSON (part); });
     else
         session.data (tableOf (shown));
 

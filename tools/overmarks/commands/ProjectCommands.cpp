@@ -84,8 +84,8 @@ void addDumpCommand (CLI::App& program, Session& session)
         [options, &session]
         {
             options->listOptions.applyToProcess (session);
-            session.dataAsJSON (
-                ProjectJSON::toText (loadList (options->list, options->listOptions, session)));
+            ProjectJSON::write (loadList (options->list, options->listOptions, session),
+                                [&session] (const std::string& part) { session.partOfJSON (part); });
         });
 }
 

@@ -4,7 +4,10 @@
 #include "TextTable.h"
 #include "commands/Commands.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace overmarks
@@ -22,31 +25,100 @@ struct RowsOptions
     bool rich = false;
 };
 
-json cellAsJSON (const ZEP::Core::RichTextString& cell, bool rich)
+bool standsInJSONAsItIs (std::string_view text)
 {
-    if (! rich)
-        return cell.getText().toStdString();
-
-    return json::parse (juce::JSON::toString (juce::var (cell.toJSONDynamicObject().get())).toStdString());
+    return std::all_of (text.begin(), text.end(),
+                        [] (char c) { return c >= ' ' && c < '\x7f' && c != '"' && c != '\\'; });
 }
 
-json rowsAsJSON (const ReadFile& read, bool rich)
+std::string asText (const json& value) { return value.dump (1, ' ', false, json::error_handler_t::replace); }
+
+/** A cell with its looks, where it stands in the rows of the document. */
+std::string richCell (const ZEP::Core::RichTextString& cell)
+{
+    auto text = asText (
+        json::parse (juce::JSON::toString (juce::var (cell.toJSONDynamicObject().get())).toStdString()));
+
+    for (auto end = text.find ('\n'); end != std::string::npos; end = text.find ('\n', end + 1))
+        text.insert (end + 1, 3, ' ');
+
+    return text;
+}
+
+void appendCell (std::string& document, const ZEP::Core::RichTextString& cell, bool rich)
+{
+    const std::string_view text = cell.getText().toRawUTF8();
+
+    if (rich)
+        document += richCell (cell);
+    else if (standsInJSONAsItIs (text))
+        document.append (1, '"').append (text).append (1, '"');
+    else
+        document += asText (json (text));
+}
+
+void appendRow (std::string& document, const std::vector<ZEP::Core::RichTextString>& row, bool rich)
+{
+    const char* separator = "[\n   ";
+
+    for (const auto& cell : row)
+    {
+        document += separator;
+        appendCell (document, cell, rich);
+        separator = ",\n   ";
+    }
+
+    document += row.empty() ? "[]" : "\n  ]";
+}
+
+/** Writes the rows as they are made into JSON, so that a season's table never stands in memory twice.
+    @param document  what there is before them */
+void writeRows (std::string document, const std::vector<std::vector<ZEP::Core::RichTextString>>& rows,
+                bool rich, const Session& session)
+{
+    constexpr std::size_t longEnough = 1 << 16;
+    const char* separator = "[\n  ";
+
+    for (const auto& row : rows)
+    {
+        document += separator;
+        appendRow (document, row, rich);
+        separator = ",\n  ";
+
+        // Looks that JSON can't tell end the command, and its answer then is one document.
+        if (! rich && document.size() >= longEnough)
+        {
+            session.partOfJSON (document);
+            document.clear();
+        }
+    }
+
+    session.partOfJSON (document + (rows.empty() ? "[]" : "\n ]"));
+}
+
+/** What the document tells before the rows. */
+json headAsJSON (const ReadFile& read)
 {
     auto& importer = *read.importer;
     auto columnMap = json::object();
-    auto rows = json::array();
-    auto characters = json::array();
 
     for (const auto& [title, column] : importer.columnMap)
         columnMap[title.toStdString()] = column;
 
-    for (const auto& row : importer.rows)
-    {
-        auto& cells = rows.emplace_back (json::array());
+    return { { "file", read.shownPath.toStdString() },
+             { "type", importer.type() },
+             { "userMappingEnabled", importer.userMappingEnabled() },
+             { "error", read.error.toStdString() },
+             { "encoding", static_cast<int> (importer.encoding) },
+             { "languageCode", importer.languageCode().toStdString() },
+             { "columnMap", std::move (columnMap) } };
+}
 
-        for (const auto& cell : row)
-            cells.push_back (cellAsJSON (cell, rich));
-    }
+/** What it tells behind them. */
+json tailAsJSON (const ReadFile& read, const Session& session)
+{
+    const auto& importer = *read.importer;
+    auto characters = json::array();
 
     if (importer.characterMap != nullptr)
         for (const auto& id : importer.characterMap->characterIDs())
@@ -58,15 +130,7 @@ json rowsAsJSON (const ReadFile& read, bool rich)
                                     { "actor", character->actor.toStdString() } });
         }
 
-    json document { { "file", read.shownPath.toStdString() },
-                    { "type", importer.type() },
-                    { "userMappingEnabled", importer.userMappingEnabled() },
-                    { "error", read.error.toStdString() },
-                    { "encoding", static_cast<int> (importer.encoding) },
-                    { "languageCode", importer.languageCode().toStdString() },
-                    { "columnMap", std::move (columnMap) },
-                    { "rows", std::move (rows) },
-                    { "characters", std::move (characters) } };
+    json document { { "characters", std::move (characters) } };
 
     if (read.sheets.has_value())
     {
@@ -78,7 +142,16 @@ json rowsAsJSON (const ReadFile& read, bool rich)
         document["sheet"] = read.sheets->sheetRead.toStdString();
     }
 
+    document["messages"] = session.messagesAsJSON();
     return document;
+}
+
+void writeAsJSON (const ReadFile& read, bool rich, const Session& session)
+{
+    auto head = asText (headAsJSON (read));
+    head.erase (head.rfind ('\n')); // the closing brace comes behind the tail
+    writeRows (head + ",\n \"rows\": ", read.importer->rows, rich, session);
+    session.partOfJSON ("," + asText (tailAsJSON (read, session)).substr (1) + "\n");
 }
 
 /** What there is to know of the reading besides the rows. */
@@ -142,6 +215,7 @@ void showRows (const RowsOptions& options, Session& session)
 {
     options.list.applyToProcess (session);
     const auto read = readCueList (options.file, options.list, session);
+    Session::keep (read.importer);
 
     if (read.tracks.has_value())
         refuseMissingTracks (options.list.optionName ("tracks"), { *read.tracks });
@@ -149,9 +223,7 @@ void showRows (const RowsOptions& options, Session& session)
     if (session.wantsJSON)
     {
         tellOfColumns (read, options.list, session);
-        auto document = rowsAsJSON (read, options.rich);
-        document["messages"] = session.messagesAsJSON();
-        session.data (document);
+        writeAsJSON (read, options.rich, session);
     }
     else
     {
