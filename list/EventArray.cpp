@@ -177,28 +177,37 @@ void EventArray::removeEvents (const Events& eventsToRemove, bool withUndo)
 namespace
 {
 
-/** Makes a vector hold these events, touching only where it holds others. */
+/** Makes a vector hold these events, touching only where it holds others. Each event that is taken or let go is written to. */
 void store (const std::vector<EventPlace>& places, EventArray::Events& target)
 {
-    target.resize (std::min (target.size(), places.size()));
+    constexpr std::size_t ahead = 16;
+    const auto number = places.size();
+    target.resize (std::max (target.size(), number));
 
     for (std::size_t i = 0; i < target.size(); ++i)
-        if (target[i] != *places[i])
+    {
+        if (i + ahead < target.size())
+            if (const auto* const leaving = target[i + ahead].get())
+                __builtin_prefetch (leaving, 1);
+        if (i + ahead < number)
+            __builtin_prefetch (places[i + ahead]->get(), 1);
+
+        if (i >= number)
+            target[i].reset();
+        else if (target[i] != *places[i])
             target[i] = *places[i];
+    }
 
-    target.reserve (places.size());
-
-    for (std::size_t i = target.size(); i < places.size(); ++i)
-        target.push_back (*places[i]);
+    target.resize (number);
 }
 
 } // namespace
 
 void EventArray::sortContentAndUpdateFilteredEvents()
 {
-    const ListedTimes times (events);
-    std::vector<EventPlace> listed;
-    filterInto (listed);
+    ListedTimes times (events);
+    times.sort (events);
+    auto listed = filtered (times);
     times.sort (listed);
     store (listed, filteredEvents);
     EventSortOrder (sortKey, sortDescending).sort (listed, times);

@@ -5,8 +5,8 @@
 #include "core/system/IProtobufSerializable.h"
 #include "core/timecode/TimeInfo.h"
 #include "event/Event.h"
+#include "list/EventPlace.h"
 #include "list/EventPositions.h"
-#include "list/StableSort.h"
 
 #include <Poco/Any.h>
 #include <juce_core/juce_core.h>
@@ -18,6 +18,8 @@
 
 namespace ZEP::Overmarks
 {
+
+class ListedTimes;
 
 /** The type of a search result that stands for all lines of one cue number; none of the kinds of events has it. */
 inline constexpr int CueGroupResultType = 64;
@@ -193,7 +195,7 @@ private:
 
     void adoptFades (const EventArray& source);
     juce::String filterValue (const std::string& key);
-    void filterInto (std::vector<EventPlace>& listed);
+    std::vector<EventPlace> filtered (const ListedTimes& times);
     void dropUnlistedFromSelection();
 
     bool hasNothingToStepThrough() const;

@@ -3,6 +3,7 @@
 #include "list/EventArray.h"
 
 #include "list/EventArrayNews.h"
+#include "list/EventSortKeys.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <cstring>
@@ -18,7 +19,7 @@ namespace
 /** In UTF-8 a text holds a part if its bytes do. */
 bool contains (const juce::String& whole, const juce::String& part)
 {
-    return part.isEmpty() || std::strstr (whole.toRawUTF8(), part.toRawUTF8()) != nullptr;
+    return part.isEmpty() || std::strstr (whole.getCharPointer(), part.getCharPointer()) != nullptr;
 }
 
 /** The four texts that an event has to match; an empty one matches everything. */
@@ -29,13 +30,26 @@ struct FilterTexts
     juce::String cueNumber;
     juce::String actor;
 
-    /** Asks the memory for what letsThrough() is going to read. */
+    /** Asks the memory for what letsThrough() is going to read in the event. */
     void fetch (const Event& event) const
     {
         if (text.isNotEmpty())
-            __builtin_prefetch (event.getText().getText().toRawUTF8());
+            __builtin_prefetch (&event.getText().getText());
         if (cueNumber.isNotEmpty())
-            __builtin_prefetch (event.getCueNumber().toRawUTF8());
+            __builtin_prefetch (&event.getCueNumber());
+        if (character.isNotEmpty() || actor.isNotEmpty())
+            __builtin_prefetch (&event.getCharacterID());
+    }
+
+    /** And for the texts themselves. */
+    void fetchTexts (const Event& event) const
+    {
+        if (text.isNotEmpty())
+            fetchText (event.getText().getText());
+        if (cueNumber.isNotEmpty())
+            fetchText (event.getCueNumber());
+        if (character.isNotEmpty() || actor.isNotEmpty())
+            fetchText (event.getCharacterID());
     }
 
     bool letsThrough (const Event& event) const
@@ -50,6 +64,16 @@ struct FilterTexts
         return who != nullptr && (character.isEmpty() || who->name == character)
                && (actor.isEmpty() || who->actor == actor);
     }
+
+private:
+    /** Most lines of dialogue are no longer than this. */
+    static void fetchText (const juce::String& string)
+    {
+        constexpr int lineOfCache = 64;
+        const auto* const bytes = string.getCharPointer().getAddress();
+        __builtin_prefetch (bytes);
+        __builtin_prefetch (bytes + lineOfCache);
+    }
 };
 
 /** One walk through a list in the order of time, which picks what matches, its neighbours, and the streamers and flutters
@@ -57,20 +81,38 @@ struct FilterTexts
 class FilterWalk final
 {
 public:
-    FilterWalk (FilterTexts textsToMatch, int numberOfNeighbours, std::vector<EventPlace>& result)
+    FilterWalk (FilterTexts textsToMatch, int numberOfNeighbours, const ListedTimes& timesOfList,
+                std::vector<EventPlace>& result)
         : texts (std::move (textsToMatch)),
           numAdjacent (numberOfNeighbours),
+          times (timesOfList),
           listed (result)
     {
     }
 
-    void visit (const std::shared_ptr<Event>& listedEvent)
+    void walkThrough (const std::vector<std::shared_ptr<Event>>& events)
     {
-        const auto place = &listedEvent;
-        const auto& event = *listedEvent;
-        listedEvent->setHiddenByFilter (false);
+        visitAhead (
+            events, [this] (const auto& event) { visit (&event); },
+            [this] (const Event& event)
+            {
+                texts.fetch (event);
+                if (numAdjacent >= 1)
+                    event.fetchTimes();
+            },
+            [this] (const Event& event) { texts.fetchTexts (event); });
+    }
 
-        if (event.getType() == EventTypeFadeIn || event.getType() == EventTypeFadeOut)
+private:
+    void visit (EventPlace place)
+    {
+        const auto& event = times.of (place);
+
+        // One that the list holds twice may have been hidden at its first place.
+        if (event.isHidden || numAdjacent >= 1)
+            (*place)->setHiddenByFilter (false);
+
+        if (event.type == EventTypeFadeIn || event.type == EventTypeFadeOut)
             return;
 
         if (belongsToMatchingCue (event))
@@ -78,19 +120,16 @@ public:
             listed.push_back (place);
             waiting.clear();
         }
-        else if (texts.letsThrough (event))
+        else if (texts.letsThrough (**place))
             take (place);
         else
             keepAsNeighbour (place);
     }
 
-private:
-    bool belongsToMatchingCue (const Event& event) const
+    bool belongsToMatchingCue (const EventTimes& event) const
     {
-        const bool isStreamerOrFlutter =
-            event.getType() == EventTypeStreamer || event.getType() == EventTypeFlutter;
-        return isStreamerOrFlutter && event.getInPointFrameIndex() >= cueStart
-               && event.getInPointFrameIndex() <= cueEnd;
+        const bool isStreamerOrFlutter = event.type == EventTypeStreamer || event.type == EventTypeFlutter;
+        return isStreamerOrFlutter && event.inPoint >= cueStart && event.inPoint <= cueEnd;
     }
 
     void take (EventPlace place)
@@ -102,10 +141,10 @@ private:
         listed.push_back (place);
         remaining = numAdjacent;
 
-        if (const auto& event = **place; event.getType() == EventTypeADRCue)
+        if (const auto& event = times.of (place); event.type == EventTypeADRCue)
         {
-            cueStart = event.getInPointFrameIndex();
-            cueEnd = event.getEndFrameIndex();
+            cueStart = event.inPoint;
+            cueEnd = event.endFrame;
         }
     }
 
@@ -136,6 +175,7 @@ private:
 
     const FilterTexts texts;
     const std::int64_t numAdjacent;
+    const ListedTimes& times;
     std::vector<EventPlace>& listed;
     std::deque<EventPlace> waiting;
     std::unordered_set<const Event*> alreadyAdded;
@@ -160,24 +200,21 @@ juce::String EventArray::filterValue (const std::string& key) { return filterPar
 
 void EventArray::updateFilteredEvents()
 {
-    std::vector<EventPlace> listed;
-    filterInto (listed);
-
-    for (const auto place : listed)
+    for (const auto place : filtered (ListedTimes (events)))
         filteredEvents.push_back (*place);
 
     sortFilteredEventsByTimecode();
 }
 
-void EventArray::filterInto (std::vector<EventPlace>& listed)
+std::vector<EventPlace> EventArray::filtered (const ListedTimes& times)
 {
     const int numAdjacent = filterValue (EventNumAdjacentCuesKey).getIntValue();
     const FilterTexts texts { filterValue (EventCharacterFilterKey), filterValue (EventTextFilterKey),
                               filterValue (EventCueNumberFilterKey), filterValue (EventActorFilterKey) };
-    FilterWalk walk (texts, numAdjacent, listed);
-    visitAhead (
-        events, [&walk] (const auto& event) { walk.visit (event); },
-        [&texts] (const Event& event) { texts.fetch (event); });
+    std::vector<EventPlace> listed;
+    listed.reserve (events.size());
+    FilterWalk (texts, numAdjacent, times, listed).walkThrough (events);
+    return listed;
 }
 
 } // namespace ZEP::Overmarks

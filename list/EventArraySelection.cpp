@@ -6,7 +6,6 @@
 #include "list/EventSortKeys.h"
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
 #include <unordered_map>
 #include <utility>
@@ -40,10 +39,7 @@ void EventArray::clearSelectedEvents()
     post<EventArraySelectedEventsChangedNotification>();
 }
 
-void EventArray::sortSelectionByTimecode()
-{
-    stableSortByKeys (selectedEvents, TimecodeKey::startOf, std::less<TimecodeKey>());
-}
+void EventArray::sortSelectionByTimecode() { sortByStart (selectedEvents); }
 
 void EventArray::dropUnlistedFromSelection()
 {

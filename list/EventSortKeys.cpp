@@ -5,10 +5,14 @@
 #include "core/timecode/TCToolbox.h"
 #include "event/EventKeyValueEditor.h"
 #include "list/NaturalKey.h"
+#include "list/StableSort.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -37,7 +41,14 @@ constexpr std::uint64_t rankOf (char character)
     }
 }
 
-using TimecodeText = std::array<char, TCToolbox::longestTimecode>;
+bool hasTwoDigits (std::int32_t number) { return number >= 0 && number <= 99; }
+
+/** Of its two digits. */
+std::uint64_t rankOf (std::int32_t number)
+{
+    const auto value = static_cast<std::uint64_t> (number);
+    return (value / 10 + rankOf ('0')) << bitsOfCharacter | (value % 10 + rankOf ('0'));
+}
 
 } // namespace
 
@@ -50,16 +61,39 @@ TimecodeKey::TimecodeKey (std::string_view timecode) noexcept
                                             << (64 - bitsOfCharacter * (i % charactersInHalf + 1));
 }
 
+TimecodeKey TimecodeKey::keyAt (int frameIndex, const Event& event,
+                                std::size_t (Event::*writeText) (char*) const)
+{
+    const auto& info = event.getTimeInfo();
+
+    if (info != nullptr && frameIndex != -1)
+    {
+        const auto time = TCToolbox::tcTimeForFrameIndex (frameIndex, *info);
+
+        if (hasTwoDigits (time.hours) && hasTwoDigits (time.minutes) && hasTwoDigits (time.seconds)
+            && hasTwoDigits (time.frames))
+        {
+            TimecodeKey key;
+            key.characters.front() =
+                rankOf (time.hours) << 56 | rankOf (':') << 52 | rankOf (time.minutes) << 44
+                | rankOf (':') << 40 | rankOf (time.seconds) << 32
+                | rankOf (info->tcDef.dropFrame ? ';' : ':') << 28 | rankOf (time.frames) << 20;
+            return key;
+        }
+    }
+
+    std::array<char, TCToolbox::longestTimecode> text;
+    return TimecodeKey ({ text.data(), (event.*writeText) (text.data()) });
+}
+
 TimecodeKey TimecodeKey::startOf (const Event& event)
 {
-    TimecodeText text;
-    return TimecodeKey ({ text.data(), event.writeStartTC (text.data()) });
+    return keyAt (event.getInPointFrameIndex(), event, &Event::writeStartTC);
 }
 
 TimecodeKey TimecodeKey::endOf (const Event& event)
 {
-    TimecodeText text;
-    return TimecodeKey ({ text.data(), event.writeEndTC (text.data()) });
+    return keyAt (event.getEndFrameIndex(), event, &Event::writeEndTC);
 }
 
 // ---- the columns ---------------------------------------------------------------------------------------------------------
@@ -79,7 +113,15 @@ struct TextColumn
     const juce::String& (*textOf) (const Event&);
 };
 
-TextKey keyOf (const juce::String& text) { return TextKey (text.toRawUTF8()); }
+/** Numbers are in the order of their bits but for the sign, and both zeros are one. */
+std::uint64_t rankOf (double number)
+{
+    constexpr auto sign = std::uint64_t { 1 } << 63;
+    const auto bits = std::bit_cast<std::uint64_t> (number + 0.0);
+    return (bits & sign) != 0 ? ~bits : bits | sign;
+}
+
+TextKey keyOf (const juce::String& text) { return TextKey (text.getCharPointer()); }
 
 /** A tempo from a damaged file may be no number at all; it goes to the front. */
 double orderable (float value)
@@ -133,29 +175,30 @@ EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------
 
-EventSortOrder::Key EventSortOrder::keyFor (const Event& event, MadeTexts& made) const
+EventSortOrder::Key EventSortOrder::keyFor (const Event& event, const EventTimes& times,
+                                            MadeTexts& made) const
 {
     Key key;
 
     switch (column)
     {
-        case Column::start: return startKeyFor (event, EventTimes (event));
+        case Column::start: return startKeyFor (event, times);
         case Column::end: return endKeyFor (event);
         case Column::number: key.number = numberOf (event); break;
         case Column::text: key.text = keyOf (textOf (event)); break;
-        case Column::character: fillCharacterKey (key, event); break;
+        case Column::character: fillCharacterKey (key, event, times); break;
 
         case Column::cueNumber:
-            key.text = TextKey (made.emplace_back (naturalKeyOf (event.getCueNumber())).c_str());
-            key.timecode = TimecodeKey::startOf (event);
+            key.text = cueNumberKeyFor (event, made);
+            key.timecode = times.start;
             break;
 
         case Column::characterData:
             key.hasCharacter = event.getCharacterID().isNotEmpty();
-            key.timecode = TimecodeKey::startOf (event);
+            key.timecode = times.start;
             break;
 
-        case Column::plainStart: key.timecode = TimecodeKey::startOf (event); break;
+        case Column::plainStart: key.timecode = times.start; break;
     }
 
     return key;
@@ -165,7 +208,7 @@ EventSortOrder::Key EventSortOrder::startKeyFor (const Event& event, const Event
 {
     Key key;
     key.timecode = times.start;
-    key.hasInPoint = times.hasInPoint;
+    key.hasInPoint = times.hasInPoint();
     key.hasTime = times.startFrame != -1;
 
     if (! key.hasTime || ! key.hasInPoint)
@@ -187,7 +230,14 @@ EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event)
     return key;
 }
 
-void EventSortOrder::fillCharacterKey (Key& key, const Event& event) const
+TextKey EventSortOrder::cueNumberKeyFor (const Event& event, MadeTexts& made)
+{
+    auto natural = naturalKeyOf (event.getCueNumber());
+    const TextKey key (natural.c_str());
+    return key.isWhole() ? key : TextKey (made.emplace_back (std::move (natural)).c_str());
+}
+
+void EventSortOrder::fillCharacterKey (Key& key, const Event& event, const EventTimes& times) const
 {
     const auto character =
         characters != nullptr ? characters->characterForID (event.getCharacterID()) : nullptr;
@@ -196,7 +246,7 @@ void EventSortOrder::fillCharacterKey (Key& key, const Event& event) const
     if (key.hasCharacter)
         key.text = keyOf (character->name);
     else
-        key.timecode = TimecodeKey::startOf (event);
+        key.timecode = times.start;
 }
 
 // ---- comparing -----------------------------------------------------------------------------------------------------------
@@ -280,8 +330,8 @@ bool EventSortOrder::goesBefore (const Key& a, const Key& b) const
 bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
 {
     MadeTexts made;
-    const auto keyOfA = keyFor (a, made);
-    return goesBefore (keyOfA, keyFor (b, made));
+    const auto keyOfA = keyFor (a, EventTimes (a), made);
+    return goesBefore (keyOfA, keyFor (b, EventTimes (b), made));
 }
 
 bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
@@ -289,33 +339,106 @@ bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
     return column == Column::start ? startsBeforeInWholeList (a, b) : goesBefore (a, b);
 }
 
+std::uint64_t EventSortOrder::firstRankInWholeList (const Key& key) const
+{
+    constexpr auto last = std::numeric_limits<std::uint64_t>::max();
+    constexpr auto half = std::uint64_t { 1 } << 63;
+    const auto ranked = [this] (std::uint64_t rank) { return descending ? ~rank : rank; };
+
+    switch (column)
+    {
+        case Column::start:
+        case Column::end: return key.hasTime ? ranked (key.timecode.rank()) : last;
+
+        case Column::number: return ranked (rankOf (key.number));
+
+        case Column::character:
+        case Column::characterData: return ranked (key.hasCharacter ? 0 : half + key.timecode.rank() / 2);
+
+        case Column::plainStart: return ranked (key.timecode.rank());
+
+        case Column::text:
+        case Column::cueNumber: break;
+    }
+
+    return 0;
+}
+
+std::optional<std::uint64_t> EventSortOrder::rankInWholeList (const Key& key, std::size_t rank) const
+{
+    const bool isText = column == Column::text || column == Column::cueNumber;
+
+    if (! isText && rank == 0)
+        return firstRankInWholeList (key);
+    if (! isText && (column != Column::character || ! key.hasCharacter))
+        return std::nullopt;
+
+    const auto word = key.text.word (isText ? rank : rank - 1);
+    return word && descending ? ~*word : word;
+}
+
+// ---- sorting -------------------------------------------------------------------------------------------------------------
+
+/** What a key of the column is made from, if it is a text that the event holds itself. */
+const juce::String* EventSortOrder::stringOf (const Event& event) const
+{
+    switch (column)
+    {
+        case Column::text: return &textOf (event);
+        case Column::cueNumber: return &event.getCueNumber();
+
+        case Column::character:
+        case Column::characterData: return &event.getCharacterID();
+
+        default: return nullptr;
+    }
+}
+
+template <typename Item, typename TimesOf>
+void EventSortOrder::sortByKeys (std::vector<Item>& events, TimesOf timesOf) const
+{
+    const auto fetch = [&] (const Event& event)
+    {
+        if (const auto* string = stringOf (event))
+            __builtin_prefetch (string);
+        else if (! needsTimesAlone())
+            event.fetchTimes();
+    };
+    const auto fetchMore = [&] (const Event& event)
+    {
+        if (const auto* string = stringOf (event))
+            __builtin_prefetch (string->getCharPointer().getAddress());
+    };
+    MadeTexts made;
+    std::vector<Key> keys;
+    keys.reserve (events.size());
+    visitAhead (
+        events, [&] (const Item& item) { keys.push_back (keyFor (eventOf (item), timesOf (item), made)); },
+        fetch, fetchMore);
+    rearrange (events,
+               stableOrderOf (
+                   keys, [this] (const Key& key, std::size_t rank) { return rankInWholeList (key, rank); },
+                   [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); }));
+}
+
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
-    MadeTexts made;
-    stableSortByKeys (
-        events, [&] (const Event& event) { return keyFor (event, made); },
-        [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); });
+    sortByKeys (events, [] (const std::shared_ptr<Event>& event) { return EventTimes (*event); });
 }
 
 void EventSortOrder::sort (std::vector<EventPlace>& listed, const ListedTimes& times) const
 {
-    const auto before = [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); };
-
-    if (column != Column::start)
+    if (needsTimesAlone())
     {
         MadeTexts made;
-        stableSortByKeys (
-            listed, [&] (const Event& event) { return keyFor (event, made); }, before);
-        return;
+        const auto key = [&] (EventPlace place) { return keyFor (**place, times.of (place), made); };
+        if (std::is_sorted (listed.begin(), listed.end(),
+                            [&] (EventPlace a, EventPlace b)
+                            { return goesBeforeInWholeList (key (a), key (b)); }))
+            return; // as it stands after most edits: then no key needs a place in the memory
     }
 
-    std::vector<KeyedItem<Key>> keys;
-    keys.reserve (listed.size());
-
-    for (const auto place : listed)
-        keys.push_back ({ startKeyFor (**place, times.of (place)), keys.size() });
-
-    stableSortWithKeys (listed, keys, before);
+    sortByKeys (listed, [&] (EventPlace place) -> const EventTimes& { return times.of (place); });
 }
 
 // ---- by timecode ---------------------------------------------------------------------------------------------------------
@@ -323,23 +446,68 @@ void EventSortOrder::sort (std::vector<EventPlace>& listed, const ListedTimes& t
 namespace
 {
 
-struct ListKey
+/** For keys of a single rank. */
+std::optional<std::uint64_t> onlyRank (std::size_t rank, std::uint64_t number)
 {
-    bool hasInPoint;
-    int start;
-    TimecodeKey timecode;
-    TextKey cueNumber;
-};
-
-ListKey listKeyFor (const Event& event, const EventTimes& times)
-{
-    return { times.hasInPoint, times.startFrame, times.start,
-             times.hasInPoint ? TextKey() : keyOf (event.getCueNumber()) };
+    return rank == 0 ? std::optional (number) : std::nullopt;
 }
 
-auto listOrder()
+// Texts of dashes come first: "-" sorts below the digits.
+std::vector<RankedPlace> orderByStart (const std::vector<EventTimes>& times)
 {
-    return [byStartFrame = SystemUtility::getApplicationType() == 0] (const ListKey& a, const ListKey& b)
+    return stableOrderOf (
+        times, [] (const EventTimes& each, std::size_t rank) { return onlyRank (rank, each.start.rank()); },
+        [] (const EventTimes& a, const EventTimes& b) { return a.start < b.start; });
+}
+
+std::vector<EventTimes> timesOf (const std::vector<std::shared_ptr<Event>>& events)
+{
+    std::vector<EventTimes> times;
+    times.reserve (events.size());
+    visitAhead (events, [&times] (const auto& event) { times.emplace_back (*event); });
+    return times;
+}
+
+} // namespace
+
+void sortByStart (std::vector<std::shared_ptr<Event>>& events)
+{
+    rearrange (events, orderByStart (timesOf (events)));
+}
+
+ListedTimes::ListedTimes (const std::vector<std::shared_ptr<Event>>& events)
+    : times (timesOf (events)),
+      first (events.data())
+{
+}
+
+void ListedTimes::sort (std::vector<std::shared_ptr<Event>>& events)
+{
+    const auto order = orderByStart (times);
+    rearrange (events, order);
+    rearrange (times, order);
+    first = events.data();
+}
+
+void ListedTimes::sort (std::vector<EventPlace>& listed) const
+{
+    struct Key
+    {
+        bool hasInPoint;
+        int start;
+        TimecodeKey timecode;
+        TextKey cueNumber;
+    };
+
+    const bool byStartFrame = SystemUtility::getApplicationType() == 0;
+    const auto rankOf = [byStartFrame] (const Key& key, std::size_t rank)
+    {
+        constexpr std::int64_t lowest = std::numeric_limits<int>::min();
+        const auto time =
+            byStartFrame ? static_cast<std::uint64_t> (key.start - lowest + 1) : key.timecode.rank();
+        return onlyRank (rank, key.hasInPoint ? time : 0);
+    };
+    const auto before = [byStartFrame] (const Key& a, const Key& b)
     {
         if (a.hasInPoint != b.hasInPoint)
             return b.hasInPoint;
@@ -348,34 +516,40 @@ auto listOrder()
 
         return byStartFrame ? a.start < b.start : a.timecode < b.timecode;
     };
-}
+    const auto keyFor = [this] (EventPlace place) -> Key
+    {
+        const auto& each = of (place);
+        return { each.hasInPoint(), each.startFrame, each.start,
+                 each.hasInPoint() ? TextKey() : keyOf ((*place)->getCueNumber()) };
+    };
 
-} // namespace
+    if (std::is_sorted (listed.begin(), listed.end(),
+                        [&] (EventPlace a, EventPlace b) { return before (keyFor (a), keyFor (b)); }))
+        return; // as mostly: then no key needs a place in the memory
+
+    std::vector<Key> keys;
+    keys.reserve (listed.size());
+    std::transform (listed.begin(), listed.end(), std::back_inserter (keys), keyFor);
+    rearrange (listed, stableOrderOf (keys, rankOf, before));
+}
 
 void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
 {
-    stableSortByKeys (
-        events, [] (const Event& event) { return listKeyFor (event, EventTimes (event)); }, listOrder());
-}
+    const ListedTimes times (events);
+    std::vector<EventPlace> listed;
+    listed.reserve (events.size());
 
-// Texts of dashes come first: "-" sorts below the digits.
-ListedTimes::ListedTimes (std::vector<std::shared_ptr<Event>>& events)
-    : times (stableSortByKeys (
-        events, [] (const Event& event) { return EventTimes (event); },
-        [] (const EventTimes& a, const EventTimes& b) { return a.start < b.start; })),
-      first (events.data())
-{
-}
+    for (const auto& event : events)
+        listed.push_back (&event);
 
-void ListedTimes::sort (std::vector<EventPlace>& listed) const
-{
-    std::vector<KeyedItem<ListKey>> keys;
-    keys.reserve (listed.size());
+    times.sort (listed);
+    std::vector<std::shared_ptr<Event>> sorted;
+    sorted.reserve (events.size());
 
     for (const auto place : listed)
-        keys.push_back ({ listKeyFor (**place, of (place)), keys.size() });
+        sorted.push_back (*place);
 
-    stableSortWithKeys (listed, keys, listOrder());
+    events.swap (sorted);
 }
 
 } // namespace ZEP::Overmarks

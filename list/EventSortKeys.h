@@ -3,7 +3,7 @@
 
 #include "core/cast/ADRCharacterMap.h"
 #include "event/Event.h"
-#include "list/StableSort.h"
+#include "list/EventPlace.h"
 #include "list/TextKey.h"
 
 #include <juce_core/juce_core.h>
@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,49 +33,64 @@ public:
 
     auto operator<=> (const TimecodeKey&) const = default;
 
+    /** Never higher for a text that goes before another; for no text 0 or the highest number there is. */
+    std::uint64_t rank() const { return characters.front(); }
+
 private:
     explicit TimecodeKey (std::string_view timecode) noexcept;
+    static TimecodeKey keyAt (int frameIndex, const Event& event,
+                              std::size_t (Event::*writeText) (char*) const);
 
     // Four bits a character, the first one highest. Hours may have any number of digits; what is not used stays zero.
     std::array<std::uint64_t, 2> characters {};
 };
 
-/** The times of an event that lists are ordered by. */
+/** What lists order and filter an event by without looking at its texts. */
 struct EventTimes
 {
     explicit EventTimes (const Event& event)
         : start (TimecodeKey::startOf (event)),
           startFrame (event.getStartFrameIndex()),
-          hasInPoint (event.getInPointFrameIndex() != -1)
+          inPoint (event.getInPointFrameIndex()),
+          endFrame (event.getEndFrameIndex()),
+          type (event.getType()),
+          isHidden (event.isHiddenByFilter())
     {
     }
+
+    bool hasInPoint() const { return inPoint != -1; }
 
     TimecodeKey start;
     int startFrame;
-    bool hasInPoint;
+    int inPoint;
+    int endFrame;
+    EventType type;
+    bool isHidden;
 };
 
-/** The times of all events of a list, one beside the other, so that its further orders needn't look for them in the events again.
-    Good until the list changes. */
+/** The times of all events of a list, one beside the other, so that its orders and its filter needn't look for them in the events
+    again. Good until the list changes. */
 class ListedTimes final
 {
 public:
-    /** Orders the events by the texts of their start timecodes. */
-    explicit ListedTimes (std::vector<std::shared_ptr<Event>>& events);
+    explicit ListedTimes (const std::vector<std::shared_ptr<Event>>& events);
+
+    /** Orders the events, those of the constructor, by the texts of their start timecodes. */
+    void sort (std::vector<std::shared_ptr<Event>>& events);
 
     /** @param place  in that list */
-    const EventTimes& of (EventPlace place) const
-    {
-        return times[static_cast<std::size_t> (place - first)].key;
-    }
+    const EventTimes& of (EventPlace place) const { return times[static_cast<std::size_t> (place - first)]; }
 
     /** Orders events of that list as EventArray::sortFilteredEventsByTimecode() does. */
     void sort (std::vector<EventPlace>& listed) const;
 
 private:
-    std::vector<KeyedItem<EventTimes>> times;
+    std::vector<EventTimes> times;
     EventPlace first;
 };
+
+/** Orders events by the texts of their start timecodes. */
+void sortByStart (std::vector<std::shared_ptr<Event>>& events);
 
 /** Orders events by timecode, those without a time first. */
 void sortByTimecode (std::vector<std::shared_ptr<Event>>& events);
@@ -128,11 +144,20 @@ private:
     /** Texts that only a sort has made. They stay where they are. */
     using MadeTexts = std::deque<std::string>;
 
-    Key keyFor (const Event& event, MadeTexts& made) const;
+    Key keyFor (const Event& event, const EventTimes& times, MadeTexts& made) const;
     static Key startKeyFor (const Event& event, const EventTimes& times);
-    bool goesBeforeInWholeList (const Key& a, const Key& b) const;
     static Key endKeyFor (const Event& event);
-    void fillCharacterKey (Key& key, const Event& event) const;
+    static TextKey cueNumberKeyFor (const Event& event, MadeTexts& made);
+    void fillCharacterKey (Key& key, const Event& event, const EventTimes& times) const;
+
+    bool needsTimesAlone() const { return column == Column::start || column == Column::plainStart; }
+    const juce::String* stringOf (const Event& event) const;
+    template <typename Item, typename TimesOf>
+    void sortByKeys (std::vector<Item>& events, TimesOf timesOf) const;
+
+    bool goesBeforeInWholeList (const Key& a, const Key& b) const;
+    std::optional<std::uint64_t> rankInWholeList (const Key& key, std::size_t rank) const;
+    std::uint64_t firstRankInWholeList (const Key& key) const;
 
     bool goesBefore (const Key& a, const Key& b) const;
     bool startsBefore (const Key& a, const Key& b) const;

@@ -1,80 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "event/Event.h"
-
 #include <algorithm>
+#include <array>
+#include <compare>
 #include <cstddef>
-#include <memory>
-#include <type_traits>
+#include <cstdint>
+#include <iterator>
+#include <numeric>
 #include <utility>
 #include <vector>
 
 namespace ZEP::Overmarks
 {
 
-/** Where a list keeps one of its events. While a list is put in order its events are handled as these: a shared pointer that is copied
-    or released reaches into the event, and a long list waits for the memory each time. Good until that list changes. */
-using EventPlace = const std::shared_ptr<Event>*;
-
-inline const Event& eventOf (const std::shared_ptr<Event>& event) { return *event; } ///< The event itself.
-inline const Event& eventOf (EventPlace place) { return **place; }                   ///< The event itself.
-
-/** Shows each event of a list to `visit`, in the list's order. Events lie all over the memory; each is asked for some steps before it
-    is its turn, since a long list would wait for every single one otherwise.
-    @param fetchMore  is shown each event halfway, and may ask for what it leads to */
-template <typename Item, typename Visit, typename FetchMore>
-void visitAhead (const std::vector<Item>& events, Visit visit, FetchMore fetchMore)
-{
-    constexpr std::size_t ahead = 16, halfway = 8;
-
-    for (std::size_t i = 0; i < events.size(); ++i)
-    {
-        if (i + ahead < events.size())
-            eventOf (events[i + ahead]).fetchTimes();
-        if (i + halfway < events.size())
-            fetchMore (eventOf (events[i + halfway]));
-
-        visit (events[i]);
-    }
-}
-
-/** The same for what looks at nothing beyond the event itself. */
-template <typename Item, typename Visit>
-void visitAhead (const std::vector<Item>& events, Visit visit)
-{
-    visitAhead (events, visit, [] (const Event&) {});
-}
-
 /** What std::stable_sort does, in a time that grows with the number of items alone where nearly all of them are in order: a list that
     had been sorted before one cue was changed. */
-template <typename Item, typename Before>
-void stableSortOfRuns (std::vector<Item>& items, Before before)
+template <typename Place, typename Before>
+void stableSortOfRuns (Place first, Place last, Before before)
 {
-    constexpr std::size_t lengthOfRuns = 16; // on the average; of shorter ones there is nothing to gain
-    std::vector<std::ptrdiff_t> ends;
+    constexpr std::ptrdiff_t lengthOfRuns = 16; // on the average; of shorter ones there is nothing to gain
+    std::vector<Place> ends;
 
-    for (auto end = items.begin(); end != items.end();)
+    for (auto end = first; end != last;)
     {
-        end = std::is_sorted_until (end, items.end(), before);
-        ends.push_back (end - items.begin());
+        end = std::is_sorted_until (end, last, before);
+        ends.push_back (end);
 
-        if (ends.size() > items.size() / lengthOfRuns + 2)
+        if (std::ssize (ends) > (last - first) / lengthOfRuns + 2)
         {
-            std::stable_sort (items.begin(), items.end(), before);
+            std::stable_sort (first, last, before);
             return;
         }
     }
 
     while (ends.size() > 1)
     {
-        std::vector<std::ptrdiff_t> merged;
-        std::ptrdiff_t begin = 0;
+        std::vector<Place> merged;
+        auto begin = first;
 
         for (std::size_t i = 0; i < ends.size(); i += 2)
         {
             const auto end = i + 1 < ends.size() ? ends[i + 1] : ends[i];
-            std::inplace_merge (items.begin() + begin, items.begin() + ends[i], items.begin() + end, before);
+            std::inplace_merge (begin, ends[i], end, before);
             merged.push_back (end);
             begin = end;
         }
@@ -83,47 +51,160 @@ void stableSortOfRuns (std::vector<Item>& items, Before before)
     }
 }
 
-/** An item with what it is compared by. */
-template <typename Key>
-struct KeyedItem
+/** Where an item stands before a sort, and a number that it is compared by. */
+struct RankedPlace
 {
-    Key key;           ///< what it is compared by
-    std::size_t place; ///< where the item stood
+    std::uint64_t rank;
+    std::size_t place;
+
+    auto operator<=> (const RankedPlace&) const = default;
 };
 
-/** Puts the items into the order of their keys, equal ones staying as they stand, and the keys with them. */
-template <typename Item, typename Key, typename Before>
-void stableSortWithKeys (std::vector<Item>& items, std::vector<KeyedItem<Key>>& keys, Before before)
+using RankedPlaces = std::vector<RankedPlace>;
+
+/** Orders by the ranks, equal ones by their places, where they stand in the order of these. Many are taken a byte after the other: in a
+    time that grows with their number alone.
+    @param spare  room that is made as large as is needed; several sorts may share it */
+inline void sortByRank (RankedPlaces::iterator first, RankedPlaces::iterator last, RankedPlaces& spare)
 {
-    const auto keyBefore = [&before] (const auto& a, const auto& b) { return before (a.key, b.key); };
+    constexpr std::ptrdiff_t many = 1000;
+    constexpr std::size_t bytes = sizeof (RankedPlace::rank), values = 256;
+    const auto byteOf = [] (const RankedPlace& item, std::size_t byte)
+    { return item.rank >> 8 * byte & 0xff; };
 
-    if (std::is_sorted (keys.begin(), keys.end(), keyBefore))
+    if (last - first < many)
+    {
+        std::sort (first, last);
         return;
+    }
 
-    stableSortOfRuns (keys, keyBefore);
+    std::array<std::array<std::ptrdiff_t, values>, bytes> places {};
+
+    for (auto item = first; item != last; ++item)
+        for (std::size_t byte = 0; byte < bytes; ++byte)
+            ++places[byte][byteOf (*item, byte)];
+
+    const auto number = static_cast<std::size_t> (last - first);
+    spare.resize (std::max (spare.size(), number));
+    auto from = first, to = spare.begin();
+
+    for (std::size_t byte = 0; byte < bytes; ++byte)
+    {
+        auto& next = places[byte];
+
+        if (next[byteOf (*from, byte)] == last - first)
+            continue; // it is the same in all of them
+
+        std::exclusive_scan (next.begin(), next.end(), next.begin(), std::ptrdiff_t { 0 });
+
+        for (auto item = from; item != from + (last - first); ++item)
+            to[next[byteOf (*item, byte)]++] = *item;
+
+        std::swap (from, to);
+    }
+
+    if (from != first)
+        std::copy_n (from, number, first);
+}
+
+/** Puts places into the order of their keys; see stableOrderOf(). */
+template <typename Key, typename RankOf, typename Before>
+class PlaceSorter final
+{
+public:
+    PlaceSorter (const std::vector<Key>& keysToOrder, RankOf ranking, Before goesBefore)
+        : keys (keysToOrder),
+          rankOf (ranking),
+          before (goesBefore)
+    {
+    }
+
+    /** Orders places that stand in their own order and whose keys have the same ranks up to this one. */
+    void sort (RankedPlaces::iterator first, RankedPlaces::iterator last, std::size_t rank)
+    {
+        constexpr std::ptrdiff_t few = 16;
+
+        if (last - first <= few)
+            insertEach (first, last);
+        else if (! rankOf (keys[first->place], rank))
+            stableSortOfRuns (first, last, comparison());
+        else
+        {
+            for (auto each = first; each != last; ++each)
+                each->rank = rankOf (keys[each->place], rank).value_or (0);
+
+            sortByRank (first, last, spare);
+            sortThoseOfOneRank (first, last, rank + 1);
+        }
+    }
+
+private:
+    auto comparison() const
+    {
+        return [this] (const RankedPlace& a, const RankedPlace& b)
+        { return before (keys[a.place], keys[b.place]); };
+    }
+
+    /** Without asking for memory, which takes longer than ordering a few. */
+    void insertEach (RankedPlaces::iterator first, RankedPlaces::iterator last) const
+    {
+        for (auto each = first; each != last; ++each)
+            std::rotate (std::upper_bound (first, each, *each, comparison()), each, each + 1);
+    }
+
+    void sortThoseOfOneRank (RankedPlaces::iterator first, RankedPlaces::iterator last, std::size_t rank)
+    {
+        while (first != last)
+        {
+            const auto end =
+                std::find_if (first, last, [first] (const auto& each) { return each.rank != first->rank; });
+            if (end - first > 1)
+                sort (first, end, rank);
+            first = end;
+        }
+    }
+
+    const std::vector<Key>& keys;
+    RankOf rankOf;
+    Before before;
+    RankedPlaces spare;
+};
+
+/** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
+    @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
+                   or of keys that are alike in these a further one, or none
+    @param before  whether one key goes before another, a strict weak order; decides where the ranks don't */
+template <typename Key, typename RankOf, typename Before>
+RankedPlaces stableOrderOf (const std::vector<Key>& keys, RankOf rankOf, Before before)
+{
+    RankedPlaces places;
+
+    if (std::is_sorted (keys.begin(), keys.end(), before))
+        return places;
+
+    places.reserve (keys.size());
+
+    for (std::size_t place = 0; place < keys.size(); ++place)
+        places.push_back ({ 0, place });
+
+    PlaceSorter<Key, RankOf, Before> (keys, rankOf, before).sort (places.begin(), places.end(), 0);
+    return places;
+}
+
+/** Puts the items where stableOrderOf() wants them. */
+template <typename Item>
+void rearrange (std::vector<Item>& items, const RankedPlaces& order)
+{
+    if (order.empty())
+        return;
 
     std::vector<Item> sorted;
     sorted.reserve (items.size());
 
-    for (const auto& key : keys)
-        sorted.push_back (std::move (items[key.place]));
+    for (const auto& each : order)
+        sorted.push_back (std::move (items[each.place]));
 
     items.swap (sorted);
-}
-
-/** Orders the events by keys that are made once for each, equal ones staying as they stand.
-    @param events  std::shared_ptr<Event> or EventPlace
-    @param keyOf   makes the key of an event
-    @param before  whether one key goes before another; a strict weak order
-    @returns the keys in the order of the events */
-template <typename Item, typename KeyOf, typename Before>
-auto stableSortByKeys (std::vector<Item>& events, KeyOf keyOf, Before before)
-{
-    std::vector<KeyedItem<std::invoke_result_t<KeyOf, const Event&>>> keys;
-    keys.reserve (events.size());
-    visitAhead (events, [&] (const Item& item) { keys.push_back ({ keyOf (eventOf (item)), keys.size() }); });
-    stableSortWithKeys (events, keys, before);
-    return keys;
 }
 
 } // namespace ZEP::Overmarks

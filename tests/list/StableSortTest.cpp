@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <numeric>
+#include <optional>
 #include <random>
 #include <utility>
 #include <vector>
@@ -48,7 +52,7 @@ TEST (StableSort, doesWhatTheStandardOneDoes)
         auto items = numbered (values);
         auto expected = items;
         std::stable_sort (expected.begin(), expected.end(), before);
-        stableSortOfRuns (items, before);
+        stableSortOfRuns (items.begin(), items.end(), before);
         ASSERT_EQ (items, expected) << "round " << round;
     }
 }
@@ -63,7 +67,7 @@ std::size_t comparisonsAfterAnEdit (int number)
 
     auto items = numbered (values);
     std::size_t comparisons = 0;
-    stableSortOfRuns (items,
+    stableSortOfRuns (items.begin(), items.end(),
                       [&comparisons] (const Item& a, const Item& b)
                       {
                           ++comparisons;
@@ -77,6 +81,88 @@ TEST (StableSort, afterAnEditItComparesNoMoreThanAFewTimesPerItem)
 {
     for (const int number : { 1000, 10000, 100000 })
         EXPECT_LE (comparisonsAfterAnEdit (number), 5u * static_cast<unsigned> (number)) << number;
+}
+
+/** A text of numbers, the first ones looked at as ranks. */
+using Numbers = std::vector<std::uint64_t>;
+
+std::optional<std::uint64_t> numberAt (const Numbers& numbers, std::size_t index)
+{
+    return index < numbers.size() && index < 3 ? std::optional (numbers[index]) : std::nullopt;
+}
+
+/** Of one length, since a rank that isn't there is none for all that are alike before it. */
+std::vector<Numbers> numbersByChance (std::mt19937& random, std::size_t number, unsigned kinds)
+{
+    std::vector<Numbers> keys (number);
+    for (auto& key : keys)
+        for (int i = 0; i < 5; ++i)
+            key.push_back ((std::uint64_t { random() % kinds } << 56 | random() % kinds) - 1);
+    return keys;
+}
+
+void expectStableOrder (const std::vector<Numbers>& keys)
+{
+    std::vector<std::size_t> expected (keys.size());
+    std::iota (expected.begin(), expected.end(), 0);
+    std::stable_sort (expected.begin(), expected.end(),
+                      [&keys] (std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+    auto items = expected;
+    std::iota (items.begin(), items.end(), 0);
+    rearrange (items, stableOrderOf (keys, numberAt, std::less<Numbers>()));
+    ASSERT_EQ (items, expected);
+}
+
+TEST (StableSort, keysGoByTheirRanksAndThenByTheComparison)
+{
+    std::mt19937 random (3);
+
+    for (const std::size_t number : { 0, 1, 2, 16, 17, 999, 1000, 1001, 5000 })
+        for (const unsigned kinds : { 1u, 2u, 5u, 200u })
+        {
+            SCOPED_TRACE (number);
+            auto keys = numbersByChance (random, number, kinds);
+            expectStableOrder (keys);
+            std::sort (keys.begin(), keys.end());
+            expectStableOrder (keys);
+            if (! keys.empty())
+                std::swap (keys.front(), keys.back());
+            expectStableOrder (keys);
+        }
+}
+
+TEST (StableSort, keysInOrderStayWithoutARank)
+{
+    const std::vector<Numbers> keys { { 1 }, { 1 }, { 2 } };
+    EXPECT_TRUE (stableOrderOf (keys, numberAt, std::less<Numbers>()).empty());
+}
+
+/** How often keys in no order are compared whose ranks tell them apart but for a few. */
+std::size_t comparisonsOfRanked (std::size_t number)
+{
+    std::mt19937 random (9);
+    std::vector<Numbers> keys;
+    for (std::size_t i = 0; i < number; ++i)
+        keys.push_back ({ random() % (number / 2), random() });
+
+    std::size_t comparisons = 0;
+    const auto order = stableOrderOf (
+        keys,
+        [] (const Numbers& key, std::size_t index)
+        { return index == 0 ? std::optional (key[0]) : std::nullopt; },
+        [&comparisons] (const Numbers& a, const Numbers& b)
+        {
+            ++comparisons;
+            return a < b;
+        });
+    EXPECT_EQ (order.size(), number);
+    return comparisons;
+}
+
+TEST (StableSort, ranksSpareTheComparisons)
+{
+    for (const std::size_t number : { 1000u, 10000u, 100000u })
+        EXPECT_LE (comparisonsOfRanked (number), 4 * number) << number;
 }
 
 } // namespace
