@@ -24,7 +24,7 @@ inline const Event& eventOf (EventPlace place) { return **place; }              
 template <typename Item, typename Visit, typename Fetch, typename FetchMore>
 void visitAhead (const std::vector<Item>& events, Visit visit, Fetch fetch, FetchMore fetchMore)
 {
-    constexpr std::size_t ahead = 24, halfway = 12;
+    constexpr std::size_t ahead = 48, halfway = 24;
 
     for (std::size_t i = 0; i < events.size(); ++i)
     {
