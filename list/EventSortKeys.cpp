@@ -12,6 +12,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace ZEP::Overmarks
@@ -536,19 +537,12 @@ void ListedTimes::sort (std::vector<EventPlace>& listed) const
 void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
 {
     const ListedTimes times (events);
-    std::vector<EventPlace> listed;
-    listed.reserve (events.size());
-
-    for (const auto& event : events)
-        listed.push_back (&event);
-
+    std::vector<EventPlace> listed (events.size());
+    std::iota (listed.begin(), listed.end(), events.data());
     times.sort (listed);
     std::vector<std::shared_ptr<Event>> sorted;
-    sorted.reserve (events.size());
-
-    for (const auto place : listed)
-        sorted.push_back (*place);
-
+    std::transform (listed.begin(), listed.end(), std::back_inserter (sorted),
+                    [] (auto place) { return *place; });
     events.swap (sorted);
 }
 

@@ -238,6 +238,24 @@ TEST_F (EventArrayOrderTest, anEventThatStartsBehindTheFrameBeforeTheOriginStand
     EXPECT_THAT (namesOf (list->filteredEvents), ElementsAre ("100", "before"));
 }
 
+TEST_F (EventArrayOrderTest, hoursOfThreeDigitsStandAmongTheOthersByTheirText)
+{
+    constexpr int framesOfHour = 60 * 60 * 25;
+    const auto info = timeInfoAt ("25", "00:00:00:00");
+    EventArray::Events events { cue ("low", framesOfHour), cue ("hundred", 100 * framesOfHour),
+                                cue ("ninety-nine", 99 * framesOfHour), cue ("ten", 10 * framesOfHour) };
+    for (const auto& each : events)
+        each->setTimeInfo (info);
+
+    const auto list = listOf (events);
+    std::vector<juce::String> times;
+    for (auto i = list->events.begin() + 2; i != list->events.end(); ++i)
+        times.push_back ((*i)->getStartTCString());
+
+    EXPECT_TRUE (std::is_sorted (times.begin(), times.end())) << linesOf (list->events);
+    EXPECT_EQ (sorted (events, Keys::KV_EndTCString, false), sorted (events, "anything else", false));
+}
+
 TEST_F (EventArrayOrderTest, dropFrameDashesStandBeforeTheTimes)
 {
     const auto list = listOf ({ cue ("100", 100), untimedCue ("untimed") });
