@@ -50,17 +50,21 @@ bool isFormatted (const Attribute& attribute)
                || ! looksLike (attribute.font, RichTextString::defaultFont()));
 }
 
-/* The framework makes room for eight runs with the first one, also in every copy, and lets nobody give that back. A table has a
-   million plain cells of one run each, so this names the private array of runs, which the language allows where a template is
+/* The framework makes room for eight runs with the first one, also in every copy, and lets nobody ask for less. A table has a million
+   plain cells of one run each, so this names the private array of runs, which the language allows where a template is
    instantiated: what a cell takes is a third less for it. */
-template <auto runs>
+template <auto runs, auto room>
 struct PrivateRuns
 {
-    friend juce::Array<Attribute>& runsOf (juce::AttributedString& text) { return text.*runs; }
+    friend void setRoomForRuns (juce::AttributedString& text, int number)
+    {
+        (text.*runs.*room).setAllocatedSize (number);
+    }
 };
 
-juce::Array<Attribute>& runsOf (juce::AttributedString& text);
-template struct PrivateRuns<&juce::AttributedString::attributes>;
+/* @param number  not less than there are */
+void setRoomForRuns (juce::AttributedString& text, int number);
+template struct PrivateRuns<&juce::AttributedString::attributes, &juce::Array<Attribute>::values>;
 
 juce::String textBetween (juce::CharPointer_UTF8 start, juce::CharPointer_UTF8 end)
 {
@@ -227,15 +231,15 @@ RichTextString::RichTextString (const juce::String& plainText)
     if (plainText.isEmpty())
         return;
 
+    setRoomForRuns (*this, 1);
     append (plainText, defaultFont(), opaqueBlack);
-    runsOf (*this).minimiseStorageOverheads();
 }
 
 RichTextString::RichTextString (const juce::AttributedString& other) : juce::AttributedString (other) {}
 
 RichTextString::RichTextString (const RichTextString& other) : juce::AttributedString (other)
 {
-    runsOf (*this).minimiseStorageOverheads();
+    setRoomForRuns (*this, getNumAttributes());
 }
 
 RichTextString& RichTextString::operator= (const RichTextString& other)
