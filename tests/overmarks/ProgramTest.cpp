@@ -52,9 +52,9 @@ TEST_F (ProgramTest, rowsOfALongTableAreOneWholeDocument)
     for (int i = 0; i < 5000; ++i)
     {
         const auto number = std::to_string (i);
-        table += "01:00:00:00,\"Line\n\"\"" + number + "\"\" Größe 😀\\\",";
+        table += "01:00:00:00,\"Line \"\"" + number + "\"\" C:\\x Größe 😀\",";
         table += i % 7 == 0 ? "\n" : number + "\n";
-        rows.push_back ({ "01:00:00:00", "Line\n\"" + number + "\" Größe 😀\\", i % 7 == 0 ? "" : number });
+        rows.push_back ({ "01:00:00:00", "Line \"" + number + "\" C:\\x Größe 😀", i % 7 == 0 ? "" : number });
     }
 
     write ("x.csv", table);
