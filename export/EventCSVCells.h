@@ -18,7 +18,7 @@ struct CSVCellSource
 {
     CSVCellSource (const std::shared_ptr<Event>& cellEvent, bool isForDSTaker, int rowNumber);
 
-    const std::shared_ptr<Event>& event;                ///< of the list, which lives longer
+    const std::shared_ptr<Event>& event;                ///< the caller's, who keeps it meanwhile
     std::shared_ptr<ZEP::Core::ADRCharacter> character; ///< null if the cast doesn't know it
     bool forDSTaker;
     int trackNumber; ///< number of the row, which alternates between the two tracks of DS Taker

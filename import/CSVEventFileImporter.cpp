@@ -114,7 +114,7 @@ private:
     [[nodiscard]] juce::String textOf (const std::string& cell)
     {
         const auto isLetter = [] (char byte) { return static_cast<signed char> (byte) > 0; };
-        const bool meansTheSameInAll = parser.encoding != Core::TextEncodingUTF16
+        const bool meansTheSameInAll = encoding != Core::TextEncodingUTF16
                                        && cell.size() <= Core::RecentTexts::mostBytes
                                        && std::all_of (cell.begin(), cell.end(), isLetter);
 

@@ -6,6 +6,7 @@
 #include "list/EventSortKeys.h"
 #include "preferences/PreferenceKeys.h"
 
+#include <cstdint>
 #include <cstring>
 #include <deque>
 #include <unordered_set>
@@ -70,9 +71,9 @@ private:
     static void fetchText (const juce::String& string)
     {
         constexpr int lineOfCache = 64;
-        const auto* const bytes = string.getCharPointer().getAddress();
-        __builtin_prefetch (bytes);
-        __builtin_prefetch (bytes + lineOfCache);
+        const auto bytes = reinterpret_cast<std::uintptr_t> (string.getCharPointer().getAddress());
+        __builtin_prefetch (reinterpret_cast<const void*> (bytes));
+        __builtin_prefetch (reinterpret_cast<const void*> (bytes + lineOfCache)); // maybe behind the text
     }
 };
 

@@ -19,8 +19,9 @@ inline const Event& eventOf (EventPlace place) { return **place; }              
 
 /** Shows each event of a list to `visit`, in the list's order. Events lie all over the memory; each is asked for some steps before it
     is its turn, since a long list would wait for every single one otherwise.
-    @param fetch      is shown each event first, and asks the memory for what will be looked at in it, but looks at nothing
-    @param fetchMore  is shown each event halfway, and may ask for what it leads to */
+    @param fetch      is shown the events, but the first ones, some steps before, and asks the memory for what will be looked at in them,
+                      but looks at nothing
+    @param fetchMore  is shown them halfway, and may ask for what they lead to */
 template <typename Item, typename Visit, typename Fetch, typename FetchMore>
 void visitAhead (const std::vector<Item>& events, Visit visit, Fetch fetch, FetchMore fetchMore)
 {

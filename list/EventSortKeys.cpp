@@ -540,10 +540,11 @@ void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
     std::vector<EventPlace> listed (events.size());
     std::iota (listed.begin(), listed.end(), events.data());
     times.sort (listed);
-    std::vector<std::shared_ptr<Event>> sorted;
-    std::transform (listed.begin(), listed.end(), std::back_inserter (sorted),
-                    [] (auto place) { return *place; });
-    events.swap (sorted);
+    RankedPlaces order;
+    if (! std::is_sorted (listed.begin(), listed.end())) // else nobody who looks at the events loses them
+        for (const auto place : listed)
+            order.push_back ({ 0, static_cast<std::size_t> (place - events.data()) });
+    rearrange (events, order);
 }
 
 } // namespace ZEP::Overmarks

@@ -172,7 +172,7 @@ private:
 
 /** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
-                   or of keys that are alike in these a further one, or none
+                   or of keys that are alike in these a further one, or none, which all of them have or none has
     @param before  whether one key goes before another, a strict weak order; decides where the ranks don't */
 template <typename Key, typename RankOf, typename Before>
 RankedPlaces stableOrderOf (const std::vector<Key>& keys, RankOf rankOf, Before before)

@@ -146,7 +146,11 @@ void PDFDocument::drawRoundedRect (float x, float y, float w, float h, float lin
 void PDFDocument::drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
                                 const std::function<void()>& draw)
 {
-    canvas->drawRepeated (identifier, place.withY (size.height - place.getY() - place.getHeight()), draw);
+    const auto& [bold, fontSize] = texts->font();
+    const auto looks =
+        fillColour.toString() + strokeColour.toString() + (bold ? "b" : "r") + juce::String (fontSize) + " ";
+    canvas->drawRepeated (looks + identifier, place.withY (size.height - place.getY() - place.getHeight()),
+                          draw);
 }
 
 // ---- text ------------------------------------------------------------------------------------------------------------------

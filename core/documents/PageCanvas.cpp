@@ -284,14 +284,18 @@ void PageCanvas::drawRepeated (const juce::String& identifier, const juce::Recta
     if (! hasArea (place) || ! beginShape())
         return;
 
-    auto& recording = recordings[{ identifier, place.getWidth(), place.getHeight() }];
+    const std::tuple key { identifier, place.getWidth(), place.getHeight() };
+    auto known = recordings.find (key);
 
-    if (recording == nullptr)
-        recording = recorded (place, draw);
+    if (known == recordings.end())
+    {
+        auto recording = recorded (place, draw); // a new image forgets what is known
+        known = recordings.insert_or_assign (key, std::move (recording)).first;
+    }
 
     auto* const c = context.get();
     cairo_save (c);
-    cairo_set_source_surface (c, recording.get(), place.getX(), place.getY());
+    cairo_set_source_surface (c, known->second.get(), place.getX(), place.getY());
     cairo_paint (c);
     cairo_restore (c);
 }

@@ -61,6 +61,10 @@ public:
 
     void setFont (bool isBold, float size);
 
+    using FontKey = std::pair<bool, float>; ///< whether it is bold, and its size
+
+    [[nodiscard]] const FontKey& font() const noexcept { return current; }
+
     /** Points, positive. */
     [[nodiscard]] float ascent() const { return fonts.at (current).ascent; }
     [[nodiscard]] float descent() const { return fonts.at (current).descent; }
@@ -81,8 +85,6 @@ private:
         float ascent = 0.0f;
         float descent = 0.0f;
     };
-
-    using FontKey = std::pair<bool, float>;
 
     struct Key
     {

@@ -68,7 +68,7 @@ void refuseWhatDoesNotFit (const Row& cells, std::size_t row)
 }
 
 /** How wide the columns had best be. */
-std::vector<std::size_t> widthsOf (std::size_t numberOfRows, const WorkbookRowMaker& rowAt)
+std::vector<std::size_t> widthsOf (std::size_t numberOfRows, const ExcelFileHandler::RowMaker& rowAt)
 {
     if (numberOfRows > mostRows)
         throw WorkbookFailure ("there are " + std::to_string (numberOfRows)
@@ -87,7 +87,8 @@ std::vector<std::size_t> widthsOf (std::size_t numberOfRows, const WorkbookRowMa
 }
 
 /** Packs the rows. The library reports a disk that is full only where it can't go on. */
-std::string_view pack (PackedWorkbook& packed, std::size_t numberOfRows, const WorkbookRowMaker& rowAt)
+std::string_view pack (PackedWorkbook& packed, std::size_t numberOfRows,
+                       const ExcelFileHandler::RowMaker& rowAt)
 {
     const auto widths = widthsOf (numberOfRows, rowAt);
     const WritingWithoutSignals scope;
@@ -96,7 +97,15 @@ std::string_view pack (PackedWorkbook& packed, std::size_t numberOfRows, const W
     WorkbookSheet sheet (packed.path(), folder, widths);
 
     for (std::size_t row = 0; row < numberOfRows; ++row)
-        sheet.addRow (rowAt (row));
+    {
+        const auto& cells = rowAt (row);
+
+        if (cells.size() > widths.size())
+            throw WorkbookFailure ("row " + std::to_string (row + 1) + " has changed meanwhile");
+
+        refuseWhatDoesNotFit (cells, row);
+        sheet.addRow (cells);
+    }
 
     const auto bytesOfRows = sheet.finish();
     const auto bytes = packed.bytes();
@@ -109,7 +118,8 @@ std::string_view pack (PackedWorkbook& packed, std::size_t numberOfRows, const W
 
 } // namespace
 
-juce::String writeWorkbook (const juce::String& path, std::size_t numberOfRows, const WorkbookRowMaker& rowAt)
+juce::String writeWorkbook (const juce::String& path, std::size_t numberOfRows,
+                            const ExcelFileHandler::RowMaker& rowAt)
 {
     const auto file = fileAt (path);
     const auto failed = [&file] (const std::string& words)

@@ -143,9 +143,13 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
 {
     const auto height = drawingHeight (width);
 
+    const auto lowest = y - std::max (height, cueNumberHeight);
+
     // Most cues of a list are as high as some other.
-    document->drawRepeated ("Frame" + juce::String (rightSectionWidth) + "/" + juce::String (cueNumberHeight),
-                            { x, y - height, width, height },
+    document->setStrokeColor (lineColour);
+    document->drawRepeated ("Frame " + juce::String (height) + " " + juce::String (rightSectionWidth) + " "
+                                + juce::String (cueNumberHeight),
+                            { x, lowest, width, y - lowest },
                             [this, x, y, width, height] { drawFrame (x, y, width, height); });
     drawRightSection (x, y, width, height);
     drawContentSection (x, y, width, height);
@@ -154,7 +158,6 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
 void EventPDFDrawingProxy::drawFrame (float x, float y, float width, float height)
 {
     const auto right = x + width, divider = right - rightSectionWidth;
-    document->setStrokeColor (lineColour);
     document->drawRoundedRect (x, y - height, width, height, 1.0f, 5.0f);
     drawThinLine (divider, y - cueNumberHeight, right, y - cueNumberHeight);
     drawThinLine (divider, y, divider, y - height);
@@ -305,15 +308,23 @@ void EventPDFDrawingProxy::drawCueText (float x, float y, float width)
 void EventPDFDrawingProxy::drawTakeNumberBoxes (float x, float y, float width, float height)
 {
     const auto size = takeBoxSize (width), bottom = y - height, top = bottom + size;
-    document->drawRepeated ("Takes" + juce::String (numTakeBoxes),
-                            { x, bottom, width - rightSectionWidth, size },
-                            [this, x, bottom, size] { drawEmptyTakeBoxes (x, bottom, size); });
+    const auto right = x + width - rightSectionWidth;
+
+    document->setStrokeColor (lineColour);
+    document->setFont (regular, labelSize);
+    document->drawRepeated (
+        "Takes " + juce::String (numTakeBoxes),
+        { x, bottom - labelSize, right - x, size + labelSize }, // small boxes let their numbers out
+        [this, x, bottom, size, right]
+        {
+            drawThinLine (x, bottom + size, right, bottom + size);
+            drawEmptyTakeBoxes (x, bottom, size);
+        });
 
     if (const auto take = event->getSelectedTake(); take >= 0 && take < numTakeBoxes)
     {
         // The first box has the rounded corner of the cue.
         const auto edge = x + static_cast<float> (take) * size, inset = take == 0 ? 1.5f : 0.0f;
-        document->setStrokeColor (lineColour);
         drawThinLine (edge + inset, bottom + inset, edge + size, top);
         drawThinLine (edge, top, edge + size, bottom);
     }
@@ -327,11 +338,6 @@ void EventPDFDrawingProxy::drawThinLine (float x1, float y1, float x2, float y2)
 void EventPDFDrawingProxy::drawEmptyTakeBoxes (float x, float bottom, float size)
 {
     const auto top = bottom + size;
-    document->setStrokeColor (lineColour);
-    document->setFillColor (black);
-    document->setFont (regular, labelSize);
-    drawThinLine (x, top, x + static_cast<float> (numTakeBoxes) * size, top);
-
     // All numbers and then all lines: drawn in turn they would take three times as long.
     for (int i = 0; i < numTakeBoxes; ++i)
         document->drawText (juce::String (i + 1),

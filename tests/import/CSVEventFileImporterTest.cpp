@@ -319,6 +319,15 @@ TEST_F (CSVImport, headersInAnyCaseAndInBracketsOrQuotesAreStarts)
         EXPECT_EQ (import ("Text," + std::string (header) + "\n1,2\n").columnMap["Start TC"], 1) << header;
 }
 
+TEST_F (CSVImport, aCellThatShowsHowTheTextIsEncodedDecidesForThoseBehindIt)
+{
+    using namespace std::string_literals;
+    const auto& list = import ("Start,Text\n1,H\0i\0\n22,abcd\n"s);
+
+    EXPECT_EQ (list.encoding, TextEncodingUTF16);
+    EXPECT_EQ (textsOf (list.rows), (TextTable { { "Start", "Text" }, { "1", "Hi" }, { "㈲", "扡摣" } }));
+}
+
 TEST_F (CSVImport, aHeaderWithALeadingBlankIsUnknown)
 {
     import ("Text, In\n1,2\n");

@@ -136,6 +136,9 @@ void Session::dataAsJSON (std::string text) const { writeLine (stdout, printable
 
 void Session::partOfJSON (const std::string& text) const
 {
+    if (std::ferror (stdout) != 0)
+        return; // a reader who lost a part takes what follows it for the whole
+
     const auto write = [] (const std::string& part) { std::fwrite (part.data(), 1, part.size(), stdout); };
 
     if (nextSuspect (text, 0) == text.size())
@@ -171,10 +174,10 @@ json Session::problemsAsJSON() const
 
 json Session::messagesAsJSON() const { return messages; }
 
-void Session::keep (std::shared_ptr<const void> finished)
+void Session::keep (std::shared_ptr<const void> large)
 {
     static auto& kept = *new std::vector<std::shared_ptr<const void>>(); // never goes
-    kept.push_back (std::move (finished));
+    kept.push_back (std::move (large));
 }
 
 } // namespace overmarks

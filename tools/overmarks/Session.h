@@ -79,9 +79,9 @@ public:
     /** What has been said so far, as the "messages" of a JSON document. */
     json messagesAsJSON() const;
 
-    /** Holds a list or a table that is done with until the process has ended, when the system takes back its memory as a whole. To take a
+    /** Holds a list or a table, whoever else lets go of it, until the process has ended, when the system takes back its memory as a whole. To take a
         season's list apart cue by cue would make the user wait for nothing. */
-    static void keep (std::shared_ptr<const void> finished);
+    static void keep (std::shared_ptr<const void> large);
 
     bool wantsJSON = false;
     bool isQuiet = false;

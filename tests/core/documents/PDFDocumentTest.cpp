@@ -331,12 +331,12 @@ TEST_F (PDFDocumentTest, anImageIsStoredOnceHoweverOftenItIsDrawn)
 TEST_F (PDFDocumentTest, whatComesAgainStandsAtEachPlaceAndIsDrawnOnce)
 {
     int drawn = 0;
+    document.setFont (PDFDocument::FontTypeRegular, 10);
     const auto drawBox = [this, &drawn] (float x, float y)
     {
         const auto draw = [this, &drawn, x, y]
         {
             ++drawn;
-            document.setFont (PDFDocument::FontTypeRegular, 10);
             document.drawText ("take", x + 5, y + 5);
             document.drawLine (x, y, x, y + 20, 1, plain);
         };
@@ -373,6 +373,48 @@ TEST_F (PDFDocumentTest, inAnotherSizeOrUnderAnotherNameItIsDrawnAnew)
     document.drawRepeated ("frame", { 10, 90, 40, 0 }, count);
     EXPECT_EQ (drawn, 3);
     EXPECT_TRUE (saved().page().lines.empty());
+}
+
+TEST_F (PDFDocumentTest, inOtherColoursOrAnotherFontItIsDrawnAnewAndThoseStay)
+{
+    int drawn = 0;
+    const auto draw = [this, &drawn]
+    {
+        ++drawn;
+        document.drawLine (10, 10, 50, 10, 1, plain);
+        document.drawText ("take", 10, 10);
+    };
+    const auto again = [this, &draw] { document.drawRepeated ("box", { 10, 10, 40, 20 }, draw); };
+    again();
+    again();
+    EXPECT_EQ (drawn, 1);
+    document.setStrokeColor (juce::Colours::red);
+    again();
+    EXPECT_EQ (drawn, 2);
+    document.setFillColor (juce::Colours::red);
+    again();
+    EXPECT_EQ (drawn, 3);
+    document.setFont (PDFDocument::FontTypeBold, 9);
+    again();
+    again();
+    EXPECT_EQ (drawn, 4);
+    document.drawLine (100, 100, 140, 100, 1, plain);
+    const auto pdf = saved();
+    EXPECT_TRUE (pdf.page().hasLine (10, 10, 50, 10, 1, black));
+    EXPECT_TRUE (pdf.page().hasLine (10, 10, 50, 10, 1, juce::Colours::red));
+    EXPECT_TRUE (pdf.page().hasLine (100, 100, 140, 100, 1, juce::Colours::red));
+}
+
+TEST_F (PDFDocumentTest, anImageMayBeRegisteredWhileWhatComesAgainIsDrawn)
+{
+    const auto draw = [this]
+    {
+        document.setImage (juce::Image (juce::Image::ARGB, 2, 2, true), "icon", false);
+        document.drawImage ("icon", 10, 10, 20, 20);
+    };
+    document.drawRepeated ("icons", { 10, 10, 20, 20 }, draw);
+    document.drawRepeated ("icons", { 10, 50, 20, 20 }, draw);
+    EXPECT_EQ (saved().page().pictures.size(), 2u);
 }
 
 TEST_F (PDFDocumentTest, aLaterImageIsSeenInWhatComesAgain)

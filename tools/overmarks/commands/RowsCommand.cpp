@@ -71,7 +71,7 @@ void appendRow (std::string& document, const std::vector<ZEP::Core::RichTextStri
     document += row.empty() ? "[]" : "\n  ]";
 }
 
-/** Writes the rows as they are made into JSON, so that a season's table never stands in memory twice.
+/** Writes the rows as they are made into JSON, so that a season's table doesn't stand in memory twice; with their looks it does.
     @param document  what there is before them */
 void writeRows (std::string document, const std::vector<std::vector<ZEP::Core::RichTextString>>& rows,
                 bool rich, const Session& session)
@@ -93,7 +93,8 @@ void writeRows (std::string document, const std::vector<std::vector<ZEP::Core::R
         }
     }
 
-    session.partOfJSON (document + (rows.empty() ? "[]" : "\n ]"));
+    document += rows.empty() ? "[]" : "\n ]";
+    session.partOfJSON (document);
 }
 
 /** What the document tells before the rows. */
