@@ -490,7 +490,7 @@ void ListedTimes::sort (std::vector<std::shared_ptr<Event>>& events)
     first = events.data();
 }
 
-void ListedTimes::sort (std::vector<EventPlace>& listed) const
+std::vector<RankedPlace> ListedTimes::orderOf (const std::vector<EventPlace>& listed) const
 {
     struct Key
     {
@@ -526,25 +526,21 @@ void ListedTimes::sort (std::vector<EventPlace>& listed) const
 
     if (std::is_sorted (listed.begin(), listed.end(),
                         [&] (EventPlace a, EventPlace b) { return before (keyFor (a), keyFor (b)); }))
-        return; // as mostly: then no key needs a place in the memory
+        return {}; // as mostly: then no key needs a place in the memory
 
     std::vector<Key> keys;
     keys.reserve (listed.size());
     std::transform (listed.begin(), listed.end(), std::back_inserter (keys), keyFor);
-    rearrange (listed, stableOrderOf (keys, rankOf, before));
+    return stableOrderOf (keys, rankOf, before);
 }
+
+void ListedTimes::sort (std::vector<EventPlace>& listed) const { rearrange (listed, orderOf (listed)); }
 
 void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
 {
-    const ListedTimes times (events);
     std::vector<EventPlace> listed (events.size());
     std::iota (listed.begin(), listed.end(), events.data());
-    times.sort (listed);
-    RankedPlaces order;
-    if (! std::is_sorted (listed.begin(), listed.end())) // else nobody who looks at the events loses them
-        for (const auto place : listed)
-            order.push_back ({ 0, static_cast<std::size_t> (place - events.data()) });
-    rearrange (events, order);
+    rearrange (events, ListedTimes (events).orderOf (listed));
 }
 
 } // namespace ZEP::Overmarks

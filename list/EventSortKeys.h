@@ -68,6 +68,8 @@ struct EventTimes
     bool isHidden;
 };
 
+struct RankedPlace;
+
 /** The times of all events of a list, one beside the other, so that its orders and its filter needn't look for them in the events
     again. Good until the list changes. */
 class ListedTimes final
@@ -83,6 +85,9 @@ public:
 
     /** Orders events of that list as EventArray::sortFilteredEventsByTimecode() does. */
     void sort (std::vector<EventPlace>& listed) const;
+
+    /** That order for rearrange(). */
+    std::vector<RankedPlace> orderOf (const std::vector<EventPlace>& listed) const;
 
 private:
     std::vector<EventTimes> times;
