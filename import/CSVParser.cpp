@@ -155,19 +155,7 @@ std::string restOf (std::ifstream& stream, std::uint64_t expected, std::uint64_t
 //==============================================================================
 void stringReplaceAll (std::string& text, const std::string& from, const std::string& to)
 {
-    if (from.empty())
-        return;
-
-    std::string result;
-    std::size_t read = 0;
-    for (auto hit = text.find (from); hit != std::string::npos; hit = text.find (from, read))
-    {
-        result.append (text, read, hit - read).append (to);
-        read = hit + from.size();
-    }
-
-    if (read > 0)
-        text = std::move (result.append (text, read));
+    replaceEach (text, std::string (from), std::string (to)); // either may be the text itself
 }
 
 //==============================================================================

@@ -319,6 +319,12 @@ TEST_F (CSVImport, headersInAnyCaseAndInBracketsOrQuotesAreStarts)
         EXPECT_EQ (import ("Text," + std::string (header) + "\n1,2\n").columnMap["Start TC"], 1) << header;
 }
 
+TEST_F (CSVImport, aTakerFileIsKnownByTheTitlesOfTheDelimiterThatFits)
+{
+    EXPECT_TRUE (import ("Take;In;Out;Marker;a,b\n1;01:00:00:00;01:00:01:00;;5,6,7\n").isDSTaker);
+    EXPECT_FALSE (import ("Take,In,Out;Marker\n1;2,3,4,5,6\n1;2\n").isDSTaker);
+}
+
 TEST_F (CSVImport, aCellThatShowsHowTheTextIsEncodedDecidesForThoseBehindIt)
 {
     using namespace std::string_literals;

@@ -94,6 +94,21 @@ TEST_F (CSVParserLimits, anImportedTableMayTakeExactlyWhatTheLimitsAllow)
     EXPECT_EQ (message, tooLarge);
 }
 
+TEST_F (CSVParserLimits, whatADelimiterThatDoesNotFitHasMadeCountsNoMore)
+{
+    const std::string bytes = "a;b,c\n1;2,3,4\n"; // a row of commas, two of semicolons
+    const auto needed = 2 * CSVParser::kBytesOfRow + 4 * CSVParser::kBytesOfRichCell + bytes.size() - 4;
+    const auto limit = (needed + CSVParser::kRichTableFactor - 1) / CSVParser::kRichTableFactor;
+
+    CSVParser::limits() = { 0, limit, 4 };
+    EXPECT_EQ (rowsImported (bytes), 2u);
+    EXPECT_EQ (message, "");
+
+    CSVParser::limits() = { 0, limit - 1, 4 };
+    EXPECT_EQ (rowsImported (bytes), 0u);
+    EXPECT_EQ (message, tooLarge);
+}
+
 TEST_F (CSVParserLimits, theLastByteOfTheLimitsIsAllowedToo)
 {
     // The parsed table and its texts of an "x" each; the limit is filled to the byte by the length of the first cell.

@@ -454,7 +454,12 @@ TEST (CSVParser, andItsImporterHaveTheSameRows)
         ASSERT_EQ (importer.rows.size(), slow.parsedRows.size());
 
         for (std::size_t row = 0; row < slow.parsedRows.size(); ++row)
+        {
             ASSERT_EQ (importer.rows[row].size(), slow.parsedRows[row].size());
+
+            for (std::size_t cell = 0; cell < slow.parsedRows[row].size(); ++cell)
+                ASSERT_EQ (importer.rows[row][cell].getText().toStdString(), slow.parsedRows[row][cell]);
+        }
     };
 
     EXPECT_GT (tablesAmongRandomLists (7122, 2000, agrees), 500);
