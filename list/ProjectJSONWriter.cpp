@@ -128,28 +128,6 @@ json characterArray (const ZEP::Core::ADRCharacterMap& characters)
     return array;
 }
 
-/** A text on its way: what there is of it goes to the sink as soon as it is long enough. */
-class TextInParts final
-{
-public:
-    explicit TextInParts (const ProjectJSON::Sink& takesParts) : sink (takesParts) {}
-
-    void passOn (std::size_t longEnough = partSize)
-    {
-        if (text.size() < longEnough)
-            return;
-
-        sink (text);
-        text.clear();
-    }
-
-    std::string text; ///< what the sink hasn't yet
-
-private:
-    static constexpr std::size_t partSize = 1 << 16;
-    const ProjectJSON::Sink& sink;
-};
-
 /** One event a line, written one at a time. */
 void appendEvents (TextInParts& parts, const EventArray::Events& events,
                    void (*appendOne) (std::string&, const Event&))

@@ -143,13 +143,14 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
 {
     const auto height = drawingHeight (width);
 
-    const auto lowest = y - std::max (height, cueNumberHeight);
+    // Where there is less room than the right section takes, its lines reach beyond the left edge.
+    const auto down = std::max (height, cueNumberHeight), back = std::min (0.0f, width - rightSectionWidth);
 
     // Most cues of a list are as high as some other.
     document->setStrokeColor (lineColour);
-    document->drawRepeated ("Frame " + juce::String (height) + " " + juce::String (rightSectionWidth) + " "
-                                + juce::String (cueNumberHeight),
-                            { x, lowest, width, y - lowest },
+    document->drawRepeated ("Frame " + juce::String (width) + " " + juce::String (height) + " "
+                                + juce::String (rightSectionWidth) + " " + juce::String (cueNumberHeight),
+                            { x + back, y - down, std::max (0.0f, width) - back, down },
                             [this, x, y, width, height] { drawFrame (x, y, width, height); });
     drawRightSection (x, y, width, height);
     drawContentSection (x, y, width, height);
@@ -308,13 +309,14 @@ void EventPDFDrawingProxy::drawCueText (float x, float y, float width)
 void EventPDFDrawingProxy::drawTakeNumberBoxes (float x, float y, float width, float height)
 {
     const auto size = takeBoxSize (width), bottom = y - height, top = bottom + size;
-    const auto right = x + width - rightSectionWidth;
+    const auto row = width - rightSectionWidth, right = x + row;
+    const auto below = std::min (-labelSize, size); // small boxes let their numbers out
 
     document->setStrokeColor (lineColour);
     document->setFont (regular, labelSize);
     document->drawRepeated (
-        "Takes " + juce::String (numTakeBoxes),
-        { x, bottom - labelSize, right - x, size + labelSize }, // small boxes let their numbers out
+        "Takes " + juce::String (numTakeBoxes) + " " + juce::String (row),
+        { x + std::min (0.0f, row), bottom + below, std::abs (row), std::max (0.0f, size) - below },
         [this, x, bottom, size, right]
         {
             drawThinLine (x, bottom + size, right, bottom + size);

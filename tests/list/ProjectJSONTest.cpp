@@ -490,7 +490,7 @@ TEST_F (ProjectJSONTest, partsAreShortAndMakeTheWholeWithEveryCharacterInOneOfTh
     }
 
     project.makeCurrent();
-    const auto expectWhole = [] (const std::vector<std::string>& parts, const std::string& whole)
+    const auto expectWhole = [&project] (const std::vector<std::string>& parts, const std::string& whole)
     {
         std::string joined;
 
@@ -503,6 +503,11 @@ TEST_F (ProjectJSONTest, partsAreShortAndMakeTheWholeWithEveryCharacterInOneOfTh
 
         EXPECT_GT (parts.size(), 5u);
         EXPECT_EQ (joined, whole);
+        const auto events = json::parse (joined).at ("events");
+        ASSERT_EQ (events.size(), project.list->events.size());
+
+        for (std::size_t i = 0; i < events.size(); ++i)
+            EXPECT_EQ (events[i].at ("uuid"), project.list->events[i]->getUuid().toStdString());
     };
     std::vector<std::string> parts;
     const auto take = [&parts] (const std::string& part) { parts.push_back (part); };

@@ -100,6 +100,32 @@ TEST_F (ProgramDiskTest, aDumpIntoAFullDiskIsAFailure)
     EXPECT_EQ (result.errors, "overmarks: Standard output can't be written; it is not whole\n");
 }
 
+TEST_F (ProgramDiskTest, nothingFollowsThePartOfALongDocumentThatFoundNoRoom)
+{
+    std::string list = "Start TC,Text\n";
+
+    for (int i = 0; i < 4000; ++i)
+        list += "00:00:10:00,Line " + std::to_string (i) + " is neither long nor short\n";
+
+    write ("long.csv", list);
+    ASSERT_EQ (run ({ "import", "long.csv", "-o", "long.json" }).status, 0);
+    ProgramSurroundings full;
+    full.largestFile = 100000;
+    full.outputTo = path ("out.json");
+
+    for (const auto& command : std::vector<std::vector<std::string>> {
+             { "rows", "long.csv", "--json" }, { "list", "long.json", "--json" }, { "dump", "long.json" } })
+    {
+        const auto whole = run (command).output;
+        const auto result = run (command, {}, full);
+        EXPECT_EQ (result.status, 1) << command[0];
+        EXPECT_THAT (result.errors,
+                     EndsWith ("overmarks: Standard output can't be written; it is not whole\n"));
+        EXPECT_EQ (read ("out.json").size(), 100000u) << command[0];
+        EXPECT_EQ (read ("out.json"), whole.substr (0, 100000)) << command[0];
+    }
+}
+
 TEST_F (ProgramDiskTest, aFullDeviceIsTold)
 {
     EXPECT_EQ (errorOf ({ "convert", "x.csv", "/dev/full", "--format", "csv" }, 1),

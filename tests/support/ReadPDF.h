@@ -128,8 +128,15 @@ struct PDFPage
 class PDFContentReader final
 {
 public:
-    /** What a name of the page stands for, if it is a description of its own that comes on the page again and again. */
-    using Forms = std::function<std::optional<std::string> (const std::string& name)>;
+    /** A description of its own that comes on the page again and again. Nothing is seen of it outside its box. */
+    struct Form
+    {
+        std::string content;
+        juce::Rectangle<float> box;
+    };
+
+    /** What a name of the page stands for, if it is a form. */
+    using Forms = std::function<std::optional<Form> (const std::string& name)>;
 
     PDFContentReader (const std::string& content, PDFPage& pageToFill, Forms formsOfFile)
         : page (pageToFill),
@@ -160,6 +167,8 @@ private:
         juce::Colour fill { 0xff000000 }, stroke { 0xff000000 };
         float lineWidth = 1;
         bool isRound = false;
+        std::optional<juce::Rectangle<float>>
+            seen; ///< nothing outside it is, where something limits what is drawn
     };
 
     using Point = juce::Point<float>;
@@ -279,31 +288,51 @@ private:
 
             for (const auto& path : paths)
             {
-                const auto box = boxOf (path, 0.0f, {});
-                page.clipBoxes.emplace_back (box.x, box.y, box.w, box.h);
+                page.clipBoxes.push_back (areaOf (path.points));
+                limitTo (page.clipBoxes.back());
             }
 
             paths.clear();
         }
     }
 
+    static juce::Rectangle<float> areaOf (const std::vector<Point>& points)
+    {
+        return juce::Rectangle<float>::findAreaContainingPoints (points.data(),
+                                                                 static_cast<int> (points.size()));
+    }
+
+    void limitTo (const juce::Rectangle<float>& area)
+    {
+        state.seen = state.seen.has_value() ? state.seen->getIntersection (area) : area;
+    }
+
+    /** Whether something of a shape is. */
+    bool isSeen (const Path& path, float lineWidth) const
+    {
+        return ! state.seen.has_value()
+               || state.seen->intersects (areaOf (path.points).expanded (std::max (lineWidth, 0.01f) / 2.0f));
+    }
+
     static PDFPage::Box boxOf (const Path& path, float lineWidth, juce::Colour colour)
     {
-        auto box = juce::Rectangle<float>::findAreaContainingPoints (path.points.data(),
-                                                                     static_cast<int> (path.points.size()));
+        const auto box = areaOf (path.points);
         return { box.getX(), box.getY(), box.getWidth(), box.getHeight(), lineWidth, path.isCurved, colour };
     }
 
     void fill()
     {
         for (const auto& path : paths)
-            page.fills.push_back (boxOf (path, 0.0f, state.fill));
+            if (isSeen (path, 0.0f))
+                page.fills.push_back (boxOf (path, 0.0f, state.fill));
     }
 
     void stroke()
     {
         for (const auto& path : paths)
-            if (path.points.size() == 2 && ! path.isRectangle)
+            if (! isSeen (path, state.lineWidth))
+                continue;
+            else if (path.points.size() == 2 && ! path.isRectangle)
                 page.lines.push_back ({ path.points[0].x, path.points[0].y, path.points[1].x,
                                         path.points[1].y, state.lineWidth, state.isRound, state.stroke });
             else if (path.points.size() > 1)
@@ -320,7 +349,9 @@ private:
             return addPicture();
 
         const auto outside = state;
-        read (*form);
+        const auto& box = form->box;
+        limitTo (areaOf ({ at (box.getX(), box.getY()), at (box.getRight(), box.getBottom()) }));
+        read (form->content);
         state = outside;
     }
 
@@ -380,10 +411,22 @@ public:
                            }));
     }
 
+    /** How many descriptions the file holds that come on its pages again and again. */
+    int numberOfForms() const
+    {
+        return static_cast<int> (std::count_if (objects.begin(), objects.end(),
+                                                [] (const auto& object) { return isForm (object.second); }));
+    }
+
     std::vector<PDFPage> pages;
     std::string bytes;
 
 private:
+    static bool isForm (const std::string& object)
+    {
+        return object.find ("/Subtype /Form") != std::string::npos;
+    }
+
     static std::string utf8 (const poppler::ustring& text)
     {
         const auto array = text.to_utf8();
@@ -443,13 +486,25 @@ private:
     }
 
     /** The library that writes the pages names a thing "x" and the number of its object. */
-    std::optional<std::string> formNamed (const std::string& name) const
+    std::optional<PDFContentReader::Form> formNamed (const std::string& name) const
     {
         const auto found =
             name.starts_with ("/x") ? objects.find (std::stoi (name.substr (2))) : objects.end();
-        const bool isForm =
-            found != objects.end() && found->second.find ("/Subtype /Form") != std::string::npos;
-        return isForm ? std::optional (inflated (found->second)) : std::nullopt;
+
+        if (found == objects.end() || ! isForm (found->second))
+            return std::nullopt;
+
+        static const std::regex boxOfForm (R"(/BBox \[ (\S+) (\S+) (\S+) (\S+) \])");
+        std::smatch sides;
+
+        if (found->second.find ("/Matrix") != std::string::npos
+            || ! std::regex_search (found->second, sides, boxOfForm))
+            throw std::runtime_error ("a form that isn't read: " + found->second.substr (0, 400));
+
+        const auto side = [&sides] (std::size_t index) { return std::stof (sides.str (index)); };
+        return PDFContentReader::Form { inflated (found->second),
+                                        juce::Rectangle<float>::leftTopRightBottom (side (1), side (2),
+                                                                                    side (3), side (4)) };
     }
 
     std::vector<std::string> pageContents() const

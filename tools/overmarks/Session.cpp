@@ -49,6 +49,11 @@ std::size_t nextSuspect (const std::string& text, std::size_t place)
 
 } // namespace
 
+std::string indentedJSON (const json& document)
+{
+    return document.dump (1, ' ', false, json::error_handler_t::replace);
+}
+
 juce::String counted (std::size_t number, const char* thing)
 {
     return juce::String (number) + " " + thing + (number == 1 ? "" : "s");
@@ -127,10 +132,7 @@ void Session::addOutputOptions (CLI::App& command)
 
 void Session::data (const std::string& text) const { writeLine (stdout, text); }
 
-void Session::data (const json& document) const
-{
-    dataAsJSON (document.dump (1, ' ', false, json::error_handler_t::replace));
-}
+void Session::data (const json& document) const { dataAsJSON (indentedJSON (document)); }
 
 void Session::dataAsJSON (std::string text) const { writeLine (stdout, printableJSON (std::move (text))); }
 

@@ -28,6 +28,9 @@ struct WorkStopped : CommandFailure
     using CommandFailure::CommandFailure;
 };
 
+/** A document as text, indented by a blank a level. What no UTF-8 text can hold becomes U+FFFD. */
+std::string indentedJSON (const json& document);
+
 /** The command line asks for something that doesn't exist; the program says so and ends with 2. */
 struct WrongUsage : std::runtime_error
 {

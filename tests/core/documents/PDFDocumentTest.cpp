@@ -434,8 +434,23 @@ TEST_F (PDFDocumentTest, aLimitOfThePageHoldsForWhatComesAgainToo)
     document.setClip ({});
     document.drawRepeated ("line", { 100, 300, 40, 20 }, draw);
     const auto pdf = saved();
-    ASSERT_EQ (pdf.page().clipBoxes.size(), 1u);
+    EXPECT_FALSE (pdf.page().hasLine (100, 110, 140, 110, 1, black));
     EXPECT_TRUE (pdf.page().hasLine (100, 310, 140, 310, 1, black));
+}
+
+TEST_F (PDFDocumentTest, whatReachesBeyondItsPlaceIsNotSeen)
+{
+    const auto draw = [this]
+    {
+        document.drawLine (100, 110, 140, 110, 1, plain);
+        document.drawLine (100, 90, 140, 90, 1, plain);
+        document.drawLine (100, 120, 140, 120, 1, plain); // on the edge
+    };
+    document.drawRepeated ("lines", { 100, 100, 40, 20 }, draw);
+    const auto pdf = saved();
+    EXPECT_TRUE (pdf.page().hasLine (100, 110, 140, 110, 1, black));
+    EXPECT_FALSE (pdf.page().hasLine (100, 90, 140, 90, 1, black));
+    EXPECT_TRUE (pdf.page().hasLine (100, 120, 140, 120, 1, black));
 }
 
 // ---- the file ------------------------------------------------------------------------------------------------------------

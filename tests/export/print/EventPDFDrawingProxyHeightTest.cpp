@@ -2,6 +2,8 @@
 // Reasons, and how high a drawn cue is.
 #include "export/print/DrawnCueSupport.h"
 
+#include <array>
+
 using namespace ExportSupport;
 
 namespace
@@ -188,6 +190,70 @@ TEST_F (EventPDFDrawingProxyHeight, noWidthIsTooSmallToMeasureAndDraw)
     document->saveToPath();
     EXPECT_EQ (ReadPDF (folder.file ("cues.pdf")).page().count ("A101"), 3)
         << "of the two narrowest it is left of the paper";
+}
+
+TEST_F (EventPDFDrawingProxyHeight, theLinesOfNoWidthAreLost)
+{
+    constexpr float far = 300; // from the left edge of the paper
+    constexpr std::array widths { 300.0f, 130.0f, 100.0f, 60.0f, 15.0f };
+    std::vector<float> heights;
+    settings->showTakeNumbers = true;
+
+    for (const auto width : widths)
+    {
+        auto narrow = proxy (cue ("Hello?"));
+        heights.push_back (narrow.drawingHeight (width));
+        narrow.draw (far, y, width);
+        document->addPage();
+    }
+
+    document->saveToPath();
+    const ReadPDF pdf (folder.file ("cues.pdf"));
+
+    for (std::size_t number = 0; number < widths.size(); ++number)
+    {
+        const auto& page = pdf.page (number);
+        const auto width = widths[number], edge = far + width - 115, size = (width - 115) / 24;
+        const auto lower = y - heights[number], upper = lower + size;
+        EXPECT_TRUE (page.hasOutline ({ far, lower, width, heights[number] }, 1, lineGrey)) << width;
+        EXPECT_TRUE (page.hasLine (edge, y - 26, far + width, y - 26, 1, lineGrey)) << width;
+        EXPECT_TRUE (page.hasLine (edge, y, edge, lower, 1, lineGrey)) << width;
+        EXPECT_TRUE (page.hasLine (far, upper, edge, upper, 1, lineGrey)) << width;
+
+        for (int i = 1; i <= 24; ++i)
+        {
+            const auto place = far + static_cast<float> (i) * size;
+            EXPECT_TRUE (page.hasLine (place, lower, place, upper, 1, lineGrey)) << width << " " << i;
+        }
+    }
+}
+
+TEST_F (EventPDFDrawingProxyHeight, whatCuesHaveInCommonIsDescribedOnce)
+{
+    settings->showTakeNumbers = true;
+    const auto formsOf = [this] (const std::vector<std::string>& cues, const std::vector<int>& takes)
+    {
+        document =
+            std::make_shared<PDFDocument> (folder.file ("cues.pdf").getFullPathName(), PaperSize::a4());
+        const juce::Image image (juce::Image::ARGB, 14, 14, true);
+        document->setImage (image, EventPDFDrawingProxy::kCharacterIconIdentifier, false);
+        auto top = 800.0f;
+
+        for (std::size_t i = 0; i < cues.size(); ++i)
+        {
+            auto next = proxy (cue (cues[i]));
+            next.numTakeBoxes = takes[i % takes.size()];
+            next.draw (x, top, w);
+            top -= next.drawingHeight (w) + 10.1f;
+        }
+
+        document->saveToPath();
+        return ReadPDF (folder.file ("cues.pdf")).numberOfForms();
+    };
+    EXPECT_EQ (formsOf ({ "Hello?", "Who is there?", "Nobody.", "At three", "Now" }, { 24 }), 3)
+        << "the frame, the icons and the boxes";
+    EXPECT_EQ (formsOf ({ "Hello?", longText, "Now" }, { 24 }), 4) << "a higher frame";
+    EXPECT_EQ (formsOf ({ "Hello?", "Now", "At three" }, { 24, 12 }), 4) << "other boxes";
 }
 
 } // namespace

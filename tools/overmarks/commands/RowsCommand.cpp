@@ -3,11 +3,11 @@
 #include "ListSource.h"
 #include "TextTable.h"
 #include "commands/Commands.h"
+#include "list/JSONText.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 namespace overmarks
@@ -25,18 +25,10 @@ struct RowsOptions
     bool rich = false;
 };
 
-bool standsInJSONAsItIs (std::string_view text)
-{
-    return std::all_of (text.begin(), text.end(),
-                        [] (char c) { return c >= ' ' && c < '\x7f' && c != '"' && c != '\\'; });
-}
-
-std::string asText (const json& value) { return value.dump (1, ' ', false, json::error_handler_t::replace); }
-
 /** A cell with its looks, where it stands in the rows of the document. */
 std::string richCell (const ZEP::Core::RichTextString& cell)
 {
-    auto text = asText (
+    auto text = indentedJSON (
         json::parse (juce::JSON::toString (juce::var (cell.toJSONDynamicObject().get())).toStdString()));
 
     for (auto end = text.find ('\n'); end != std::string::npos; end = text.find ('\n', end + 1))
@@ -47,14 +39,10 @@ std::string richCell (const ZEP::Core::RichTextString& cell)
 
 void appendCell (std::string& document, const ZEP::Core::RichTextString& cell, bool rich)
 {
-    const std::string_view text = cell.getText().toRawUTF8();
-
     if (rich)
         document += richCell (cell);
-    else if (standsInJSONAsItIs (text))
-        document.append (1, '"').append (text).append (1, '"');
     else
-        document += asText (json (text));
+        JSONText::append (document, cell.getText());
 }
 
 void appendRow (std::string& document, const std::vector<ZEP::Core::RichTextString>& row, bool rich)
@@ -71,30 +59,25 @@ void appendRow (std::string& document, const std::vector<ZEP::Core::RichTextStri
     document += row.empty() ? "[]" : "\n  ]";
 }
 
-/** Writes the rows as they are made into JSON, so that a season's table doesn't stand in memory twice; with their looks it does.
-    @param document  what there is before them */
-void writeRows (std::string document, const std::vector<std::vector<ZEP::Core::RichTextString>>& rows,
-                bool rich, const Session& session)
+/** Writes the rows as they are made into JSON, so that a season's table doesn't stand in memory twice; with their looks it does. */
+void appendRows (TextInParts& document, const std::vector<std::vector<ZEP::Core::RichTextString>>& rows,
+                 bool rich)
 {
-    constexpr std::size_t longEnough = 1 << 16;
+    auto& text = document.text;
     const char* separator = "[\n  ";
 
     for (const auto& row : rows)
     {
-        document += separator;
-        appendRow (document, row, rich);
+        text += separator;
+        appendRow (text, row, rich);
         separator = ",\n  ";
 
         // Looks that JSON can't tell end the command, and its answer then is one document.
-        if (! rich && document.size() >= longEnough)
-        {
-            session.partOfJSON (document);
-            document.clear();
-        }
+        if (! rich)
+            document.passOn();
     }
 
-    document += rows.empty() ? "[]" : "\n ]";
-    session.partOfJSON (document);
+    text += rows.empty() ? "[]" : "\n ]";
 }
 
 /** What the document tells before the rows. */
@@ -149,10 +132,15 @@ json tailAsJSON (const ReadFile& read, const Session& session)
 
 void writeAsJSON (const ReadFile& read, bool rich, const Session& session)
 {
-    auto head = asText (headAsJSON (read));
-    head.erase (head.rfind ('\n')); // the closing brace comes behind the tail
-    writeRows (head + ",\n \"rows\": ", read.importer->rows, rich, session);
-    session.partOfJSON ("," + asText (tailAsJSON (read, session)).substr (1) + "\n");
+    const TextInParts::Sink sink = [&session] (const std::string& part) { session.partOfJSON (part); };
+    TextInParts document (sink);
+    auto& text = document.text;
+    text = indentedJSON (headAsJSON (read));
+    text.erase (text.rfind ('\n')); // the closing brace comes behind the tail
+    text += ",\n \"rows\": ";
+    appendRows (document, read.importer->rows, rich);
+    text += "," + indentedJSON (tailAsJSON (read, session)).substr (1) + "\n";
+    document.passOn (1);
 }
 
 /** What there is to know of the reading besides the rows. */
