@@ -63,7 +63,8 @@ public:
     using RowMaker = std::function<const std::vector<RichTextString>&(std::size_t row)>;
 
     /** The same for a table of which there is a single row at a time: a season's list takes ten times its texts as a whole table.
-        @param rowAt  called twice for each row from the first to the last, and has to make the same row then */
+        @param rowAt  called for each row from the first to the last. Large letters take as many lines as the rows below make their
+                      column wide: then those rows are asked for ahead, once in a table, and have to be the same in their turn */
     void writeRows (const juce::String& path, std::size_t numberOfRows, const RowMaker& rowAt,
                     juce::String& error);
 };

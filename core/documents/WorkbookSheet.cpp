@@ -95,6 +95,14 @@ double scaleOf (const std::vector<WorkbookRun>& runs)
     return scale;
 }
 
+/** Empty for a text without a look of its own. */
+std::vector<WorkbookRun> runsOf (const RichTextString& cell, bool isHeading)
+{
+    return cell.isPlain() ? std::vector<WorkbookRun>() : workbookRunsOf (cell, isHeading);
+}
+
+std::string_view textOf (const RichTextString& cell) { return cell.getText().toRawUTF8(); }
+
 } // namespace
 
 WorkbookFailure WorkbookFailure::temporaryFilesCut (const std::string& folder)
@@ -103,10 +111,8 @@ WorkbookFailure WorkbookFailure::temporaryFilesCut (const std::string& folder)
                             + " didn't take everything; is that disk full?");
 }
 
-WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& temporaryFolder,
-                              const std::vector<std::size_t>& columnWidths)
-    : folder (temporaryFolder),
-      widths (columnWidths)
+WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& temporaryFolder)
+    : folder (temporaryFolder)
 {
     lxw_workbook_options options {};
     options.constant_memory = LXW_TRUE;
@@ -124,7 +130,6 @@ WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& tempor
 
     body = newFormat (false);
     heading = newFormat (true);
-    arrangeColumns();
 }
 
 lxw_format* WorkbookSheet::newFormat (bool bold)
@@ -180,52 +185,95 @@ void WorkbookSheet::writeXML (lxw_col_t column, const std::string& xml, lxw_form
     cell->type = INLINE_RICH_STRING_CELL;
 }
 
-/** @returns the height that shows the whole cell, in points */
+/** @returns how many times as large as usual its letters are */
 double WorkbookSheet::addCell (lxw_col_t column, const RichTextString& cell)
 {
-    const std::string_view text (cell.getText().toRawUTF8());
-    const auto runs = cell.isPlain() ? std::vector<WorkbookRun>() : workbookRunsOf (cell, isHeading());
-    const auto scale = scaleOf (runs);
-    const auto room = static_cast<std::size_t> (static_cast<double> (widths[column]) / scale);
+    const auto runs = runsOf (cell, isHeading());
     auto* const whole = runs.size() == 1 ? formatFor (runs.front().look) : nullptr;
     auto* const usual = isHeading() ? heading : body;
 
     if (runs.empty() || whole != nullptr)
-        writePlain (column, text, whole != nullptr ? whole : usual);
+        writePlain (column, textOf (cell), whole != nullptr ? whole : usual);
     else
         writeXML (column, workbookXMLOf (runs), usual);
 
-    return static_cast<double> (WorkbookText::lines (text, room)) * LXW_DEF_ROW_HEIGHT * scale;
+    return scaleOf (runs);
 }
 
-void WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
+bool WorkbookSheet::addRow (const std::vector<RichTextString>& cells)
 {
+    measure (cells);
     double height = LXW_DEF_ROW_HEIGHT;
+    bool isKnown = true;
 
     for (std::size_t i = 0; i < cells.size(); ++i)
-        if (cells[i].getText().isNotEmpty())
-            height = std::max (height, addCell (static_cast<lxw_col_t> (i), cells[i]));
+        if (const auto text = textOf (cells[i]); ! text.empty())
+        {
+            const auto scale = addCell (static_cast<lxw_col_t> (i), cells[i]);
+            height = std::max (height, heightOf (i, text, scale));
+            isKnown = isKnown && isHeightKnown (i, text, scale);
+        }
 
-    // Some programs cut what is wrapped unless the row is said to be higher.
-    if (height > LXW_DEF_ROW_HEIGHT)
-        check (worksheet_set_row (sheet, rows, std::min (height, highestRow), nullptr));
+    if (isKnown)
+        setHeight (rows, height);
 
     if (isHeading()) // its looks are bold
         formats.clear();
 
     ++rows;
+    return isKnown;
 }
 
-void WorkbookSheet::widen (std::vector<std::size_t>& widths, const std::vector<RichTextString>& row,
-                           bool isHeading)
+void WorkbookSheet::arrangeHeight (const std::vector<RichTextString>& cells)
 {
-    const auto button = isHeading ? filterButton : 0;
-    widths.resize (std::max (widths.size(), row.size()), narrowest);
+    measure (cells);
+    areWidthsFinal = true;
+    double height = LXW_DEF_ROW_HEIGHT;
 
-    for (std::size_t i = 0; i < row.size(); ++i)
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        height = std::max (height, heightOf (i, textOf (cells[i]), scaleOf (runsOf (cells[i], false))));
+
+    setHeight (rows - 1, height);
+}
+
+/** In digits, with letters that are so many times as large as usual. */
+std::size_t WorkbookSheet::roomIn (std::size_t column, double scale) const
+{
+    return static_cast<std::size_t> (static_cast<double> (widths[column]) / scale);
+}
+
+/** A text of usual letters has made its column wide enough for all its lines, or as wide as columns get. One of larger letters may
+    yet get more room, unless it has enough. */
+bool WorkbookSheet::isHeightKnown (std::size_t column, std::string_view text, double scale) const
+{
+    return scale <= 1.0 || areWidthsFinal || widths[column] >= widest
+           || WorkbookText::width (text) <= roomIn (column, scale);
+}
+
+/** The height that shows the whole cell, in points. */
+double WorkbookSheet::heightOf (std::size_t column, std::string_view text, double scale) const
+{
+    return static_cast<double> (WorkbookText::lines (text, roomIn (column, scale))) * LXW_DEF_ROW_HEIGHT
+           * scale;
+}
+
+/** Some programs cut what is wrapped unless the row is said to be higher. */
+void WorkbookSheet::setHeight (lxw_row_t row, double height)
+{
+    if (height > LXW_DEF_ROW_HEIGHT)
+        check (worksheet_set_row (sheet, row, std::min (height, highestRow), nullptr));
+}
+
+void WorkbookSheet::measure (const std::vector<RichTextString>& cells)
+{
+    const auto beside = margin + (isHeading() ? filterButton : 0);
+    widths.resize (std::max (widths.size(), cells.size()), narrowest);
+
+    for (std::size_t i = 0; i < cells.size(); ++i)
         if (widths[i] < widest)
-            widths[i] = std::clamp (WorkbookText::width (row[i].getText().toRawUTF8()) + margin + button,
-                                    widths[i], widest);
+            if (const auto text = textOf (cells[i]);
+                text.size() + beside > widths[i]) // in bytes, see lines()
+                widths[i] = std::clamp (WorkbookText::width (text) + beside, widths[i], widest);
 }
 
 void WorkbookSheet::arrangeColumns()
@@ -265,6 +313,7 @@ std::size_t WorkbookSheet::bytesOfRows()
 
 std::size_t WorkbookSheet::finish()
 {
+    arrangeColumns();
     arrangeTable();
     const auto bytes = bytesOfRows();
     errno = 0;

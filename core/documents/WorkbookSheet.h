@@ -29,23 +29,26 @@ public:
 
 /** The one sheet of a new workbook while it is filled, row by row from the top.
 
-    Every cell is text and stays text when somebody edits it. The rows go to temporary files and are not kept in memory. */
+    Every cell is text and stays text when somebody edits it. The rows go to temporary files and are not kept in memory. Columns
+    become as wide as their longest lines, within bounds, and rows as high as the wrapped lines take. The rule that is easily
+    missed: a row's height may depend on widths that only rows below it will give, and then those have to be measured first. */
 class WorkbookSheet final
 {
 public:
     /** @param path             where the workbook is written
         @param temporaryFolder  of the files that hold the rows meanwhile
-        @param columnWidths     of the columns, in digits
         @throws WorkbookFailure */
-    WorkbookSheet (const std::string& path, const std::string& temporaryFolder,
-                   const std::vector<std::size_t>& columnWidths);
+    WorkbookSheet (const std::string& path, const std::string& temporaryFolder);
 
-    /** Makes the columns of a table as wide as a further row had best have them: as its longest lines, within bounds. */
-    static void widen (std::vector<std::size_t>& widths, const std::vector<RichTextString>& row,
-                       bool isHeading);
+    /** Writes the next row; the first one is the heading. Throws WorkbookFailure.
+        @returns whether it has its height; if not, measure() all rows below it, and then arrangeHeight() */
+    [[nodiscard]] bool addRow (const std::vector<RichTextString>& cells);
 
-    /** Writes the next row; the first one is the heading. Throws WorkbookFailure. */
-    void addRow (const std::vector<RichTextString>& cells);
+    /** Makes the columns as wide as a row had best have them. */
+    void measure (const std::vector<RichTextString>& cells);
+
+    /** Gives the row that was added last its height, now that all rows below it have been measured. */
+    void arrangeHeight (const std::vector<RichTextString>& cells);
 
     /** Writes the workbook. Nothing is added after it. Throws WorkbookFailure.
         @returns the bytes of XML that the rows take if all went well; only isWholeWorkbook() knows whether it did */
@@ -59,6 +62,10 @@ private:
 
     [[nodiscard]] bool isHeading() const noexcept { return rows == 0; }
     double addCell (lxw_col_t column, const RichTextString& cell);
+    [[nodiscard]] std::size_t roomIn (std::size_t column, double scale) const;
+    [[nodiscard]] bool isHeightKnown (std::size_t column, std::string_view text, double scale) const;
+    [[nodiscard]] double heightOf (std::size_t column, std::string_view text, double scale) const;
+    void setHeight (lxw_row_t row, double height);
     void writePlain (lxw_col_t column, std::string_view text, lxw_format* format);
     void writeXML (lxw_col_t column, const std::string& xml, lxw_format* format);
     lxw_format* formatFor (const WorkbookLook& look);
@@ -73,7 +80,8 @@ private:
     lxw_format* heading = nullptr;
     lxw_format* body = nullptr;
     std::map<WorkbookLook, lxw_format*> formats; ///< of cells that have one look as a whole
-    std::vector<std::size_t> widths;
+    std::vector<std::size_t> widths;             ///< of the columns, in digits, as the rows so far ask for
+    bool areWidthsFinal = false;
     lxw_row_t rows = 0;
 };
 

@@ -56,7 +56,7 @@ void refuseLongCell (const RichTextString& cell, std::size_t row, std::size_t co
                                + " characters, and a cell has room for " + std::to_string (mostInACell));
 }
 
-/** Nothing is cut: what has no place in a workbook is told before anything is written. */
+/** Nothing is cut: what has no place in a workbook is told, and nothing is written. */
 void refuseWhatDoesNotFit (const Row& cells, std::size_t row)
 {
     if (cells.size() > mostColumns)
@@ -67,45 +67,34 @@ void refuseWhatDoesNotFit (const Row& cells, std::size_t row)
         refuseLongCell (cells[column], row, column);
 }
 
-/** How wide the columns had best be. */
-std::vector<std::size_t> widthsOf (std::size_t numberOfRows, const ExcelFileHandler::RowMaker& rowAt)
-{
-    if (numberOfRows > mostRows)
-        throw WorkbookFailure ("there are " + std::to_string (numberOfRows)
-                               + " rows, and a sheet has room for " + std::to_string (mostRows));
-
-    std::vector<std::size_t> widths;
-
-    for (std::size_t row = 0; row < numberOfRows; ++row)
-    {
-        const auto& cells = rowAt (row);
-        refuseWhatDoesNotFit (cells, row);
-        WorkbookSheet::widen (widths, cells, row == 0);
-    }
-
-    return widths;
-}
-
 /** Packs the rows. The library reports a disk that is full only where it can't go on. */
 std::string_view pack (PackedWorkbook& packed, std::size_t numberOfRows,
                        const ExcelFileHandler::RowMaker& rowAt)
 {
-    const auto widths = widthsOf (numberOfRows, rowAt);
+    const auto checked = [&rowAt] (std::size_t row) -> const Row&
+    {
+        const auto& cells = rowAt (row);
+        refuseWhatDoesNotFit (cells, row);
+        return cells;
+    };
+
+    if (numberOfRows > mostRows)
+        throw WorkbookFailure ("there are " + std::to_string (numberOfRows)
+                               + " rows, and a sheet has room for " + std::to_string (mostRows));
+
     const WritingWithoutSignals scope;
     const auto folder =
         juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName().toStdString();
-    WorkbookSheet sheet (packed.path(), folder, widths);
+    WorkbookSheet sheet (packed.path(), folder);
 
     for (std::size_t row = 0; row < numberOfRows; ++row)
-    {
-        const auto& cells = rowAt (row);
+        if (! sheet.addRow (checked (row)))
+        {
+            for (auto below = row + 1; below < numberOfRows; ++below)
+                sheet.measure (checked (below));
 
-        if (cells.size() > widths.size())
-            throw WorkbookFailure ("row " + std::to_string (row + 1) + " has changed meanwhile");
-
-        refuseWhatDoesNotFit (cells, row);
-        sheet.addRow (cells);
-    }
+            sheet.arrangeHeight (checked (row));
+        }
 
     const auto bytesOfRows = sheet.finish();
     const auto bytes = packed.bytes();

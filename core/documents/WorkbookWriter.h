@@ -9,7 +9,7 @@ namespace ZEP::Core
 {
 
 /** Writes a workbook of one sheet. The words of a failure; empty on success.
-    @param rowAt  called twice for each row, from the first to the last: the rows are judged and measured before one is written */
+    @param rowAt  see ExcelFileHandler::writeRows() */
 [[nodiscard]] juce::String writeWorkbook (const juce::String& path, std::size_t numberOfRows,
                                           const ExcelFileHandler::RowMaker& rowAt);
 

@@ -113,32 +113,6 @@ TEST_F (WorkbookWriterTest, cellsStandInTheirPlaces)
     EXPECT_EQ (valuesAt (*sheet, "//c/is/t"), (Names { "a", "b", "c" }));
 }
 
-TEST_F (WorkbookWriterTest, rowsThatAreMadeOneByOneAreAskedForTwiceInTheirOrder)
-{
-    const Rows rows { { juce::String ("Text") }, { juce::String ("a") }, { juce::String ("a long line") } };
-    std::vector<std::size_t> asked;
-    Cells current;
-    juce::String error;
-    const auto path = folder.directory() + "/made.xlsx";
-    ExcelFileHandler().writeRows (
-        path, rows.size(),
-        [&] (std::size_t row) -> const Cells&
-        {
-            asked.push_back (row);
-            return current = rows[row];
-        },
-        error);
-    EXPECT_EQ (error, "");
-    EXPECT_EQ (asked, (std::vector<std::size_t> { 0, 1, 2, 0, 1, 2 }));
-
-    Rows whole = rows;
-    const auto other = folder.directory() + "/whole.xlsx";
-    ExcelFileHandler().writeFileContent (other, whole, error);
-    juce::MemoryBlock made, expected;
-    EXPECT_TRUE (juce::File (path).loadFileAsData (made) && juce::File (other).loadFileAsData (expected));
-    EXPECT_EQ (made, expected);
-}
-
 TEST_F (WorkbookWriterTest, theSheetHasAName)
 {
     const auto book = treeOf (partNamed (written ({ { juce::String ("a") } }), "xl/workbook.xml"));
