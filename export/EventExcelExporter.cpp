@@ -37,39 +37,55 @@ struct Source
     const std::shared_ptr<ADRCharacter> character; ///< null if the cast doesn't know it
 };
 
-using CellMaker = RichTextString (*) (const Source&);
+/** Writes a cell of that event over the one of the row before. */
+using CellMaker = void (*) (RichTextString& cell, const Source&);
 
-RichTextString start (const Source& of) { return of.event->getStartTCString(); }
-RichTextString end (const Source& of) { return of.event->getEndTCString(); }
-RichTextString duration (const Source& of) { return CellTexts::duration (of.event); }
-RichTextString cueNumber (const Source& of) { return of.event->getCueNumber(); }
-RichTextString text (const Source& of) { return of.event->getText().replaceIllegalASCIICharacters(); }
-RichTextString reason (const Source& of) { return CellTexts::reason (of.event); }
-RichTextString notes (const Source& of) { return of.event->getNotes(); }
-RichTextString engineeringNotes (const Source& of) { return of.event->getEngineeringNotes(); }
-RichTextString done (const Source& of) { return juce::String (CellTexts::yesOrNo (of.event->isDone())); }
-RichTextString takes (const Source& of) { return juce::String (of.event->getNumRecordedTakes()); }
-RichTextString type (const Source& of) { return of.event->typeString(); }
-RichTextString enabled (const Source& of)
+/** Of a column without looks. The cell keeps its run, else a season's list makes a million of them. */
+void setPlain (RichTextString& cell, const juce::String& text)
 {
-    return juce::String (CellTexts::yesOrNo (of.event->isEnabled()));
+    if (cell.length() == 0)
+        cell = text;
+    else
+        cell.setText (text);
 }
 
-RichTextString forcedNarrative (const Source& of)
+void start (RichTextString& cell, const Source& of) { setPlain (cell, of.event->getStartTCString()); }
+void end (RichTextString& cell, const Source& of) { setPlain (cell, of.event->getEndTCString()); }
+void duration (RichTextString& cell, const Source& of) { setPlain (cell, CellTexts::duration (of.event)); }
+void cueNumber (RichTextString& cell, const Source& of) { setPlain (cell, of.event->getCueNumber()); }
+void reason (RichTextString& cell, const Source& of) { setPlain (cell, CellTexts::reason (of.event)); }
+void type (RichTextString& cell, const Source& of) { setPlain (cell, of.event->typeString()); }
+
+void text (RichTextString& cell, const Source& of)
 {
-    return juce::String (CellTexts::yesOrNo (of.event->isForcedNarrative()));
+    cell = of.event->getText().replaceIllegalASCIICharacters();
 }
 
-RichTextString region (const Source& of)
+void notes (RichTextString& cell, const Source& of) { cell = of.event->getNotes(); }
+void engineeringNotes (RichTextString& cell, const Source& of) { cell = of.event->getEngineeringNotes(); }
+
+void takes (RichTextString& cell, const Source& of)
 {
-    return juce::String (CellTexts::region (of.event->getForcedNarrativeRegion()));
+    setPlain (cell, juce::String (of.event->getNumRecordedTakes()));
+}
+
+void region (RichTextString& cell, const Source& of)
+{
+    setPlain (cell, CellTexts::region (of.event->getForcedNarrativeRegion()));
+}
+
+template <auto Flag>
+void yesOrNo (RichTextString& cell, const Source& of)
+{
+    setPlain (cell, CellTexts::yesOrNo (((*of.event).*Flag)()));
 }
 
 /** The quotes are doubled as in delimited text: lists that went through either are the same to a reader. */
 template <auto Member>
-RichTextString ofCharacter (const Source& of)
+void ofCharacter (RichTextString& cell, const Source& of)
 {
-    return of.character != nullptr ? ((*of.character).*Member).replace ("\"", "\"\"") : juce::String();
+    setPlain (cell,
+              of.character != nullptr ? ((*of.character).*Member).replace ("\"", "\"\"") : juce::String());
 }
 
 struct Column
@@ -93,9 +109,9 @@ const std::vector<Column>& columns()
         { "Reason", KV::KV_Reason, reason },
         { "Notes", KV::KV_Notes, notes },
         { "Engineering Notes", KV::KV_EngineeringNotes, engineeringNotes },
-        { "Done", KV::KV_Done, done },
+        { "Done", KV::KV_Done, yesOrNo<&Event::isDone> },
         { "Number of Takes", KV::KV_NumRecordedTakes, takes },
-        { "Forced Narrative", KV::KV_IsForcedNarrative, forcedNarrative },
+        { "Forced Narrative", KV::KV_IsForcedNarrative, yesOrNo<&Event::isForcedNarrative> },
         { "FN Region", KV::KV_ForcedNarrativeRegion, region },
     };
     return table;
@@ -106,7 +122,7 @@ std::unordered_map<juce::String, CellMaker> makeCellMakers()
     std::unordered_map<juce::String, CellMaker> makers {
         // Keys that have no column.
         { KV::KV_Type, type },
-        { KV::KV_Enabled, enabled },
+        { KV::KV_Enabled, yesOrNo<&Event::isEnabled> },
     };
 
     for (const auto& column : columns())
@@ -133,15 +149,15 @@ std::vector<CellMaker> makersFor (const std::vector<juce::String>& keys)
     return makers;
 }
 
+/** @param row  empty, or filled by the same makers before */
 void fill (EventExcelExporter::Row& row, const std::vector<CellMaker>& makers,
            const std::shared_ptr<Event>& event)
 {
     const Source source (event);
-    row.clear();
-    row.reserve (makers.size());
+    row.resize (makers.size());
 
-    for (const auto maker : makers)
-        row.push_back (maker (source));
+    for (std::size_t i = 0; i < makers.size(); ++i)
+        makers[i](row[i], source);
 }
 
 } // namespace
@@ -209,8 +225,12 @@ EventExcelExporter::Row EventExcelExporter::firstLineValues()
 RichTextString EventExcelExporter::richTextStringForEventAndColumnKey (std::shared_ptr<Event> event,
                                                                        const juce::String& key)
 {
-    const auto maker = cellMakerFor (key);
-    return maker != nullptr ? maker (Source (event)) : RichTextString();
+    RichTextString cell;
+
+    if (const auto maker = cellMakerFor (key); maker != nullptr)
+        maker (cell, Source (event));
+
+    return cell;
 }
 
 juce::String EventExcelExporter::writeFile (const Events& events, const juce::File& file)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/EventExcelExporter.h"
 
+#include "core/documents/ExcelFileHandler.h"
 #include "export/ExportSupport.h"
 #include "export/GoldenFiles.h"
 #include "support/XMLTree.h"
@@ -309,6 +310,26 @@ TEST_F (ExcelExportTest, isAWorkbookOfTheEventsInTheirOrder)
     EXPECT_EQ (cueNumbers ("Reel 2.xlsx"), (Names { "Cue Number", "00123", "=1+1", "http://example.org" }));
     EXPECT_EQ (progress.reports, (Reports { { 1, 1 } }));
     EXPECT_EQ (progress.senders.front(), &exporter);
+}
+
+TEST_F (ExcelExportTest, noRowHasAnythingOfTheRowsBefore)
+{
+    addCharacter ("1", "Cora");
+    addCharacter ("2", "Ann-Christine");
+    settings->events =
+        events ({ { "1", 0, 25, "1" }, { "22", 25, 50, "2" }, { "" }, { "4", 75, 99, "1" }, { "22b" } });
+    settings->events[0]->setNotes (marked ("so red", 3, 6));
+    settings->events[1]->setNotes (RichTextString (text ("plain")));
+    settings->events[3]->setText (marked ("all red", 0, 7));
+    settings->events[4]->setText (RichTextString (text ("plain")));
+    settings->events[4]->setEngineeringNotes (marked ("red too", 0, 3));
+    EXPECT_EQ (exporter.exportEventsByTimecode(), "");
+
+    auto rows = exporter.buildFileContent (settings->events);
+    juce::String error;
+    ZEP::Core::ExcelFileHandler().writeFileContent (folder.directory() + "/rows.xlsx", rows, error);
+    EXPECT_EQ (error, "");
+    EXPECT_EQ (unzipped (folder.bytes ("Reel 2.xlsx")), unzipped (folder.bytes ("rows.xlsx")));
 }
 
 TEST_F (ExcelExportTest, anEmptyListIsAWorkbookWithItsHeading)
