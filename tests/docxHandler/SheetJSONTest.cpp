@@ -74,7 +74,26 @@ TEST (SheetJSON, aNumberThatIsTooLargeCountsAsNone)
         EXPECT_EQ (cue (number).size, 0) << number;
     }
 
-    EXPECT_EQ (cue ("2.0e1").text.runs.at (0).look.height, 20.0);
+    for (const auto& number : std::vector<std::string> { "2.0e1", "20", "20." + std::string (400, '0') })
+        EXPECT_EQ (cue (number).text.runs.at (0).look.height, 20.0) << number;
+
+    EXPECT_EQ (cue ("1" + std::string (308, '0')).text.runs.at (0).look.height, 1e308);
+}
+
+TEST (SheetJSON, asDeepAsASheetMayBeCountsWhatIsOpen)
+{
+    const auto nested = [] (int depth)
+    { return "{\"a\":" + std::string (depth - 1, '[') + std::string (depth - 1, ']') + "}"; };
+    EXPECT_EQ (refusalOf (nested (32)), "");
+    EXPECT_EQ (refusalOf (nested (33)), "The cue sheet's JSON is nested too deeply");
+
+    std::string manyInARow = "[]";
+
+    for (int i = 0; i < 100; ++i)
+        manyInARow += ",{}";
+
+    EXPECT_EQ (refusalOf ("{\"a\":[" + manyInARow + "]}"), "");
+    EXPECT_EQ (refusalOf (R"({"a":"\"\\)" + std::string (100, '{') + R"(","b":1})"), "") << "in a text";
 }
 
 TEST (SheetJSON, readsEveryField)

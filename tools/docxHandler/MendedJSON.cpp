@@ -31,69 +31,93 @@ int escapedAt (std::string_view json, std::size_t place)
 bool isHighHalf (int value) { return value >= 0xd800 && value <= 0xdbff; }
 bool isLowHalf (int value) { return value >= 0xdc00 && value <= 0xdfff; }
 
-/* Copies the escape at `place` and moves behind it. */
-void copyEscape (std::string_view json, std::size_t& place, std::string& mended)
+/* Goes through a text from left to right; what isn't mended is copied in long pieces. */
+class Mending final
 {
-    const auto value = escapedAt (json, place);
-    const auto isPair = isHighHalf (value) && isLowHalf (escapedAt (json, place + escapeLength));
-    const auto isHalf = ! isPair && (isHighHalf (value) || isLowHalf (value));
-    const auto length = isPair ? 2 * escapeLength : isHalf ? escapeLength : 2;
-    mended += isHalf ? "\\ufffd" : json.substr (place, length);
-    place = std::min (place + length, json.size());
-}
+public:
+    explicit Mending (std::string_view textToMend) : json (textToMend) { mended.reserve (json.size()); }
 
-void copyText (std::string_view json, std::size_t& place, std::string& mended)
-{
-    mended += json[place++];
-
-    while (place < json.size() && json[place] != '"')
+    std::string whole()
     {
-        if (json[place] == '\\')
-            copyEscape (json, place, mended);
-        else
-            mended += json[place++];
+        while (place < json.size())
+        {
+            const auto c = json[place];
+
+            if (c == '"')
+                passText();
+            else if (c == '-' || (c >= '0' && c <= '9'))
+                passNumber();
+            else
+                ++place;
+        }
+
+        copyUpTo (json.size());
+        return std::move (mended);
     }
 
-    if (place < json.size())
-        mended += json[place++];
-}
-
-bool isOfNumber (char c) { return std::string_view ("+-.0123456789eE").find (c) != std::string_view::npos; }
-
-void copyNumber (std::string_view json, std::size_t& place, std::string& mended)
-{
-    const auto start = place;
-
-    while (place < json.size() && isOfNumber (json[place]))
+private:
+    void passText()
+    {
         ++place;
 
-    const std::string number (json.substr (start, place - start));
-    mended += std::isinf (std::strtod (number.c_str(), nullptr)) ? "null" : number;
-}
+        while (place < json.size() && json[place] != '"')
+        {
+            if (json[place] == '\\')
+                passEscape();
+            else
+                ++place;
+        }
+
+        place = std::min (place + 1, json.size());
+    }
+
+    void passEscape()
+    {
+        const auto value = escapedAt (json, place);
+        const auto isPair = isHighHalf (value) && isLowHalf (escapedAt (json, place + escapeLength));
+        const auto isHalf = ! isPair && (isHighHalf (value) || isLowHalf (value));
+
+        if (isHalf)
+            replace (place + escapeLength, "\\ufffd");
+        else
+            place = std::min (place + (isPair ? 2 * escapeLength : 2), json.size());
+    }
+
+    void passNumber()
+    {
+        constexpr std::size_t longestThatFits = 300; // without an exponent
+        const auto end = std::min (json.find_first_not_of ("+-.0123456789eE", place), json.size());
+        const auto number = json.substr (place, end - place);
+
+        if ((number.size() > longestThatFits || number.find_first_of ("eE") != std::string_view::npos)
+            && std::isinf (std::strtod (std::string (number).c_str(), nullptr)))
+            replace (end, "null");
+        else
+            place = end;
+    }
+
+    void copyUpTo (std::size_t end)
+    {
+        mended += json.substr (copied, end - copied);
+        copied = end;
+    }
+
+    /* What stands from here up to `end`. */
+    void replace (std::size_t end, std::string_view replacement)
+    {
+        copyUpTo (place);
+        mended += replacement;
+        place = copied = end;
+    }
+
+    std::string_view json;
+    std::size_t place = 0;
+    std::size_t copied = 0; ///< what lies before is in `mended`
+    std::string mended;
+};
 
 } // namespace
 
-std::string mendedJSON (std::string_view json)
-{
-    std::string mended;
-    mended.reserve (json.size());
-
-    for (std::size_t place = 0; place < json.size();)
-    {
-        const auto c = json[place];
-
-        if (c == '"')
-            copyText (json, place, mended);
-        else if (c == '-' || (c >= '0' && c <= '9'))
-            copyNumber (json, place, mended);
-        else
-        {
-            mended += c;
-            ++place;
-        }
-    }
-
-    return mended;
-}
+std::string mendedJSON (std::string_view json) { return Mending (json).whole(); }
 
 } // namespace DocxHandler

@@ -8,6 +8,8 @@
 #include "RunWriter.h"
 #include "WordNames.h"
 
+#include <algorithm>
+
 namespace DocxHandler
 {
 
@@ -87,7 +89,9 @@ std::string documentPart (const Sheet& sheet, const Paper& paper, Icons& icons,
     for (const auto& block : sheet.blocks)
         cueCount += block.size();
 
-    XMLText xml;
+    constexpr std::size_t usualBytesOfCue = 6000;
+    constexpr std::size_t mostCuesExpected = 10000; // a stranger's file may have millions that are empty
+    XMLText xml (std::min (cueCount, mostCuesExpected) * usualBytesOfCue);
     openRoot (xml, "w:document");
     xml.open ("w:body");
 

@@ -181,19 +181,39 @@ SheetFrontMatter frontMatterFrom (const JSON& json)
              textAt (json, "pictureVersion"),    textAt (json, "charAndActor") };
 }
 
+bool isTooDeep (std::string_view json)
+{
+    int depth = 0;
+    bool isInText = false;
+
+    for (std::size_t place = 0; place < json.size(); ++place)
+    {
+        const auto c = json[place];
+
+        if (c == '"')
+            isInText = ! isInText;
+        else if (isInText && c == '\\')
+            ++place;
+        else if (! isInText && (c == '{' || c == '['))
+            ++depth;
+        else if (! isInText && (c == '}' || c == ']'))
+            --depth;
+
+        if (depth > deepest)
+            return true;
+    }
+
+    return false;
+}
+
 JSON parsed (std::string_view text)
 {
-    const auto isShallow = [] (int depth, JSON::parse_event_t, JSON&)
-    {
-        if (depth > deepest)
-            throw Failure ("The cue sheet's JSON is nested too deeply");
-
-        return true;
-    };
+    if (isTooDeep (text))
+        throw Failure ("The cue sheet's JSON is nested too deeply");
 
     try
     {
-        return JSON::parse (mendedJSON (text), isShallow);
+        return JSON::parse (mendedJSON (text));
     }
     catch (const JSON::exception&)
     {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -16,31 +18,49 @@ namespace DocxHandler
 class XMLText final
 {
 public:
+    /** Refers to its text, which the call that it is made for outlives. */
     class Attribute
     {
     public:
-        Attribute (std::string_view attributeName, std::string_view text) : name (attributeName), value (text)
+        Attribute (std::string_view attributeName, std::string_view value)
+            : name (attributeName),
+              text (value)
         {
         }
-        Attribute (std::string_view attributeName, const char* text) : name (attributeName), value (text) {}
-        Attribute (std::string_view attributeName, const std::string& text)
+        Attribute (std::string_view attributeName, const char* value) : name (attributeName), text (value) {}
+        Attribute (std::string_view attributeName, const std::string& value)
             : name (attributeName),
-              value (text)
+              text (value)
         {
         }
 
         template <typename Integer, typename = std::enable_if_t<std::is_integral_v<Integer>>>
         Attribute (std::string_view attributeName, Integer number)
             : name (attributeName),
-              value (std::to_string (number))
+              length (static_cast<std::size_t> (
+                  std::to_chars (digits.data(), digits.data() + digits.size(), number).ptr - digits.data()))
         {
         }
 
+        [[nodiscard]] std::string_view value() const noexcept
+        {
+            return length > 0 ? std::string_view (digits.data(), length) : text;
+        }
+
         std::string_view name;
-        std::string value;
+
+    private:
+        std::string_view text;
+        std::array<char, 24> digits; ///< of a number
+        std::size_t length = 0;
     };
 
     using Attributes = std::initializer_list<Attribute>;
+
+    XMLText() = default;
+
+    /** @param expectedLength  in bytes, roughly: a long text isn't copied then as it grows */
+    explicit XMLText (std::size_t expectedLength) { out.reserve (expectedLength); }
 
     /** An element that holds what follows until close(). */
     void open (std::string_view element, Attributes attributes = {});
@@ -66,6 +86,7 @@ public:
 
 private:
     void start (std::string_view element, Attributes attributes);
+    void character (char32_t written);
 
     std::string out;
     std::vector<std::string_view> openElements;
