@@ -18,6 +18,7 @@ pkg_check_modules(JUCE_PLATFORM REQUIRED IMPORTED_TARGET freetype2 libpng libjpe
 pkg_check_modules(ORCUS REQUIRED IMPORTED_TARGET liborcus-0.17)
 pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(LIBDEFLATE REQUIRED IMPORTED_TARGET libdeflate)
 pkg_check_modules(PUGIXML REQUIRED IMPORTED_TARGET pugixml)
 
 # Drawn pages.

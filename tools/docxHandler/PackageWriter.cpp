@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "PackageWriter.h"
 
+#include "DeflatedPart.h"
 #include "Failure.h"
 
+#include <algorithm>
+#include <deque>
+#include <memory>
+#include <numeric>
 #include <zip.h>
 
 namespace DocxHandler
@@ -13,82 +18,104 @@ namespace
 
 [[noreturn]] void failPacking() { throw Failure ("The document can't be packed"); }
 
-} // namespace
-
-void PackageWriter::SourceRelease::operator() (zip_source* source) const noexcept
+struct SourceRelease
 {
-    ::zip_source_free (source);
-}
+    void operator() (zip_source_t* source) const noexcept { ::zip_source_free (source); }
+};
 
-void PackageWriter::ArchiveDiscard::operator() (zip* opened) const noexcept { ::zip_discard (opened); }
-
-PackageWriter::PackageWriter()
+struct ArchiveDiscard
 {
-    bytes.reset (::zip_source_buffer_create (nullptr, 0, 0, nullptr));
+    void operator() (zip_t* archive) const noexcept { ::zip_discard (archive); }
+};
 
-    if (! bytes)
-        failPacking();
+using Source = std::unique_ptr<zip_source_t, SourceRelease>;
+using Archive = std::unique_ptr<zip_t, ArchiveDiscard>;
 
-    archive.reset (::zip_open_from_source (bytes.get(), ZIP_TRUNCATE, nullptr));
+Archive archiveInto (const Source& bytes)
+{
+    Archive archive (::zip_open_from_source (bytes.get(), ZIP_TRUNCATE, nullptr));
 
     if (! archive)
         failPacking();
 
-    ::zip_source_keep (bytes.get()); // the archive has taken over one hold on it, the other is ours
+    ::zip_source_keep (bytes.get()); // the archive has taken over one hold on it, the other is the caller's
+    return archive;
 }
 
-PackageWriter::~PackageWriter() = default;
-
-void PackageWriter::add (std::string_view name, std::string content)
+/* @param part  is read when the archive is closed */
+void addTo (zip_t* archive, const std::string& name, DeflatedPart& part)
 {
     constexpr zip_uint16_t firstDay = (0U << 9U) | (1U << 5U) | 1U; // 1 January 1980
-    contents.push_back (std::move (content));
-    const auto& kept = contents.back();
-    auto* source = ::zip_source_buffer (archive.get(), kept.data(), kept.size(), 0);
+    Source source (::zip_source_function (archive, &DeflatedPart::answer, &part));
 
-    if (source == nullptr)
+    if (! source)
         failPacking();
 
-    const auto index = ::zip_file_add (archive.get(), std::string (name).c_str(), source, ZIP_FL_ENC_UTF_8);
+    const auto index = ::zip_file_add (archive, name.c_str(), source.get(), ZIP_FL_ENC_UTF_8);
 
     if (index < 0)
-    {
-        ::zip_source_free (source);
         failPacking();
-    }
 
-    if (::zip_file_set_dostime (archive.get(), static_cast<zip_uint64_t> (index), 0, firstDay, 0) != 0
-        || ::zip_set_file_compression (archive.get(), static_cast<zip_uint64_t> (index), ZIP_CM_DEFLATE, 6)
-               != 0)
+    static_cast<void> (source.release());
+
+    if (::zip_file_set_dostime (archive, static_cast<zip_uint64_t> (index), 0, firstDay, 0) != 0)
         failPacking();
 }
 
-std::string PackageWriter::finish (const std::function<void (double)>& progress)
+std::string contentOf (zip_source_t* bytes)
 {
-    const auto tell = [] (zip_t*, double share, void* listener)
-    { (*static_cast<const std::function<void (double)>*> (listener)) (share); };
-    auto listener = progress;
-    constexpr double step = 0.05;
-    ::zip_register_progress_callback_with_state (archive.get(), step, tell, nullptr, &listener);
-
-    if (::zip_close (archive.get()) != 0)
-        failPacking();
-
-    static_cast<void> (archive.release());
     zip_stat_t state;
     ::zip_stat_init (&state);
 
-    if (::zip_source_stat (bytes.get(), &state) != 0 || ::zip_source_open (bytes.get()) != 0)
+    if (::zip_source_stat (bytes, &state) != 0 || ::zip_source_open (bytes) != 0)
         failPacking();
 
     std::string result (state.size, '\0');
-    const auto length = ::zip_source_read (bytes.get(), result.data(), result.size());
-    ::zip_source_close (bytes.get());
+    const auto length = ::zip_source_read (bytes, result.data(), result.size());
+    ::zip_source_close (bytes);
 
     if (length < 0 || static_cast<std::size_t> (length) != result.size())
         failPacking();
 
     return result;
+}
+
+} // namespace
+
+PackageWriter::PackageWriter() = default;
+PackageWriter::~PackageWriter() = default;
+
+void PackageWriter::add (std::string_view name, std::string content)
+{
+    parts.push_back ({ std::string (name), std::move (content) });
+}
+
+std::string PackageWriter::finish (const std::function<void (double)>& progress)
+{
+    const Source bytes (::zip_source_buffer_create (nullptr, 0, 0, nullptr));
+
+    if (! bytes)
+        failPacking();
+
+    std::deque<DeflatedPart> deflated; // kept until the archive is closed, each in its place
+    auto archive = archiveInto (bytes);
+    const auto total =
+        std::accumulate (parts.begin(), parts.end(), std::size_t { 0 },
+                         [] (std::size_t sum, const Part& part) { return sum + part.content.size(); });
+    std::size_t done = 0;
+
+    for (const auto& [name, content] : parts)
+    {
+        addTo (archive.get(), name, deflated.emplace_back (content));
+        done += content.size();
+        progress (static_cast<double> (done) / static_cast<double> (std::max<std::size_t> (total, 1)));
+    }
+
+    if (::zip_close (archive.get()) != 0)
+        failPacking();
+
+    static_cast<void> (archive.release());
+    return contentOf (bytes.get());
 }
 
 } // namespace DocxHandler

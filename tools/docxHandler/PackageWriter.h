@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include <deque>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
-
-struct zip;
-struct zip_source;
+#include <vector>
 
 namespace DocxHandler
 {
@@ -28,18 +24,13 @@ public:
     [[nodiscard]] std::string finish (const std::function<void (double)>& progress);
 
 private:
-    struct SourceRelease
+    struct Part
     {
-        void operator() (zip_source* source) const noexcept;
-    };
-    struct ArchiveDiscard
-    {
-        void operator() (zip* archive) const noexcept;
+        std::string name;
+        std::string content;
     };
 
-    std::deque<std::string> contents; ///< kept until finish(), each in its place
-    std::unique_ptr<zip_source, SourceRelease> bytes;
-    std::unique_ptr<zip, ArchiveDiscard> archive;
+    std::vector<Part> parts;
 };
 
 } // namespace DocxHandler

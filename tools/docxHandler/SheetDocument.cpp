@@ -21,7 +21,7 @@ void addPictures (PackageWriter& package, const Icons& icons)
 std::string wordDocument (const Sheet& sheet, const Surroundings& surroundings,
                           const std::function<void (double)>& progress)
 {
-    constexpr double shareOfLayout = 0.4; // of the time; the rest goes into packing
+    constexpr double shareOfLayout = 0.6; // of the time; the rest goes into packing
     const auto hasFooter = sheet.footer.has_value();
     Icons icons ("body");
     Icons footerIcons ("footer");
