@@ -10,6 +10,7 @@
 #include "export/frame/OutputFileNames.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "export/word/ProgressBarHelper.h"
+#include "export/word/TextStream.h"
 
 #include <cmath>
 #include <utility>
@@ -247,7 +248,7 @@ juce::String EventWordExporter::writeAndRegisterJSONFile (juce::String suffix)
 {
     const juce::File file (DocxHandlerProtocol::exportJSONFilePath (suffix));
     auto path = file.getFullPathName();
-    juce::MemoryOutputStream json;
+    std::string json;
 
     if (wordDocument != nullptr)
     {
@@ -255,12 +256,12 @@ juce::String EventWordExporter::writeAndRegisterJSONFile (juce::String suffix)
         roundNumbers (*object);
         constexpr int indentLevel = 0;
         constexpr int decimalPlaces = 1;
-        object->writeAsJSON (json, indentLevel, true, decimalPlaces);
+        TextStream stream (json);
+        object->writeAsJSON (stream, indentLevel, true, decimalPlaces);
         tmpJSONFilePaths.push_back (path);
     }
 
-    const auto result = DocxHandlerProtocol::replaceFile (
-        file, { static_cast<const char*> (json.getData()), json.getDataSize() });
+    const auto result = DocxHandlerProtocol::replaceFile (file, json);
 
     // Else today's document would be made of an older list, or of somebody else's. What is missing the tool tells by itself.
     if (result.failed() && DocxHandlerProtocol::isAStrangers (file))
