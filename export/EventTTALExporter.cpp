@@ -2,6 +2,7 @@
 #include "export/EventTTALExporter.h"
 
 #include "core/system/SystemUtility.h"
+#include "core/text/ObjectJSON.h"
 #include "core/text/WideObject.h"
 #include "core/timecode/TCToolbox.h"
 #include "export/TTALActionTime.h"
@@ -105,7 +106,7 @@ juce::String EventTTALExporter::writeEventsToTTALFile (const Events& events, con
         return {};
 
     OutputFile output (file);
-    juce::MemoryOutputStream json;
+    std::string json;
 
     {
         const auto timeInfo = events.front()->getTimeInfo();
@@ -114,10 +115,10 @@ juce::String EventTTALExporter::writeEventsToTTALFile (const Events& events, con
         root->setProperty (TTAL::kMeta, buildMetaBlock (timeInfo, settings->timelineSettings.language));
         root->setProperty (TTAL::kEvents, buildEventsBlock (events));
         root->setProperty (TTAL::kCharacters, buildCharactersBlock());
-        root->writeAsJSON (json, 0, false, 1);
+        json = Core::jsonTextOf (*root, false);
     }
 
-    output.write (json.getData(), json.getDataSize());
+    output.write (json.data(), json.size());
 
     if (output.finish())
         return {};

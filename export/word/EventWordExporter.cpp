@@ -4,13 +4,13 @@
 #include "core/cast/ADRCueReasonsManager.h"
 #include "core/system/Logger.h"
 #include "core/system/SystemUtility.h"
+#include "core/text/ObjectJSON.h"
 #include "export/frame/ByCharacterWalk.h"
 #include "export/frame/CellTexts.h"
 #include "export/frame/CharacterHeaderText.h"
 #include "export/frame/OutputFileNames.h"
 #include "export/word/DocxHandlerProtocol.h"
 #include "export/word/ProgressBarHelper.h"
-#include "export/word/TextStream.h"
 
 #include <cmath>
 #include <utility>
@@ -254,10 +254,7 @@ juce::String EventWordExporter::writeAndRegisterJSONFile (juce::String suffix)
     {
         const auto object = wordDocument->toJSONDynamicObject();
         roundNumbers (*object);
-        constexpr int indentLevel = 0;
-        constexpr int decimalPlaces = 1;
-        TextStream stream (json);
-        object->writeAsJSON (stream, indentLevel, true, decimalPlaces);
+        json = Core::jsonTextOf (*object, true);
         tmpJSONFilePaths.push_back (path);
     }
 

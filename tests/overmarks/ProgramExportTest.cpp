@@ -86,6 +86,21 @@ TEST_F (ProgramTest, aFullDiskLosesNoProject)
     EXPECT_THAT (result.errors, HasSubstr ("Can't write /dev/full: No space left on device"));
 }
 
+TEST_F (ProgramTest, aBellInAListLosesNoDocument)
+{
+    write ("x.csv", "Start TC,Text,Character,Notes\n00:00:01:00,Hi\ayou,An\ana,n\ab\n");
+
+    for (const auto* const name : { "x.docx", "x.ttal" })
+    {
+        const auto result = run ({ "convert", "x.csv", name });
+        EXPECT_EQ (result.status, 0) << name << result.errors;
+    }
+
+    EXPECT_TRUE (nlohmann::json::accept (read ("x.ttal")));
+    EXPECT_EQ (run ({ "rows", "x.docx" }).status, 0);
+    EXPECT_EQ (run ({ "rows", "x.csv", "--json", "--rich" }).json()["rows"][1][2]["text"], "An\ana");
+}
+
 TEST_F (ProgramTest, withoutAnybodyToAskALossyTakerListIsNotWritten)
 {
     std::string list = "Start TC,Cue Number,Text\n";

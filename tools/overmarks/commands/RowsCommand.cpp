@@ -3,6 +3,7 @@
 #include "ListSource.h"
 #include "TextTable.h"
 #include "commands/Commands.h"
+#include "core/text/ObjectJSON.h"
 #include "list/JSONText.h"
 
 #include <algorithm>
@@ -28,8 +29,8 @@ struct RowsOptions
 /** A cell with its looks, where it stands in the rows of the document. */
 std::string richCell (const ZEP::Core::RichTextString& cell)
 {
-    auto text = indentedJSON (
-        json::parse (juce::JSON::toString (juce::var (cell.toJSONDynamicObject().get())).toStdString()));
+    const auto look = cell.toJSONDynamicObject();
+    auto text = indentedJSON (json::parse (ZEP::Core::jsonTextOf (*look, true)));
 
     for (auto end = text.find ('\n'); end != std::string::npos; end = text.find ('\n', end + 1))
         text.insert (end + 1, 3, ' ');
