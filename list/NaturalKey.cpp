@@ -52,6 +52,18 @@ void appendLength (std::string& key, std::size_t length)
 
 bool isDigit (const char* place) { return *place >= '0' && *place <= '9'; }
 
+/** Two in a byte, an odd one first: runs of one length go by their value, and fewer bytes are sooner compared. */
+void appendPairs (std::string& key, const char* begin, const char* end)
+{
+    const auto valueOf = [] (char digit) { return static_cast<unsigned> (digit - '0'); };
+
+    if ((end - begin) % 2 != 0)
+        append (key, valueOf (*begin++) + 1);
+
+    for (; begin != end; begin += 2)
+        append (key, 10 * valueOf (begin[0]) + valueOf (begin[1]) + 1);
+}
+
 /** @returns the place behind the run */
 const char* appendDigits (std::string& key, const char* begin)
 {
@@ -63,32 +75,44 @@ const char* appendDigits (std::string& key, const char* begin)
     const auto length = static_cast<std::size_t> (end - begin);
 
     if (*begin == '0')
+    {
         append (key, digitsWithZero);
-    else
-        appendLength (key, length);
-
-    key.append (begin, length);
-
-    if (*begin == '0')
+        key.append (begin, length);
         key += endOfDigits;
+    }
+    else
+    {
+        appendLength (key, length);
+        appendPairs (key, begin, end);
+    }
 
     return end;
 }
 
+void appendASCII (std::string& key, unsigned character)
+{
+    const bool isSmall = character >= 'a' && character <= 'z', isLarge = character >= 'A' && character <= 'Z';
+    append (key, isSmall ? character - 'a' + letter : isLarge ? character - 'A' + letter : character + sign);
+}
+
 void appendCharacter (std::string& key, juce::juce_wchar character)
 {
-    const auto code = CharacterFunctions::toUpperCase (character);
-    const bool isLetter = CharacterFunctions::isLetterOrDigit (code);
-
-    if (code >= endOfASCII)
+    if (character < endOfASCII)
     {
-        append (key, isLetter ? farLetter : farSign);
-        appendCode (key, code);
+        appendASCII (key, static_cast<unsigned> (character));
+        return;
     }
-    else if (isLetter)
-        append (key, static_cast<unsigned> (code) - 'A' + letter);
-    else
-        append (key, static_cast<unsigned> (code) + sign);
+
+    const auto code = CharacterFunctions::toUpperCase (character);
+
+    if (code < endOfASCII)
+    {
+        appendASCII (key, static_cast<unsigned> (code));
+        return;
+    }
+
+    append (key, CharacterFunctions::isLetterOrDigit (code) ? farLetter : farSign);
+    appendCode (key, code);
 }
 
 } // namespace

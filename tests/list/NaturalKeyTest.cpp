@@ -51,6 +51,25 @@ TEST (NaturalKey, aNumberOfAnyLengthGoesByItsValue)
     }
 }
 
+TEST (NaturalKey, aUsualCueNumberFitsIntoEightBytes)
+{
+    for (const char* text : { "R1 1234", "R12-345", "101-0", "M1234a", "12345678" })
+        EXPECT_LE (naturalKeyOf (text).size(), 8U) << text;
+}
+
+TEST (NaturalKey, numbersByChanceGoByTheirValue)
+{
+    std::mt19937 random (5);
+    for (int i = 0; i < 100000; ++i)
+    {
+        const auto number = [&random] { return juce::String (std::to_string (random() >> random() % 32)); };
+        const auto a = "R" + number() + " " + number(), b = "R" + number() + "-" + number();
+        const auto c = a.upToFirstOccurrenceOf (" ", true, false) + number();
+        ASSERT_EQ (byKeys (a, b), byTexts (a, b)) << a << " and " << b;
+        ASSERT_EQ (byKeys (a, c), byTexts (a, c)) << a << " and " << c;
+    }
+}
+
 /** Letters beyond ASCII are letters, as in a program that has asked for its user's language. */
 class EveryLetter final
 {
