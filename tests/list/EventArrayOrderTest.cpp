@@ -478,6 +478,27 @@ TEST_F (EventArrayOrderTest, actorAndPrefixOnlyPartTheSpokenFromTheSilent)
     }
 }
 
+TEST_F (EventArrayOrderTest, longTextsThatBeginAlikeGoByTheirEnds)
+{
+    EventArray::Events events;
+    for (int i = 0; i < 40; ++i)
+    {
+        const auto end = i * 7 % 40;
+        events.push_back (cue (juce::String (end).paddedLeft ('0', 2), i * 100));
+        setField (*events.back(), "text",
+                  ZEP::Core::RichTextString (juce::String::repeatedString ("a", 32 + end % 9)
+                                             + juce::String (end).paddedLeft ('0', 2)));
+    }
+
+    auto expected = events;
+    std::stable_sort (expected.begin(), expected.end(),
+                      [] (const auto& a, const auto& b)
+                      { return a->getText().getText().compare (b->getText().getText()) < 0; });
+    EXPECT_EQ (sorted (events, Keys::KV_Text, false), namesOf (expected));
+    std::reverse (expected.begin(), expected.end());
+    EXPECT_EQ (sorted (events, Keys::KV_Text, true), namesOf (expected));
+}
+
 TEST_F (EventArrayOrderTest, anIdentifierThatTheMapDoesNotKnowDoesNotEndTheProgram)
 {
     const auto anna = addCharacter ("ANNA", "Z", "Z");

@@ -17,8 +17,9 @@ int sign (int value) { return (value > 0) - (value < 0); }
 std::string textByChance (std::mt19937& random)
 {
     static const std::string bytes { "ab\x01\x7f\xc3\xff" };
-    std::string text (random() % 20, 'a');
-    for (std::size_t i = random() % 30; i > 0; --i)
+    const bool isLong = random() % 2 == 0; // alike in all that a key holds of it
+    std::string text (isLong ? 32 + random() % 9 : random() % 20, 'a');
+    for (std::size_t i = random() % (isLong ? 3 : 30); i > 0; --i)
         text += bytes[random() % bytes.size()];
     return text;
 }
