@@ -177,28 +177,49 @@ void EventArray::removeEvents (const Events& eventsToRemove, bool withUndo)
 namespace
 {
 
-/** Makes a vector hold these events, touching only where it holds others. Each event that is taken or let go is written to. */
-void store (const std::vector<EventPlace>& places, EventArray::Events& target)
+/** Asks the memory for the count of those who hold an event; it stands in front of the event if both were made in one piece. */
+void fetchCount (const std::shared_ptr<Event>& event)
+{
+    constexpr std::uintptr_t sizeOfCount = 16;
+
+    if (event != nullptr)
+        __builtin_prefetch (
+            reinterpret_cast<const void*> (reinterpret_cast<std::uintptr_t> (event.get()) - sizeOfCount), 1);
+}
+
+/** Makes vectors hold these events, touching only where they hold others. Each event that is taken or let go is written to. */
+template <typename... Target>
+void store (const std::vector<EventPlace>& places, Target&... targets)
 {
     constexpr std::size_t ahead = 16;
     const auto number = places.size();
-    target.resize (std::max (target.size(), number));
+    const auto length = std::max ({ number, targets.size()... });
+    (targets.resize (std::max (targets.size(), number)), ...);
 
-    for (std::size_t i = 0; i < target.size(); ++i)
+    const auto putInto = [&] (EventArray::Events& target, std::size_t i)
     {
         if (i + ahead < target.size())
-            if (const auto* const leaving = target[i + ahead].get())
-                __builtin_prefetch (leaving, 1);
-        if (i + ahead < number)
-            __builtin_prefetch (places[i + ahead]->get(), 1);
+            fetchCount (target[i + ahead]);
+        if (i >= target.size())
+            return;
 
         if (i >= number)
             target[i].reset();
         else if (target[i] != *places[i])
             target[i] = *places[i];
+    };
+
+    for (std::size_t i = 0; i < length; ++i)
+    {
+        if (i + 2 * ahead < number)
+            __builtin_prefetch (places[i + 2 * ahead]);
+        if (i + ahead < number)
+            fetchCount (*places[i + ahead]);
+
+        (putInto (targets, i), ...);
     }
 
-    target.resize (number);
+    (targets.resize (number), ...);
 }
 
 } // namespace
@@ -209,9 +230,16 @@ void EventArray::sortContentAndUpdateFilteredEvents()
     times.sort (events);
     auto listed = filtered (times);
     times.sort (listed);
-    store (listed, filteredEvents);
-    EventSortOrder (sortKey, sortDescending).sort (listed, times);
-    store (listed, sortedFilteredEvents);
+
+    if (const EventSortOrder order (sortKey, sortDescending); order.isHeldByTimes (listed, times))
+        store (listed, filteredEvents, sortedFilteredEvents);
+    else
+    {
+        store (listed, filteredEvents);
+        order.sort (listed, times);
+        store (listed, sortedFilteredEvents);
+    }
+
     positions.forget();
 }
 

@@ -3,11 +3,11 @@
 #include "list/EventArray.h"
 
 #include "list/EventArrayNews.h"
-#include "list/EventSortKeys.h"
+#include "list/ListedTimes.h"
+#include "list/TextPart.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <cstdint>
-#include <cstring>
 #include <deque>
 #include <unordered_set>
 
@@ -17,37 +17,31 @@ namespace ZEP::Overmarks
 namespace
 {
 
-/** In UTF-8 a text holds a part if its bytes do. */
-bool contains (const juce::String& whole, const juce::String& part)
-{
-    return part.isEmpty() || std::strstr (whole.getCharPointer(), part.getCharPointer()) != nullptr;
-}
-
 /** The four texts that an event has to match; an empty one matches everything. */
 struct FilterTexts
 {
     juce::String character;
-    juce::String text;
-    juce::String cueNumber;
+    TextPart text;
+    TextPart cueNumber;
     juce::String actor;
 
     /** Asks the memory for what letsThrough() is going to read in the event. */
-    void fetch (const Event& event) const
+    void fetchStrings (const Event& event) const
     {
-        if (text.isNotEmpty())
-            __builtin_prefetch (&event.getText().getText());
-        if (cueNumber.isNotEmpty())
-            __builtin_prefetch (&event.getCueNumber());
+        if (! text.isEmpty())
+            fetch (&event.getText().getText());
+        if (! cueNumber.isEmpty())
+            fetch (&event.getCueNumber());
         if (character.isNotEmpty() || actor.isNotEmpty())
-            __builtin_prefetch (&event.getCharacterID());
+            fetch (&event.getCharacterID());
     }
 
     /** And for the texts themselves. */
     void fetchTexts (const Event& event) const
     {
-        if (text.isNotEmpty())
+        if (! text.isEmpty())
             fetchText (event.getText().getText());
-        if (cueNumber.isNotEmpty())
+        if (! cueNumber.isEmpty())
             fetchText (event.getCueNumber());
         if (character.isNotEmpty() || actor.isNotEmpty())
             fetchText (event.getCharacterID());
@@ -55,7 +49,7 @@ struct FilterTexts
 
     bool letsThrough (const Event& event) const
     {
-        if (! contains (event.getText().getText(), text) || ! contains (event.getCueNumber(), cueNumber))
+        if (! text.isIn (event.getText().getText()) || ! cueNumber.isIn (event.getCueNumber()))
             return false;
 
         if (character.isEmpty() && actor.isEmpty())
@@ -72,8 +66,8 @@ private:
     {
         constexpr int lineOfCache = 64;
         const auto bytes = reinterpret_cast<std::uintptr_t> (string.getCharPointer().getAddress());
-        __builtin_prefetch (reinterpret_cast<const void*> (bytes));
-        __builtin_prefetch (reinterpret_cast<const void*> (bytes + lineOfCache)); // maybe behind the text
+        fetch (reinterpret_cast<const void*> (bytes));
+        fetch (reinterpret_cast<const void*> (bytes + lineOfCache)); // maybe behind the text
     }
 };
 
@@ -97,9 +91,9 @@ public:
             events, [this] (const auto& event) { visit (&event); },
             [this] (const Event& event)
             {
-                texts.fetch (event);
+                texts.fetchStrings (event);
                 if (numAdjacent >= 1)
-                    event.fetchTimes();
+                    fetchTimes (event);
             },
             [this] (const Event& event) { texts.fetchTexts (event); });
     }
@@ -210,8 +204,10 @@ void EventArray::updateFilteredEvents()
 std::vector<EventPlace> EventArray::filtered (const ListedTimes& times)
 {
     const int numAdjacent = filterValue (EventNumAdjacentCuesKey).getIntValue();
-    const FilterTexts texts { filterValue (EventCharacterFilterKey), filterValue (EventTextFilterKey),
-                              filterValue (EventCueNumberFilterKey), filterValue (EventActorFilterKey) };
+    const FilterTexts texts { filterValue (EventCharacterFilterKey),
+                              TextPart (filterValue (EventTextFilterKey)),
+                              TextPart (filterValue (EventCueNumberFilterKey)),
+                              filterValue (EventActorFilterKey) };
     std::vector<EventPlace> listed;
     listed.reserve (events.size());
     FilterWalk (texts, numAdjacent, times, listed).walkThrough (events);

@@ -3,6 +3,7 @@
 
 #include "event/Event.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -17,24 +18,41 @@ using EventPlace = const std::shared_ptr<Event>*;
 inline const Event& eventOf (const std::shared_ptr<Event>& event) { return *event; } ///< The event itself.
 inline const Event& eventOf (EventPlace place) { return **place; }                   ///< The event itself.
 
+/** Asks the memory for what stands at a place, or nowhere. Not without a word of assembler: a compiler takes a function that does no more
+    than ask for one without any effect, and leaves out its calls. */
+inline void fetch (const void* place) noexcept
+{
+    __builtin_prefetch (place);
+    asm volatile("");
+}
+
+inline void fetchTimes (const Event& event) noexcept ///< For what looks at nothing but the times of an event.
+{
+    event.fetchTimes();
+    asm volatile("");
+}
+
 /** Shows each event of a list to `visit`, in the list's order. Events lie all over the memory; each is asked for some steps before it
     is its turn, since a long list would wait for every single one otherwise.
-    @param fetch      is shown the events, but the first ones, some steps before, and asks the memory for what will be looked at in them,
-                      but looks at nothing
-    @param fetchMore  is shown them halfway, and may ask for what they lead to */
-template <typename Item, typename Visit, typename Fetch, typename FetchMore>
-void visitAhead (const std::vector<Item>& events, Visit visit, Fetch fetch, FetchMore fetchMore)
+    @param ask      is shown the events, but the first ones, some steps before, and asks the memory for what will be looked at in them, but
+                    looks at nothing
+    @param askMore  is shown them halfway, and may ask for what they lead to */
+template <typename Item, typename Visit, typename Ask, typename AskMore>
+void visitAhead (const std::vector<Item>& events, Visit visit, Ask ask, AskMore askMore)
 {
-    constexpr std::size_t ahead = 48, halfway = 24;
-
-    for (std::size_t i = 0; i < events.size(); ++i)
+    // Some at a time: the memory looks for many together, but not while the visit of one lies between them.
+    constexpr std::size_t some = 32;
+    const auto showFrom = [&events] (std::size_t begin, auto show)
     {
-        if (i + ahead < events.size())
-            fetch (eventOf (events[i + ahead]));
-        if (i + halfway < events.size())
-            fetchMore (eventOf (events[i + halfway]));
+        for (auto i = begin; i < std::min (begin + some, events.size()); ++i)
+            show (events[i]);
+    };
 
-        visit (events[i]);
+    for (std::size_t begin = 0; begin < events.size(); begin += some)
+    {
+        showFrom (begin + 2 * some, [&ask] (const Item& item) { ask (eventOf (item)); });
+        showFrom (begin + some, [&askMore] (const Item& item) { askMore (eventOf (item)); });
+        showFrom (begin, visit);
     }
 }
 
@@ -43,7 +61,7 @@ template <typename Item, typename Visit>
 void visitAhead (const std::vector<Item>& events, Visit visit)
 {
     visitAhead (
-        events, visit, [] (const Event& event) { event.fetchTimes(); }, [] (const Event&) {});
+        events, visit, [] (const Event& event) { fetchTimes (event); }, [] (const Event&) {});
 }
 
 } // namespace ZEP::Overmarks

@@ -1,101 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/EventSortKeys.h"
 
-#include "core/system/SystemUtility.h"
-#include "core/timecode/TCToolbox.h"
 #include "event/EventKeyValueEditor.h"
 #include "list/NaturalKey.h"
-#include "list/StableSort.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <iterator>
 #include <limits>
-#include <numeric>
 #include <utility>
 
 namespace ZEP::Overmarks
 {
 
 using KV = EventKeyValueEditor;
-using ZEP::Core::SystemUtility;
-using ZEP::Core::TCToolbox;
-
-// ---- timecodes -----------------------------------------------------------------------------------------------------------
-
-namespace
-{
-
-constexpr std::size_t bitsOfCharacter = 4;
-constexpr std::size_t charactersInHalf = 64 / bitsOfCharacter;
-
-/** In the order of ASCII, the end of the text lowest. */
-constexpr std::uint64_t rankOf (char character)
-{
-    switch (character)
-    {
-        case '-': return 1;
-        case ':': return 12;
-        case ';': return 13;
-        default: return static_cast<std::uint64_t> (character - '0') + 2;
-    }
-}
-
-bool hasTwoDigits (std::int32_t number) { return number >= 0 && number <= 99; }
-
-/** Of its two digits. */
-std::uint64_t rankOf (std::int32_t number)
-{
-    const auto value = static_cast<std::uint64_t> (number);
-    return (value / 10 + rankOf ('0')) << bitsOfCharacter | (value % 10 + rankOf ('0'));
-}
-
-} // namespace
-
-TimecodeKey::TimecodeKey (std::string_view timecode) noexcept
-{
-    const auto length = std::min (timecode.size(), 2 * charactersInHalf);
-
-    for (std::size_t i = 0; i < length; ++i)
-        characters[i / charactersInHalf] |= rankOf (timecode[i])
-                                            << (64 - bitsOfCharacter * (i % charactersInHalf + 1));
-}
-
-TimecodeKey TimecodeKey::keyAt (int frameIndex, const Event& event,
-                                std::size_t (Event::*writeText) (char*) const)
-{
-    const auto& info = event.getTimeInfo();
-
-    if (info != nullptr && frameIndex != -1)
-    {
-        const auto time = TCToolbox::tcTimeForFrameIndex (frameIndex, *info);
-
-        if (hasTwoDigits (time.hours) && hasTwoDigits (time.minutes) && hasTwoDigits (time.seconds)
-            && hasTwoDigits (time.frames))
-        {
-            TimecodeKey key;
-            key.characters.front() =
-                rankOf (time.hours) << 56 | rankOf (':') << 52 | rankOf (time.minutes) << 44
-                | rankOf (':') << 40 | rankOf (time.seconds) << 32
-                | rankOf (info->tcDef.dropFrame ? ';' : ':') << 28 | rankOf (time.frames) << 20;
-            return key;
-        }
-    }
-
-    std::array<char, TCToolbox::longestTimecode> text;
-    return TimecodeKey ({ text.data(), (event.*writeText) (text.data()) });
-}
-
-TimecodeKey TimecodeKey::startOf (const Event& event)
-{
-    return keyAt (event.getInPointFrameIndex(), event, &Event::writeStartTC);
-}
-
-TimecodeKey TimecodeKey::endOf (const Event& event)
-{
-    return keyAt (event.getEndFrameIndex(), event, &Event::writeEndTC);
-}
 
 // ---- the columns ---------------------------------------------------------------------------------------------------------
 
@@ -176,30 +94,36 @@ EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
 
 // ---- keys ----------------------------------------------------------------------------------------------------------------
 
-EventSortOrder::Key EventSortOrder::keyFor (const Event& event, const EventTimes& times,
-                                            MadeTexts& made) const
+/** @param timesOf  gives the times of the event; not asked where the column needs none */
+template <typename TimesOf>
+EventSortOrder::Key EventSortOrder::keyFor (const Event& event, TimesOf timesOf, MadeTexts& made) const
 {
     Key key;
 
     switch (column)
     {
-        case Column::start: return startKeyFor (event, times);
+        case Column::start: return startKeyFor (event, timesOf());
         case Column::end: return endKeyFor (event);
         case Column::number: key.number = numberOf (event); break;
         case Column::text: key.text = keyOf (textOf (event)); break;
-        case Column::character: fillCharacterKey (key, event, times); break;
+
+        case Column::character:
+            fillCharacter (key, event);
+            if (! key.hasCharacter)
+                key.timecode = timesOf().start;
+            break;
 
         case Column::cueNumber:
             key.text = cueNumberKeyFor (event, made);
-            key.timecode = times.start;
+            key.timecode = timesOf().start;
             break;
 
         case Column::characterData:
             key.hasCharacter = event.getCharacterID().isNotEmpty();
-            key.timecode = times.start;
+            key.timecode = timesOf().start;
             break;
 
-        case Column::plainStart: key.timecode = times.start; break;
+        case Column::plainStart: key.timecode = timesOf().start; break;
     }
 
     return key;
@@ -238,7 +162,7 @@ TextKey EventSortOrder::cueNumberKeyFor (const Event& event, MadeTexts& made)
     return key.isWhole() ? key : TextKey (made.emplace_back (std::move (natural)).c_str());
 }
 
-void EventSortOrder::fillCharacterKey (Key& key, const Event& event, const EventTimes& times) const
+void EventSortOrder::fillCharacter (Key& key, const Event& event) const
 {
     const auto character =
         characters != nullptr ? characters->characterForID (event.getCharacterID()) : nullptr;
@@ -246,8 +170,6 @@ void EventSortOrder::fillCharacterKey (Key& key, const Event& event, const Event
 
     if (key.hasCharacter)
         key.text = keyOf (character->name);
-    else
-        key.timecode = times.start;
 }
 
 // ---- comparing -----------------------------------------------------------------------------------------------------------
@@ -331,8 +253,12 @@ bool EventSortOrder::goesBefore (const Key& a, const Key& b) const
 bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
 {
     MadeTexts made;
-    const auto keyOfA = keyFor (a, EventTimes (a), made);
-    return goesBefore (keyOfA, keyFor (b, EventTimes (b), made));
+    const auto key = [&] (const Event& event)
+    {
+        return keyFor (
+            event, [&event] { return EventTimes (event); }, made);
+    };
+    return goesBefore (key (a), key (b));
 }
 
 bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
@@ -340,29 +266,21 @@ bool EventSortOrder::goesBeforeInWholeList (const Key& a, const Key& b) const
     return column == Column::start ? startsBeforeInWholeList (a, b) : goesBefore (a, b);
 }
 
+/** Of any column but those of texts. */
 std::uint64_t EventSortOrder::firstRankInWholeList (const Key& key) const
 {
     constexpr auto last = std::numeric_limits<std::uint64_t>::max();
     constexpr auto half = std::uint64_t { 1 } << 63;
     const auto ranked = [this] (std::uint64_t rank) { return descending ? ~rank : rank; };
 
-    switch (column)
-    {
-        case Column::start:
-        case Column::end: return key.hasTime ? ranked (key.timecode.rank()) : last;
+    if (column == Column::number)
+        return ranked (rankOf (key.number));
+    if (column == Column::plainStart)
+        return ranked (key.timecode.rank());
+    if (column == Column::character || column == Column::characterData)
+        return ranked (key.hasCharacter ? 0 : half + key.timecode.rank() / 2);
 
-        case Column::number: return ranked (rankOf (key.number));
-
-        case Column::character:
-        case Column::characterData: return ranked (key.hasCharacter ? 0 : half + key.timecode.rank() / 2);
-
-        case Column::plainStart: return ranked (key.timecode.rank());
-
-        case Column::text:
-        case Column::cueNumber: break;
-    }
-
-    return 0;
+    return key.hasTime ? ranked (key.timecode.rank()) : last;
 }
 
 std::optional<std::uint64_t> EventSortOrder::rankInWholeList (const Key& key, std::size_t rank) const
@@ -396,151 +314,66 @@ const juce::String* EventSortOrder::stringOf (const Event& event) const
 }
 
 template <typename Item, typename TimesOf>
-void EventSortOrder::sortByKeys (std::vector<Item>& events, TimesOf timesOf) const
+ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const std::vector<Item>& events, TimesOf timesOf,
+                                                            MadeTexts& made) const
 {
-    const auto fetch = [&] (const Event& event)
+    const auto ask = [&] (const Event& event)
     {
         if (const auto* string = stringOf (event))
-            __builtin_prefetch (string);
+            fetch (string);
         else if (! needsTimesAlone())
-            event.fetchTimes();
+            fetchTimes (event);
     };
-    const auto fetchMore = [&] (const Event& event)
+    const auto askMore = [&] (const Event& event)
     {
         if (const auto* string = stringOf (event))
-            __builtin_prefetch (string->getCharPointer().getAddress());
+            fetch (string->getCharPointer().getAddress());
     };
-    MadeTexts made;
-    std::vector<Key> keys;
+    ScratchVector<Key> keys;
     keys.reserve (events.size());
-    visitAhead (
-        events, [&] (const Item& item) { keys.push_back (keyFor (eventOf (item), timesOf (item), made)); },
-        fetch, fetchMore);
-    rearrange (events,
-               stableOrderOf (
-                   keys, [this] (const Key& key, std::size_t rank) { return rankInWholeList (key, rank); },
-                   [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); }));
+    const auto addKey = [&] (const Item& item)
+    {
+        keys.push_back (keyFor (
+            eventOf (item), [&]() -> decltype (auto) { return timesOf (item); }, made));
+    };
+    visitAhead (events, addKey, ask, askMore);
+    return keys;
+}
+
+RankedPlaces EventSortOrder::orderOf (const ScratchVector<Key>& keys, bool areUnordered) const
+{
+    const auto rankOf = [this] (const Key& key, std::size_t rank) { return rankInWholeList (key, rank); };
+    const auto before = [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); };
+    return areUnordered ? stableOrderOfUnordered (keys, rankOf, before)
+                        : stableOrderOf (keys, rankOf, before);
 }
 
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
-    sortByKeys (events, [] (const std::shared_ptr<Event>& event) { return EventTimes (*event); });
+    MadeTexts made;
+    const auto timesOf = [] (const std::shared_ptr<Event>& event) { return EventTimes (*event); };
+    rearrange (events, orderOf (keysFor (events, timesOf, made), false));
+}
+
+bool EventSortOrder::isHeldByTimes (const std::vector<EventPlace>& listed, const ListedTimes& times) const
+{
+    MadeTexts made;
+    const auto key = [&] (EventPlace place)
+    {
+        return keyFor (
+            **place, [&]() -> const EventTimes& { return times.of (place); }, made);
+    };
+    return needsTimesAlone()
+           && std::is_sorted (listed.begin(), listed.end(),
+                              [&] (EventPlace a, EventPlace b)
+                              { return goesBeforeInWholeList (key (a), key (b)); });
 }
 
 void EventSortOrder::sort (std::vector<EventPlace>& listed, const ListedTimes& times) const
 {
-    if (needsTimesAlone())
-    {
-        MadeTexts made;
-        const auto key = [&] (EventPlace place) { return keyFor (**place, times.of (place), made); };
-        if (std::is_sorted (listed.begin(), listed.end(),
-                            [&] (EventPlace a, EventPlace b)
-                            { return goesBeforeInWholeList (key (a), key (b)); }))
-            return; // as it stands after most edits: then no key needs a place in the memory
-    }
-
-    sortByKeys (listed, [&] (EventPlace place) -> const EventTimes& { return times.of (place); });
-}
-
-// ---- by timecode ---------------------------------------------------------------------------------------------------------
-
-namespace
-{
-
-/** For keys of a single rank. */
-std::optional<std::uint64_t> onlyRank (std::size_t rank, std::uint64_t number)
-{
-    return rank == 0 ? std::optional (number) : std::nullopt;
-}
-
-// Texts of dashes come first: "-" sorts below the digits.
-std::vector<RankedPlace> orderByStart (const std::vector<EventTimes>& times)
-{
-    return stableOrderOf (
-        times, [] (const EventTimes& each, std::size_t rank) { return onlyRank (rank, each.start.rank()); },
-        [] (const EventTimes& a, const EventTimes& b) { return a.start < b.start; });
-}
-
-std::vector<EventTimes> timesOf (const std::vector<std::shared_ptr<Event>>& events)
-{
-    std::vector<EventTimes> times;
-    times.reserve (events.size());
-    visitAhead (events, [&times] (const auto& event) { times.emplace_back (*event); });
-    return times;
-}
-
-} // namespace
-
-void sortByStart (std::vector<std::shared_ptr<Event>>& events)
-{
-    rearrange (events, orderByStart (timesOf (events)));
-}
-
-ListedTimes::ListedTimes (const std::vector<std::shared_ptr<Event>>& events)
-    : times (timesOf (events)),
-      first (events.data())
-{
-}
-
-void ListedTimes::sort (std::vector<std::shared_ptr<Event>>& events)
-{
-    const auto order = orderByStart (times);
-    rearrange (events, order);
-    rearrange (times, order);
-    first = events.data();
-}
-
-std::vector<RankedPlace> ListedTimes::orderOf (const std::vector<EventPlace>& listed) const
-{
-    struct Key
-    {
-        bool hasInPoint;
-        int start;
-        TimecodeKey timecode;
-        TextKey cueNumber;
-    };
-
-    const bool byStartFrame = SystemUtility::getApplicationType() == 0;
-    const auto rankOf = [byStartFrame] (const Key& key, std::size_t rank)
-    {
-        constexpr std::int64_t lowest = std::numeric_limits<int>::min();
-        const auto time =
-            byStartFrame ? static_cast<std::uint64_t> (key.start - lowest + 1) : key.timecode.rank();
-        return onlyRank (rank, key.hasInPoint ? time : 0);
-    };
-    const auto before = [byStartFrame] (const Key& a, const Key& b)
-    {
-        if (a.hasInPoint != b.hasInPoint)
-            return b.hasInPoint;
-        if (! a.hasInPoint)
-            return a.cueNumber < b.cueNumber;
-
-        return byStartFrame ? a.start < b.start : a.timecode < b.timecode;
-    };
-    const auto keyFor = [this] (EventPlace place) -> Key
-    {
-        const auto& each = of (place);
-        return { each.hasInPoint(), each.startFrame, each.start,
-                 each.hasInPoint() ? TextKey() : keyOf ((*place)->getCueNumber()) };
-    };
-
-    if (std::is_sorted (listed.begin(), listed.end(),
-                        [&] (EventPlace a, EventPlace b) { return before (keyFor (a), keyFor (b)); }))
-        return {}; // as mostly: then no key needs a place in the memory
-
-    std::vector<Key> keys;
-    keys.reserve (listed.size());
-    std::transform (listed.begin(), listed.end(), std::back_inserter (keys), keyFor);
-    return stableOrderOf (keys, rankOf, before);
-}
-
-void ListedTimes::sort (std::vector<EventPlace>& listed) const { rearrange (listed, orderOf (listed)); }
-
-void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
-{
-    std::vector<EventPlace> listed (events.size());
-    std::iota (listed.begin(), listed.end(), events.data());
-    rearrange (events, ListedTimes (events).orderOf (listed));
+    MadeTexts made;
+    const auto timesOf = [&] (EventPlace place) -> const EventTimes& { return times.of (place); };
+    rearrange (listed, orderOf (keysFor (listed, timesOf, made), needsTimesAlone()));
 }
 
 } // namespace ZEP::Overmarks

@@ -4,101 +4,23 @@
 #include "core/cast/ADRCharacterMap.h"
 #include "event/Event.h"
 #include "list/EventPlace.h"
+#include "list/ListedTimes.h"
+#include "list/StableSort.h"
 #include "list/TextKey.h"
+#include "list/TimecodeKey.h"
 
 #include <juce_core/juce_core.h>
 
-#include <array>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace ZEP::Overmarks
 {
-
-/** A timecode text that compares as the text does, without being a string on the heap. */
-class TimecodeKey final
-{
-public:
-    TimecodeKey() = default;
-
-    static TimecodeKey startOf (const Event& event);
-    static TimecodeKey endOf (const Event& event);
-
-    auto operator<=> (const TimecodeKey&) const = default;
-
-    /** Never higher for a text that goes before another; for no text 0 or the highest number there is. */
-    std::uint64_t rank() const { return characters.front(); }
-
-private:
-    explicit TimecodeKey (std::string_view timecode) noexcept;
-    static TimecodeKey keyAt (int frameIndex, const Event& event,
-                              std::size_t (Event::*writeText) (char*) const);
-
-    // Four bits a character, the first one highest. Hours may have any number of digits; what is not used stays zero.
-    std::array<std::uint64_t, 2> characters {};
-};
-
-/** What lists order and filter an event by without looking at its texts. */
-struct EventTimes
-{
-    explicit EventTimes (const Event& event)
-        : start (TimecodeKey::startOf (event)),
-          startFrame (event.getStartFrameIndex()),
-          inPoint (event.getInPointFrameIndex()),
-          endFrame (event.getEndFrameIndex()),
-          type (event.getType()),
-          isHidden (event.isHiddenByFilter())
-    {
-    }
-
-    bool hasInPoint() const { return inPoint != -1; }
-
-    TimecodeKey start;
-    int startFrame;
-    int inPoint;
-    int endFrame;
-    EventType type;
-    bool isHidden;
-};
-
-struct RankedPlace;
-
-/** The times of all events of a list, one beside the other, so that its orders and its filter needn't look for them in the events
-    again. Good until the list changes. */
-class ListedTimes final
-{
-public:
-    explicit ListedTimes (const std::vector<std::shared_ptr<Event>>& events);
-
-    /** Orders the events, those of the constructor, by the texts of their start timecodes. */
-    void sort (std::vector<std::shared_ptr<Event>>& events);
-
-    /** @param place  in that list */
-    const EventTimes& of (EventPlace place) const { return times[static_cast<std::size_t> (place - first)]; }
-
-    /** Orders events of that list as EventArray::sortFilteredEventsByTimecode() does. */
-    void sort (std::vector<EventPlace>& listed) const;
-
-    /** That order for rearrange(). */
-    std::vector<RankedPlace> orderOf (const std::vector<EventPlace>& listed) const;
-
-private:
-    std::vector<EventTimes> times;
-    EventPlace first;
-};
-
-/** Orders events by the texts of their start timecodes. */
-void sortByStart (std::vector<std::shared_ptr<Event>>& events);
-
-/** Orders events by timecode, those without a time first. */
-void sortByTimecode (std::vector<std::shared_ptr<Event>>& events);
 
 /** The order of a cue table under one sort column and direction.
 
@@ -119,7 +41,11 @@ public:
     /** Orders the events, equal ones staying as they stand. */
     void sort (std::vector<std::shared_ptr<Event>>& events) const;
 
-    /** Orders events of a list. @param times  those of that list */
+    /** Whether events of a list stand in this order, as far as that is seen from their times alone: false of an order by anything else.
+        @param times  those of that list */
+    bool isHeldByTimes (const std::vector<EventPlace>& listed, const ListedTimes& times) const;
+
+    /** Orders events of a list that isHeldByTimes() has found in another order. */
     void sort (std::vector<EventPlace>& listed, const ListedTimes& times) const;
 
 private:
@@ -149,16 +75,18 @@ private:
     /** Texts that only a sort has made. They stay where they are. */
     using MadeTexts = std::deque<std::string>;
 
-    Key keyFor (const Event& event, const EventTimes& times, MadeTexts& made) const;
+    template <typename TimesOf>
+    Key keyFor (const Event& event, TimesOf timesOf, MadeTexts& made) const;
     static Key startKeyFor (const Event& event, const EventTimes& times);
     static Key endKeyFor (const Event& event);
     static TextKey cueNumberKeyFor (const Event& event, MadeTexts& made);
-    void fillCharacterKey (Key& key, const Event& event, const EventTimes& times) const;
+    void fillCharacter (Key& key, const Event& event) const;
 
     bool needsTimesAlone() const { return column == Column::start || column == Column::plainStart; }
     const juce::String* stringOf (const Event& event) const;
     template <typename Item, typename TimesOf>
-    void sortByKeys (std::vector<Item>& events, TimesOf timesOf) const;
+    ScratchVector<Key> keysFor (const std::vector<Item>& events, TimesOf timesOf, MadeTexts& made) const;
+    RankedPlaces orderOf (const ScratchVector<Key>& keys, bool areUnordered) const;
 
     bool goesBeforeInWholeList (const Key& a, const Key& b) const;
     std::optional<std::uint64_t> rankInWholeList (const Key& key, std::size_t rank) const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "list/ScratchMemory.h"
+
 #include <algorithm>
 #include <array>
 #include <compare>
@@ -60,12 +62,13 @@ struct RankedPlace
     auto operator<=> (const RankedPlace&) const = default;
 };
 
-using RankedPlaces = std::vector<RankedPlace>;
+using RankedPlaces = ScratchVector<RankedPlace>;
 
 /** Orders by the ranks, equal ones by their places, where they stand in the order of these. Many are taken a byte after the other: in a
     time that grows with their number alone.
-    @param spare  room that is made as large as is needed; several sorts may share it */
-inline void sortByRank (RankedPlaces::iterator first, RankedPlaces::iterator last, RankedPlaces& spare)
+    @param spare  room for as many; several sorts may share it */
+inline void sortByRank (RankedPlaces::iterator first, RankedPlaces::iterator last,
+                        RankedPlaces::iterator spare)
 {
     constexpr std::ptrdiff_t many = 1000;
     constexpr std::size_t bytes = sizeof (RankedPlace::rank), values = 256;
@@ -84,9 +87,7 @@ inline void sortByRank (RankedPlaces::iterator first, RankedPlaces::iterator las
         for (std::size_t byte = 0; byte < bytes; ++byte)
             ++places[byte][byteOf (*item, byte)];
 
-    const auto number = static_cast<std::size_t> (last - first);
-    spare.resize (std::max (spare.size(), number));
-    auto from = first, to = spare.begin();
+    auto from = first, to = spare;
 
     for (std::size_t byte = 0; byte < bytes; ++byte)
     {
@@ -104,18 +105,19 @@ inline void sortByRank (RankedPlaces::iterator first, RankedPlaces::iterator las
     }
 
     if (from != first)
-        std::copy_n (from, number, first);
+        std::copy_n (from, last - first, first);
 }
 
-/** Puts places into the order of their keys; see stableOrderOf(). */
-template <typename Key, typename RankOf, typename Before>
+/** Puts places into the order of their keys; see stableOrderOf(). @param spare  room for as many places as are to be ordered */
+template <typename Keys, typename RankOf, typename Before>
 class PlaceSorter final
 {
 public:
-    PlaceSorter (const std::vector<Key>& keysToOrder, RankOf ranking, Before goesBefore)
+    PlaceSorter (const Keys& keysToOrder, RankOf ranking, Before goesBefore, RankedPlaces::iterator spareRoom)
         : keys (keysToOrder),
           rankOf (ranking),
-          before (goesBefore)
+          before (goesBefore),
+          spare (spareRoom)
     {
     }
 
@@ -164,47 +166,55 @@ private:
         }
     }
 
-    const std::vector<Key>& keys;
+    const Keys& keys;
     RankOf rankOf;
     Before before;
-    RankedPlaces spare;
+    RankedPlaces::iterator spare;
 };
+
+/** As stableOrderOf(), of keys that are known to stand in another order. */
+template <typename Keys, typename RankOf, typename Before>
+RankedPlaces stableOrderOfUnordered (const Keys& keys, RankOf rankOf, Before before)
+{
+    RankedPlaces places; // and behind them spare room
+    places.resize (2 * keys.size());
+    const auto spare = places.begin() + std::ssize (keys);
+
+    for (std::size_t place = 0; place < keys.size(); ++place)
+        places[place].place = place;
+
+    PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare).sort (places.begin(), spare, 0);
+    places.resize (keys.size());
+    return places;
+}
 
 /** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
                    or of keys that are alike in these a further one, or none, which all of them have or none has
     @param before  whether one key goes before another, a strict weak order; decides where the ranks don't */
-template <typename Key, typename RankOf, typename Before>
-RankedPlaces stableOrderOf (const std::vector<Key>& keys, RankOf rankOf, Before before)
+template <typename Keys, typename RankOf, typename Before>
+RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before)
 {
-    RankedPlaces places;
-
     if (std::is_sorted (keys.begin(), keys.end(), before))
-        return places;
+        return {};
 
-    places.reserve (keys.size());
-
-    for (std::size_t place = 0; place < keys.size(); ++place)
-        places.push_back ({ 0, place });
-
-    PlaceSorter<Key, RankOf, Before> (keys, rankOf, before).sort (places.begin(), places.end(), 0);
-    return places;
+    return stableOrderOfUnordered (keys, rankOf, before);
 }
 
-/** Puts the items where stableOrderOf() wants them. */
-template <typename Item>
-void rearrange (std::vector<Item>& items, const RankedPlaces& order)
+/** Puts the items, in any vector, where stableOrderOf() wants them. */
+template <typename Items>
+void rearrange (Items& items, const RankedPlaces& order)
 {
     if (order.empty())
         return;
 
-    std::vector<Item> sorted;
+    ScratchVector<typename Items::value_type> sorted;
     sorted.reserve (items.size());
 
     for (const auto& each : order)
         sorted.push_back (std::move (items[each.place]));
 
-    items.swap (sorted);
+    std::move (sorted.begin(), sorted.end(), items.begin());
 }
 
 } // namespace ZEP::Overmarks

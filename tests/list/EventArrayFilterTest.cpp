@@ -307,6 +307,60 @@ TEST_F (EventArrayFilterTest, filteringTellsNobody)
     EXPECT_THAT (diary.entries, IsEmpty());
 }
 
+// ---- what changes while the list is filtered ---------------------------------------------------------------------------
+
+TEST_F (EventArrayFilterTest, eachFilterSeesTheTextsAsTheyAreNow)
+{
+    const auto list = nineCues ({ 2, 5 });
+    const auto show = [&list] (const char* part)
+    {
+        list->setFilterParameters ({ { EventTextFilterKey, juce::String::fromUTF8 (part) } });
+        return namesOf (list->sortedFilteredEvents);
+    };
+    const auto say = [&list] (std::size_t place, const char* text)
+    { list->events[place]->setText (ZEP::Core::RichTextString (juce::String::fromUTF8 (text))); };
+
+    EXPECT_THAT (show ("match"), ElementsAre ("2", "5"));
+    const auto two = list->sortedFilteredEvents[0], five = list->sortedFilteredEvents[1];
+    two->setText (ZEP::Core::RichTextString ("no more"));
+    EXPECT_THAT (show ("match"), ElementsAre ("5"));
+    five->setText (ZEP::Core::RichTextString (juce::String::fromUTF8 ("schöner match")));
+    EXPECT_THAT (show ("schö"), ElementsAre ("5"));
+    EXPECT_THAT (show ("scho"), IsEmpty());
+    EXPECT_THAT (show ("schöner match, no more"), IsEmpty());
+    EXPECT_THAT (show ("no more"), ElementsAre ("2"));
+
+    say (8, "no more");
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("2", list->events[8]->getCueNumber()));
+    list->removeEvent (two, false);
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_EQ (list->sortedFilteredEvents.size(), 1U);
+    list->addEvents ({ two }, false);
+    EXPECT_EQ (list->sortedFilteredEvents.size(), 2U);
+    EXPECT_EQ (show ("").size(), 9U);
+}
+
+TEST_F (EventArrayFilterTest, theListHoldsAnEventInEachVectorOnceHoweverItWasShown)
+{
+    const auto list = nineCues ({ 2, 5 });
+    std::vector<std::shared_ptr<Event>> kept (list->events);
+    for (const char* key : { "StartTCString", "CueNumber", "Text" })
+    {
+        list->sortKey = key;
+        list->setFilterParameters ({ { EventTextFilterKey, "match" } });
+        for (const auto& each : kept)
+            EXPECT_EQ (each.use_count(), each->getText().getText() == "match"                      ? 4
+                                         : each == list->fadeInEvent || each == list->fadeOutEvent ? 3
+                                                                                                   : 2)
+                << key;
+        list->setFilterParameters ({});
+        for (const auto& each : kept)
+            EXPECT_EQ (each.use_count(), each == list->fadeInEvent || each == list->fadeOutEvent ? 3 : 4)
+                << key;
+    }
+}
+
 // ---- beside the rule said slowly --------------------------------------------------------------------------------------
 
 FilterQuestion questionBy (RandomEvents& random)

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#include "list/ScratchMemory.h"
+
+#include <sys/mman.h>
+
+#include <cstddef>
+#include <new>
+
+namespace ZEP::Overmarks
+{
+
+namespace
+{
+
+class PagesOfTheSystem final : public std::pmr::memory_resource
+{
+    static constexpr std::size_t much = 512 * 1024; // less than that is found in the heap more quickly
+
+    /** Whole large pages. */
+    static std::size_t mappedFor (std::size_t bytes)
+    {
+        constexpr std::size_t largePage = 2 * 1024 * 1024;
+        return (bytes + largePage - 1) / largePage * largePage;
+    }
+
+    void* do_allocate (std::size_t bytes, std::size_t alignment) override
+    {
+        if (bytes < much)
+            return std::pmr::new_delete_resource()->allocate (bytes, alignment);
+
+        auto* const pages =
+            ::mmap (nullptr, mappedFor (bytes), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+
+        if (pages == MAP_FAILED)
+            throw std::bad_alloc();
+
+            // Each small page would be a stop of its own. A system that can't do this does without.
+#ifdef MADV_HUGEPAGE
+        ::madvise (pages, mappedFor (bytes), MADV_HUGEPAGE);
+#endif
+#ifdef MADV_POPULATE_WRITE
+        ::madvise (pages, mappedFor (bytes), MADV_POPULATE_WRITE);
+#endif
+
+        return pages;
+    }
+
+    void do_deallocate (void* memory, std::size_t bytes, std::size_t alignment) override
+    {
+        if (bytes < much)
+            std::pmr::new_delete_resource()->deallocate (memory, bytes, alignment);
+        else
+            ::munmap (memory, mappedFor (bytes));
+    }
+
+    bool do_is_equal (const std::pmr::memory_resource& other) const noexcept override
+    {
+        return this == &other;
+    }
+};
+
+} // namespace
+
+std::pmr::memory_resource* scratchMemory() noexcept
+{
+    static PagesOfTheSystem pages;
+    return &pages;
+}
+
+} // namespace ZEP::Overmarks
