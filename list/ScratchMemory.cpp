@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <new>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -12,37 +13,72 @@ namespace ZEP::Overmarks
 namespace
 {
 
+/** Whole large pages. */
+std::size_t mappedFor (std::size_t bytes)
+{
+    constexpr std::size_t largePage = 2 * 1024 * 1024;
+    return (bytes + largePage - 1) / largePage * largePage;
+}
+
+/** The pages of a thread that were given back last, for the next sort of the same list. */
+class KeptPages final
+{
+public:
+    KeptPages() = default;
+    KeptPages (const KeptPages&) = delete;
+    KeptPages& operator= (const KeptPages&) = delete;
+    ~KeptPages() { keep (nullptr, 0); }
+
+    void* taken (std::size_t mapped)
+    {
+        return mapped == size ? (size = 0, std::exchange (pages, nullptr)) : nullptr;
+    }
+
+    void keep (void* newPages, std::size_t mapped)
+    {
+        if (pages != nullptr)
+            ::munmap (pages, size);
+
+        pages = newPages;
+        size = mapped;
+    }
+
+private:
+    void* pages = nullptr;
+    std::size_t size = 0;
+};
+
+thread_local KeptPages kept;
+
+void* newPages (std::size_t mapped)
+{
+    auto* const pages = ::mmap (nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+
+    if (pages == MAP_FAILED)
+        throw std::bad_alloc();
+
+        // Each small page would be a stop of its own. A system that can't do this does without.
+#ifdef MADV_HUGEPAGE
+    ::madvise (pages, mapped, MADV_HUGEPAGE);
+#endif
+#ifdef MADV_POPULATE_WRITE
+    ::madvise (pages, mapped, MADV_POPULATE_WRITE);
+#endif
+
+    return pages;
+}
+
 class PagesOfTheSystem final : public std::pmr::memory_resource
 {
     static constexpr std::size_t much = 512 * 1024; // less than that is found in the heap more quickly
-
-    /** Whole large pages. */
-    static std::size_t mappedFor (std::size_t bytes)
-    {
-        constexpr std::size_t largePage = 2 * 1024 * 1024;
-        return (bytes + largePage - 1) / largePage * largePage;
-    }
 
     void* do_allocate (std::size_t bytes, std::size_t alignment) override
     {
         if (bytes < much)
             return std::pmr::new_delete_resource()->allocate (bytes, alignment);
 
-        auto* const pages =
-            ::mmap (nullptr, mappedFor (bytes), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-
-        if (pages == MAP_FAILED)
-            throw std::bad_alloc();
-
-            // Each small page would be a stop of its own. A system that can't do this does without.
-#ifdef MADV_HUGEPAGE
-        ::madvise (pages, mappedFor (bytes), MADV_HUGEPAGE);
-#endif
-#ifdef MADV_POPULATE_WRITE
-        ::madvise (pages, mappedFor (bytes), MADV_POPULATE_WRITE);
-#endif
-
-        return pages;
+        auto* const pages = kept.taken (mappedFor (bytes));
+        return pages != nullptr ? pages : newPages (mappedFor (bytes));
     }
 
     void do_deallocate (void* memory, std::size_t bytes, std::size_t alignment) override
@@ -50,7 +86,7 @@ class PagesOfTheSystem final : public std::pmr::memory_resource
         if (bytes < much)
             std::pmr::new_delete_resource()->deallocate (memory, bytes, alignment);
         else
-            ::munmap (memory, mappedFor (bytes));
+            kept.keep (memory, mappedFor (bytes));
     }
 
     bool do_is_equal (const std::pmr::memory_resource& other) const noexcept override
