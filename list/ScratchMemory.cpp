@@ -20,7 +20,7 @@ std::size_t mappedFor (std::size_t bytes)
     return (bytes + largePage - 1) / largePage * largePage;
 }
 
-/** The pages of a thread that were given back last, for the next sort of the same list. */
+/** The pages of a thread that were given back last, for the next sort of the same list, unless they are very many. */
 class KeptPages final
 {
 public:
@@ -34,13 +34,19 @@ public:
         return mapped == size ? (size = 0, std::exchange (pages, nullptr)) : nullptr;
     }
 
+    /** A list of a million is sorted with pages that go back at once. */
     void keep (void* newPages, std::size_t mapped)
     {
-        if (pages != nullptr)
-            ::munmap (pages, size);
+        constexpr std::size_t most = std::size_t { 8 } << 20;
 
-        pages = newPages;
-        size = mapped;
+        if (mapped <= most)
+        {
+            std::swap (pages, newPages);
+            std::swap (size, mapped);
+        }
+
+        if (newPages != nullptr)
+            ::munmap (newPages, mapped);
     }
 
 private:
