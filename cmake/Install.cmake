@@ -16,6 +16,7 @@ set(OVERMARKS_LIBRARIES ZEP_FileFormat ZEP_Core ZEP_MIDIIO ZEP_Overmarks)
 
 install(TARGETS ${OVERMARKS_LIBRARIES} EXPORT OvermarksTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development)
+install(TARGETS ZEP_Documents LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_SKIP)
 install(TARGETS overmarks RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
 
 # The library starts the Word tool from the folder of its resources. Programs don't lie below share, so there is a link.
@@ -44,8 +45,11 @@ install(DIRECTORY docs DESTINATION "${OVERMARKS_DOC_DIR}" COMPONENT runtime FILE
 # "event/Event.h" just as the library does.
 foreach(folder IN ITEMS core midiio preferences event list midi import export)
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${OVERMARKS_HEADER_DIR}" COMPONENT development
-        FILES_MATCHING PATTERN "*.h")
+        FILES_MATCHING PATTERN "*.h" REGEX "/core/documents$" EXCLUDE)
 endforeach()
+# All else in there is hidden in libZEP_Documents.
+install(FILES core/documents/ExcelFileHandler.h core/documents/PDFDocument.h core/documents/PaperSize.h
+    DESTINATION "${OVERMARKS_HEADER_DIR}/core/documents" COMPONENT development)
 foreach(library IN LISTS OVERMARKS_LIBRARIES)
     install(FILES "${OVERMARKS_GENERATED}/${library}/Export.h" DESTINATION "${OVERMARKS_HEADER_DIR}/${library}"
         COMPONENT development)

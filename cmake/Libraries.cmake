@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-only
-# The four shared libraries, made of the folders' objects, each with an export header and its version symbols.
+# The five shared libraries, made of the folders' objects, each with an export header and its version symbols.
 #
 # The folders' targets exist in the build alone. An application that uses the installed package sees the libraries
 # (as Overmarks::Core and so on), one include root, and Overmarks::juce_headers, which the package file makes.
@@ -43,12 +43,15 @@ overmarks_shared_library(ZEP_FileFormat EXPORT_NAME FileFormat MACRO ZEP_FILEFOR
     LINKS protobuf::libprotobuf)
 overmarks_shared_library(ZEP_Core EXPORT_NAME Core MACRO ZEP_CORE COMPONENTS core
     LINKS ZEP_FileFormat Poco::Foundation $<INSTALL_INTERFACE:Overmarks::juce_headers>
-    PRIVATE_LINKS $<BUILD_INTERFACE:overmarks_juce> Poco::Encodings PkgConfig::ORCUS PkgConfig::XLSXWRITER PkgConfig::LIBZIP
-        PkgConfig::PANGOCAIRO
-        EXPAT::EXPAT PkgConfig::JUCE_PLATFORM Threads::Threads
+    PRIVATE_LINKS $<BUILD_INTERFACE:overmarks_juce> Poco::Encodings PkgConfig::JUCE_PLATFORM Threads::Threads
         ${CMAKE_DL_LIBS} rt)
+# Nobody links it: libZEP_Core loads it for the first workbook or page (DocumentsLibrary).
+overmarks_shared_library(ZEP_Documents EXPORT_NAME Documents MACRO ZEP_DOCUMENTS COMPONENTS documents
+    PRIVATE_LINKS ZEP_Core PkgConfig::ORCUS PkgConfig::XLSXWRITER PkgConfig::LIBZIP PkgConfig::PANGOCAIRO EXPAT::EXPAT)
 overmarks_shared_library(ZEP_MIDIIO EXPORT_NAME MIDIIO MACRO ZEP_MIDIIO COMPONENTS midiio LINKS ZEP_Core)
 overmarks_shared_library(ZEP_Overmarks EXPORT_NAME Overmarks MACRO OVERMARKS
     COMPONENTS preferences event list midi word_protocol import export
     LINKS ZEP_MIDIIO ZEP_Core ZEP_FileFormat Poco::Foundation
     PRIVATE_LINKS Poco::Encodings nlohmann_json::nlohmann_json EXPAT::EXPAT)
+# Whatever is linked with the whole of the house may need it.
+add_dependencies(ZEP_Overmarks ZEP_Documents)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/text/RichTextString.h"
 
 #include <array>
@@ -29,7 +28,7 @@ struct CellLook
 };
 
 /** The colours of a workbook: by their own value, by a place in its theme, or by a number in the old palette. */
-class ZEP_CORE_API WorkbookColours final
+class WorkbookColours final
 {
 public:
     WorkbookColours();
@@ -53,15 +52,15 @@ private:
 };
 
 /** Takes what an element within a "font" or "rPr" says of the look of characters. */
-ZEP_CORE_API void applyToLook (CellLook& look, std::string_view element, const PartAttributes& attributes,
-                               const WorkbookColours& colours);
+void applyToLook (CellLook& look, std::string_view element, const PartAttributes& attributes,
+                  const WorkbookColours& colours);
 
 /** A colour made lighter, or darker where the tint is below zero, between -1 and 1. */
-[[nodiscard]] ZEP_CORE_API std::uint32_t tinted (std::uint32_t colour, double tint);
+[[nodiscard]] std::uint32_t tinted (std::uint32_t colour, double tint);
 
 /** Makes fonts and colours of looks. Size and colour of the workbook's own plain text are those of ours, so that it has no
     attributes. */
-class ZEP_CORE_API WorkbookFonts final
+class WorkbookFonts final
 {
 public:
     /** `plainText`: without attributes */

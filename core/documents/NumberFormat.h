@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
-
 #include <string>
 #include <string_view>
 #include <utility>
@@ -29,7 +27,7 @@ namespace ZEP::Core
                                  many there are in a second, becomes a fraction
 
     A value never changes after its making; it may be used on several threads. */
-class ZEP_CORE_API NumberFormat final
+class NumberFormat final
 {
 public:
     /** The format "General": a number as it is, of 15 digits at most. */
@@ -99,12 +97,12 @@ private:
 };
 
 /** A number as it is: of 15 digits at most, with a power of ten where it is very large or very small. */
-[[nodiscard]] ZEP_CORE_API std::string generalNumber (double value);
+[[nodiscard]] std::string generalNumber (double value);
 
 /** A number with so many digits behind the point, rounded as a person does who sees 15 digits of it. */
-[[nodiscard]] ZEP_CORE_API std::string roundedNumber (double value, int decimals);
+[[nodiscard]] std::string roundedNumber (double value, int decimals);
 
 /** The day of a workbook's day number, as 2024-03-31. */
-[[nodiscard]] ZEP_CORE_API std::string isoDate (long long day, bool countsFrom1904);
+[[nodiscard]] std::string isoDate (long long day, bool countsFrom1904);
 
 } // namespace ZEP::Core

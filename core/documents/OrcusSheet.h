@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
-
 #include <string_view>
 
 namespace ZEP::Core
@@ -14,7 +12,7 @@ class SheetTable;
 
     Orcus is given workbooks of our own making, of one sheet each that holds some rows and nothing else: it would inflate whatever
     an archive holds, read all sheets, and keep everything in memory twice. */
-class ZEP_CORE_API OrcusSheet final
+class OrcusSheet final
 {
 public:
     explicit OrcusSheet (SheetTable& tableToFill) : table (tableToFill) {} ///< The table outlives this.

@@ -1,69 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/documents/PDFDocument.h"
 
-#include "core/documents/PageCanvas.h"
-#include "core/documents/PageText.h"
+#include "core/documents/DocumentPages.h"
+#include "core/documents/DocumentsLibrary.h"
 #include "core/system/Logger.h"
 #include "core/system/SystemUtility.h"
 #include "core/system/WholeFile.h"
 
-#include <array>
-#include <cmath>
 #include <string_view>
 
 namespace ZEP::Core
 {
-
-namespace
-{
-
-/** Where a line begins in the rectangle, from the left. @param isRightToLeft  of a paragraph that is read so */
-float leftOf (float width, const juce::Rectangle<float>& rectangle, juce::Justification justification,
-              bool isRightToLeft)
-{
-    const bool isCentred = justification.testFlags (juce::Justification::horizontallyCentred);
-
-    if (justification.testFlags (juce::Justification::right) || (isRightToLeft && ! isCentred))
-        return rectangle.getRight() - width;
-    if (isCentred)
-        return rectangle.getX() + (rectangle.getWidth() - width) / 2.0f;
-
-    return rectangle.getX();
-}
-
-/** The upper end of lines of this height, y growing upwards. */
-float topOf (float height, const juce::Rectangle<float>& rectangle, juce::Justification justification)
-{
-    const auto bottom = rectangle.getY(), top = bottom + rectangle.getHeight();
-
-    if (justification.testFlags (juce::Justification::bottom))
-        return bottom + height;
-    if (justification.testFlags (juce::Justification::verticallyCentred))
-        return bottom + (rectangle.getHeight() + height) / 2.0f;
-
-    return top;
-}
-
-// Positions are kept in fixed point, and no paper is a kilometre long.
-constexpr float furthest = 1.0e6f;
-
-bool isOnPaper (float value) { return std::abs (value) < furthest; }
-
-bool isFinite (const juce::Rectangle<float>& r)
-{
-    const std::array values { r.getX(), r.getY(), r.getWidth(), r.getHeight() };
-    return std::all_of (values.begin(), values.end(), isOnPaper);
-}
-
-/** The line, its baseline starting at a point of the page from the top. */
-void show (cairo_t* context, PangoLayoutLine* line, float x, float baseline)
-{
-    cairo_move_to (context, static_cast<double> (x), static_cast<double> (baseline));
-    pango_cairo_show_layout_line (context, line);
-    cairo_new_path (context);
-}
-
-} // namespace
 
 PDFDocument::PDFDocument (const juce::String& path) : PDFDocument (path, PaperSize::ofLocale()) {}
 
@@ -71,8 +18,7 @@ PDFDocument::PDFDocument (const juce::String& path, PaperSize paper)
     : file (path),
       size (paper),
       result (juce::Result::fail ("Not saved")),
-      canvas (std::make_unique<PageCanvas> (size.width, size.height)),
-      texts (std::make_unique<PageText>())
+      pages (DocumentsLibrary::loaded().pages (size))
 {
     setTitle (file.getFileNameWithoutExtension());
     setCreator ("Overmarks " + SystemUtility::executableVersion());
@@ -85,162 +31,100 @@ PDFDocument::~PDFDocument() = default;
 
 void PDFDocument::saveToPath()
 {
-    const auto drawn = canvas->finish();
+    const auto drawn = pages->finish();
     result =
         drawn.wasOk()
-            ? WholeFile::write (file, std::string_view (canvas->bytes()))
+            ? WholeFile::write (file, std::string_view (pages->bytes()))
             : juce::Result::fail ("Can't write " + file.getFullPathName() + ": " + drawn.getErrorMessage());
 
     if (result.failed())
         Logger::debug (result.getErrorMessage());
 }
 
-void PDFDocument::setTitle (const juce::String& title) { canvas->setTitle (showableText (title, true)); }
-void PDFDocument::setCreator (const juce::String& creator)
-{
-    canvas->setCreator (showableText (creator, true));
-}
+void PDFDocument::setTitle (const juce::String& title) { pages->setTitle (title); }
 
-void PDFDocument::setCreationTime (juce::Time time) { canvas->setCreationTime (time); }
+void PDFDocument::setCreator (const juce::String& creator) { pages->setCreator (creator); }
 
-void PDFDocument::addPage() { canvas->addPage(); }
+void PDFDocument::setCreationTime (juce::Time time) { pages->setCreationTime (time); }
+
+void PDFDocument::addPage() { pages->addPage(); }
 
 // ---- state -----------------------------------------------------------------------------------------------------------------
 
-void PDFDocument::setFont (FontType type, float fontSize) { texts->setFont (type == FontTypeBold, fontSize); }
+void PDFDocument::setFont (FontType type, float fontSize) { pages->setFont (type == FontTypeBold, fontSize); }
 
-float PDFDocument::getCurrentFontDescent() const { return texts->descent(); }
+float PDFDocument::getCurrentFontDescent() const { return pages->descent(); }
 
-void PDFDocument::setFillColor (const juce::Colour& colour) { fillColour = colour; }
+void PDFDocument::setFillColor (const juce::Colour& colour) { pages->setFillColour (colour); }
 
-void PDFDocument::setStrokeColor (const juce::Colour& colour) { strokeColour = colour; }
+void PDFDocument::setStrokeColor (const juce::Colour& colour) { pages->setStrokeColour (colour); }
 
-void PDFDocument::setClip (const juce::Rectangle<float>& rectangle)
-{
-    canvas->setClip (rectangle.withY (size.height - rectangle.getY() - rectangle.getHeight()));
-}
+void PDFDocument::setClip (const juce::Rectangle<float>& rectangle) { pages->setClip (rectangle); }
 
 // ---- shapes ----------------------------------------------------------------------------------------------------------------
 
 void PDFDocument::drawLine (float x1, float y1, float x2, float y2, float width, LineCap cap)
 {
-    canvas->drawLine ({ x1, size.height - y1, x2, size.height - y2 }, width, cap == LineCapRound,
-                      strokeColour);
+    pages->drawLine (x1, y1, x2, y2, width, cap == LineCapRound);
 }
 
 void PDFDocument::drawRect (float x, float y, float w, float h, float lineWidth)
 {
-    canvas->drawRect ({ x, size.height - y - h, w, h }, lineWidth, strokeColour);
+    pages->drawRect (x, y, w, h, lineWidth);
 }
 
-void PDFDocument::fillRect (float x, float y, float w, float h)
-{
-    canvas->fillRect ({ x, size.height - y - h, w, h }, fillColour);
-}
+void PDFDocument::fillRect (float x, float y, float w, float h) { pages->fillRect (x, y, w, h); }
 
 void PDFDocument::drawRoundedRect (float x, float y, float w, float h, float lineWidth, float radius)
 {
-    canvas->drawRoundedRect ({ x, size.height - y - h, w, h }, lineWidth, radius, strokeColour);
+    pages->drawRoundedRect (x, y, w, h, lineWidth, radius);
 }
 
 void PDFDocument::drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
                                 const std::function<void()>& draw)
 {
-    const auto& [bold, fontSize] = texts->font();
-    const auto looks =
-        fillColour.toString() + strokeColour.toString() + (bold ? "b" : "r") + juce::String (fontSize) + " ";
-    canvas->drawRepeated (looks + identifier, place.withY (size.height - place.getY() - place.getHeight()),
-                          draw);
+    pages->drawRepeated (identifier, place, draw);
 }
 
 // ---- text ------------------------------------------------------------------------------------------------------------------
 
-void PDFDocument::drawText (const juce::String& text, float x, float y)
-{
-    auto* const context = canvas->contextForText (fillColour);
-
-    if (context == nullptr || ! isOnPaper (x) || ! isOnPaper (y))
-        return;
-
-    for (const auto& line : texts->oneLine (text, std::numeric_limits<float>::infinity())->lines)
-        show (context, line.shape, x, size.height - y);
-}
+void PDFDocument::drawText (const juce::String& text, float x, float y) { pages->drawText (text, x, y); }
 
 void PDFDocument::drawText (const juce::String& text, const juce::Rectangle<float>& rectangle,
                             juce::Justification justification)
 {
-    drawLines (text, rectangle, justification, true);
+    pages->drawLines (text, rectangle, justification, true);
 }
 
 void PDFDocument::drawMultilineText (const juce::String& text, const juce::Rectangle<float>& rectangle,
                                      juce::Justification justification)
 {
-    drawLines (text, rectangle, justification, false);
-}
-
-void PDFDocument::drawLines (const juce::String& text, const juce::Rectangle<float>& rectangle,
-                             juce::Justification justification, bool isOneLine)
-{
-    auto* const context = canvas->contextForText (fillColour);
-
-    if (context == nullptr || ! isFinite (rectangle))
-        return;
-
-    const auto shape = isOneLine ? texts->oneLine (text, rectangle.getWidth())
-                                 : texts->paragraph (text, rectangle.getWidth());
-    auto top = size.height - topOf (shape->height, rectangle, justification);
-
-    for (const auto& line : shape->lines)
-    {
-        const auto bottom = top + line.ascent + line.descent;
-
-        if (! canvas->isHidden (top, bottom))
-            show (context, line.shape,
-                  leftOf (line.width, rectangle, justification, ! isOneLine && line.isRightToLeft),
-                  top + line.ascent);
-
-        top = bottom;
-    }
+    pages->drawLines (text, rectangle, justification, false);
 }
 
 std::vector<juce::String> PDFDocument::layoutTextForWidth (const juce::String& text, float width,
                                                            float& height)
 {
-    const auto shape = texts->paragraph (text, width);
-    std::vector<juce::String> lines;
-    height = shape->height;
-
-    for (std::size_t i = 0; i < shape->lines.size(); ++i)
-        lines.push_back (shape->lineText (i));
-
-    return lines;
+    return pages->layoutTextForWidth (text, width, height);
 }
 
 std::vector<float> PDFDocument::lineHeightsForWidth (const juce::String& text, float width)
 {
-    std::vector<float> heights;
-
-    for (const auto& line : texts->paragraph (text, width)->lines)
-        heights.push_back (line.ascent + line.descent);
-
-    return heights;
+    return pages->lineHeightsForWidth (text, width);
 }
 
-float PDFDocument::widthOfLine (const juce::String& text)
-{
-    return texts->oneLine (text, std::numeric_limits<float>::infinity())->width;
-}
+float PDFDocument::widthOfLine (const juce::String& text) { return pages->widthOfLine (text); }
 
 // ---- images ----------------------------------------------------------------------------------------------------------------
 
 void PDFDocument::setImage (const juce::Image& image, const juce::String& identifier, bool)
 {
-    canvas->setImage (image, identifier);
+    pages->setImage (image, identifier);
 }
 
 void PDFDocument::drawImage (const juce::String& identifier, float x, float y, float w, float h)
 {
-    canvas->drawImage (identifier, { x, size.height - y - h, w, h });
+    pages->drawImage (identifier, x, y, w, h);
 }
 
 } // namespace ZEP::Core

@@ -14,8 +14,7 @@
 namespace ZEP::Core
 {
 
-class PageText;
-class PageCanvas;
+class DocumentPages;
 
 /** A document that is drawn page by page and saved as PDF, its text to be selected and searched.
 
@@ -26,6 +25,9 @@ class PageCanvas;
     characters are left out. What is drawn outside the page, isn't finite or has no size isn't drawn.
 
     The rule that is easily missed: saving ends the document. What is drawn later is lost.
+
+    What draws is loaded with the first document (libZEP_Documents). Where that fails, saveResult() says so in the end; until then nothing
+    is drawn and every text takes the room of an empty one.
 
     One thread at a time; different documents may be drawn on different threads. */
 class ZEP_CORE_API PDFDocument final
@@ -152,16 +154,10 @@ public:
     void drawImage (const juce::String& identifier, float x, float y, float w, float h);
 
 private:
-    void drawLines (const juce::String& text, const juce::Rectangle<float>& rectangle,
-                    juce::Justification justification, bool isOneLine);
-
     const juce::File file;
     const PaperSize size;
     juce::Result result;
-    juce::Colour fillColour { juce::Colours::black };
-    juce::Colour strokeColour { juce::Colours::black };
-    std::unique_ptr<PageCanvas> canvas;
-    std::unique_ptr<PageText> texts;
+    const std::unique_ptr<DocumentPages> pages;
 };
 
 } // namespace ZEP::Core

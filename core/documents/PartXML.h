@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
-
 #include <exception>
 #include <memory>
 #include <string_view>
@@ -13,7 +11,7 @@ namespace ZEP::Core
 {
 
 /** The attributes of an element, by their names without a prefix. Views last as long as the call that got them. */
-class ZEP_CORE_API PartAttributes final
+class PartAttributes final
 {
 public:
     /** Not copied; ends with null. */
@@ -39,7 +37,7 @@ private:
     Elements are told by their names without a prefix, since programs choose prefixes as they like. A part that isn't
     well-formed, has a document type, or nests its elements deeper than any workbook does, is a UnreadableWorkbook: as
     WorkbookArchive::limits() say. One walk goes over one part. */
-class ZEP_CORE_API PartXML
+class PartXML
 {
 public:
     PartXML();
@@ -80,6 +78,6 @@ private:
 };
 
 /** The whole number that a text stands for; -1 for anything else, and for one of more than nine digits. */
-[[nodiscard]] ZEP_CORE_API int wholeNumber (std::string_view text);
+[[nodiscard]] int wholeNumber (std::string_view text);
 
 } // namespace ZEP::Core

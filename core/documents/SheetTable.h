@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/documents/WorkbookStrings.h"
 #include "core/documents/WorkbookStyles.h"
 
@@ -23,7 +22,7 @@ namespace ZEP::Core
 
     A few bytes can ask for a table of seventeen thousand million cells, or put a text of a thousand looks into a million of them,
     so there is an end to both: isTooLarge(). */
-class ZEP_CORE_API SheetTable final
+class SheetTable final
 {
 public:
     using Rows = std::vector<std::vector<RichTextString>>; ///< rows of cells, both counted from 0

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/documents/PartXML.h"
 #include "core/documents/WorkbookStrings.h"
 #include "core/documents/WrittenDates.h"
@@ -27,14 +26,14 @@ using TakeRows = std::function<void (std::string_view rows)>;
     @param strings  of the workbook
     @param colours  of the workbook
     @param dates    of the workbook */
-ZEP_CORE_API void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours,
-                               const WrittenDates& dates, const TakeRows& take);
+void handOutRows (std::string_view xml, WorkbookStrings& strings, const WorkbookColours& colours,
+                  const WrittenDates& dates, const TakeRows& take);
 
 /** The rows of a sheet that has nothing but words which Orcus reads right; without a place in memory for any other.
     @param xml  the sheet's part */
-[[nodiscard]] ZEP_CORE_API std::string_view plainRows (std::string_view xml);
+[[nodiscard]] std::string_view plainRows (std::string_view xml);
 
 /** Index of a column, counted from 0, from the letters at the front of a cell's place such as "B12"; -1 for none. */
-[[nodiscard]] ZEP_CORE_API int columnOfPlace (std::string_view place);
+[[nodiscard]] int columnOfPlace (std::string_view place);
 
 } // namespace ZEP::Core

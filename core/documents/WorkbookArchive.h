@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
-
 #include <juce_core/juce_core.h>
 
 #include <cstdint>
@@ -23,7 +21,7 @@ class PartXML;
     written to a path.
 
     Every failure is a UnreadableWorkbook. One archive belongs to one thread. */
-class ZEP_CORE_API WorkbookArchive final
+class WorkbookArchive final
 {
 public:
     /** What an archive may come to. */

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
-
 #include <string>
 #include <vector>
 
@@ -33,11 +31,11 @@ struct WorkbookParts
 
 /** Follows the relations of the archive's parts to each other. A workbook without a sheet is a UnreadableWorkbook, as is an archive
     that is none. */
-[[nodiscard]] ZEP_CORE_API WorkbookParts readWorkbookParts (const WorkbookArchive& archive);
+[[nodiscard]] WorkbookParts readWorkbookParts (const WorkbookArchive& archive);
 
 /** The path in the archive of what a part relates to.
     @param from    path of the part, such as "xl/workbook.xml"
     @param target  as it is written there: "worksheets/sheet1.xml", "../media/a.png", "/xl/styles.xml" */
-[[nodiscard]] ZEP_CORE_API std::string pathOfTarget (const std::string& from, const std::string& target);
+[[nodiscard]] std::string pathOfTarget (const std::string& from, const std::string& target);
 
 } // namespace ZEP::Core

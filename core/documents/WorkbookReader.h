@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/text/RichTextString.h"
 
 #include <juce_core/juce_core.h>
@@ -13,7 +12,7 @@ namespace ZEP::Core
 {
 
 /** Does some work of the reading. The words of what is thrown in it, but for std::bad_alloc, which goes on; empty for nothing. */
-[[nodiscard]] ZEP_CORE_API juce::String wordsOfFailure (const std::function<void()>& work);
+[[nodiscard]] juce::String wordsOfFailure (const std::function<void()>& work);
 
 /** Reads the sheet that is in front. The words of a failure, which leaves `rows` as it was; empty on success. */
 [[nodiscard]] juce::String readWorkbook (const juce::String& path,

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/documents/CellLook.h"
 #include "core/documents/PartXML.h"
 
@@ -34,7 +33,7 @@ struct CellText
 /** Puts a text together from the elements within an "si" or "is".
 
     Phonetic helps, which tell how to read a Japanese text, are left out. */
-class ZEP_CORE_API CellTextBuilder final
+class CellTextBuilder final
 {
 public:
     /** The colours outlive this.
@@ -68,7 +67,7 @@ private:
 
     They are read here and not with the library that reads the cells, since that one takes the phonetic helps for the text,
     gives a text that is empty the one before it, and knows half of the attributes. */
-class ZEP_CORE_API WorkbookStrings final : public PartXML
+class WorkbookStrings final : public PartXML
 {
 public:
     /** Refers to the colours.
@@ -96,6 +95,6 @@ private:
 
 /** The text without its escapes: "_x000D_" is the character with this number, "_x005F_" the underscore of what only looks
     like one. Characters that no text can have are left out, or as they are. */
-[[nodiscard]] ZEP_CORE_API std::string withoutWorkbookEscapes (std::string_view text);
+[[nodiscard]] std::string withoutWorkbookEscapes (std::string_view text);
 
 } // namespace ZEP::Core

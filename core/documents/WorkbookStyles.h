@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/documents/CellLook.h"
 #include "core/documents/NumberFormat.h"
 #include "core/documents/PartXML.h"
@@ -19,7 +18,7 @@ namespace ZEP::Core
     the theme, and takes what is switched off for switched on.
 
     Read with take() and finish(); a number without a format means plain text and a number as it is. */
-class ZEP_CORE_API WorkbookStyles final : public PartXML
+class WorkbookStyles final : public PartXML
 {
 public:
     /** Refers to the colours, which outlive this object. */

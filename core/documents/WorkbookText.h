@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
-
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -15,7 +13,7 @@ namespace ZEP::Core
     XML has no place for control codes, lone halves of a surrogate pair and U+FFFE and U+FFFF, and turns a carriage return into a
     line feed. A workbook therefore writes them as _xHHHH_, and a text that holds such a word itself gets its first
     underscore written that way: "_x000D_" stands there as "_x005F_x000D_". */
-class ZEP_CORE_API WorkbookText final
+class WorkbookText final
 {
 public:
     WorkbookText() = delete;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
-#include "ZEP_Core/Export.h"
 #include "core/documents/NumberFormat.h"
 
 #include <string>
@@ -17,7 +16,7 @@ class WorkbookStyles;
     The format of the cell decides what is shown of them, as of those that are counted: a cell of the time of day says 12:30:00. Where
     the format is not one of dates or times, the date is shown without a time at midnight, and the time without the day from which
     workbooks count, 1899-12-30. */
-class ZEP_CORE_API WrittenDates final
+class WrittenDates final
 {
 public:
     /** @param stylesOfWorkbook  which live longer */

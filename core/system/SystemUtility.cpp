@@ -1,21 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/SystemUtility.h"
 
+#include "core/system/OwnPath.h"
 #include "core/system/ProcessLifetime.h"
 #include "core/text/TextDecoding.h"
 
 #include <cstdlib>
-#include <cstring>
-#include <dlfcn.h>
-#include <memory>
 
 namespace ZEP::Core
 {
 namespace
 {
-// Any address of ours will do.
-const char ownAddress = 0;
-
 SystemUtility::Configuration& currentConfiguration()
 {
     static const ProcessLifetime<SystemUtility::Configuration> configuration;
@@ -28,28 +23,11 @@ juce::String pathFromBytes (const char* bytes)
     return ByteSurvey (bytes).isUTF8 ? textFromStrictUTF8 (bytes) : juce::String();
 }
 
-juce::File realFile (const char* path)
-{
-    const std::unique_ptr<char, decltype (&std::free)> resolved (realpath (path, nullptr), &std::free);
-    return resolved == nullptr ? juce::File() : juce::File (pathFromBytes (resolved.get()));
-}
-
-/** The file this code was loaded from: the library or, where it is linked into a program, that program. */
-juce::File ownFile()
-{
-    Dl_info info {};
-    // A program is known by the word it was called with, which need not be a path.
-    if (dladdr (&ownAddress, &info) != 0 && std::strchr (info.dli_fname, '/') != nullptr)
-        if (const auto file = realFile (info.dli_fname); file != juce::File())
-            return file;
-    return realFile ("/proc/self/exe");
-}
-
 /** share/overmarks/resources of the tree that holds this library, be it installed or just built. */
 juce::String defaultResourcePath()
 {
     static constexpr auto resources = "share/overmarks/resources";
-    const auto folder = ownFile().getParentDirectory();
+    const auto folder = juce::File (pathFromBytes (ownPath().c_str())).getParentDirectory();
     const auto root = folder.getParentDirectory();
     // Some systems give each processor a folder of its own inside lib.
     if (root.getFileName().startsWith ("lib") && ! root.getChildFile (resources).isDirectory())

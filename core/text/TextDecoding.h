@@ -38,7 +38,7 @@ inline constexpr std::string_view markOfLittleEndianUTF16 { "\xFF\xFE" }; ///< s
 inline constexpr std::string_view markOfBigEndianUTF16 { "\xFE\xFF" };    ///< see markOfUTF8
 
 /** The text of bytes that are known to be strict UTF-8 without a zero. Any others corrupt memory. */
-[[nodiscard]] juce::String textFromStrictUTF8 (std::string_view bytes);
+[[nodiscard]] ZEP_CORE_API juce::String textFromStrictUTF8 (std::string_view bytes);
 
 /** Each leaves NUL characters out and writes U+FFFD for what it can't decode. */
 [[nodiscard]] juce::String decodedUTF8 (std::string_view bytes);

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "core/documents/DocumentPages.h"
+#include "core/documents/PaperSize.h"
+#include "core/documents/WorkbookReader.h"
+#include "core/documents/WorkbookWriter.h"
+
+#include <memory>
+
+namespace ZEP::Core
+{
+
+/** All that the rest of the house asks of libZEP_Documents. */
+struct DocumentOperations
+{
+    decltype (&readWorkbook) readSheetInFront;
+    decltype (&readSheetOfWorkbook) readSheet;
+    decltype (&readSheetsOfWorkbook) readSheets;
+    decltype (&writeWorkbook) write;
+    std::unique_ptr<DocumentPages> (*draw) (PaperSize paper);
+};
+
+/** The one thing that the library shows, by the name that DocumentsLibrary looks up. It lives as long as the library is loaded. */
+extern "C" __attribute__ ((visibility ("default"))) const DocumentOperations* overmarksDocuments();
+
+} // namespace ZEP::Core
