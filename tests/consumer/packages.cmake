@@ -36,6 +36,11 @@ foreach(file IN ITEMS bin/overmarks libexec/overmarks/docxHandler share/overmark
         message(SEND_ERROR "${file} is missing in the package of the program")
     endif()
 endforeach()
+# Nothing that is linked asks for this one.
+file(GLOB loaded "${WORK_DIR}/runtime/${LIBDIR}/libZEP_Documents.so.*")
+if(NOT loaded)
+    message(SEND_ERROR "libZEP_Documents is missing in the package of the program")
+endif()
 foreach(file IN ITEMS include/overmarks/list/EventArray.h include/overmarks/ZEP_Core/Export.h
         include/overmarks/proto/overmarks.pb.h share/overmarks/examples/documents.cpp share/doc/overmarks-dev/copyright
         "${LIBDIR}/libZEP_Overmarks.so" "${LIBDIR}/pkgconfig/overmarks.pc" "${LIBDIR}/pkgconfig/overmarks-core.pc"
