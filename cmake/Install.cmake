@@ -47,8 +47,8 @@ foreach(folder IN ITEMS core midiio preferences event list midi import export)
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${OVERMARKS_HEADER_DIR}" COMPONENT development
         FILES_MATCHING PATTERN "*.h" REGEX "/core/documents$" EXCLUDE)
 endforeach()
-# All else in there is hidden in libZEP_Documents.
-install(FILES core/documents/ExcelFileHandler.h core/documents/PDFDocument.h core/documents/PaperSize.h
+# No application can link more of what is in there.
+install(FILES core/documents/ExcelFileHandler.h core/documents/PDFDocument.h core/documents/PaperSize.h core/documents/WorkbookArchive.h
     DESTINATION "${OVERMARKS_HEADER_DIR}/core/documents" COMPONENT development)
 foreach(library IN LISTS OVERMARKS_LIBRARIES)
     install(FILES "${OVERMARKS_GENERATED}/${library}/Export.h" DESTINATION "${OVERMARKS_HEADER_DIR}/${library}"

@@ -183,8 +183,7 @@ void fetchCount (const std::shared_ptr<Event>& event)
     constexpr std::uintptr_t sizeOfCount = 16;
 
     if (event != nullptr)
-        __builtin_prefetch (
-            reinterpret_cast<const void*> (reinterpret_cast<std::uintptr_t> (event.get()) - sizeOfCount), 1);
+        fetch (reinterpret_cast<const void*> (reinterpret_cast<std::uintptr_t> (event.get()) - sizeOfCount));
 }
 
 /** Makes vectors hold these events, touching only where they hold others. Each event that is taken or let go is written to. */
@@ -194,6 +193,7 @@ void store (const std::vector<EventPlace>& places, Target&... targets)
     constexpr std::size_t ahead = 16;
     const auto number = places.size();
     const auto length = std::max ({ number, targets.size()... });
+    (targets.reserve (number), ...); // without memory for all of them, none is touched
     (targets.resize (std::max (targets.size(), number)), ...);
 
     const auto putInto = [&] (EventArray::Events& target, std::size_t i)
@@ -212,7 +212,7 @@ void store (const std::vector<EventPlace>& places, Target&... targets)
     for (std::size_t i = 0; i < length; ++i)
     {
         if (i + 2 * ahead < number)
-            __builtin_prefetch (places[i + 2 * ahead]);
+            fetch (places[i + 2 * ahead]);
         if (i + ahead < number)
             fetchCount (*places[i + ahead]);
 

@@ -4,6 +4,7 @@
 #include "list/JSONText.h"
 #include "list/ProjectJSON.h"
 #include "list/RichTextJSON.h"
+#include "list/TextInParts.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/ScratchMemory.h"
 
+#include "core/system/ProcessLifetime.h"
+
 #include <sys/mman.h>
 
 #include <cstddef>
@@ -13,7 +15,7 @@ namespace ZEP::Overmarks
 namespace
 {
 
-/** Whole large pages. */
+/** As long as whole large pages. */
 std::size_t mappedFor (std::size_t bytes)
 {
     constexpr std::size_t largePage = 2 * 1024 * 1024;
@@ -31,22 +33,26 @@ public:
 
     void* taken (std::size_t mapped)
     {
-        return mapped == size ? (size = 0, std::exchange (pages, nullptr)) : nullptr;
+        if (mapped != size)
+            return nullptr;
+
+        size = 0;
+        return std::exchange (pages, nullptr);
     }
 
     /** A list of a million is sorted with pages that go back at once. */
-    void keep (void* newPages, std::size_t mapped)
+    void keep (void* given, std::size_t mapped)
     {
         constexpr std::size_t most = std::size_t { 8 } << 20;
 
         if (mapped <= most)
         {
-            std::swap (pages, newPages);
+            std::swap (pages, given);
             std::swap (size, mapped);
         }
 
-        if (newPages != nullptr)
-            ::munmap (newPages, mapped);
+        if (given != nullptr)
+            ::munmap (given, mapped);
     }
 
 private:
@@ -105,8 +111,8 @@ class PagesOfTheSystem final : public std::pmr::memory_resource
 
 std::pmr::memory_resource* scratchMemory() noexcept
 {
-    static PagesOfTheSystem pages;
-    return &pages;
+    static const Core::ProcessLifetime<PagesOfTheSystem> pages;
+    return &pages.get();
 }
 
 } // namespace ZEP::Overmarks

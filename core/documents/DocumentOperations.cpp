@@ -8,7 +8,10 @@ namespace ZEP::Core
 
 const DocumentOperations* overmarksDocuments()
 {
-    static constexpr DocumentOperations operations { readWorkbook, readSheetOfWorkbook, readSheetsOfWorkbook,
+    static constexpr DocumentOperations operations { OVERMARKS_VERSION_STRING,
+                                                     readWorkbook,
+                                                     readSheetOfWorkbook,
+                                                     readSheetsOfWorkbook,
                                                      writeWorkbook,
                                                      [] (PaperSize paper) -> std::unique_ptr<DocumentPages>
                                                      { return std::make_unique<DrawnPages> (paper); } };

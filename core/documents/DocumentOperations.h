@@ -14,6 +14,8 @@ namespace ZEP::Core
 /** All that the rest of the house asks of libZEP_Documents. */
 struct DocumentOperations
 {
+    const char*
+        version; ///< of the library; the rest means the same in its own version alone. A package may be replaced while a program runs
     decltype (&readWorkbook) readSheetInFront;
     decltype (&readSheetOfWorkbook) readSheet;
     decltype (&readSheetsOfWorkbook) readSheets;

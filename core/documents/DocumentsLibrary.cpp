@@ -2,10 +2,11 @@
 #include "core/documents/DocumentsLibrary.h"
 
 #include "core/system/OwnPath.h"
-#include "core/system/ProcessLifetime.h"
 #include "core/text/TextDecoding.h"
 
 #include <dlfcn.h>
+#include <mutex>
+#include <string_view>
 
 namespace ZEP::Core
 {
@@ -24,10 +25,22 @@ std::string besideThis (const char* name)
 
 } // namespace
 
-const DocumentsLibrary& DocumentsLibrary::loaded()
+DocumentsLibrary DocumentsLibrary::loaded()
 {
-    static const ProcessLifetime<DocumentsLibrary> library (besideThis (OVERMARKS_DOCUMENTS_FILE));
-    return library.get();
+    static std::mutex guard;
+    static const DocumentOperations* known = nullptr;
+    const std::lock_guard lock (guard);
+
+    if (known == nullptr)
+    {
+        const DocumentsLibrary library (besideThis (OVERMARKS_DOCUMENTS_FILE));
+        known = library.found;
+        return library;
+    }
+
+    DocumentsLibrary library;
+    library.found = known;
+    return library;
 }
 
 DocumentsLibrary::DocumentsLibrary (const std::string& path)
@@ -44,11 +57,15 @@ DocumentsLibrary::DocumentsLibrary (const std::string& path)
             entry = reinterpret_cast<decltype (entry)> (dlsym (library, "overmarksDocuments"));
     }
 
-    if (entry != nullptr)
-        found = entry();
+    constexpr auto cantBeLoaded = "The library for workbooks and drawn pages can't be loaded: ";
+
+    if (entry == nullptr)
+        words = juce::String (cantBeLoaded) + decodedUTF8 (dlerror());
+    else if (entry()->version != std::string_view (OVERMARKS_VERSION_STRING))
+        words = juce::String (cantBeLoaded) + "it is of version " + entry()->version
+                + ", and libZEP_Core of " OVERMARKS_VERSION_STRING;
     else
-        words = juce::String ("The library for workbooks and drawn pages can't be loaded: ")
-                + decodedUTF8 (dlerror());
+        found = entry();
 }
 
 std::unique_ptr<DocumentPages> DocumentsLibrary::pages (PaperSize paper) const

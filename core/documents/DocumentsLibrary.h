@@ -21,8 +21,8 @@ namespace ZEP::Core
 class DocumentsLibrary final
 {
 public:
-    /** Loads it, the first time. */
-    static const DocumentsLibrary& loaded();
+    /** Loads it, the first time. What has failed is tried again the next time: a process may have too many open files for a moment. */
+    static DocumentsLibrary loaded();
 
     /** None where it can't be loaded. */
     [[nodiscard]] const DocumentOperations* operations() const noexcept { return found; }
@@ -37,6 +37,8 @@ public:
     explicit DocumentsLibrary (const std::string& path);
 
 private:
+    DocumentsLibrary() = default;
+
     const DocumentOperations* found = nullptr;
     juce::String words;
 };

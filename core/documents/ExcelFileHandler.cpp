@@ -13,7 +13,7 @@ namespace
 template <typename Work>
 juce::String wordsOf (const Work& work, const juce::String& beforeFailure = {})
 {
-    const auto& library = DocumentsLibrary::loaded();
+    const auto library = DocumentsLibrary::loaded();
     const auto* const operations = library.operations();
     return operations != nullptr ? work (*operations) : beforeFailure + library.failure();
 }

@@ -64,7 +64,8 @@ public:
 
     /** The same for a table of which there is a single row at a time: a season's list takes ten times its texts as a whole table.
         @param rowAt  called for each row from the first to the last. Large letters take as many lines as the rows below make their
-                      column wide: then those rows are asked for ahead, once in a table, and have to be the same in their turn */
+                      column wide: then those rows are asked for ahead, once in a table, and after them that of the large letters again; all have to be the same
+                      in their turn */
     void writeRows (const juce::String& path, std::size_t numberOfRows, const RowMaker& rowAt,
                     juce::String& error);
 };

@@ -236,12 +236,6 @@ private:
     std::unordered_map<std::string, zip_uint64_t> places; ///< of the parts, by their names in small letters
 };
 
-WorkbookArchive::Limits& WorkbookArchive::limits()
-{
-    static Limits current;
-    return current;
-}
-
 WorkbookArchive::WorkbookArchive (const juce::String& path) : zip (std::make_unique<Zip> (path))
 {
     if (zip->size() > limits().parts)

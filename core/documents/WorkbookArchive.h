@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "ZEP_Core/Export.h"
+
 #include <juce_core/juce_core.h>
 
 #include <cstdint>
@@ -41,8 +43,8 @@ public:
     };
 
     /** The limits of all workbooks that the process reads, as they stand above unless the application has changed them. Change
-        them only while no workbook is being read. */
-    static Limits& limits();
+        them only while no workbook is being read. An application links nothing else of this class. */
+    static ZEP_CORE_API Limits& limits();
 
     /** Opens a file and judges it within limits(). */
     explicit WorkbookArchive (const juce::String& path);

@@ -132,6 +132,16 @@ WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& tempor
     heading = newFormat (true);
 }
 
+/** Of a workbook that isn't finished the library leaves the file of the rows open, which keeps their room on the disk. */
+void WorkbookSheet::Free::operator() (lxw_workbook* freed) const
+{
+    if (auto* const only = STAILQ_FIRST (freed->worksheets);
+        only != nullptr && only->optimize_tmpfile != nullptr)
+        std::fclose (only->optimize_tmpfile);
+
+    lxw_workbook_free (freed);
+}
+
 lxw_format* WorkbookSheet::newFormat (bool bold)
 {
     auto* const format = orOutOfMemory (workbook_add_format (book.get()));

@@ -57,7 +57,7 @@ public:
 private:
     struct Free
     {
-        void operator() (lxw_workbook* freed) const { lxw_workbook_free (freed); }
+        void operator() (lxw_workbook* freed) const;
     };
 
     [[nodiscard]] bool isHeading() const noexcept { return rows == 0; }

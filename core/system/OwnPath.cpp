@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/OwnPath.h"
 
+#include "core/system/ProcessLifetime.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
@@ -20,9 +22,7 @@ std::string realPath (const char* path)
     return resolved == nullptr ? std::string() : std::string (resolved.get());
 }
 
-} // namespace
-
-std::string ownPath()
+std::string pathNow()
 {
     Dl_info info {};
     // A program is known by the word it was called with, which need not be a path.
@@ -31,5 +31,18 @@ std::string ownPath()
             return path;
     return realPath ("/proc/self/exe");
 }
+
+const std::string& notedPath()
+{
+    static const ProcessLifetime<std::string> path (pathNow());
+    return path.get();
+}
+
+// While the libraries are loaded: the system tells a path as it was given, which may count from a folder that is left later.
+[[maybe_unused]] const auto& notedInTime = notedPath();
+
+} // namespace
+
+std::string ownPath() { return notedPath(); }
 
 } // namespace ZEP::Core

@@ -280,6 +280,19 @@ TEST (CSVParser, replacingAllGoesOnBehindEachReplacement)
     stringReplaceAll (text, "nowhere", "x");
     stringReplaceAll (text, "", "x");
     EXPECT_EQ (text, "aXXbXXc");
+
+    stringReplaceAll (text, "XX", "");
+    EXPECT_EQ (text, "abc");
+}
+
+TEST (CSVParser, aTextMayBeReplacedByItselfOrInItself)
+{
+    std::string text = "ab";
+    stringReplaceAll (text, "b", text);
+    EXPECT_EQ (text, "aab");
+
+    stringReplaceAll (text, text, "a longer text than there was before");
+    EXPECT_EQ (text, "a longer text than there was before");
 }
 
 //==============================================================================

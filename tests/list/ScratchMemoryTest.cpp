@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <new>
 #include <numeric>
+#include <thread>
 #include <utility>
 
 namespace ZEP::Overmarks::Testing
@@ -30,6 +32,33 @@ TEST (ScratchMemory, holdsFewAndMany)
         EXPECT_EQ (moved.back(), 7U);
         EXPECT_EQ (moved.front(), number < 2 ? 7U : 0U);
     }
+}
+
+TEST (ScratchMemory, givesAThreadThePagesThatItHasGivenBack)
+{
+    constexpr std::size_t some = 3 << 20, many = 9 << 20;
+    auto* const memory = scratchMemory();
+    auto* const first = memory->allocate (some);
+    auto* const second = memory->allocate (some);
+    memory->deallocate (first, some);
+    memory->deallocate (memory->allocate (many), many); // too many to be kept
+    EXPECT_EQ (memory->allocate (some), first);
+    memory->deallocate (first, some);
+    memory->deallocate (second, some); // the last ones stay
+    EXPECT_EQ (memory->allocate (some), second);
+    memory->deallocate (second, some);
+}
+
+TEST (ScratchMemory, isGivenBackByAnyThread)
+{
+    constexpr std::size_t some = 3 << 20;
+    auto* const bytes = static_cast<char*> (scratchMemory()->allocate (some));
+    std::thread ([bytes] { scratchMemory()->deallocate (bytes, some); }).join();
+
+    auto* const others = static_cast<char*> (scratchMemory()->allocate (some));
+    std::fill_n (others, some, 'x');
+    EXPECT_EQ (std::count (others, others + some, 'x'), static_cast<std::ptrdiff_t> (some));
+    scratchMemory()->deallocate (others, some);
 }
 
 TEST (ScratchMemory, tellsThatThereIsNoMore)

@@ -18,7 +18,7 @@ namespace DocxHandler
 class XMLText final
 {
 public:
-    /** Refers to its text, which the call that it is made for outlives. */
+    /** Refers to its text, which has to outlive it. */
     class Attribute
     {
     public:

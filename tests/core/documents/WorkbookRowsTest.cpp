@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <string>
@@ -141,12 +143,17 @@ TEST_F (RowsOneByOne, areRefusedWhereverTheyDoNotFit)
                + " (row " + number + ", column 1) holds 32768 characters, and a cell has room for 32767";
     };
 
+    const auto openFiles = []
+    { return std::distance (std::filesystem::directory_iterator ("/proc/self/fd"), {}); };
+    const auto before = openFiles();
+
     EXPECT_EQ (write (withLargeLetters, tooLong (1, 1)), told (2));
     EXPECT_EQ (write (withLargeLetters, tooLong (4, 1)), told (5)) << "measured ahead";
     EXPECT_EQ (write (withLargeLetters, tooLong (2, 2)), told (3)) << "asked for once more";
     EXPECT_EQ (write (withLargeLetters, tooLong (4, 2)), told (5)) << "in its turn";
     EXPECT_EQ (folder.bytes ("list.xlsx"), "older");
     EXPECT_EQ (folder.names(), Names { "list.xlsx" });
+    EXPECT_EQ (openFiles(), before) << "which would keep the rows on the disk";
 }
 
 } // namespace

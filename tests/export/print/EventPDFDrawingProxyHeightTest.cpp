@@ -192,7 +192,7 @@ TEST_F (EventPDFDrawingProxyHeight, noWidthIsTooSmallToMeasureAndDraw)
         << "of the two narrowest it is left of the paper";
 }
 
-TEST_F (EventPDFDrawingProxyHeight, theLinesOfNoWidthAreLost)
+TEST_F (EventPDFDrawingProxyHeight, noLineIsLostWhateverTheWidth)
 {
     constexpr float far = 300; // from the left edge of the paper
     constexpr std::array widths { 300.0f, 130.0f, 100.0f, 60.0f, 15.0f };

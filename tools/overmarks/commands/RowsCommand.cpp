@@ -5,6 +5,7 @@
 #include "commands/Commands.h"
 #include "core/text/ObjectJSON.h"
 #include "list/JSONText.h"
+#include "list/TextInParts.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -133,8 +134,7 @@ json tailAsJSON (const ReadFile& read, const Session& session)
 
 void writeAsJSON (const ReadFile& read, bool rich, const Session& session)
 {
-    const TextInParts::Sink sink = [&session] (const std::string& part) { session.partOfJSON (part); };
-    TextInParts document (sink);
+    TextInParts document ([&session] (const std::string& part) { session.partOfJSON (part); });
     auto& text = document.text;
     text = indentedJSON (headAsJSON (read));
     text.erase (text.rfind ('\n')); // the closing brace comes behind the tail
