@@ -197,7 +197,7 @@ std::string ProjectJSON::shownEvents (const EventArray::Events& events)
 void ProjectJSON::writeShownEvents (const EventArray::Events& events, const Sink& sink)
 {
     TextInParts parts (sink);
-    parts.text = "{\n";
+    parts.text += "{\n";
     appendEvents (parts, events, appendShownEvent);
 }
 
