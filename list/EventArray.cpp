@@ -193,7 +193,12 @@ void store (const std::vector<EventPlace>& places, Target&... targets)
     constexpr std::size_t ahead = 16;
     const auto number = places.size();
     const auto length = std::max ({ number, targets.size()... });
-    (targets.reserve (number), ...); // without memory for all of them, none is touched
+    const auto makeRoom = [number] (EventArray::Events& target)
+    {
+        if (target.capacity() < number)
+            target.reserve (std::max (number, 2 * target.capacity()));
+    };
+    (makeRoom (targets), ...); // without memory for all of them, none is touched
     (targets.resize (std::max (targets.size(), number)), ...);
 
     const auto putInto = [&] (EventArray::Events& target, std::size_t i)

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// What becomes of a list that is put in order while the memory is full.
+#include "list/ProjectFileSupport.h"
+#include "memory/MemoryBudget.h"
+
+#include <algorithm>
+#include <new>
+
+namespace ZEP::Overmarks::Testing
+{
+namespace
+{
+
+class EventArrayMemoryTest : public ProjectFileTest
+{
+protected:
+    static bool holdsNoNull (const EventArray::Events& events)
+    {
+        return std::find (events.begin(), events.end(), nullptr) == events.end();
+    }
+
+    /** @returns whether the memory sufficed */
+    static bool sortWithin (std::size_t bytes, EventArray& list)
+    {
+        const MemoryBudget budget (bytes);
+
+        try
+        {
+            list.sortContentAndUpdateFilteredEvents();
+            return true;
+        }
+        catch (const std::bad_alloc&)
+        {
+            return false;
+        }
+    }
+};
+
+TEST_F (EventArrayMemoryTest, noListLosesAnEventWhereverTheMemoryRunsOut)
+{
+    for (const auto* const key : { "", "Text" })
+    {
+        auto project = Project::createEmpty (timeInfoAt ("25", "01:00:00:00"));
+        auto& list = *project.list;
+        list.sortKey = key;
+        project.makeCurrent();
+        list.sortContentAndUpdateFilteredEvents();
+
+        for (int i = 0; i < 1000; ++i)
+            list.events.push_back (makeEvent (EventTypeADRCue, 5000 - i, 6000 - i));
+
+        auto inAnyOrder = list.events;
+        std::sort (inAnyOrder.begin(), inAnyOrder.end());
+        int failures = 0;
+
+        for (std::size_t bytes = 0; ! sortWithin (bytes, list); bytes += 256)
+        {
+            ++failures;
+            ASSERT_TRUE (holdsNoNull (list.filteredEvents)) << bytes;
+            ASSERT_TRUE (holdsNoNull (list.sortedFilteredEvents)) << bytes;
+            auto left = list.events;
+            std::sort (left.begin(), left.end());
+            ASSERT_TRUE (left == inAnyOrder) << bytes;
+        }
+
+        EXPECT_GT (failures, 10);
+        EXPECT_EQ (list.filteredEvents.size(), 1000U) << "the two fades aren't listed";
+        EXPECT_EQ (list.sortedFilteredEvents.size(), 1000U);
+        EXPECT_TRUE (holdsNoNull (list.filteredEvents) && holdsNoNull (list.sortedFilteredEvents));
+    }
+}
+
+} // namespace
+} // namespace ZEP::Overmarks::Testing
