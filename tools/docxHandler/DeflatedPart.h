@@ -14,7 +14,7 @@ namespace DocxHandler
 class DeflatedPart final
 {
 public:
-    /** Throws a Failure. */
+    /** Throws std::bad_alloc. */
     explicit DeflatedPart (std::string_view content);
 
     /** Gives the library what it asks for. @param part  this object */
