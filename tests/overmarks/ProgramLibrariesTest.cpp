@@ -130,6 +130,29 @@ TEST_F (ProgramLibrariesTest, withoutTheLibraryAllElseGoesOn)
     EXPECT_EQ (read ("list.asc"), read ("again.asc"));
 }
 
+TEST_F (ProgramLibrariesTest, aLibraryOfSomethingElseIsAFailureInWords)
+{
+    const auto in = [this] (const char* other)
+    {
+        file ("alone").createDirectory();
+        std::filesystem::copy_file (other, path ("alone/" OVERMARKS_DOCUMENTS_FILE),
+                                    std::filesystem::copy_options::overwrite_existing);
+        return runWithoutDocuments ({ "convert", "list.csv", "list.xlsx", "--quiet" });
+    };
+
+    const auto foreign = in (OVERMARKS_FAILING_FILES);
+    EXPECT_EQ (foreign.status, 1);
+    EXPECT_EQ (foreign.errors, "overmarks: Can't write " + path ("list.xlsx") + ": "
+                                   + words ("undefined symbol: overmarksDocuments"));
+
+    const auto older = in (OVERMARKS_OLDER_DOCUMENTS);
+    EXPECT_EQ (older.status, 1);
+    EXPECT_THAT (older.errors,
+                 HasSubstr (": The library for workbooks and drawn pages can't be loaded: it is of version "
+                            "0.0.1-older, and libZEP_Core of "));
+    EXPECT_FALSE (file ("list.xlsx").exists());
+}
+
 TEST_F (ProgramLibrariesTest, aFileThatIsNoLibraryIsAFailureInWords)
 {
     file ("alone").createDirectory();
