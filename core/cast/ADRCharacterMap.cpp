@@ -3,6 +3,8 @@
 
 #include "core/system/RandomIdentity.h"
 
+#include <cstring>
+
 namespace ZEP::Core
 {
 ADRCharacterMap::ADRCharacterMap() = default;
@@ -30,6 +32,11 @@ juce::String ADRCharacterMap::addCharacter (std::shared_ptr<ADRCharacter> charac
         inOrder[position] = std::move (character);
     }
     return idInUse;
+}
+
+bool ADRCharacterMap::ByBytes::operator() (const juce::String& a, const juce::String& b) const noexcept
+{
+    return std::strcmp (a.getCharPointer().getAddress(), b.getCharPointer().getAddress()) < 0;
 }
 
 std::shared_ptr<ADRCharacter> ADRCharacterMap::characterForID (const juce::String& id) const

@@ -80,7 +80,12 @@ public:
 private:
     std::vector<std::shared_ptr<ADRCharacter>> inOrder;
     std::vector<juce::String> idsInOrder;
-    std::map<juce::String, std::size_t> positions; // not hashed: strangers choose the identifiers
+    struct ByBytes
+    {
+        bool operator() (const juce::String& a, const juce::String& b) const noexcept;
+    };
+
+    std::map<juce::String, std::size_t, ByBytes> positions; // not hashed: strangers choose the identifiers
     mutable CharacterNameIndex names;
     mutable int scopesAtRest = 0;
 };

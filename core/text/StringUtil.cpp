@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace ZEP::Core
 {
@@ -120,15 +121,42 @@ constexpr auto beginsRow = []
     return result;
 }();
 
-/* The first character from `text` on that has a counterpart, which is set; the end of the text when there
-   is none. */
-juce::CharPointer_UTF8 nextReplaced (juce::CharPointer_UTF8 text, const char*& counterpart)
+/* Behind the last byte; counted as bytes, not as characters as the framework would. */
+juce::CharPointer_UTF8 endOf (const juce::String& text)
+{
+    auto* const bytes = text.getCharPointer().getAddress();
+    return juce::CharPointer_UTF8 (bytes + std::strlen (bytes));
+}
+
+/* Whether all of eight bytes are ASCII and no control codes, so that no character of the table begins with one. */
+bool arePrintableASCII (const char* eight)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    constexpr std::uint64_t high = ones << 7U;
+    std::uint64_t block = 0;
+    std::memcpy (&block, eight, sizeof (block));
+
+    // Adding 1 sets the top bit of a delete, taking a blank away that of what lies below the blank.
+    return ((block | (block + ones) | (block - ones * ' ')) & high) == 0;
+}
+
+/* The first character from `text` up to `end` that has a counterpart, which is set; the end when there is
+   none. */
+juce::CharPointer_UTF8 nextReplaced (juce::CharPointer_UTF8 text, juce::CharPointer_UTF8 end,
+                                     const char*& counterpart)
 {
     counterpart = nullptr;
     auto* place = text.getAddress();
+    auto* const last = end.getAddress();
 
-    while (*place != 0)
+    while (place < last)
     {
+        if (last - place >= 8 && arePrintableASCII (place))
+        {
+            place += 8;
+            continue;
+        }
+
         if (! beginsRow[static_cast<std::uint8_t> (*place)])
         {
             ++place;
@@ -208,20 +236,21 @@ juce::String StringUtil::replaceIllegalASCIICharacters (juce::String text)
 {
     const char* counterpart = nullptr;
     auto kept = text.getCharPointer();
-    auto found = nextReplaced (kept, counterpart);
+    const auto end = endOf (text);
+    auto found = nextReplaced (kept, end, counterpart);
 
     if (counterpart == nullptr)
         return text;
 
     std::string plain;
-    plain.reserve (text.getNumBytesAsUTF8());
+    plain.reserve (static_cast<std::size_t> (end.getAddress() - kept.getAddress()));
 
     while (counterpart != nullptr)
     {
         plain.append (kept.getAddress(), found.getAddress());
         plain += counterpart;
         kept = ++found;
-        found = nextReplaced (kept, counterpart);
+        found = nextReplaced (kept, end, counterpart);
     }
 
     plain.append (kept.getAddress(), found.getAddress());
@@ -231,7 +260,7 @@ juce::String StringUtil::replaceIllegalASCIICharacters (juce::String text)
 bool StringUtil::hasIllegalASCIICharacters (const juce::String& text)
 {
     const char* counterpart = nullptr;
-    nextReplaced (text.getCharPointer(), counterpart);
+    nextReplaced (text.getCharPointer(), endOf (text), counterpart);
     return counterpart != nullptr;
 }
 

@@ -163,6 +163,32 @@ TEST (PlainText, withNothingToReplaceIsNotCopied)
     }
 }
 
+TEST (PlainText, replacesAtEachPlaceOfATextOfAnyLength)
+{
+    for (std::size_t length = 1; length < 20; ++length)
+        for (std::size_t place = 0; place < length; ++place)
+            for (const auto& [from, to] : { std::pair { "\x01", "" },
+                                            { "\x08", "" },
+                                            { "\t", "\t" },
+                                            { "\n", "\n" },
+                                            { "\x0c", "\n" },
+                                            { "\x1f", "" },
+                                            { " ", " " },
+                                            { "~", "~" },
+                                            { "\x7f", "" },
+                                            { "\xc2\x81", "" },
+                                            { "é", "é" },
+                                            { "…", "..." } })
+            {
+                auto before = std::string (length, 'x');
+                auto after = before;
+                before.replace (place, 1, from);
+                after.replace (place, 1, to);
+                ASSERT_EQ (plain (before.c_str()), after) << length << " " << place;
+                ASSERT_EQ (StringUtil::hasIllegalASCIICharacters (text (before.c_str())), before != after);
+            }
+}
+
 TEST (PlainText, staysTheSameWhenMadePlainAgain)
 {
     std::string all;
