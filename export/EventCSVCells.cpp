@@ -34,7 +34,12 @@ constexpr CSVTextRule oneLineWithoutStars { CSVQuotes::doubled, CSVBreaks::toBla
 
 void writeCleaned (CSVCells& cells, const RichTextString& text, CSVTextRule rule)
 {
-    cells.quoted (utf8 (StringUtil::replaceIllegalASCIICharacters (text.getText())), rule);
+    const auto& written = text.getText();
+
+    if (StringUtil::hasIllegalASCIICharacters (written))
+        cells.quoted (utf8 (StringUtil::replaceIllegalASCIICharacters (written)), rule);
+    else
+        cells.quoted (utf8 (written), rule);
 }
 
 void writeText (CSVCells& cells, const CSVCellSource& source)

@@ -6,6 +6,8 @@
 #include "export/EventCSVCells.h"
 #include "export/TakerTemplate.h"
 #include "export/frame/ByCharacterWalk.h"
+#include "export/frame/EventsAhead.h"
+#include "export/frame/LongText.h"
 #include "export/frame/OutputFile.h"
 #include "export/frame/OutputFileNames.h"
 #include "export/frame/SingleByteText.h"
@@ -102,9 +104,9 @@ EventExportType EventCSVExporter::type() const { return EventExportTypeCSV; }
 
 juce::String EventCSVExporter::exportEventsByTimecode()
 {
-    const auto events = settings->events;
     return writeCSVFileWithEvents (
-        events, OutputFileNames (settings->outputDirectory, settings->fileName, extension).single());
+        settings->events,
+        OutputFileNames (settings->outputDirectory, settings->fileName, extension).single());
 }
 
 juce::String EventCSVExporter::exportEventsByCharacter()
@@ -174,26 +176,33 @@ bool EventCSVExporter::createCSVLinesForTemplateDublane (const Events& events)
     const auto writers = csvCellWritersForKeys (columnKeys);
     const bool forDSTaker = templateNumber() == csvTemplateDSTaker;
 
-    constexpr std::size_t usualRow =
-        256; // bytes, with some to spare: growing would copy the rows again and again
+    constexpr std::size_t usualRow = 256;   // bytes, with some to spare
+    constexpr std::size_t someRows = 65536; // bytes that stay near while they are written
+    LongText text (csvString, events.size() * usualRow);
     std::string rows;
-    rows.reserve (events.size() * usualRow);
     CSVCells cells (rows, utf8 (separator));
 
-    for (const auto& event : events)
-    {
-        const CSVCellSource source (event, forDSTaker, -1);
+    visitRows (events,
+               [&] (const std::shared_ptr<Event>& event)
+               {
+                   const CSVCellSource source (event, forDSTaker, -1);
 
-        for (const auto writer : writers)
-            writer (cells, source);
+                   for (const auto writer : writers)
+                       writer (cells, source);
 
-        rows += '\n';
-    }
+                   if (rows.size() >= someRows)
+                   {
+                       text.add (rows);
+                       rows.clear();
+                   }
+
+                   rows += '\n';
+               });
 
     if (! rows.empty()) // the last row has no line break behind it
         rows.pop_back();
 
-    appendRows (rows);
+    text.add (rows);
     return true;
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 
 namespace ZEP::Overmarks
 {
@@ -11,31 +13,59 @@ namespace ZEP::Overmarks
 namespace
 {
 
-/** What any rule has a word on. */
-constexpr auto needsAttention = []
+/** Whether any rule has a word on the character. */
+constexpr bool needsAttention (char c) noexcept { return c == '\n' || c == '\r' || c == '"' || c == '*'; }
+
+/** Whether one of eight characters may need attention; none does if not. */
+bool mayNeedAttention (const char* eight) noexcept
 {
-    std::array<bool, 256> table {};
+    constexpr std::uint64_t ones = 0x0101010101010101U, highBits = ones << 7U;
+    std::uint64_t bytes = 0;
+    std::memcpy (&bytes, eight, sizeof bytes);
 
-    for (const char c : { '\n', '\r', '"', '*' })
-        table[static_cast<unsigned char> (c)] = true;
+    // What is taken away from a byte below it borrows from the high bit, which is clear in ASCII. Quote and star are one bit apart.
+    const auto controlCodes = (bytes - ones * ('\r' + 1)) & ~bytes;
+    const auto differences = (bytes | ones * ('"' ^ '*')) ^ (ones * '*');
+    return ((controlCodes | ((differences - ones) & ~differences)) & highBits) != 0;
+}
 
-    return table;
-}();
+/** Where the next character is that needs attention, or the end. */
+std::size_t nextThatNeedsAttention (std::string_view text, std::size_t from) noexcept
+{
+    constexpr std::size_t some = 8;
+
+    while (from + some <= text.size() && ! mayNeedAttention (text.data() + from))
+        from += some;
+
+    // The last ones, of which some may have been looked at before.
+    if (text.size() >= some && from + some > text.size()
+        && ! mayNeedAttention (text.data() + text.size() - some))
+        return text.size();
+
+    while (from < text.size() && ! needsAttention (text[from]))
+        ++from;
+
+    return from;
+}
 
 } // namespace
 
 void CSVCells::quoted (std::string_view text, CSVTextRule rule)
 {
     out += '"';
-    append (text, rule);
-    out += '"';
-    out += delimiter;
+
+    if (rule.keepsAll())
+        out += text;
+    else
+        append (text, rule);
+
+    out += quoteAndDelimiter;
 }
 
 void CSVCells::plain (std::string_view text)
 {
     out += text;
-    out += delimiter;
+    out += std::string_view (quoteAndDelimiter).substr (1);
 }
 
 void CSVCells::number (int value)
@@ -59,12 +89,10 @@ void CSVCells::append (std::string_view text, CSVTextRule rule)
         done = position + length;
     };
 
-    for (std::size_t i = 0; i < text.size(); i = std::max (i + 1, done))
+    for (auto i = nextThatNeedsAttention (text, 0); i < text.size();
+         i = nextThatNeedsAttention (text, std::max (i + 1, done)))
     {
         const char c = text[i];
-
-        if (! needsAttention[static_cast<unsigned char> (c)])
-            continue;
 
         if ((c == '\n' && rule.breaks != CSVBreaks::kept)
             || (c == '\r' && rule.breaks == CSVBreaks::toBlanks))

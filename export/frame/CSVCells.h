@@ -33,19 +33,27 @@ struct CSVTextRule
     CSVQuotes quotes = CSVQuotes::kept; ///< of the text, not those around the cell
     CSVBreaks breaks = CSVBreaks::kept; ///< of either kind
     bool withoutDoubleStars = false;    ///< "**", which stands for a line break in imported lists, goes
+
+    [[nodiscard]] constexpr bool keepsAll() const noexcept ///< Whether any text stays as it is.
+    {
+        return quotes == CSVQuotes::kept && breaks == CSVBreaks::kept && ! withoutDoubleStars;
+    }
 };
 
 /** The UTF-8 bytes of a text, valid as long as the text is. */
-[[nodiscard]] inline std::string_view utf8 (const juce::String& text) { return text.toRawUTF8(); }
+[[nodiscard]] inline std::string_view utf8 (const juce::String& text)
+{
+    return text.getCharPointer().getAddress();
+}
 
 /** Writes the cells of a delimited table, each followed by its delimiter, behind a text that the caller holds. */
 class OVERMARKS_API CSVCells final
 {
 public:
-    /** Both must outlive this object. */
-    CSVCells (std::string& destination, std::string_view delimiterText)
+    /** @param destination  outlives this object */
+    CSVCells (std::string& destination, std::string_view delimiter)
         : out (destination),
-          delimiter (delimiterText)
+          quoteAndDelimiter ("\"" + std::string (delimiter))
     {
     }
 
@@ -64,7 +72,7 @@ private:
     void append (std::string_view text, CSVTextRule rule);
 
     std::string& out;
-    std::string_view delimiter;
+    std::string quoteAndDelimiter; // what most cells end with
 };
 
 } // namespace ZEP::Overmarks

@@ -55,6 +55,23 @@ protected:
         "\"None\",-1,FN,Bottom\n"
         "\"01:00:10:00\",\"01:00:12:00\",\"\",\"\",\"\",\"\",\"2\",\"No\",\"\",\"\",ADR Cue,3,Yes,0,\"None\",-1,,Bottom";
 
+    std::string firstRow() const { return twoRows.substr (0, twoRows.find ('\n')); }
+    std::string secondRow() const { return twoRows.substr (twoRows.find ('\n') + 1); }
+
+    /** A cue with a speech of a thousand letters. */
+    std::shared_ptr<Event> makeLongCue (int number)
+    {
+        return events ({ { std::to_string (number).c_str(), 0, 25, "a", std::string (1000, 'x').c_str() } })
+            .front();
+    }
+
+    static std::string longCueRow (int number)
+    {
+        return "\"00:00:00:00\",\"00:00:01:00\",\"" + std::string (1000, 'x')
+               + "\",\"Ann\",\"AN\",\"Mary\",\"" + std::to_string (number)
+               + "\",\"No\",\"\",\"\",ADR Cue,3,Yes,0,\"None\",-1,,Bottom";
+    }
+
     void giveCharacters()
     {
         addCharacter ("1", "Cora");
@@ -123,6 +140,30 @@ TEST_F (CSVExportTest, anUnknownDelimiterIsNone)
 TEST_F (CSVExportTest, anEmptyListIsTheHeaderWithItsLineBreak)
 {
     EXPECT_EQ (exported (1, 0), mark + header + zero);
+}
+
+TEST_F (CSVExportTest, aLongListHasAllItsRowsInTheirOrder)
+{
+    giveTwoCues();
+    for (const auto number : { 95, 96, 97, 500, 501 }) // some hundred rows are more than is written at a time
+    {
+        const auto cues = settings->events;
+        std::string expected = header;
+        settings->events.clear();
+
+        for (int i = 0; i < number; ++i)
+        {
+            auto cue = cues[static_cast<std::size_t> (i % 2)];
+            settings->events.push_back (i % 7 == 0 ? makeLongCue (i) : cue);
+            expected += (i > 0 ? "\n" : "")
+                        + (i % 7 == 0   ? longCueRow (i)
+                           : i % 2 == 0 ? firstRow()
+                                        : secondRow());
+        }
+
+        EXPECT_EQ (exported (1, 0), mark + expected + zero) << number;
+        settings->events = cues;
+    }
 }
 
 TEST_F (CSVExportTest, anEventThatIsListedTwiceHasTwoRows)

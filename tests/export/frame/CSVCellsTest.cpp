@@ -60,6 +60,36 @@ INSTANTIATE_TEST_SUITE_P (CSVCells, QuotedCells, ::testing::ValuesIn (cases),
 
 } // namespace
 
+TEST (CSVCells, followTheirRuleAtEachPlaceOfATextOfAnyLength)
+{
+    for (std::size_t length = 1; length < 27; ++length)
+        for (std::size_t place = 0; place < length; ++place)
+            for (const auto* shown :
+                 { "\n ", "\r ", "\"\"\"", "**", "!!", "##", "\t\t", "\x0e\x0e", "\x8d\x8d", "\xff\xff" })
+            {
+                std::string text (length, 'x');
+                std::string cell (length, 'x');
+                text[place] = shown[0];
+                cell.replace (place, 1, shown + 1);
+
+                std::string row;
+                CSVCells (row, ",").quoted (text, { doubled, blanks, true });
+                ASSERT_EQ (row, "\"" + cell + "\",") << length << " " << place;
+            }
+}
+
+TEST (CSVCells, doubleStarsGoAtEachPlaceOfATextOfAnyLength)
+{
+    for (std::size_t before = 0; before < 20; ++before)
+        for (std::size_t after = 0; after < 20; ++after)
+        {
+            const std::string left (before, 'l'), right (after, 'r');
+            std::string row;
+            CSVCells (row, ",").quoted (left + "**" + right, { kept, breaks, true });
+            ASSERT_EQ (row, "\"" + left + right + "\",");
+        }
+}
+
 TEST (CSVCells, lineUpBehindEachOther)
 {
     std::string row ("x");
