@@ -46,6 +46,9 @@ std::span<const Work> worksOfMemory();
 /** The height of this process's memory is counted anew from here, where the system allows that. */
 void forgetPeak();
 
+/** Lets the allocator join what was freed so far, which it puts off to the next large request otherwise. */
+void settleMemory();
+
 /** A line of /proc/self/status, in KiB; 0 where there is none. */
 long long memoryInKiB (const std::string& name);
 
@@ -53,6 +56,7 @@ long long memoryInKiB (const std::string& name);
 template <typename Function>
 double secondsOf (Function&& function)
 {
+    settleMemory();
     forgetPeak();
     const auto start = std::chrono::steady_clock::now();
     function();
