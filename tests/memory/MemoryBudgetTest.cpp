@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <string>
@@ -34,6 +35,27 @@ TEST (MemoryBudget, whatIsBeyondItIsRefused)
     EXPECT_TRUE (canBeHad (megabyte / 2));
     EXPECT_FALSE (canBeHad (2 * megabyte));
     EXPECT_EQ (std::unique_ptr<char[]> (new (std::nothrow) char[2 * megabyte]), nullptr);
+}
+
+TEST (MemoryBudget, whatIsAlignedCountsToo)
+{
+    struct alignas (128) Line
+    {
+        char bytes[128];
+    };
+
+    const MemoryBudget budget (megabyte);
+    constexpr std::size_t half = megabyte / 2 / sizeof (Line);
+
+    for (int i = 0; i < 10; ++i)
+    {
+        const auto held = std::make_unique<Line[]> (half);
+        EXPECT_EQ (reinterpret_cast<std::uintptr_t> (held.get()) % sizeof (Line), 0U);
+        EXPECT_FALSE (canBeHad (3 * megabyte / 4));
+    }
+
+    EXPECT_EQ (std::unique_ptr<Line[]> (new (std::nothrow) Line[4 * half]), nullptr);
+    EXPECT_THROW (std::make_unique<Line[]> (4 * half), std::bad_alloc);
 }
 
 TEST (MemoryBudget, whatIsGivenBackCanBeHadAgain)
