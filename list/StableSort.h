@@ -16,8 +16,8 @@
 namespace ZEP::Overmarks
 {
 
-/** What std::stable_sort does, in a time that grows with the number of items alone where nearly all of them are in order: a list that
-    had been sorted before one cue was changed. */
+/** What std::stable_sort does, in a time that grows with the number of items alone where nearly all of them are in order: those whose
+    keys are the same, of which a long list may have many. */
 template <typename Place, typename Before>
 void stableSortOfRuns (Place first, Place last, Before before)
 {

@@ -57,8 +57,8 @@ TEST (StableSort, doesWhatTheStandardOneDoes)
     }
 }
 
-/** How often a sort compares a list of so many in which three have changed. */
-std::size_t comparisonsAfterAnEdit (int number)
+/** How often a sort compares so many of which three are out of order. */
+std::size_t comparisonsOfNearlySorted (int number)
 {
     std::vector<int> values (static_cast<std::size_t> (number));
     std::iota (values.begin(), values.end(), 0);
@@ -77,10 +77,10 @@ std::size_t comparisonsAfterAnEdit (int number)
     return comparisons;
 }
 
-TEST (StableSort, afterAnEditItComparesNoMoreThanAFewTimesPerItem)
+TEST (StableSort, comparesWhatIsNearlyInOrderNoMoreThanAFewTimesPerItem)
 {
     for (const int number : { 1000, 10000, 100000 })
-        EXPECT_LE (comparisonsAfterAnEdit (number), 5u * static_cast<unsigned> (number)) << number;
+        EXPECT_LE (comparisonsOfNearlySorted (number), 5u * static_cast<unsigned> (number)) << number;
 }
 
 /** A text of numbers, the first ones looked at as ranks. */
