@@ -23,7 +23,7 @@ struct DocumentOperations
     std::unique_ptr<DocumentPages> (*draw) (PaperSize paper);
 };
 
-/** The one thing that the library shows, by the name that DocumentsLibrary looks up. It lives as long as the library is loaded. */
+/** What the library shows to this one, by the name that DocumentsLibrary looks up. It lives as long as the library is loaded. */
 extern "C" __attribute__ ((visibility ("default"))) const DocumentOperations* overmarksDocuments();
 
 } // namespace ZEP::Core

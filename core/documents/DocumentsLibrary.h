@@ -21,7 +21,8 @@ namespace ZEP::Core
 class DocumentsLibrary final
 {
 public:
-    /** Loads it, the first time. What has failed is tried again the next time: a process may have too many open files for a moment. */
+    /** Loads it, the first time. Where that fails it is tried again the next time: a process may have too many open files for a moment. One
+        of another version stays, and stays refused, for the life of the process. */
     static DocumentsLibrary loaded();
 
     /** None where it can't be loaded. */

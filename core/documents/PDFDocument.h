@@ -111,7 +111,7 @@ public:
     /** Draws what looks the same wherever it is drawn, such as the boxes of the takes. It is described in the file once, however often it
         comes, which makes for a smaller file that is there sooner.
         @param identifier  what it is, together with the size of the place, the colours and the font
-        @param place       where it stands; but for the lines on its edge nothing that reaches beyond it is seen
+        @param place       where it stands; lines on its edge may reach two points beyond it, and nothing that reaches farther is seen
         @param draw        draws it there, with the colours and the font as they stand, and sets none: it is called the first time alone */
     void drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
                        const std::function<void()>& draw);

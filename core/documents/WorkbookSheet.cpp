@@ -3,6 +3,8 @@
 
 #include "core/documents/WorkbookText.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -10,7 +12,9 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace ZEP::Core
 {
@@ -103,6 +107,46 @@ std::vector<WorkbookRun> runsOf (const RichTextString& cell, bool isHeading)
 
 std::string_view textOf (const RichTextString& cell) { return cell.getText().toRawUTF8(); }
 
+/** The file that the rows wait in. Where a workbook can't be finished, the library has closed it if it came as far as to read it. */
+class RowsFile final
+{
+public:
+    explicit RowsFile (std::FILE* openFile) noexcept
+        : file (openFile),
+          number (::fileno (openFile)),
+          before (status())
+    {
+    }
+
+    /** Its number may belong to a later file by now, which has changed since. */
+    void closeIfOpen() const noexcept
+    {
+        const int error = errno; // the caller's
+        const auto now = status();
+        const auto timeOf = [] (const struct stat& some)
+        { return std::pair (some.st_ctim.tv_sec, some.st_ctim.tv_nsec); };
+
+        if (before && now && now->st_dev == before->st_dev && now->st_ino == before->st_ino
+            && timeOf (*now) == timeOf (*before))
+            std::fclose (file);
+
+        errno = error;
+    }
+
+private:
+    [[nodiscard]] std::optional<struct stat> status() const noexcept
+    {
+        struct stat found
+        {
+        };
+        return ::fstat (number, &found) == 0 ? std::optional (found) : std::nullopt;
+    }
+
+    std::FILE* file;
+    int number;
+    std::optional<struct stat> before;
+};
+
 } // namespace
 
 WorkbookFailure WorkbookFailure::temporaryFilesCut (const std::string& folder)
@@ -132,7 +176,7 @@ WorkbookSheet::WorkbookSheet (const std::string& path, const std::string& tempor
     heading = newFormat (true);
 }
 
-/** Of a workbook that isn't finished the library leaves the file of the rows open, which keeps their room on the disk. */
+/** Of a workbook that isn't given to the library to be finished, it leaves the file of the rows open, which keeps their room on the disk. */
 void WorkbookSheet::Free::operator() (lxw_workbook* freed) const
 {
     if (auto* const only = STAILQ_FIRST (freed->worksheets);
@@ -326,8 +370,12 @@ std::size_t WorkbookSheet::finish()
     arrangeColumns();
     arrangeTable();
     const auto bytes = bytesOfRows();
+    const RowsFile rowsFile (sheet->optimize_tmpfile);
     errno = 0;
     const auto error = workbook_close (book.release());
+
+    if (error != LXW_NO_ERROR)
+        rowsFile.closeIfOpen();
 
     if (error == LXW_ERROR_CREATING_TMPFILE)
         throw noTemporaryFile (folder);

@@ -5,7 +5,11 @@
 #include "support/XMLTree.h"
 #include "support/ZipArchive.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <functional>
@@ -33,6 +37,30 @@ RichTextString wholly (const juce::String& text, const juce::Font& font)
 }
 
 RichTextString large (const juce::String& text) { return wholly (text, juce::Font().withHeight (22.0f)); }
+
+auto openFiles() { return std::distance (std::filesystem::directory_iterator ("/proc/self/fd"), {}); }
+
+/** While it lasts, the process may have so many more files open, and none that takes a place beyond them. */
+class FewMoreFiles final
+{
+public:
+    explicit FewMoreFiles (int more)
+    {
+        const int nextFree = ::dup (STDERR_FILENO);
+        ::close (nextFree);
+        ::getrlimit (RLIMIT_NOFILE, &usual);
+        auto fewer = usual;
+        fewer.rlim_cur = static_cast<rlim_t> (nextFree + more);
+        ::setrlimit (RLIMIT_NOFILE, &fewer);
+    }
+
+    FewMoreFiles (const FewMoreFiles&) = delete;
+    FewMoreFiles& operator= (const FewMoreFiles&) = delete;
+    ~FewMoreFiles() { ::setrlimit (RLIMIT_NOFILE, &usual); }
+
+private:
+    rlimit usual {};
+};
 
 class RowsOneByOne : public testing::Test
 {
@@ -143,8 +171,6 @@ TEST_F (RowsOneByOne, areRefusedWhereverTheyDoNotFit)
                + " (row " + number + ", column 1) holds 32768 characters, and a cell has room for 32767";
     };
 
-    const auto openFiles = []
-    { return std::distance (std::filesystem::directory_iterator ("/proc/self/fd"), {}); };
     const auto before = openFiles();
 
     EXPECT_EQ (write (withLargeLetters, tooLong (1, 1)), told (2));
@@ -154,6 +180,38 @@ TEST_F (RowsOneByOne, areRefusedWhereverTheyDoNotFit)
     EXPECT_EQ (folder.bytes ("list.xlsx"), "older");
     EXPECT_EQ (folder.names(), Names { "list.xlsx" });
     EXPECT_EQ (openFiles(), before) << "which would keep the rows on the disk";
+}
+
+TEST_F (RowsOneByOne, leaveNoFileOpenWhereTheyCannotBeFinished)
+{
+    folder.write ("list.xlsx", "older");
+    const auto before = openFiles();
+    std::unique_ptr<FewMoreFiles> limit;
+    int more = 0;
+    const auto writtenWithFew = [&]
+    {
+        const auto error = write (withLargeLetters,
+                                  [&] (Cells&, std::size_t row, int times)
+                                  {
+                                      if (row == 4 && times == 2)
+                                          limit = std::make_unique<FewMoreFiles> (more);
+                                  });
+        limit.reset();
+        return error;
+    };
+
+    for (auto error = writtenWithFew(); ! error.empty(); error = writtenWithFew())
+    {
+        EXPECT_THAT (error, testing::AnyOf (testing::EndsWith (": Too many open files"),
+                                            testing::HasSubstr (": no temporary file can be made in ")));
+        EXPECT_EQ (folder.bytes ("list.xlsx"), "older") << more;
+        EXPECT_EQ (folder.names(), Names { "list.xlsx" }) << more;
+        EXPECT_EQ (openFiles(), before) << more;
+        ASSERT_LT (++more, 20);
+    }
+
+    EXPECT_GT (more, 0);
+    EXPECT_EQ (openFiles(), before);
 }
 
 } // namespace
