@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/frame/LongText.h"
 
+#include "core/system/LargePages.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -29,6 +31,7 @@ void LongText::add (std::string_view bytes)
 void LongText::makeRoom (std::size_t bytes)
 {
     text.preallocateBytes (bytes);
+    Core::preferLargePages (text.getCharPointer().getAddress() + length, bytes - length);
     capacity = bytes;
 }
 
