@@ -9,9 +9,9 @@
 #include "preferences/UserDefaultsRegistrar.h"
 
 #include <expat.h>
+#include <libdeflate.h>
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,9 +27,14 @@ namespace
 
 // ---- Word --------------------------------------------------------------------------------------------------------------------
 
+constexpr auto mainPartName = "word/document.xml";
+constexpr auto tableOfACue = "<w:tbl>"; // the head is one more
+
+long long cuesOfWord (const juce::File& file) { return numberOf (tableOfACue, file, mainPartName) - 1; }
+
 WorkDone writeWord (const WorkOrder& order)
 {
-    return exportWithFactory (order, { order, EventExportTypeWord }, ".docx");
+    return exportWithFactory ({ order, EventExportTypeWord }, ".docx", cuesOfWord);
 }
 
 WorkDone readWord (const WorkOrder& order)
@@ -49,7 +54,7 @@ std::string mainPart (const WorkOrder& order)
 {
     juce::ZipFile archive { juce::File (order.list ("sheet.docx")) };
     const std::unique_ptr<juce::InputStream> stream (
-        archive.createStreamForEntry (archive.getIndexOfFileName ("word/document.xml")));
+        archive.createStreamForEntry (archive.getIndexOfFileName (mainPartName)));
 
     if (stream == nullptr)
         giveUp ("sheet.docx has no main part");
@@ -57,8 +62,8 @@ std::string mainPart (const WorkOrder& order)
     return stream->readEntireStreamAsString().toStdString();
 }
 
-/** The same markup put together from the pieces of each cue, and packed. */
-WorkDone packMainPart (const WorkOrder& order)
+/** The same markup put together from the pieces of each cue, and packed. @param pack  makes a stream of zlib of a text */
+WorkDone packMainPart (const WorkOrder& order, void (*pack) (const std::string&, juce::MemoryBlock&))
 {
     const auto part = mainPart (order);
     std::vector<std::string> pieces;
@@ -79,13 +84,39 @@ WorkDone packMainPart (const WorkOrder& order)
             for (const auto& piece : pieces)
                 xml += piece;
 
-            constexpr int usualLevel = 6;
+            pack (xml, packed);
+        });
+    const auto file = order.out.getChildFile ("floor.zlib");
+    file.replaceWithData (packed.getData(), packed.getSize());
+    juce::FileInputStream stream (file);
+    juce::GZIPDecompressorInputStream unpacked (stream);
+    return { seconds, numberOf (tableOfACue, unpacked) - 1 };
+}
+
+constexpr int usualLevel = 6;
+
+WorkDone packWithZlib (const WorkOrder& order)
+{
+    return packMainPart (
+        order,
+        [] (const std::string& xml, juce::MemoryBlock& packed)
+        {
             juce::MemoryOutputStream bytes (packed, false);
             juce::GZIPCompressorOutputStream (bytes, usualLevel).write (xml.data(), xml.size());
         });
-    std::ofstream (order.out.getChildFile ("floor.gz").getFullPathName().toStdString(), std::ios::binary)
-        .write (static_cast<const char*> (packed.getData()), static_cast<std::streamsize> (packed.getSize()));
-    return { seconds, packed.getSize() > 0 ? order.rows : 0 };
+}
+
+WorkDone packWithLibdeflate (const WorkOrder& order)
+{
+    return packMainPart (order,
+                         [] (const std::string& xml, juce::MemoryBlock& packed)
+                         {
+                             auto* const compressor = libdeflate_alloc_compressor (usualLevel);
+                             packed.setSize (libdeflate_zlib_compress_bound (compressor, xml.size()));
+                             packed.setSize (libdeflate_zlib_compress (compressor, xml.data(), xml.size(),
+                                                                       packed.getData(), packed.getSize()));
+                             libdeflate_free_compressor (compressor);
+                         });
 }
 
 /** All texts of the main part, and nothing made of them. */
@@ -107,7 +138,8 @@ WorkDone parseMainPart (const WorkOrder& order)
 
             XML_ParserFree (parser);
         });
-    return { seconds, texts.empty() ? 0 : order.rows };
+    juce::MemoryInputStream stream (texts.data(), texts.size(), false);
+    return { seconds, numberOf ("NOTES", stream) }; // a label that each cue has once
 }
 
 // ---- paper -------------------------------------------------------------------------------------------------------------------
@@ -123,7 +155,7 @@ WorkDone drawSheet (const WorkOrder& order)
         giveUp (error.toStdString());
 
     sizeOf (document.file (".pdf"));
-    return { seconds, order.rows };
+    return { seconds, std::nullopt };
 }
 
 WorkDone printSheet (const WorkOrder& order)
@@ -136,12 +168,15 @@ WorkDone printSheet (const WorkOrder& order)
         giveUp (exporter.printFailures[0].reason.toStdString());
 
     sizeOf (document.file (".pdf"));
-    return { seconds, order.rows };
+    return { seconds, std::nullopt };
 }
 
-constexpr Work works[] = { { "docx-out", writeWord },          { "docx-in", readWord },
-                           { "docx-out.floor", packMainPart }, { "docx-in.floor", parseMainPart },
-                           { "pdf-drawn", drawSheet },         { "pdf-browser", printSheet } };
+constexpr Work works[] = {
+    { "docx-out", writeWord },          { "docx-in", readWord },
+    { "docx-out.floor", packWithZlib }, { "docx-out.floor-libdeflate", packWithLibdeflate },
+    { "docx-in.floor", parseMainPart }, { "pdf-drawn", drawSheet },
+    { "pdf-browser", printSheet }
+};
 
 } // namespace
 

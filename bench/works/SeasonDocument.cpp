@@ -3,6 +3,9 @@
 
 #include "export/frame/EventExporterFactory.h"
 
+#include <algorithm>
+#include <array>
+
 namespace bench
 {
 
@@ -30,7 +33,8 @@ juce::File SeasonDocument::file (const char* extension) const
     return juce::File (settings->outputDirectory).getChildFile (settings->fileName + extension);
 }
 
-WorkDone exportWithFactory (const WorkOrder& order, const SeasonDocument& document, const char* extension)
+WorkDone exportWithFactory (const SeasonDocument& document, const char* extension,
+                            long long (*rowsOf) (const juce::File&))
 {
     document.file (extension).deleteFile();
     juce::String error;
@@ -41,7 +45,43 @@ WorkDone exportWithFactory (const WorkOrder& order, const SeasonDocument& docume
         giveUp (error.toStdString());
 
     sizeOf (document.file (extension));
-    return { seconds, order.rows };
+    return { seconds, rowsOf (document.file (extension)) };
+}
+
+long long numberOf (std::string_view piece, juce::InputStream& stream)
+{
+    std::array<char, 65536> block;
+    std::string text;
+    long long number = 0;
+
+    while (const auto length = stream.read (block.data(), static_cast<int> (block.size())))
+    {
+        text.append (block.data(), static_cast<std::size_t> (length));
+        std::size_t searched = 0;
+
+        for (auto place = text.find (piece); place != std::string::npos; place = text.find (piece, searched))
+        {
+            ++number;
+            searched = place + piece.size();
+        }
+
+        // A piece may lie across two blocks.
+        text.erase (0, std::max (searched, text.size() - std::min (text.size(), piece.size() - 1)));
+    }
+
+    return number;
+}
+
+long long numberOf (std::string_view piece, const juce::File& archive, const char* part)
+{
+    juce::ZipFile file (archive);
+    const std::unique_ptr<juce::InputStream> stream (
+        file.createStreamForEntry (file.getIndexOfFileName (part)));
+
+    if (stream == nullptr)
+        giveUp (archive.getFullPathName().toStdString() + " has no " + part);
+
+    return numberOf (piece, *stream);
 }
 
 long long sizeOf (const juce::File& file)

@@ -7,6 +7,7 @@
 #include "export/frame/EventExportSettingsSet.h"
 
 #include <memory>
+#include <string_view>
 
 namespace bench
 {
@@ -23,8 +24,16 @@ struct SeasonDocument
     juce::File file (const char* extension) const;
 };
 
-/** Times the exporter that the factory makes. */
-WorkDone exportWithFactory (const WorkOrder& order, const SeasonDocument& document, const char* extension);
+/** Times the exporter that the factory makes.
+    @param rowsOf  looks how many there are in the file */
+WorkDone exportWithFactory (const SeasonDocument& document, const char* extension,
+                            long long (*rowsOf) (const juce::File&));
+
+/** How often a piece of text stands in a stream. Takes little memory: its height is told afterwards. */
+long long numberOf (std::string_view piece, juce::InputStream& stream);
+
+/** The same in a part of an archive; ends the program when it isn't there. */
+long long numberOf (std::string_view piece, const juce::File& archive, const char* part);
 
 /** The length of what was written; ends the program when there is nothing. */
 long long sizeOf (const juce::File& file);

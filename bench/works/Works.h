@@ -4,6 +4,7 @@
 #include <juce_core/juce_core.h>
 
 #include <chrono>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -23,8 +24,10 @@ struct WorkOrder
 /** What came of it. */
 struct WorkDone
 {
-    double seconds;         ///< of the work alone, without what had to be prepared for it
-    long long count;        ///< rows, events or bytes: what shows that the work was done
+    double seconds; ///< of the work alone, without what had to be prepared for it
+
+    /** Rows or events that came of it, which shows that it was done; nothing of sheets on paper of ours, which aren't looked at. */
+    std::optional<long long> count;
     juce::var details = {}; ///< more figures, for those who ask
 };
 
@@ -52,7 +55,8 @@ void settleMemory();
 /** A line of /proc/self/status, in KiB; 0 where there is none. */
 long long memoryInKiB (const std::string& name);
 
-/** How long something takes. What was needed before counts neither for the time nor for the memory. */
+/** How long something takes, without what was needed before. The height of memory begins with what the process has by now, with freed
+    memory that the heap has kept. */
 template <typename Function>
 double secondsOf (Function&& function)
 {

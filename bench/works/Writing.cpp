@@ -19,14 +19,26 @@ using namespace ZEP::Overmarks;
 namespace
 {
 
+/** The line of titles ends with the sign, the last line doesn't. */
+long long rowsOfCSV (const juce::File& file)
+{
+    juce::FileInputStream stream (file);
+    return numberOf ("\n", stream);
+}
+
+long long rowsOfXLSX (const juce::File& file)
+{
+    return numberOf ("<row ", file, "xl/worksheets/sheet1.xml") - 1; // the titles
+}
+
 WorkDone writeCSV (const WorkOrder& order)
 {
-    return exportWithFactory (order, { order, EventExportTypeCSV }, ".csv");
+    return exportWithFactory ({ order, EventExportTypeCSV }, ".csv", rowsOfCSV);
 }
 
 WorkDone writeXLSX (const WorkOrder& order)
 {
-    return exportWithFactory (order, { order, EventExportTypeExcel }, ".xlsx");
+    return exportWithFactory ({ order, EventExportTypeExcel }, ".xlsx", rowsOfXLSX);
 }
 
 std::string_view utf8 (const juce::String& text) { return { text.toRawUTF8(), text.getNumBytesAsUTF8() }; }
@@ -46,7 +58,8 @@ void addQuoted (std::string& out, std::string_view text)
     out += "\",";
 }
 
-/** The same cells one behind the other, with their quotes and no other rule, and one write. */
+/** The same columns one behind the other, and one write: without titles, all in quotes, and with the numbers of reasons and regions in
+    place of their words. */
 WorkDone cellsOneBehindTheOther (const WorkOrder& order)
 {
     const SeasonDocument shown (order, EventExportTypeCSV);
@@ -86,8 +99,7 @@ WorkDone cellsOneBehindTheOther (const WorkOrder& order)
 
             std::ofstream (path, std::ios::binary) << csv;
         });
-    sizeOf (juce::File (path));
-    return { seconds, static_cast<long long> (shown.settings->events.size()) };
+    return { seconds, rowsOfCSV (juce::File (path)) };
 }
 
 WorkDone writeXLSXWithLibrary (const WorkOrder& order, WorkbookMemory memory)
@@ -96,8 +108,7 @@ WorkDone writeXLSXWithLibrary (const WorkOrder& order, WorkbookMemory memory)
     auto rows = plainRows (EventExcelExporter (shown.settings).buildFileContent (shown.settings->events));
     const auto file = order.out.getChildFile ("library.xlsx");
     const auto seconds = secondsOf ([&] { writeWithLibrary (file.getFullPathName(), rows, memory); });
-    sizeOf (file);
-    return { seconds, static_cast<long long> (rows.size()) - 1 };
+    return { seconds, rowsOfXLSX (file) };
 }
 
 WorkDone writeXLSXByRows (const WorkOrder& order)

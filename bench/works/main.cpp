@@ -77,8 +77,9 @@ void doWork (const bench::Work& work, const bench::WorkOrder& order)
     answer->setProperty ("work", work.name);
     answer->setProperty ("seconds", done.seconds);
     answer->setProperty ("peakKiB", peakInKiB());
-    answer->setProperty ("count", done.count);
 
+    if (done.count)
+        answer->setProperty ("count", *done.count);
     if (! done.details.isVoid())
         answer->setProperty ("details", done.details);
 
