@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-only
 """Runs works, one process after the other on one core, and keeps what each took."""
+import glob
 import json
 import math
 import os
@@ -7,9 +8,11 @@ import shutil
 import signal
 import statistics
 import subprocess
+import zipfile
+import zlib
 from dataclasses import dataclass, field
 
-from .works import PYTHON, Need, Peer, Program
+from .works import PYTHON, Peer, Program
 
 SLOW = ((3.0, 3), (30.0, 1))  # what takes so many seconds has no more than so many rounds
 MOSTLY_START = 0.8
@@ -58,6 +61,26 @@ def pin(core):
     return core
 
 
+def understood(read, path):
+    """@returns what a function makes of what a process has written"""
+    try:
+        return read(path)
+    except (OSError, ValueError, LookupError, zipfile.BadZipFile, zlib.error) as fault:
+        raise Failure(f"what it wrote can't be understood: {fault}") from fault
+
+
+def answer_of_work(path):
+    with open(path, encoding="utf-8") as file:
+        return json.load(file)
+
+
+def answer_of_script(path):
+    """@returns its seconds and the number of rows"""
+    with open(path, encoding="utf-8") as file:
+        seconds, count = file.read().split()
+    return float(seconds), int(count)
+
+
 class Place:
     """Where programs, lists and results lie."""
 
@@ -76,9 +99,17 @@ class Place:
         done = os.path.join(folder, "made")
         if not os.path.exists(done) or os.path.getmtime(done) < os.path.getmtime(self.works):
             shutil.rmtree(folder, ignore_errors=True)
-            subprocess.run([self.works, "--make", folder, str(rows)], check=True)
+            made = subprocess.run([self.works, "--make", folder, str(rows)], check=False)
+            if made.returncode != 0:
+                raise Failure(f"the lists can't be made: ended with {made.returncode}")
             open(done, "w").close()
         return folder
+
+    def time_of_programs(self):
+        """When the newest of what makes our documents was built."""
+        release = os.path.dirname(self.programs)
+        parts = ("bin/overmarks", "share/overmarks/resources/docxHandler", "lib/*.so*")
+        return max((os.path.getmtime(file) for part in parts for file in glob.glob(os.path.join(release, part))), default=0)
 
     def has(self, need, built):
         """Whether a peer can be measured here."""
@@ -96,14 +127,16 @@ class Place:
 class Measuring:
     """One work with one size of list."""
 
-    def __init__(self, place, work, rows, built):
+    def __init__(self, place, work, rows, built, with_peers=True):
         self.place, self.work, self.rows = place, work, rows
-        self.folder = place.lists(rows)
+        self.folder = os.path.join(place.results, str(rows))
         self.out = os.path.join(place.results, "out")
         self.printed = os.path.join(place.results, "printed")
-        self.built = built
+        self.built, self.with_peers = built, with_peers
         os.makedirs(self.out, exist_ok=True)
-        self.missing = []
+        self.missing = []  # peers that aren't installed
+        self.absent = {}  # the name of whom isn't measured, and why
+        self.lacking = {}  # what couldn't be made, in the words of a command, and why
         self.doers = self._doers()
         self._prepare()
 
@@ -123,38 +156,54 @@ class Measuring:
     # ---- who does it ---------------------------------------------------------------------------------------------------------------
 
     def _doers(self):
-        doers = []
-        for ours in self.work.ours:
-            name, ours = ("Overmarks", ours) if isinstance(ours, str) else ours
-            doers.append((Figure(name, "library"), self._doing_work(ours)))
-        for floor in self.work.floors:
-            self._add_limit(doers, floor)
+        doers = [(Figure(name, "library"), self._doing_work(ours)) for name, ours in self.work.own_works()]
+        for limit in self.work.limits():
+            self._add(doers, "limit", limit)
         if self.work.program:
             doers.append((Figure(self.work.program.name, "program"), self._doing_process(self.work.program)))
         for peer in self.work.peers:
-            if peer.most_rows and self.rows > peer.most_rows:
-                continue
-            if not self.place.has(peer.need, self.built):
-                self.missing.append(peer)
-            elif peer.need.kind == "work":
-                doers.append((Figure(peer.name, "peer"), self._doing_work(peer.need.name)))
+            if not self.with_peers:
+                self.absent[peer.name] = "not asked for"
+            elif peer.most_rows and self.rows > peer.most_rows:
+                self.absent[peer.name] = f"only up to {peer.most_rows} rows"
             else:
-                doers.append((Figure(peer.name, "peer"), self._doing_process(peer)))
+                self._add(doers, "peer", peer)
         return doers
 
-    def _add_limit(self, doers, floor):
-        peer = floor if isinstance(floor, Peer) else Peer(floor[0], Need("work", floor[1], floor[2] if len(floor) > 2 else ""), ())
+    def _add(self, doers, side, peer):
         if not self.place.has(peer.need, self.built):
             self.missing.append(peer)
+            self.absent[peer.name] = "not installed"
         elif peer.need.kind == "work":
-            doers.append((Figure(peer.name, "limit"), self._doing_work(peer.need.name)))
+            doers.append((Figure(peer.name, side), self._doing_work(peer.need.name)))
         else:
-            doers.append((Figure(peer.name, "limit"), self._doing_process(peer)))
+            doers.append((Figure(peer.name, side), self._doing_process(peer)))
 
     def _prepare(self):
-        for name, command in self.work.prepared:
-            if not os.path.exists(os.path.join(self.folder, name)):
-                self._start(command)
+        """What can't be made is the failure of those who need it."""
+        try:
+            self.place.lists(self.rows)
+        except Failure as failure:
+            self.lacking["{folder}"] = str(failure)
+        for prepared in self.work.prepared:
+            path = os.path.join(self.folder, prepared.name)
+            if os.path.exists(path):
+                if os.path.getmtime(path) >= self.place.time_of_programs():
+                    continue
+                os.remove(path)
+            try:
+                self._look_for(prepared.command)
+                self._start(prepared.command)
+                if not os.path.exists(path):
+                    raise Failure("wrote nothing")
+            except Failure as failure:
+                self.lacking["{folder}/" + prepared.name] = f"{prepared.name} can't be made: {failure}"
+
+    def _look_for(self, words):
+        """Fails where something isn't there that a command names."""
+        for lacking, why in self.lacking.items():
+            if any(lacking in word for word in words):
+                raise Failure(why)
 
     def _words(self, words):
         return [
@@ -183,20 +232,24 @@ class Measuring:
         return taken
 
     def _doing_work(self, name):
+        command = ("{works}", name, "{folder}", "{rows}", "{out}")
+        reads = tuple("{folder}/" + prepared.name for prepared in self.work.prepared if name in prepared.works)
+
         def do(figure):
-            self._start(("{works}", name, "{folder}", "{rows}", "{out}"))
-            with open(self.printed, encoding="utf-8") as file:
-                done = json.load(file)
+            self._look_for(command + reads)
+            self._start(command)
+            done = understood(answer_of_work, self.printed)
             figure.work.append(done["seconds"])
             figure.process.append(done["seconds"])  # it has no process of its own
             figure.peak.append(done["peakKiB"])
-            figure.count = done["count"]
+            figure.count = done.get("count")
             figure.details = done.get("details")
 
         return do
 
     def _doing_process(self, doer: Peer | Program):
         def do(figure):
+            self._look_for(doer.command)
             written = os.path.join(self.out, doer.writes) if doer.writes else self.printed
             if doer.writes and os.path.exists(written):
                 os.remove(written)
@@ -204,29 +257,34 @@ class Measuring:
             taken = self._start(doer.command)
             figure.process.append(taken["seconds"])
             figure.peak.append(taken["peakKiB"])
-            if doer.count is None and isinstance(doer, Peer):
-                with open(self.printed, encoding="utf-8") as file:
-                    seconds, count = file.read().split()
-                figure.work.append(float(seconds))
-                figure.count = int(count)
+            if doer.count is None:
+                seconds, figure.count = understood(answer_of_script, self.printed)
+                figure.work.append(seconds)
                 return
             # Where a process is hardly more than its start, what it does can't be told from it.
             if isinstance(doer, Peer) and starting < MOSTLY_START * taken["seconds"]:
                 figure.work.append(taken["seconds"] - starting)
             if not os.path.exists(written) or (doer.writes and not os.path.getsize(written)):
                 raise Failure("wrote nothing")
-            if doer.count:
-                figure.count = doer.count(written)
+            figure.count = understood(doer.count, written)
 
         return do
 
     def _check(self, figures):
         """Nobody wins by leaving rows out."""
-        counts = [figure.count for figure in figures if figure.count is not None]
-        expected = self.work.expects(self.rows) if self.work.expects else counts[0] if counts else None
-        for figure in figures:
-            if figure.count is not None and figure.count != expected and not figure.failure:
+        counted = [figure for figure in figures if figure.count is not None and not figure.failure]
+        expected = self._expected(counted)
+        if expected is None and len({figure.count for figure in counted}) > 1:
+            for figure in counted:
+                figure.failure = f"{figure.count} rows, others have others, and the limit that would tell who is right has none"
+        for figure in counted:
+            if expected is not None and figure.count != expected:
                 figure.failure = f"{figure.count} rows, not {expected}"
+
+    def _expected(self, counted):
+        if self.work.expects:
+            return self.work.expects(self.rows)
+        return next((figure.count for figure in counted if figure.name == self.work.limit_name()), None)
 
 
 def exponent(smaller, larger):

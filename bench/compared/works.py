@@ -4,6 +4,7 @@
 In the words of a command stand for: {folder} the lists of one size, {rows} their number, {out} a folder for what is written,
 {works} our program of single works, {overmarks} our program, {python} the machine's own Python, {peers} bench/peers.
 """
+import zipfile
 from dataclasses import dataclass
 from typing import Callable, Optional
 
@@ -56,6 +57,33 @@ def lines(without=0, holding="", beginning=None):
     return count
 
 
+def json_rows(titles=0):
+    """Of our rows --json, where each row begins on a line of its own."""
+    return lines(titles, beginning="  [")
+
+
+JSON_EVENTS = lines(beginning='  {"uuid"')  # of our list --json
+
+
+def pieces(part, piece, without=0):
+    """@param part: of an archive, looked through for a piece of markup
+    @param without: pieces of the head"""
+
+    def count(path):
+        number, end = 0, b""
+        with zipfile.ZipFile(path) as archive, archive.open(part) as file:
+            while block := file.read(1 << 20):
+                number += (end + block).count(piece)
+                end = (end + block)[1 - len(piece) :]  # a piece may lie across two blocks
+        return number - without
+
+    return count
+
+
+def uncounted(path):
+    """What is printed on pages, and what there are no rows of."""
+
+
 @dataclass(frozen=True)
 class Peer:
     """Who else does the work."""
@@ -97,9 +125,10 @@ class Within:
 
 @dataclass(frozen=True)
 class Under:
-    """No longer than so many seconds."""
+    """No longer than so many seconds, with so many rows."""
 
     seconds: float
+    rows: int
 
 
 @dataclass(frozen=True)
@@ -124,8 +153,17 @@ class Program:
 
     name: str
     command: tuple
-    count: Optional[Callable] = None
+    count: Callable = uncounted
     writes: Optional[str] = None
+
+
+@dataclass(frozen=True)
+class Prepared:
+    """A file beside the lists that not all works need."""
+
+    name: str
+    command: tuple
+    works: tuple  # which of {works} read it; of who else does, the command tells
 
 
 @dataclass(frozen=True)
@@ -137,27 +175,50 @@ class Work:
     program: Optional[Program] = None
     peers: tuple = ()
     targets: tuple = ()
-    prepared: tuple = ()  # (a file of {folder}, the command that makes it)
+    prepared: tuple = ()
     whole_process: bool = False  # the targets are about whole processes
     cues: Optional[int] = None  # a number of rows of its own
     expects: Callable = staticmethod(lambda rows: rows)  # how many rows come of it; None: as many as with the limit
 
+    def own_works(self):
+        """[(what it is, which of {works})]"""
+        return [("Overmarks", ours) if isinstance(ours, str) else ours for ours in self.ours]
 
-def overmarks(name, *words, count=None, writes=None):
+    def limits(self):
+        """The floors as peers."""
+        return [f if isinstance(f, Peer) else Peer(f[0], Need("work", f[1], f[2] if len(f) > 2 else ""), ()) for f in self.floors]
+
+    def judged_name(self):
+        """What the targets are about."""
+        return self.program.name if self.whole_process else self.own_works()[0][0]
+
+    def limit_name(self):
+        """The limit of the targets, and of how many rows have to come of it."""
+        return self.limits()[0].name if self.floors else None
+
+
+def overmarks(name, *words, count=uncounted, writes=None):
     return Program(name, ("{overmarks}", *words), count, writes)
 
 
 PYTHON_DOCX = debian("python3-docx", "python", "docx")
 
 # The documents of the list that others are to print or to read.
-def sheet(name, form, *options):
-    return (
+def sheet(name, form, *options, works=()):
+    return Prepared(
         f"{name}.{form}",
         ("{overmarks}", "export", "{folder}/list.csv", "-o", "{folder}", "--format", form, "--name", name, "--force", "--quiet", *options),
+        works,
     )
 
 
-SHEETS = (sheet("sheet", "docx"), sheet("takes", "html", "--take-numbers"))
+SHEETS = (
+    sheet("sheet", "docx", works=("docx-in", "docx-in.floor", "docx-out.floor", "docx-out.floor-libdeflate")),
+    sheet("takes", "html", "--take-numbers"),
+)
+
+# A table for each cue. Ours have one more, the head.
+MAIN_PART, CUE = "word/document.xml", b"<w:tbl>"
 
 # Without tags, as we print: they are of no use on paper, and their time grows with the square of the pages.
 CHROMIUM = Peer(
@@ -167,7 +228,7 @@ CHROMIUM = Peer(
         "chromium-headless-shell", "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-pdf-tagging",
         "--print-to-pdf={out}/chromium.pdf", "file://{folder}/takes.html",
     ),
-    lambda path: None,
+    uncounted,
     writes="chromium.pdf",
 )
 
@@ -182,7 +243,7 @@ WORKS = [
         "CSV to rows",
         ours=("csv-in",),
         floors=(("one pass to std::string", "csv-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/list.csv", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.csv", "--json", count=json_rows(1)),
         peers=(
             Peer("Miller", MILLER, ("mlr", "--icsv", "--onidx", "count", "{folder}/list.csv"), last_number, start=("mlr", "--version")),
             Peer(
@@ -217,7 +278,7 @@ WORKS = [
         "SRT to rows",
         ours=("srt-in",),
         floors=(("one pass to std::string", "srt-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/list.srt", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.srt", "--json", count=json_rows()),
         peers=(
             script("subsrt", npm("subsrt"), "subsrt.js", "{folder}/list.srt"),
             script("python3-srt", debian("python3-srt", "python", "srt"), "srt_module.py", "{folder}/list.srt"),
@@ -236,13 +297,13 @@ WORKS = [
         "EBU STL to rows",
         ours=("ebu-in",),
         floors=(("one pass to std::string", "ebu-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/list.stl", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.stl", "--json", count=json_rows()),
         peers=(
             Peer(
                 "ebu_dump",
                 Need("program", "ebu_dump", "neither Debian nor npm has it; it is used where it is on the PATH"),
                 ("ebu_dump", "{folder}/list.stl"),
-                lambda path: None,
+                uncounted,
             ),
             Peer(
                 "ttconv",
@@ -262,7 +323,7 @@ WORKS = [
         "dBase to rows",
         ours=("dbf-in",),
         floors=(("one pass to std::string", "dbf-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/list.dbf", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.dbf", "--json", count=json_rows(1)),
         peers=(
             Peer(
                 "pgdbf", debian("pgdbf", "program", "pgdbf"), ("pgdbf", "{folder}/list.dbf"), lines(holding="\t"), start=("pgdbf", "-h")
@@ -290,7 +351,7 @@ WORKS = [
         "TTAL in",
         ours=("ttal-in",),
         floors=(("juce::JSON alone", "ttal-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/list.ttal", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.ttal", "--json", count=json_rows()),
         peers=(
             script("Python json", PYTHON3, "json_cells.py", "{folder}/list.ttal"),
             Peer(
@@ -306,7 +367,7 @@ WORKS = [
         "Workbook to rows",
         ours=("xlsx-in",),
         floors=(("Orcus alone", "xlsx-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/list.xlsx", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/list.xlsx", "--json", count=json_rows(1)),
         peers=(
             script("openpyxl", OPENPYXL, "openpyxl_read.py", "{folder}/list.xlsx"),
             Peer(
@@ -331,7 +392,10 @@ WORKS = [
         "Workbook out",
         ours=("xlsx-out",),
         floors=(("libxlsxwriter, the same cells, row by row", "xlsx-out.floor"), ("libxlsxwriter, the whole sheet", "xlsx-out.whole-sheet")),
-        program=overmarks("overmarks convert", "convert", "{folder}/list.csv", "{out}/program.xlsx", "--force", "--quiet", writes="program.xlsx"),
+        program=overmarks(
+            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.xlsx", "--force", "--quiet", writes="program.xlsx",
+            count=pieces("xl/worksheets/sheet1.xml", b"<row ", 1),
+        ),
         peers=(script("openpyxl", OPENPYXL, "openpyxl_write.py", "{folder}/list.csv", "{out}/openpyxl.xlsx"),),
         targets=(Within(1.25),),
     ),
@@ -340,7 +404,7 @@ WORKS = [
         "Sort by time",
         ours=("sort-time",),
         floors=(("stable_sort of prepared keys", "sort-time.floor"),),
-        program=overmarks("overmarks list --sort StartTCString", "list", "{folder}/shuffled.csv", "--sort", "StartTCString", "--json"),
+        program=overmarks("overmarks list --sort StartTCString", "list", "{folder}/shuffled.csv", "--sort", "StartTCString", "--json", count=JSON_EVENTS),
         peers=(*ORDERED, script("Python", PYTHON3, "python_list.py", "sort-time", "{folder}/shuffled.csv")),
         targets=(Ahead(3), Within(4)),
     ),
@@ -348,7 +412,7 @@ WORKS = [
         "sort-cue",
         "Sort by cue number",
         ours=("sort-cue",),
-        program=overmarks("overmarks list --sort CueNumber", "list", "{folder}/shuffled.csv", "--sort", "CueNumber", "--json"),
+        program=overmarks("overmarks list --sort CueNumber", "list", "{folder}/shuffled.csv", "--sort", "CueNumber", "--json", count=JSON_EVENTS),
         peers=(
             *ORDERED,
             script("natsort", debian("python3-natsort", "python", "natsort"), "python_list.py", "sort-cue", "{folder}/shuffled.csv"),
@@ -360,7 +424,7 @@ WORKS = [
         "Filter by part of the text",
         ours=("filter",),
         floors=(("one memmem pass", "filter.floor"),),
-        program=overmarks("overmarks list --text", "list", "{folder}/list.csv", "--text", "captain never", "--json"),
+        program=overmarks("overmarks list --text", "list", "{folder}/list.csv", "--text", "captain never", "--json", count=JSON_EVENTS),
         peers=(
             script("pandas", PANDAS, "pandas_list.py", "filter", "{folder}/list.csv"),
             script("Node", NODE, "node_filter.js", "{folder}/list.csv"),
@@ -372,16 +436,16 @@ WORKS = [
         "edit",
         "One edit in a shown list",
         ours=("edit", ("Overmarks, in the order of texts", "edit.by-text")),
-        targets=(Under(0.030),),
+        targets=(Under(0.030, rows=100000),),
     ),
     Work(
         "start",
         "Start",
-        program=overmarks("overmarks --version", "--version", count=lambda path: None),
+        program=overmarks("overmarks --version", "--version"),
         peers=(
-            Peer("Python", PYTHON3, ("{python}", "-c", "pass"), lambda path: None),
-            Peer("Miller", MILLER, ("mlr", "--version"), lambda path: None),
-            Peer("Node", NODE, ("node", "-e", ""), lambda path: None),
+            Peer("Python", PYTHON3, ("{python}", "-c", "pass"), uncounted),
+            Peer("Miller", MILLER, ("mlr", "--version"), uncounted),
+            Peer("Node", NODE, ("node", "-e", ""), uncounted),
         ),
         targets=(Ahead(1, ("Python",)),),
         whole_process=True,
@@ -390,9 +454,13 @@ WORKS = [
         "docx-out",
         "Word cue sheet out",
         ours=("docx-out",),
-        floors=(("its markup put together and deflated", "docx-out.floor"),),
+        floors=(
+            ("its markup put together and deflated", "docx-out.floor"),
+            ("the same, deflated by libdeflate", "docx-out.floor-libdeflate"),
+        ),
         program=overmarks(
-            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.docx", "--force", "--quiet", writes="program.docx"
+            "overmarks convert", "convert", "{folder}/list.csv", "{out}/program.docx", "--force", "--quiet", writes="program.docx",
+            count=pieces(MAIN_PART, CUE, 1),
         ),
         peers=(
             script("npm docx", npm("docx"), "docx_write.js", "{folder}/list.csv", "{out}/npm.docx"),
@@ -400,7 +468,7 @@ WORKS = [
                 "pandoc",
                 debian("pandoc", "program", "pandoc"),
                 ("pandoc", "-f", "markdown", "{folder}/list.md", "-o", "{out}/pandoc.docx"),
-                lambda path: None,
+                pieces(MAIN_PART, CUE),
                 writes="pandoc.docx",
                 start=("pandoc", "--version"),
             ),
@@ -415,13 +483,13 @@ WORKS = [
         "Word cue sheet in",
         ours=("docx-in",),
         floors=(("expat over its main part", "docx-in.floor"),),
-        program=overmarks("overmarks rows --json", "rows", "{folder}/sheet.docx", "--json"),
+        program=overmarks("overmarks rows --json", "rows", "{folder}/sheet.docx", "--json", count=json_rows()),
         peers=(
             Peer(
                 "docx2txt",
                 debian("docx2txt", "program", "docx2txt"),
                 ("docx2txt", "{folder}/sheet.docx", "-"),
-                lambda path: None,
+                lines(beginning="NOTES"),
             ),
             script("python-docx", PYTHON_DOCX, "docx_read.py", "{folder}/sheet.docx"),
         ),
@@ -445,7 +513,7 @@ WORKS = [
                 "wkhtmltopdf",
                 debian("wkhtmltopdf", "program", "wkhtmltopdf"),
                 ("wkhtmltopdf", "-q", "--enable-local-file-access", "{folder}/takes.html", "{out}/wkhtmltopdf.pdf"),
-                lambda path: None,
+                uncounted,
                 writes="wkhtmltopdf.pdf",
                 start=("wkhtmltopdf", "--version"),
             ),
@@ -477,6 +545,12 @@ WORKS = [
             Detail("Overmarks, a list from a table", "times the text, resident", 3),
             Detail("Overmarks, a list from a project", "times the text, resident", 3),
         ),
-        prepared=(("list.overmarks", ("{overmarks}", "import", "{folder}/list.csv", "-o", "{folder}/list.overmarks", "--quiet")),),
+        prepared=(
+            Prepared(
+                "list.overmarks",
+                ("{overmarks}", "import", "{folder}/list.csv", "-o", "{folder}/list.overmarks", "--quiet"),
+                ("memory.project",),
+            ),
+        ),
     ),
 ]
