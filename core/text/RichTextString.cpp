@@ -3,6 +3,7 @@
 
 #include "core/system/ProtoRecord.h"
 #include "core/text/StringUtil.h"
+#include "core/text/TextDecoding.h"
 #include "proto/overmarks.pb.h"
 
 #include <algorithm>
@@ -10,6 +11,7 @@
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ZEP::Core
 {
@@ -50,21 +52,36 @@ bool isFormatted (const Attribute& attribute)
                || ! looksLike (attribute.font, RichTextString::defaultFont()));
 }
 
-/* The framework makes room for eight runs with the first one, also in every copy, and lets nobody ask for less. A table has a million
-   plain cells of one run each, so this names the private array of runs, which the language allows where a template is
-   instantiated: what a cell takes is a third less for it. */
-template <auto runs, auto room>
-struct PrivateRuns
+/* The framework counts, compares and copies each time it is given a text, and makes room for eight runs with the first one, also in every
+   copy. A table has a million plain cells of one run each, so this names its private members, which the language allows where a template is
+   instantiated: a cell takes a third less memory for it, and less time. */
+using Runs = juce::ArrayBase<Attribute, juce::DummyCriticalSection>;
+
+template <auto characters, auto runs, auto values>
+struct PrivateMembers
 {
-    friend void setRoomForRuns (juce::AttributedString& text, int number)
-    {
-        (text.*runs.*room).setAllocatedSize (number);
-    }
+    friend juce::String& charactersOf (juce::AttributedString& text) { return text.*characters; }
+    friend Runs& runsOf (juce::AttributedString& text) { return text.*runs.*values; }
 };
 
-/* @param number  not less than there are */
-void setRoomForRuns (juce::AttributedString& text, int number);
-template struct PrivateRuns<&juce::AttributedString::attributes, &juce::Array<Attribute>::values>;
+juce::String& charactersOf (juce::AttributedString& text);
+Runs& runsOf (juce::AttributedString& text);
+template struct PrivateMembers<&juce::AttributedString::text, &juce::AttributedString::attributes,
+                               &juce::Array<Attribute>::values>;
+
+/* The only run of every plain text, but for its length. */
+const Attribute& plainRun()
+{
+    static const Attribute run; // opaque black, as the framework has it
+    return run;
+}
+
+/* What the framework tells by decoding, which nearly no text needs. */
+int numberOfCharacters (const juce::String& text)
+{
+    const std::string_view bytes (text.toRawUTF8());
+    return isPlainASCII (bytes) ? static_cast<int> (bytes.size()) : text.length();
+}
 
 juce::String textBetween (juce::CharPointer_UTF8 start, juce::CharPointer_UTF8 end)
 {
@@ -226,20 +243,25 @@ std::vector<int> lastAttributeOfEachCharacter (const std::vector<Attribute>& att
 
 } // namespace
 
-RichTextString::RichTextString (const juce::String& plainText)
+RichTextString::RichTextString (const juce::String& plainText) : RichTextString (juce::String (plainText)) {}
+
+RichTextString::RichTextString (juce::String&& plainText)
 {
     if (plainText.isEmpty())
         return;
 
-    setRoomForRuns (*this, 1);
-    append (plainText, defaultFont(), opaqueBlack);
+    auto& runs = runsOf (*this);
+    runs.setAllocatedSize (1);
+    runs.add (plainRun());
+    runs[0].range.setEnd (numberOfCharacters (plainText));
+    charactersOf (*this) = std::move (plainText);
 }
 
 RichTextString::RichTextString (const juce::AttributedString& other) : juce::AttributedString (other) {}
 
 RichTextString::RichTextString (const RichTextString& other) : juce::AttributedString (other)
 {
-    setRoomForRuns (*this, getNumAttributes());
+    runsOf (*this).setAllocatedSize (getNumAttributes());
 }
 
 RichTextString& RichTextString::operator= (const RichTextString& other)
@@ -480,11 +502,7 @@ void RichTextString::applyStringAttributeToProtoObject (const Attribute& attribu
     stored.set_colour (attribute.colour.getARGB());
 }
 
-const juce::Font& RichTextString::defaultFont()
-{
-    static const juce::Font font;
-    return font;
-}
+const juce::Font& RichTextString::defaultFont() { return plainRun().font; }
 
 bool RichTextString::isStruckThrough (const juce::Font& font)
 {

@@ -30,6 +30,7 @@ public:
 
     /** Plain text without attributes. Implicit on purpose: any text is a rich text. */
     RichTextString (const juce::String& plainText);
+    RichTextString (juce::String&& plainText); ///< The same of a text that nobody else needs.
 
     /** The text, attributes and layout settings of a text of the framework. */
     explicit RichTextString (const juce::AttributedString& other);

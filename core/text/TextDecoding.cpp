@@ -222,6 +222,16 @@ bool ByteSurvey::looksLikeBigEndianUTF16() const noexcept
     return isHalfOfZeros (length, zerosAtEvenPlaces, zerosAtOddPlaces);
 }
 
+bool isPlainASCII (std::string_view bytes) noexcept
+{
+    if (bytes.size() < 8)
+        return std::all_of (bytes.begin(), bytes.end(),
+                            [] (char byte) { return static_cast<signed char> (byte) > 0; });
+
+    // The last eight may overlap those before.
+    return asciiBlockLength (bytes, 0) + 8 > bytes.size() && asciiBlockLength (bytes, bytes.size() - 8) == 8;
+}
+
 juce::String textFromStrictUTF8 (std::string_view bytes)
 {
     if (bytes.empty())

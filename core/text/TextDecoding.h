@@ -32,6 +32,9 @@ struct ZEP_CORE_API ByteSurvey
     [[nodiscard]] bool hasZero() const noexcept { return zerosAtEvenPlaces + zerosAtOddPlaces > 0; }
 };
 
+/** Whether all bytes are ASCII and none is a zero: the same text in every encoding but UTF-16. */
+[[nodiscard]] ZEP_CORE_API bool isPlainASCII (std::string_view bytes) noexcept;
+
 /** The byte order marks. */
 inline constexpr std::string_view markOfUTF8 { "\xEF\xBB\xBF" };
 inline constexpr std::string_view markOfLittleEndianUTF16 { "\xFF\xFE" }; ///< see markOfUTF8

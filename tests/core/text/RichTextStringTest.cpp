@@ -9,6 +9,7 @@
 #include <random>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 using namespace ZEP::Core;
 using namespace RichTextDrawing;
@@ -66,6 +67,31 @@ TEST (RichText, thatIsPlainTakesTheRoomOfOneRunAndSoDoItsCopies)
     EXPECT_EQ (assigned, rich);
     assigned = *&assigned;
     EXPECT_EQ (assigned, rich);
+}
+
+TEST (RichText, takesTheCharactersOfATextThatNobodyElseNeeds)
+{
+    auto characters = text ("Hello");
+    const auto* const place = characters.toRawUTF8();
+    const RichTextString rich (std::move (characters));
+
+    EXPECT_EQ (rich, RichTextString (text ("Hello")));
+    EXPECT_EQ (rich.getText().toRawUTF8(), place);
+    EXPECT_EQ (RichTextString (juce::String (juce::CharPointer_UTF8 (""))).getNumAttributes(), 0);
+}
+
+TEST (RichText, isCoveredWhateverItsLengthAndWhereverItsForeignLetter)
+{
+    for (std::size_t length = 1; length < 30; ++length)
+        for (std::size_t foreign = 0; foreign <= length; ++foreign)
+        {
+            auto bytes = std::string (length, 'x');
+            bytes.insert (foreign, foreign < length ? "\xe4\xb8\xad" : "");
+            const RichTextString rich (text (bytes.c_str()));
+
+            EXPECT_TRUE (isCovered (rich)) << bytes;
+            EXPECT_EQ (rich.length(), rich.getText().length()) << bytes;
+        }
 }
 
 TEST (RichText, countsCharactersAndNotBytes) { EXPECT_EQ (RichTextString (text ("中é🎬x")).length(), 4); }
