@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace ZEP::Core
@@ -28,7 +29,16 @@ public:
     [[nodiscard]] juce::String textOf (std::string_view strictUTF8);
 
 private:
-    std::array<juce::String, places> texts; ///< each in the place of its hash
+    /** The bytes of a text, with zeros behind them, which no text has. */
+    using Letters = std::array<std::uint64_t, mostBytes / sizeof (std::uint64_t)>;
+
+    struct Known
+    {
+        Letters letters {};
+        juce::String text;
+    };
+
+    std::array<Known, places> known; ///< each in its place
 };
 
 } // namespace ZEP::Core

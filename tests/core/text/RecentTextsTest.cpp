@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -43,24 +42,21 @@ TEST (RecentTexts, eachTextIsThatOfItsBytes)
 /** Texts that stand in the same place come one after the other, as a text and its beginning may. */
 TEST (RecentTexts, theBeginningOfATextIsAnother)
 {
-    const auto placeOf = [] (std::string_view text)
-    { return std::hash<std::string_view>() (text) % RecentTexts::places; };
     int met = 0;
 
     for (int i = 0; i < 20000; ++i)
     {
         const auto text = "TAKE " + std::to_string (i);
         const std::string_view whole (text);
-        const auto beginning = whole.substr (0, whole.size() - 1);
-
-        if (placeOf (whole) != placeOf (beginning))
-            continue;
+        const auto beginning = whole.substr (0, 4);
 
         RecentTexts recent;
-        EXPECT_EQ (recent.textOf (whole).toStdString(), whole);
+        const auto first = recent.textOf (whole);
+        EXPECT_EQ (first.toStdString(), whole);
         EXPECT_EQ (recent.textOf (beginning).toStdString(), beginning);
-        EXPECT_EQ (recent.textOf (whole).toStdString(), whole);
-        ++met;
+        const auto second = recent.textOf (whole);
+        EXPECT_EQ (second.toStdString(), whole);
+        met += areShared (first, second) ? 0 : 1;
     }
 
     EXPECT_GT (met, 0);
