@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/CSVEventFileImporter.h"
 
+#include "core/system/LargePages.h"
 #include "core/text/RecentTexts.h"
 #include "core/text/StringUtil.h"
+#include "core/text/TextDecoding.h"
 #include "import/frame/ColumnGuess.h"
 #include "import/frame/ImportLimits.h"
 
@@ -102,6 +104,7 @@ private:
     {
         auto& row = rows.emplace_back();
         row.reserve (cells.size());
+        room.keepAheadOf (row.data());
 
         for (auto& cell : cells)
         {
@@ -113,10 +116,9 @@ private:
 
     [[nodiscard]] juce::String textOf (const std::string& cell)
     {
-        const auto isLetter = [] (char byte) { return static_cast<signed char> (byte) > 0; };
         const bool meansTheSameInAll = encoding != Core::TextEncodingUTF16
                                        && cell.size() <= Core::RecentTexts::mostBytes
-                                       && std::all_of (cell.begin(), cell.end(), isLetter);
+                                       && Core::isPlainASCII (cell);
 
         return meansTheSameInAll
                    ? texts.textOf (cell)
@@ -125,6 +127,7 @@ private:
 
     const CSVParser& parser;
     Core::RecentTexts texts;
+    Core::HeapRoom room;
     std::uint64_t allowed = 0;
 };
 

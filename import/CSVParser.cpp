@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/CSVParser.h"
 
+#include "core/system/LargePages.h"
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
 #include "import/frame/EventFileImporter.h"
@@ -137,6 +138,7 @@ std::string restOf (std::ifstream& stream, std::uint64_t expected, std::uint64_t
     constexpr std::uint64_t piece = 16384, largestPiece = std::uint64_t { 1 } << 28;
     std::string bytes;
     bytes.reserve (expected + piece);
+    Core::useLargePages (bytes.data(), bytes.capacity());
 
     while (stream.good() && bytes.size() <= most)
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/DBFEventFileImporter.h"
 
+#include "core/system/LargePages.h"
 #include "core/text/RecentTexts.h"
 #include "core/text/StringUtil.h"
 #include "import/DBFFile.h"
@@ -30,7 +31,7 @@ public:
         auto* end = bytes.data();
         bool isASCII = true;
 
-        for (const char byte : field)
+        for (const char byte : withoutPadding (field))
         {
             *end = byte;
             end += byte != ' ' ? 1 : 0;
@@ -41,6 +42,17 @@ public:
     }
 
 private:
+    /** Only whole eights of it go, which is all of it but a few, and at once. */
+    static std::string_view withoutPadding (std::string_view field)
+    {
+        constexpr std::string_view blanks ("        ");
+
+        while (field.ends_with (blanks))
+            field.remove_suffix (blanks.size());
+
+        return field;
+    }
+
     std::array<char, 256> bytes; // a field has 255 at most
 };
 
@@ -121,7 +133,13 @@ void DBFEventFileImporter::parse (juce::String& /*errorMessage*/, Core::TextEnco
     if (! file.table.empty())
         rows.push_back (maker.titleRowOf (file.table.front()));
 
-    const bool isWhole = file.readRows ([&] (const auto& cells) { rows.push_back (maker.rowOf (cells)); });
+    Core::HeapRoom room;
+    const bool isWhole = file.readRows (
+        [&] (const auto& cells)
+        {
+            rows.push_back (maker.rowOf (cells));
+            room.keepAheadOf (rows.back().data());
+        });
     columnMap = file.columnMap;
     readingFailure = file.failure;
 

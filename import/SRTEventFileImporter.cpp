@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/SRTEventFileImporter.h"
 
+#include "core/system/LargePages.h"
 #include "core/system/Logger.h"
 #include "core/system/SystemUtility.h"
 #include "core/text/StringUtil.h"
@@ -67,6 +68,7 @@ bool SRTEventFileImporter::readBlocks (std::string_view bytes)
 
     const bool starsForLineBreaks = Core::SystemUtility::getApplicationType() == kApplicationWithStars;
     TableBudget budget (bytes.size());
+    Core::HeapRoom room;
     SubRipBlockReader reader;
     TextLines lines (bytes);
     std::string_view line;
@@ -91,6 +93,7 @@ bool SRTEventFileImporter::readBlocks (std::string_view bytes)
             }
 
             addRow (reader.block(), starsForLineBreaks);
+            room.keepAheadOf (rows.back().data());
         }
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "import/STLEventFileImporter.h"
 
+#include "core/system/LargePages.h"
 #include "core/system/Logger.h"
 #include "core/text/StringUtil.h"
 #include "core/timecode/TCToolbox.h"
@@ -13,6 +14,7 @@
 
 #include <array>
 #include <istream>
+#include <utility>
 
 namespace ZEP::Overmarks
 {
@@ -118,6 +120,7 @@ void STLEventFileImporter::readBlocks (std::istream& stream, int promised)
 {
     using Core::TCToolbox;
 
+    Core::HeapRoom room;
     for (int number = 0; number < promised; ++number)
     {
         EBUSubtitles::TTI block;
@@ -138,6 +141,7 @@ void STLEventFileImporter::readBlocks (std::istream& stream, int promised)
         addRow (TCToolbox::stringFromTCTime (EBUSubtitles::timeCodeIn (block), false),
                 TCToolbox::stringFromTCTime (EBUSubtitles::timeCodeOut (block), false),
                 decodedEBUText (EBUSubtitles::textField (block), encoding));
+        room.keepAheadOf (rows.back().data());
     }
 }
 
@@ -189,14 +193,13 @@ void STLEventFileImporter::readLines (std::string_view bytes, Core::TextEncoding
               + " skipped, the first is line " + juce::String (firstSkipped));
 }
 
-void STLEventFileImporter::addRow (const juce::String& start, const juce::String& end,
-                                   const juce::String& text)
+void STLEventFileImporter::addRow (juce::String start, juce::String end, juce::String text)
 {
     auto& row = rows.emplace_back();
     row.reserve (kColumns.size());
-    row.emplace_back (start);
-    row.emplace_back (end);
-    row.emplace_back (text);
+    row.emplace_back (std::move (start));
+    row.emplace_back (std::move (end));
+    row.emplace_back (std::move (text));
 }
 
 void STLEventFileImporter::fail (const juce::String& reason)

@@ -44,7 +44,7 @@ public:
 private:
     void readBlocks (std::istream& stream, int promised);
     void readLines (std::string_view bytes, Core::TextEncoding& lineEncoding);
-    void addRow (const juce::String& start, const juce::String& end, const juce::String& text);
+    void addRow (juce::String start, juce::String end, juce::String text);
     void fail (const juce::String& reason);
     void note (const juce::String& whatWasLeftOut) const;
 };

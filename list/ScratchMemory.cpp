@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "list/ScratchMemory.h"
 
+#include "core/system/LargePages.h"
 #include "core/system/ProcessLifetime.h"
 
 #include <sys/mman.h>
@@ -69,10 +70,7 @@ void* newPages (std::size_t mapped)
     if (pages == MAP_FAILED)
         throw std::bad_alloc();
 
-        // Each small page would be a stop of its own. A system that can't do this does without.
-#ifdef MADV_HUGEPAGE
-    ::madvise (pages, mapped, MADV_HUGEPAGE);
-#endif
+    Core::useLargePages (pages, mapped);
 #ifdef MADV_POPULATE_WRITE
     ::madvise (pages, mapped, MADV_POPULATE_WRITE);
 #endif

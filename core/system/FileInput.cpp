@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/system/FileInput.h"
 
+#include "core/system/LargePages.h"
 #include "core/system/Uninterrupted.h"
 
 #include <fcntl.h>
@@ -106,6 +107,7 @@ juce::Result FileInput::readToEnd (std::string& bytes, std::uint64_t most)
     constexpr std::uint64_t piece = 16384, largestPiece = std::uint64_t { 1 } << 28;
     std::string found;
     found.reserve (expected + piece);
+    useLargePages (found.data(), found.capacity());
 
     while (! atEnd && found.size() <= most)
     {

@@ -4,12 +4,42 @@
 #include "ZEP_Core/Export.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace ZEP::Core
 {
 
-/** Asks the system for large pages where the memory holds whole ones, which saves a stop at each small page that is written to for the first
-    time. Its contents stay. A system that has none does without. Any thread. */
-ZEP_CORE_API void preferLargePages (void* memory, std::size_t bytes) noexcept;
+/** Asks the system to back memory that nobody has touched yet with large pages. Each small page would be a stop of its own when it is first
+    touched. A system that can't do this does without. */
+ZEP_CORE_API void useLargePages (void* memory, std::size_t bytes) noexcept;
+
+/** Room in the heap for a large table, while it is made of small blocks.
+
+    The stops for the pages of a long list take a third of the time in which it is read. So the heap is made to grow ahead of the table, by
+    larger steps than its own, and the new room is backed with large pages. A short table goes without.
+
+    Nothing is held, and nothing is promised: blocks that come from elsewhere, another kind of heap or a full memory cost time alone. One
+    object belongs to one thread. */
+class ZEP_CORE_API HeapRoom final
+{
+public:
+    /** To be told of every row of the table.
+        @param newest  the block of the heap that was taken last */
+    void keepAheadOf (const void* newest) noexcept
+    {
+        constexpr int many = 2000;
+        const auto place = reinterpret_cast<std::uintptr_t> (newest);
+
+        if ((place >= nearEnd && place < end) || ++rows == many)
+            grow();
+    }
+
+private:
+    void grow() noexcept;
+
+    int rows = 0;
+    std::uintptr_t nearEnd = 0; ///< of the new room
+    std::uintptr_t end = 0;     ///< see nearEnd
+};
 
 } // namespace ZEP::Core

@@ -31,7 +31,7 @@ void LongText::add (std::string_view bytes)
 void LongText::makeRoom (std::size_t bytes)
 {
     text.preallocateBytes (bytes);
-    Core::preferLargePages (text.getCharPointer().getAddress() + length, bytes - length);
+    Core::useLargePages (text.getCharPointer().getAddress() + length, bytes - length);
     capacity = bytes;
 }
 

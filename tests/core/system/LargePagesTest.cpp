@@ -3,21 +3,86 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <numeric>
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string>
 #include <vector>
 
 using namespace ZEP::Core;
 
-TEST (LargePages, leaveTheContentsAsTheyAre)
+TEST (LargePages, leaveWhatStandsInTheMemory)
 {
-    for (const std::size_t bytes :
-         { std::size_t { 0 }, std::size_t { 1 }, std::size_t { 5000 }, std::size_t { 9 } << 20 })
+    constexpr std::size_t size = std::size_t { 9 } << 20;
+    const std::string text = "between small pages";
+    std::vector<char> bytes (size, 'x');
+    std::copy (text.begin(), text.end(), bytes.begin() + 4090);
+
+    useLargePages (bytes.data() + 1, size - 7);
+
+    EXPECT_EQ (std::string (bytes.data() + 4090, text.size()), text);
+    EXPECT_EQ (std::count (bytes.begin(), bytes.end(), 'x'),
+               static_cast<std::ptrdiff_t> (size - text.size()));
+}
+
+TEST (LargePages, areAskedForNoMemoryAndForLittleInVain)
+{
+    char byte = 'x';
+    useLargePages (nullptr, std::size_t { 64 } << 20);
+    useLargePages (&byte, 1);
+    useLargePages (&byte, 0);
+    EXPECT_EQ (byte, 'x');
+}
+
+/** A table of so many rows, each of what it is to hold itself. */
+std::vector<std::unique_ptr<std::string>> tableOf (std::size_t rows, HeapRoom& room)
+{
+    std::vector<std::unique_ptr<std::string>> table;
+
+    for (std::size_t i = 0; i < rows; ++i)
     {
-        std::vector<unsigned char> memory (bytes + 1);
-        std::iota (memory.begin(), memory.end(), static_cast<unsigned char> (1));
-        const auto before = memory;
-        preferLargePages (memory.data() + 1, bytes);
-        EXPECT_TRUE (memory == before) << bytes;
+        table.push_back (std::make_unique<std::string> (600, static_cast<char> ('a' + i % 26)));
+        room.keepAheadOf (table.back()->data());
     }
+
+    return table;
+}
+
+TEST (HeapRoom, growsUnderATableThatStaysAsItIs)
+{
+    HeapRoom room;
+    const auto table = tableOf (100000, room); // 60 MB, so it grows some times
+
+    for (std::size_t i = 0; i < table.size(); ++i)
+        ASSERT_EQ (*table[i], std::string (600, static_cast<char> ('a' + i % 26))) << i;
+}
+
+TEST (HeapRoom, isKeptByNobody)
+{
+    const auto before = ::mallinfo2();
+
+    {
+        HeapRoom room;
+        tableOf (50000, room);
+    }
+
+    const auto after = ::mallinfo2();
+    constexpr std::size_t little = std::size_t { 1 } << 20;
+    EXPECT_LT (after.uordblks + after.hblkhd, before.uordblks + before.hblkhd + little);
+}
+
+TEST (HeapRoom, takesAnyPlaceForTheNewestBlock)
+{
+    HeapRoom room;
+    const char local = 'x';
+
+    for (int i = 0; i < 5000; ++i)
+    {
+        room.keepAheadOf (nullptr);
+        room.keepAheadOf (&local);
+    }
+
+    EXPECT_EQ (local, 'x');
 }
