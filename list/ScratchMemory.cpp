@@ -6,7 +6,10 @@
 
 #include <sys/mman.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <mutex>
 #include <new>
 #include <utility>
 
@@ -16,52 +19,63 @@ namespace ZEP::Overmarks
 namespace
 {
 
-/** As long as whole large pages. */
-std::size_t mappedFor (std::size_t bytes)
-{
-    constexpr std::size_t largePage = 2 * 1024 * 1024;
-    return (bytes + largePage - 1) / largePage * largePage;
-}
+constexpr std::size_t largePage = 2 * 1024 * 1024;
 
-/** The pages of a thread that were given back last, for the next sort of the same list, unless they are very many. */
+/** As long as whole large pages. */
+std::size_t mappedFor (std::size_t bytes) { return (bytes + largePage - 1) / largePage * largePage; }
+
+/** The pages that were given back last, for the next edit of the same list, unless they are very many. They are one thread's as well as
+    another's: to have some of its own a thread would have to ask the crowded heap for a note of it. */
 class KeptPages final
 {
 public:
-    KeptPages() = default;
-    KeptPages (const KeptPages&) = delete;
-    KeptPages& operator= (const KeptPages&) = delete;
-    ~KeptPages() { keep (nullptr, 0); }
-
-    void* taken (std::size_t mapped)
+    void* taken (std::size_t size)
     {
-        if (mapped != size)
-            return nullptr;
-
-        size = 0;
-        return std::exchange (pages, nullptr);
+        const std::scoped_lock lock (mutex);
+        const auto found = std::find_if (blocks.begin(), blocks.end(),
+                                         [size] (const Block& block) { return block.size == size; });
+        return found != blocks.end() ? std::exchange (*found, {}).pages : nullptr;
     }
 
     /** A list of a million is sorted with pages that go back at once. */
-    void keep (void* given, std::size_t mapped)
+    void keep (void* pages, std::size_t size)
     {
-        constexpr std::size_t most = std::size_t { 8 } << 20;
+        const std::scoped_lock lock (mutex);
+        Block moved { pages, size };
+        std::size_t sum = 0;
 
-        if (mapped <= most)
-        {
-            std::swap (pages, given);
-            std::swap (size, mapped);
-        }
+        if (size <= most)
+            for (auto& block : blocks)
+            {
+                std::swap (block, moved);
 
-        if (given != nullptr)
-            ::munmap (given, mapped);
+                if (sum + block.size > most)
+                    giveBack (std::exchange (block, {}));
+
+                sum += block.size;
+            }
+
+        giveBack (moved);
     }
 
 private:
-    void* pages = nullptr;
-    std::size_t size = 0;
-};
+    struct Block
+    {
+        void* pages = nullptr;
+        std::size_t size = 0;
+    };
 
-thread_local KeptPages kept;
+    static void giveBack (const Block& block)
+    {
+        if (block.pages != nullptr)
+            ::munmap (block.pages, block.size);
+    }
+
+    static constexpr std::size_t most = 4 * largePage;
+
+    std::mutex mutex;
+    std::array<Block, most / largePage> blocks; ///< the last one given is the first one here
+};
 
 void* newPages (std::size_t mapped)
 {
@@ -103,6 +117,8 @@ class PagesOfTheSystem final : public std::pmr::memory_resource
     {
         return this == &other;
     }
+
+    KeptPages kept;
 };
 
 } // namespace

@@ -8,8 +8,8 @@ namespace ZEP::Overmarks
 {
 
 /** Memory for what is needed while a list is put in order, and then no more. Much of it comes from the system, all pages at once: after a
-    large file has been read, the heap is so full of small gaps that looking for a large one takes as long as the sort. Each thread keeps up to
-    8 MiB of what it has given back last, for the next edit. From any thread. */
+    large file has been read, the heap is so full of small gaps that looking for a large one takes as long as the sort. Up to 8 MiB of what
+    was given back last are kept for the next edit. From any thread. */
 std::pmr::memory_resource* scratchMemory() noexcept;
 
 /** Items that live as long as a sort. */

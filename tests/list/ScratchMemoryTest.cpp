@@ -38,7 +38,7 @@ TEST (ScratchMemory, holdsFewAndMany)
     }
 }
 
-TEST (ScratchMemory, givesAThreadThePagesThatItHasGivenBack)
+TEST (ScratchMemory, keepsTheLastFewThatWereGivenBack)
 {
     constexpr std::size_t some = 3 << 20, many = 9 << 20;
     auto* const memory = scratchMemory();
@@ -48,9 +48,25 @@ TEST (ScratchMemory, givesAThreadThePagesThatItHasGivenBack)
     memory->deallocate (memory->allocate (many), many); // too many to be kept
     EXPECT_EQ (memory->allocate (some), first);
     memory->deallocate (first, some);
-    memory->deallocate (second, some); // the last ones stay
-    EXPECT_EQ (memory->allocate (some), second);
     memory->deallocate (second, some);
+    EXPECT_EQ (memory->allocate (some), second);
+    EXPECT_EQ (memory->allocate (some), first);
+    memory->deallocate (second, some);
+    memory->deallocate (first, some);
+}
+
+TEST (ScratchMemory, keepsThoseOfOneSizeBesideThoseOfAnother)
+{
+    constexpr std::size_t few = 1 << 20, some = 3 << 20;
+    auto* const memory = scratchMemory();
+    auto* const small = memory->allocate (few);
+    auto* const large = memory->allocate (some);
+    memory->deallocate (large, some);
+    memory->deallocate (small, few);
+    EXPECT_EQ (memory->allocate (some), large);
+    EXPECT_EQ (memory->allocate (few), small);
+    memory->deallocate (small, few);
+    memory->deallocate (large, some);
 }
 
 /** Whether the address belongs to this process. */
@@ -71,13 +87,50 @@ bool isMapped (const void* address)
     return false;
 }
 
-TEST (ScratchMemory, isGivenBackByAnyThread)
+TEST (ScratchMemory, keepsNoMoreThanEightMebibytes)
+{
+    constexpr std::size_t some = 4 << 20;
+    auto* const memory = scratchMemory();
+    auto* const first = memory->allocate (some);
+    auto* const second = memory->allocate (some);
+    auto* const third = memory->allocate (some);
+    memory->deallocate (first, some);
+    memory->deallocate (second, some);
+    EXPECT_TRUE (isMapped (first));
+    memory->deallocate (third, some);
+    EXPECT_FALSE (isMapped (first));
+    EXPECT_TRUE (isMapped (second));
+    EXPECT_TRUE (isMapped (third));
+}
+
+TEST (ScratchMemory, givesAThreadWhatAnotherOneHasGivenBack)
 {
     constexpr std::size_t some = 3 << 20;
     auto* const bytes = static_cast<char*> (scratchMemory()->allocate (some));
-    ASSERT_TRUE (isMapped (bytes));
     std::thread ([bytes] { scratchMemory()->deallocate (bytes, some); }).join();
-    EXPECT_FALSE (isMapped (bytes)) << "that thread kept it, and has ended";
+
+    auto* const others = static_cast<char*> (scratchMemory()->allocate (some));
+    EXPECT_EQ (others, bytes);
+    std::fill_n (others, some, 'x');
+    EXPECT_EQ (std::count (others, others + some, 'x'), static_cast<std::ptrdiff_t> (some));
+    scratchMemory()->deallocate (others, some);
+}
+
+TEST (ScratchMemory, isGoodForSeveralThreads)
+{
+    const auto work = []
+    {
+        for (std::size_t number = 100000; number < 200000; number += 10000)
+        {
+            ScratchVector<std::size_t> numbers;
+            numbers.resize (number);
+            std::iota (numbers.begin(), numbers.end(), number);
+            EXPECT_EQ (numbers.back(), 2 * number - 1);
+        }
+    };
+    std::thread one (work), another (work);
+    one.join();
+    another.join();
 }
 
 TEST (ScratchMemory, tellsThatThereIsNoMore)
