@@ -9,6 +9,7 @@
 #include <numeric>
 #include <optional>
 #include <random>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -127,6 +128,21 @@ TEST (StableSort, keysGoByTheirRanksAndThenByTheComparison)
             expectStableOrder (keys);
             if (! keys.empty())
                 std::swap (keys.front(), keys.back());
+            expectStableOrder (keys);
+        }
+}
+
+TEST (StableSort, ranksMayDifferInAnyOfTheirBits)
+{
+    std::mt19937_64 random (5);
+
+    for (int bits = 1; bits <= 64; ++bits)
+        for (int lowest = 0; lowest + bits <= 64; lowest += 9)
+        {
+            SCOPED_TRACE (std::to_string (bits) + " bits from " + std::to_string (lowest));
+            std::vector<Numbers> keys;
+            for (int i = 0; i < 1200; ++i)
+                keys.push_back ({ random() >> (64 - bits) << lowest });
             expectStableOrder (keys);
         }
 }
