@@ -202,11 +202,12 @@ public:
 
     /** Asks the memory for what sorting and filtering look at. A long list does so some events ahead; it would wait for each of them
         otherwise. Changes nothing. */
-    void fetchTimes() const noexcept
+    void fetch() const noexcept
     {
-        __builtin_prefetch (this);
-        __builtin_prefetch (&timeInfo);
-        __builtin_prefetch (&hiddenByFilter);
+        __builtin_prefetch (&enabled);
+        __builtin_prefetch (&cueNumber);
+        __builtin_prefetch (&text.getText());
+        asm volatile(""); // a compiler leaves out what seems to do nothing
     }
 
     /** Whether the event is listed only as a neighbour of what the filter looks for. Written by the list. */
@@ -253,34 +254,36 @@ private:
     void deriveFlutter();
     void deriveADRCue();
 
-    juce::String cueNumber;
-    juce::String characterID;
-    juce::String uuid;
-    ZEP::Core::RichTextString text;
-    ZEP::Core::RichTextString notes;
-    ZEP::Core::RichTextString engineeringNotes;
+    // What lists are ordered and filtered by stands together, in two or three lines of the cache; see fetch().
     bool enabled = true;
     bool done = false;
+    bool hiddenByFilter = false;
+    bool forcedNarrative = false;
+    int numRecordedTakes = 0;
+    int streamerDuration = -1;
+    int recTrackIndex = -1;
+    int reason = -1;
+    float beatsPerMinute = -1.0f;
+    EventType type = eventTypeUnset;
+    int startFrameIndex = -1;
+    int endFrameIndex = -1;
+    int inPointFrameIndex = -1;
+    std::shared_ptr<ZEP::Core::TimeInfo> timeInfo;
+    juce::String cueNumber;
+    juce::String characterID;
+    ZEP::Core::RichTextString text;
+
+    ZEP::Core::RichTextString notes;
+    ZEP::Core::RichTextString engineeringNotes;
+    juce::String uuid;
+    int selectedTake = -1;
+    int altTake = -1;
+    int timeReference = -1;
+    ForcedNarrativeRegion forcedNarrativeRegion = ForcedNarrativeRegionBottom;
     bool notificationsSuppressed = false;
     bool undoBypass = false;
     bool applicationFlagA = true;
     bool applicationFlagB = true;
-    std::shared_ptr<ZEP::Core::TimeInfo> timeInfo;
-    int startFrameIndex = -1;
-    int endFrameIndex = -1;
-    int inPointFrameIndex = -1;
-    int numRecordedTakes = 0;
-    int streamerDuration = -1;
-    int recTrackIndex = -1;
-    int selectedTake = -1;
-    int altTake = -1;
-    int timeReference = -1;
-    float beatsPerMinute = -1.0f;
-    EventType type = eventTypeUnset;
-    int reason = -1;
-    bool hiddenByFilter = false;
-    bool forcedNarrative = false;
-    ForcedNarrativeRegion forcedNarrativeRegion = ForcedNarrativeRegionBottom;
     bool storedFlag = false;
     std::string newerFields; ///< what a newer version has stored with this event, kept for it
     juce::Colour displayColour = juce::Colours::transparentBlack;

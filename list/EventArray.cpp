@@ -6,6 +6,7 @@
 #include "event/EventKeyValueEditor.h"
 #include "list/EventArrayNews.h"
 #include "list/EventSortKeys.h"
+#include "list/FilterTexts.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <algorithm>
@@ -188,9 +189,8 @@ void fetchCount (const std::shared_ptr<Event>& event)
 
 /** Makes vectors hold these events, touching only where they hold others. Each event that is taken or let go is written to. */
 template <typename... Target>
-void store (const std::vector<EventPlace>& places, Target&... targets)
+void store (const EventPlaces& places, Target&... targets)
 {
-    constexpr std::size_t ahead = 16;
     const auto number = places.size();
     const auto length = std::max ({ number, targets.size()... });
     const auto makeRoom = [number] (EventArray::Events& target)
@@ -201,27 +201,31 @@ void store (const std::vector<EventPlace>& places, Target&... targets)
     (makeRoom (targets), ...); // without memory for all of them, none is touched
     (targets.resize (std::max (targets.size(), number)), ...);
 
-    const auto putInto = [&] (EventArray::Events& target, std::size_t i)
+    const auto isToChange = [&] (const EventArray::Events& target, std::size_t i)
+    { return i < target.size() && (i >= number || target[i] != *places[i]); };
+    const auto askFor = [&] (const EventArray::Events& target, std::size_t i)
     {
-        if (i + ahead < target.size())
-            fetchCount (target[i + ahead]);
-        if (i >= target.size())
+        if (! isToChange (target, i))
             return;
 
-        if (i >= number)
-            target[i].reset();
-        else if (target[i] != *places[i])
-            target[i] = *places[i];
+        fetchCount (target[i]);
+        if (i < number)
+            fetchCount (*places[i]);
+    };
+    const auto putInto = [&] (EventArray::Events& target, std::size_t i)
+    {
+        if (isToChange (target, i))
+            target[i] = i < number ? *places[i] : nullptr;
     };
 
-    for (std::size_t i = 0; i < length; ++i)
+    for (std::size_t begin = 0; begin < length; begin += askedTogether)
     {
-        if (i + 2 * ahead < number)
-            fetch (places[i + 2 * ahead]);
-        if (i + ahead < number)
-            fetchCount (*places[i + ahead]);
+        const auto next = begin + askedTogether;
 
-        (putInto (targets, i), ...);
+        for (auto i = next; i < std::min (next + askedTogether, length); ++i)
+            (askFor (targets, i), ...);
+        for (auto i = begin; i < std::min (next, length); ++i)
+            (putInto (targets, i), ...);
     }
 
     (targets.resize (number), ...);
@@ -231,7 +235,7 @@ void store (const std::vector<EventPlace>& places, Target&... targets)
 
 void EventArray::sortContentAndUpdateFilteredEvents()
 {
-    ListedTimes times (events);
+    ListedTimes times (events, filterTexts());
     times.sort (events);
     auto listed = filtered (times);
     times.sort (listed);

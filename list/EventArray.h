@@ -20,6 +20,7 @@ namespace ZEP::Overmarks
 {
 
 class ListedTimes;
+struct FilterTexts;
 
 /** The type of a search result that stands for all lines of one cue number; none of the kinds of events has it. */
 inline constexpr int CueGroupResultType = 64;
@@ -195,7 +196,8 @@ private:
 
     void adoptFades (const EventArray& source);
     juce::String filterValue (const std::string& key);
-    std::vector<EventPlace> filtered (const ListedTimes& times);
+    FilterTexts filterTexts();
+    EventPlaces filtered (const ListedTimes& times);
     void dropUnlistedFromSelection();
 
     bool hasNothingToStepThrough() const;

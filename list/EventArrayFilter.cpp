@@ -3,8 +3,8 @@
 #include "list/EventArray.h"
 
 #include "list/EventArrayNews.h"
+#include "list/FilterTexts.h"
 #include "list/ListedTimes.h"
-#include "list/TextPart.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <cstdint>
@@ -17,69 +17,13 @@ namespace ZEP::Overmarks
 namespace
 {
 
-/** The four texts that an event has to match; an empty one matches everything. */
-struct FilterTexts
-{
-    juce::String character;
-    TextPart text;
-    TextPart cueNumber;
-    juce::String actor;
-
-    /** Asks the memory for what letsThrough() is going to read in the event. */
-    void fetchStrings (const Event& event) const
-    {
-        if (! text.isEmpty())
-            fetch (&event.getText().getText());
-        if (! cueNumber.isEmpty())
-            fetch (&event.getCueNumber());
-        if (character.isNotEmpty() || actor.isNotEmpty())
-            fetch (&event.getCharacterID());
-    }
-
-    /** And for the texts themselves. */
-    void fetchTexts (const Event& event) const
-    {
-        if (! text.isEmpty())
-            fetchText (event.getText().getText());
-        if (! cueNumber.isEmpty())
-            fetchText (event.getCueNumber());
-        if (character.isNotEmpty() || actor.isNotEmpty())
-            fetchText (event.getCharacterID());
-    }
-
-    bool letsThrough (const Event& event) const
-    {
-        if (! text.isIn (event.getText().getText()) || ! cueNumber.isIn (event.getCueNumber()))
-            return false;
-
-        if (character.isEmpty() && actor.isEmpty())
-            return true;
-
-        const auto who = event.character();
-        return who != nullptr && (character.isEmpty() || who->name == character)
-               && (actor.isEmpty() || who->actor == actor);
-    }
-
-private:
-    /** Most lines of dialogue are no longer than this. */
-    static void fetchText (const juce::String& string)
-    {
-        constexpr int lineOfCache = 64;
-        const auto bytes = reinterpret_cast<std::uintptr_t> (string.getCharPointer().getAddress());
-        fetch (reinterpret_cast<const void*> (bytes));
-        fetch (reinterpret_cast<const void*> (bytes + lineOfCache)); // maybe behind the text
-    }
-};
-
 /** One walk through a list in the order of time, which picks what matches, its neighbours, and the streamers and flutters
     that belong to a matching cue. */
 class FilterWalk final
 {
 public:
-    FilterWalk (FilterTexts textsToMatch, int numberOfNeighbours, const ListedTimes& timesOfList,
-                std::vector<EventPlace>& result)
-        : texts (std::move (textsToMatch)),
-          numAdjacent (numberOfNeighbours),
+    FilterWalk (int numberOfNeighbours, const ListedTimes& timesOfList, EventPlaces& result)
+        : numAdjacent (numberOfNeighbours),
           times (timesOfList),
           listed (result)
     {
@@ -87,15 +31,8 @@ public:
 
     void walkThrough (const std::vector<std::shared_ptr<Event>>& events)
     {
-        visitAhead (
-            events, [this] (const auto& event) { visit (&event); },
-            [this] (const Event& event)
-            {
-                texts.fetchStrings (event);
-                if (numAdjacent >= 1)
-                    fetchTimes (event);
-            },
-            [this] (const Event& event) { texts.fetchTexts (event); });
+        for (const auto& event : events)
+            visit (&event);
     }
 
 private:
@@ -115,7 +52,7 @@ private:
             listed.push_back (place);
             waiting.clear();
         }
-        else if (texts.letsThrough (**place))
+        else if (event.isLetThrough)
             take (place);
         else
             keepAsNeighbour (place);
@@ -168,10 +105,9 @@ private:
             listed.push_back (place);
     }
 
-    const FilterTexts texts;
     const std::int64_t numAdjacent;
     const ListedTimes& times;
-    std::vector<EventPlace>& listed;
+    EventPlaces& listed;
     std::deque<EventPlace> waiting;
     std::unordered_set<const Event*> alreadyAdded;
     std::int64_t remaining = 0;
@@ -195,22 +131,24 @@ juce::String EventArray::filterValue (const std::string& key) { return filterPar
 
 void EventArray::updateFilteredEvents()
 {
-    for (const auto place : filtered (ListedTimes (events)))
+    for (const auto place : filtered (ListedTimes (events, filterTexts())))
         filteredEvents.push_back (*place);
 
     sortFilteredEventsByTimecode();
 }
 
-std::vector<EventPlace> EventArray::filtered (const ListedTimes& times)
+FilterTexts EventArray::filterTexts()
+{
+    return { filterValue (EventCharacterFilterKey), TextPart (filterValue (EventTextFilterKey)),
+             TextPart (filterValue (EventCueNumberFilterKey)), filterValue (EventActorFilterKey) };
+}
+
+EventPlaces EventArray::filtered (const ListedTimes& times)
 {
     const int numAdjacent = filterValue (EventNumAdjacentCuesKey).getIntValue();
-    const FilterTexts texts { filterValue (EventCharacterFilterKey),
-                              TextPart (filterValue (EventTextFilterKey)),
-                              TextPart (filterValue (EventCueNumberFilterKey)),
-                              filterValue (EventActorFilterKey) };
-    std::vector<EventPlace> listed;
+    EventPlaces listed;
     listed.reserve (events.size());
-    FilterWalk (texts, numAdjacent, times, listed).walkThrough (events);
+    FilterWalk (numAdjacent, times, listed).walkThrough (events);
     return listed;
 }
 

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "event/Event.h"
+#include "list/ScratchMemory.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <vector>
 
 namespace ZEP::Overmarks
 {
@@ -14,6 +14,7 @@ namespace ZEP::Overmarks
 /** Where a list keeps one of its events. While a list is put in order its events are handled as these: a shared pointer that is copied
     or released reaches into the event, and a long list waits for the memory each time. Good until that list changes. */
 using EventPlace = const std::shared_ptr<Event>*;
+using EventPlaces = ScratchVector<EventPlace>; ///< Of events in some order.
 
 inline const Event& eventOf (const std::shared_ptr<Event>& event) { return *event; } ///< The event itself.
 inline const Event& eventOf (EventPlace place) { return **place; }                   ///< The event itself.
@@ -26,42 +27,37 @@ inline void fetch (const void* place) noexcept
     asm volatile("");
 }
 
-inline void fetchTimes (const Event& event) noexcept ///< For what looks at nothing but the times of an event.
-{
-    event.fetchTimes();
-    asm volatile("");
-}
+/** For so many events the memory is asked one after the other: it looks for several together, but not while something else is done with
+    one of them in between. */
+inline constexpr std::size_t askedTogether = 16;
 
 /** Shows each event of a list to `visit`, in the list's order. Events lie all over the memory; each is asked for some steps before it
     is its turn, since a long list would wait for every single one otherwise.
     @param ask      is shown the events, but the first ones, some steps before, and asks the memory for what will be looked at in them, but
                     looks at nothing
     @param askMore  is shown them halfway, and may ask for what they lead to */
-template <typename Item, typename Visit, typename Ask, typename AskMore>
-void visitAhead (const std::vector<Item>& events, Visit visit, Ask ask, AskMore askMore)
+template <typename Items, typename Visit, typename Ask, typename AskMore>
+void visitAhead (const Items& events, Visit visit, Ask ask, AskMore askMore)
 {
-    // Some at a time: the memory looks for many together, but not while the visit of one lies between them.
-    constexpr std::size_t some = 32;
     const auto showFrom = [&events] (std::size_t begin, auto show)
     {
-        for (auto i = begin; i < std::min (begin + some, events.size()); ++i)
+        for (auto i = begin; i < std::min (begin + askedTogether, events.size()); ++i)
             show (events[i]);
     };
 
-    for (std::size_t begin = 0; begin < events.size(); begin += some)
+    for (std::size_t begin = 0; begin < events.size(); begin += askedTogether)
     {
-        showFrom (begin + 2 * some, [&ask] (const Item& item) { ask (eventOf (item)); });
-        showFrom (begin + some, [&askMore] (const Item& item) { askMore (eventOf (item)); });
+        showFrom (begin + 2 * askedTogether, [&ask] (const auto& item) { ask (eventOf (item)); });
+        showFrom (begin + askedTogether, [&askMore] (const auto& item) { askMore (eventOf (item)); });
         showFrom (begin, visit);
     }
 }
 
-/** The same for what looks at nothing but the times of an event. */
-template <typename Item, typename Visit>
-void visitAhead (const std::vector<Item>& events, Visit visit)
+/** The same for what looks at nothing that the events lead to. */
+template <typename Items, typename Visit, typename Ask>
+void visitAhead (const Items& events, Visit visit, Ask ask)
 {
-    visitAhead (
-        events, visit, [] (const Event& event) { fetchTimes (event); }, [] (const Event&) {});
+    visitAhead (events, visit, ask, [] (const Event&) {});
 }
 
 } // namespace ZEP::Overmarks

@@ -96,14 +96,14 @@ EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
 
 /** @param timesOf  gives the times of the event; not asked where the column needs none */
 template <typename TimesOf>
-EventSortOrder::Key EventSortOrder::keyFor (const Event& event, TimesOf timesOf, MadeTexts& made) const
+EventSortOrder::Key EventSortOrder::keyFor (const Event& event, TimesOf timesOf, Making& making) const
 {
     Key key;
 
     switch (column)
     {
         case Column::start: return startKeyFor (event, timesOf());
-        case Column::end: return endKeyFor (event);
+        case Column::end: return endKeyFor (event, making);
         case Column::number: key.number = numberOf (event); break;
         case Column::text: key.text = keyOf (textOf (event)); break;
 
@@ -114,7 +114,7 @@ EventSortOrder::Key EventSortOrder::keyFor (const Event& event, TimesOf timesOf,
             break;
 
         case Column::cueNumber:
-            key.text = cueNumberKeyFor (event, made);
+            key.text = cueNumberKeyFor (event, making);
             key.timecode = timesOf().start;
             break;
 
@@ -142,10 +142,10 @@ EventSortOrder::Key EventSortOrder::startKeyFor (const Event& event, const Event
     return key;
 }
 
-EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event)
+EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event, Making& making)
 {
     Key key;
-    key.timecode = TimecodeKey::endOf (event);
+    key.timecode = making.timecodes.endOf (event);
     key.hasInPoint = event.getInPointFrameIndex() != -1;
     key.hasTime = event.getEndFrameIndex() != -1;
 
@@ -155,11 +155,11 @@ EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event)
     return key;
 }
 
-TextKey EventSortOrder::cueNumberKeyFor (const Event& event, MadeTexts& made)
+TextKey EventSortOrder::cueNumberKeyFor (const Event& event, Making& making)
 {
     auto natural = naturalKeyOf (event.getCueNumber());
     const TextKey key (natural.c_str());
-    return key.isWhole() ? key : TextKey (made.emplace_back (std::move (natural)).c_str());
+    return key.isWhole() ? key : TextKey (making.texts.emplace_back (std::move (natural)).c_str());
 }
 
 void EventSortOrder::fillCharacter (Key& key, const Event& event) const
@@ -252,11 +252,11 @@ bool EventSortOrder::goesBefore (const Key& a, const Key& b) const
 
 bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
 {
-    MadeTexts made;
+    Making making;
     const auto key = [&] (const Event& event)
     {
         return keyFor (
-            event, [&event] { return EventTimes (event); }, made);
+            event, [&] { return EventTimes (event, making.timecodes); }, making);
     };
     return goesBefore (key (a), key (b));
 }
@@ -313,16 +313,16 @@ const juce::String* EventSortOrder::stringOf (const Event& event) const
     }
 }
 
-template <typename Item, typename TimesOf>
-ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const std::vector<Item>& events, TimesOf timesOf,
-                                                            MadeTexts& made) const
+template <typename Items, typename TimesOf>
+ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const Items& events, TimesOf timesOf,
+                                                            Making& making) const
 {
     const auto ask = [&] (const Event& event)
     {
         if (const auto* string = stringOf (event))
             fetch (string);
         else if (! needsTimesAlone())
-            fetchTimes (event);
+            event.fetch();
     };
     const auto askMore = [&] (const Event& event)
     {
@@ -331,10 +331,10 @@ ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const std::vector<It
     };
     ScratchVector<Key> keys;
     keys.reserve (events.size());
-    const auto addKey = [&] (const Item& item)
+    const auto addKey = [&] (const auto& item)
     {
         keys.push_back (keyFor (
-            eventOf (item), [&]() -> decltype (auto) { return timesOf (item); }, made));
+            eventOf (item), [&]() -> decltype (auto) { return timesOf (item); }, making));
     };
     visitAhead (events, addKey, ask, askMore);
     return keys;
@@ -350,30 +350,36 @@ RankedPlaces EventSortOrder::orderOf (const ScratchVector<Key>& keys, bool areUn
 
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
-    MadeTexts made;
-    const auto timesOf = [] (const std::shared_ptr<Event>& event) { return EventTimes (*event); };
-    rearrange (events, orderOf (keysFor (events, timesOf, made), false));
+    Making making;
+    const auto timesOf = [&making] (const std::shared_ptr<Event>& event)
+    { return EventTimes (*event, making.timecodes); };
+    rearrange (events, orderOf (keysFor (events, timesOf, making), false));
 }
 
-bool EventSortOrder::isHeldByTimes (const std::vector<EventPlace>& listed, const ListedTimes& times) const
+bool EventSortOrder::isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const
 {
-    MadeTexts made;
+    Making making;
     const auto key = [&] (EventPlace place)
     {
         return keyFor (
-            **place, [&]() -> const EventTimes& { return times.of (place); }, made);
+            **place, [&]() -> const EventTimes& { return times.of (place); }, making);
     };
-    return needsTimesAlone()
-           && std::is_sorted (listed.begin(), listed.end(),
-                              [&] (EventPlace a, EventPlace b)
-                              { return goesBeforeInWholeList (key (a), key (b)); });
+    const auto before = [&] (EventPlace a, EventPlace b)
+    {
+        const auto &timesOfA = times.of (a), &timesOfB = times.of (b);
+        const bool isByTimecode = timesOfA.isTimed() && timesOfB.isTimed(); // as nearly all are
+
+        return isByTimecode ? inDirection (timesOfA.start, timesOfB.start)
+                            : goesBeforeInWholeList (key (a), key (b));
+    };
+    return needsTimesAlone() && std::is_sorted (listed.begin(), listed.end(), before);
 }
 
-void EventSortOrder::sort (std::vector<EventPlace>& listed, const ListedTimes& times) const
+void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times) const
 {
-    MadeTexts made;
+    Making making;
     const auto timesOf = [&] (EventPlace place) -> const EventTimes& { return times.of (place); };
-    rearrange (listed, orderOf (keysFor (listed, timesOf, made), needsTimesAlone()));
+    rearrange (listed, orderOf (keysFor (listed, timesOf, making), needsTimesAlone()));
 }
 
 } // namespace ZEP::Overmarks

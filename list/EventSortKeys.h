@@ -43,10 +43,10 @@ public:
 
     /** Whether events of a list stand in this order, as far as that is seen from their times alone: false of an order by anything else.
         @param times  those of that list */
-    bool isHeldByTimes (const std::vector<EventPlace>& listed, const ListedTimes& times) const;
+    bool isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const;
 
     /** Orders events of a list that isHeldByTimes() has found in another order. */
-    void sort (std::vector<EventPlace>& listed, const ListedTimes& times) const;
+    void sort (EventPlaces& listed, const ListedTimes& times) const;
 
 private:
     enum class Column
@@ -72,20 +72,24 @@ private:
         bool hasCharacter = false;
     };
 
-    /** Texts that only a sort has made. They stay where they are. */
-    using MadeTexts = std::deque<std::string>;
+    /** What one walk through events needs to make their keys. */
+    struct Making
+    {
+        TimecodeKeys timecodes;
+        std::deque<std::string> texts; ///< that only the sort has made; they stay where they are
+    };
 
     template <typename TimesOf>
-    Key keyFor (const Event& event, TimesOf timesOf, MadeTexts& made) const;
+    Key keyFor (const Event& event, TimesOf timesOf, Making& making) const;
     static Key startKeyFor (const Event& event, const EventTimes& times);
-    static Key endKeyFor (const Event& event);
-    static TextKey cueNumberKeyFor (const Event& event, MadeTexts& made);
+    static Key endKeyFor (const Event& event, Making& making);
+    static TextKey cueNumberKeyFor (const Event& event, Making& making);
     void fillCharacter (Key& key, const Event& event) const;
 
     bool needsTimesAlone() const { return column == Column::start || column == Column::plainStart; }
     const juce::String* stringOf (const Event& event) const;
-    template <typename Item, typename TimesOf>
-    ScratchVector<Key> keysFor (const std::vector<Item>& events, TimesOf timesOf, MadeTexts& made) const;
+    template <typename Items, typename TimesOf>
+    ScratchVector<Key> keysFor (const Items& events, TimesOf timesOf, Making& making) const;
     RankedPlaces orderOf (const ScratchVector<Key>& keys, bool areUnordered) const;
 
     bool goesBeforeInWholeList (const Key& a, const Key& b) const;

@@ -33,11 +33,15 @@ RankedPlaces orderByStart (const ScratchVector<EventTimes>& times)
         [] (const EventTimes& a, const EventTimes& b) { return a.start < b.start; });
 }
 
-ScratchVector<EventTimes> timesOf (const std::vector<std::shared_ptr<Event>>& events)
+ScratchVector<EventTimes> timesOf (const std::vector<std::shared_ptr<Event>>& events,
+                                   const FilterTexts& texts)
 {
     ScratchVector<EventTimes> times;
     times.reserve (events.size());
-    visitAhead (events, [&times] (const auto& event) { times.emplace_back (*event); });
+    TimecodeKeys keys;
+    visitAhead (
+        events, [&] (const auto& event) { times.emplace_back (*event, keys, texts.letsThrough (*event)); },
+        [] (const Event& event) { event.fetch(); }, [&] (const Event& event) { texts.fetchTexts (event); });
     return times;
 }
 
@@ -45,11 +49,11 @@ ScratchVector<EventTimes> timesOf (const std::vector<std::shared_ptr<Event>>& ev
 
 void sortByStart (std::vector<std::shared_ptr<Event>>& events)
 {
-    rearrange (events, orderByStart (timesOf (events)));
+    rearrange (events, orderByStart (timesOf (events, {})));
 }
 
-ListedTimes::ListedTimes (const std::vector<std::shared_ptr<Event>>& events)
-    : times (timesOf (events)),
+ListedTimes::ListedTimes (const std::vector<std::shared_ptr<Event>>& events, const FilterTexts& texts)
+    : times (timesOf (events, texts)),
       first (events.data())
 {
 }
@@ -62,7 +66,7 @@ void ListedTimes::sort (std::vector<std::shared_ptr<Event>>& events)
     first = events.data();
 }
 
-RankedPlaces ListedTimes::orderOf (const std::vector<EventPlace>& listed) const
+RankedPlaces ListedTimes::orderOf (const EventPlaces& listed) const
 {
     struct Key
     {
@@ -106,11 +110,12 @@ RankedPlaces ListedTimes::orderOf (const std::vector<EventPlace>& listed) const
     return stableOrderOfUnordered (keys, rankOf, before);
 }
 
-void ListedTimes::sort (std::vector<EventPlace>& listed) const { rearrange (listed, orderOf (listed)); }
+void ListedTimes::sort (EventPlaces& listed) const { rearrange (listed, orderOf (listed)); }
 
 void sortByTimecode (std::vector<std::shared_ptr<Event>>& events)
 {
-    std::vector<EventPlace> listed (events.size());
+    EventPlaces listed;
+    listed.resize (events.size());
     std::iota (listed.begin(), listed.end(), events.data());
     rearrange (events, ListedTimes (events).orderOf (listed));
 }

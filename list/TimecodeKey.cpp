@@ -4,10 +4,12 @@
 #include "core/timecode/TCToolbox.h"
 
 #include <algorithm>
+#include <array>
 
 namespace ZEP::Overmarks
 {
 
+using ZEP::Core::FrameCounting;
 using ZEP::Core::TCToolbox;
 
 namespace
@@ -28,14 +30,24 @@ constexpr std::uint64_t rankOf (char character)
     }
 }
 
-bool hasTwoDigits (std::int32_t number) { return number >= 0 && number <= 99; }
+constexpr int numbersOfTwoDigits = 100;
 
-/** Of its two digits. */
-std::uint64_t rankOf (std::int32_t number)
+/** Of the two digits of each number. */
+constexpr auto ranksOfNumbers = []
 {
-    const auto value = static_cast<std::uint64_t> (number);
-    return (value / 10 + rankOf ('0')) << bitsOfCharacter | (value % 10 + rankOf ('0'));
-}
+    std::array<std::uint8_t, numbersOfTwoDigits> ranks {};
+
+    for (int number = 0; number < numbersOfTwoDigits; ++number)
+        ranks[static_cast<std::size_t> (number)] =
+            static_cast<std::uint8_t> (rankOf (static_cast<char> ('0' + number / 10)) << bitsOfCharacter
+                                       | rankOf (static_cast<char> ('0' + number % 10)));
+
+    return ranks;
+}();
+
+std::uint64_t rankOf (std::int32_t number) { return ranksOfNumbers[static_cast<std::size_t> (number)]; }
+
+bool hasTwoDigits (std::int32_t number) { return number >= 0 && number < numbersOfTwoDigits; }
 
 } // namespace
 
@@ -44,27 +56,34 @@ TimecodeKey::TimecodeKey (std::string_view timecode) noexcept
     const auto length = std::min (timecode.size(), 2 * charactersInHalf);
 
     for (std::size_t i = 0; i < length; ++i)
-        characters[i / charactersInHalf] |= rankOf (timecode[i])
-                                            << (64 - bitsOfCharacter * (i % charactersInHalf + 1));
+        (i < charactersInHalf ? start : rest) |= rankOf (timecode[i])
+                                                 << (64 - bitsOfCharacter * (i % charactersInHalf + 1));
 }
 
-TimecodeKey TimecodeKey::keyAt (int frameIndex, const Event& event,
-                                std::size_t (Event::*writeText) (char*) const)
+TimecodeKey TimecodeKeys::keyAt (int frameIndex, const Event& event,
+                                 std::size_t (Event::*writeText) (char*) const)
 {
-    const auto& info = event.getTimeInfo();
+    const auto* const info = event.getTimeInfo().get();
+
+    if (info != known && info != nullptr)
+    {
+        known = info;
+        counting = FrameCounting (info->tcDef);
+        origin = counting.framesOf (info->timeOrigin);
+        separators =
+            rankOf (':') << 52 | rankOf (':') << 40 | rankOf (info->tcDef.dropFrame ? ';' : ':') << 28;
+    }
 
     if (info != nullptr && frameIndex != -1)
     {
-        const auto time = TCToolbox::tcTimeForFrameIndex (frameIndex, *info);
+        const auto time = counting.timeOf (origin + frameIndex);
 
         if (hasTwoDigits (time.hours) && hasTwoDigits (time.minutes) && hasTwoDigits (time.seconds)
             && hasTwoDigits (time.frames))
         {
             TimecodeKey key;
-            key.characters.front() =
-                rankOf (time.hours) << 56 | rankOf (':') << 52 | rankOf (time.minutes) << 44
-                | rankOf (':') << 40 | rankOf (time.seconds) << 32
-                | rankOf (info->tcDef.dropFrame ? ';' : ':') << 28 | rankOf (time.frames) << 20;
+            key.start = rankOf (time.hours) << 56 | rankOf (time.minutes) << 44 | rankOf (time.seconds) << 32
+                        | rankOf (time.frames) << 20 | separators;
             return key;
         }
     }
@@ -73,12 +92,12 @@ TimecodeKey TimecodeKey::keyAt (int frameIndex, const Event& event,
     return TimecodeKey ({ text.data(), (event.*writeText) (text.data()) });
 }
 
-TimecodeKey TimecodeKey::startOf (const Event& event)
+TimecodeKey TimecodeKeys::startOf (const Event& event)
 {
     return keyAt (event.getInPointFrameIndex(), event, &Event::writeStartTC);
 }
 
-TimecodeKey TimecodeKey::endOf (const Event& event)
+TimecodeKey TimecodeKeys::endOf (const Event& event)
 {
     return keyAt (event.getEndFrameIndex(), event, &Event::writeEndTC);
 }

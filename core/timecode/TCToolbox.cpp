@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/timecode/TCToolbox.h"
 
+#include "core/timecode/FrameCounting.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -66,65 +68,12 @@ constexpr std::array<CodedRate, 9> codedRates { {
     { 60.0F, FrameRate60, FrameRate60 },
 } };
 
-constexpr std::int64_t floorDivide (std::int64_t value, std::int64_t divisor)
-{
-    return value / divisor - (value % divisor < 0 ? 1 : 0);
-}
-
-constexpr std::int64_t floorRemainder (std::int64_t value, std::int64_t divisor)
-{
-    return value - floorDivide (value, divisor) * divisor;
-}
-
 template <typename Integer>
 constexpr Integer saturated (std::int64_t value)
 {
     return static_cast<Integer> (std::clamp<std::int64_t> (value, std::numeric_limits<Integer>::min(),
                                                            std::numeric_limits<Integer>::max()));
 }
-
-/* Frames of a second, a minute and ten minutes under one definition. With drop-frame the first minute of
-   each ten is a whole one and the other nine lack their first labels. Without it the same sums hold with
-   nothing dropped. */
-struct Counting
-{
-    explicit constexpr Counting (const _TCDef& def)
-        : perSecond (def.framesPerSecond == 0 ? 25 : def.framesPerSecond),
-          dropped (def.dropFrame && (perSecond == 30 || perSecond == 60) ? perSecond / 15 : 0),
-          perMinute (perSecond * 60),
-          perTenMinutes (perMinute * 10 - dropped * 9)
-    {
-    }
-
-    /* At most 2^31 * 3600 * 255 frames: far from the end of 64 bits. */
-    [[nodiscard]] constexpr std::int64_t framesOf (const _TCTime& time) const
-    {
-        const auto minutes = std::int64_t { time.hours } * 60 + time.minutes;
-        const auto leftOut = dropped * (minutes - floorDivide (minutes, 10));
-
-        return minutes * perMinute + time.seconds * perSecond + time.frames - leftOut;
-    }
-
-    [[nodiscard]] constexpr _TCTime timeOf (std::int64_t frames) const
-    {
-        const auto tens = floorDivide (frames, perTenMinutes);
-        const auto within = frames - tens * perTenMinutes;
-        const auto minute = within < perMinute ? 0 : 1 + (within - perMinute) / (perMinute - dropped);
-        const auto label = within + dropped * minute - minute * perMinute;
-
-        _TCTime time;
-        time.hours = saturated<std::int32_t> (floorDivide (tens, 6));
-        time.minutes = static_cast<std::int32_t> (floorRemainder (tens, 6) * 10 + minute);
-        time.seconds = static_cast<std::int32_t> (label / perSecond);
-        time.frames = static_cast<std::int32_t> (label % perSecond);
-        return time;
-    }
-
-    std::int64_t perSecond;
-    std::int64_t dropped; // labels left out at the head of a minute
-    std::int64_t perMinute;
-    std::int64_t perTenMinutes;
-};
 
 constexpr bool isWhiteSpace (char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
@@ -174,7 +123,7 @@ char* writeTwoDigits (char* destination, std::int32_t value)
 _TCTime foldedIntoDay (_TCTime time)
 {
     const auto seconds = (std::int64_t { time.hours } * 60 + time.minutes) * 60 + time.seconds;
-    const auto ofDay = static_cast<std::int32_t> (floorRemainder (seconds, 24 * 60 * 60));
+    const auto ofDay = static_cast<std::int32_t> (FrameCounting::floorRemainder (seconds, 24 * 60 * 60));
 
     time.hours = ofDay / 3600;
     time.minutes = ofDay / 60 % 60;
@@ -237,7 +186,7 @@ _TCTime TCToolbox::addFramesAndTCTimes (long frames, _TCTime time, _TCDef def)
     // No sum of this size fits into the fields of a timecode, whatever the rate.
     constexpr std::int64_t farOff = std::int64_t { 1 } << 61;
 
-    const Counting counting (def);
+    const FrameCounting counting (def);
     const auto offset = std::clamp<std::int64_t> (frames, -farOff, farOff);
     auto result = counting.timeOf (counting.framesOf (time) + offset);
     result.invalid = time.invalid;
@@ -246,7 +195,7 @@ _TCTime TCToolbox::addFramesAndTCTimes (long frames, _TCTime time, _TCDef def)
 
 _TCTime TCToolbox::subtractTCTimes (_TCTime from, _TCTime to, _TCDef def, bool* flag)
 {
-    const Counting counting (def);
+    const FrameCounting counting (def);
     const auto span = counting.framesOf (to) - counting.framesOf (from);
 
     if (flag != nullptr)
@@ -259,7 +208,7 @@ _TCTime TCToolbox::subtractTCTimes (_TCTime from, _TCTime to, _TCDef def, bool* 
 
 int TCToolbox::convertToAbsoluteFrames (_TCTime time, _TCDef def)
 {
-    return saturated<int> (Counting (def).framesOf (time));
+    return saturated<int> (FrameCounting (def).framesOf (time));
 }
 
 _TCTime TCToolbox::relativeTime (_TCTime time, std::shared_ptr<TimeInfo> info)
@@ -272,7 +221,7 @@ int TCToolbox::frameIndexForTCTime (_TCTime time, const std::shared_ptr<TimeInfo
     if (info == nullptr)
         return convertToAbsoluteFrames (time, _TCDef {});
 
-    const Counting counting (info->tcDef);
+    const FrameCounting counting (info->tcDef);
     return saturated<int> (counting.framesOf (time) - counting.framesOf (info->timeOrigin));
 }
 
@@ -284,7 +233,7 @@ _TCTime TCToolbox::tcTimeForFrameIndex (int index, const TimeInfo& info)
 bool TCToolbox::existsUnder (_TCTime time, const _TCDef& def)
 {
     const auto within = [] (std::int64_t value, std::int64_t end) { return value >= 0 && value < end; };
-    const Counting counting (def);
+    const FrameCounting counting (def);
 
     if (time.invalid || ! within (time.minutes, 60) || ! within (time.seconds, 60)
         || ! within (time.frames, counting.perSecond))

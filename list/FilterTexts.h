@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-only
+#pragma once
+
+#include "event/Event.h"
+#include "list/EventPlace.h"
+#include "list/TextPart.h"
+
+#include <juce_core/juce_core.h>
+
+#include <cstdint>
+
+namespace ZEP::Overmarks
+{
+
+/** The four texts that an event has to match; an empty one matches everything. */
+struct FilterTexts
+{
+    juce::String character;
+    TextPart text { juce::String() };
+    TextPart cueNumber { juce::String() };
+    juce::String actor;
+
+    /** Asks the memory for the texts that letsThrough() is going to read; the event itself is there. */
+    void fetchTexts (const Event& event) const
+    {
+        if (! text.isEmpty())
+            fetchText (event.getText().getText());
+        if (! cueNumber.isEmpty())
+            fetchText (event.getCueNumber());
+        if (character.isNotEmpty() || actor.isNotEmpty())
+            fetchText (event.getCharacterID());
+    }
+
+    bool letsThrough (const Event& event) const
+    {
+        if (! text.isIn (event.getText().getText()) || ! cueNumber.isIn (event.getCueNumber()))
+            return false;
+
+        if (character.isEmpty() && actor.isEmpty())
+            return true;
+
+        const auto who = event.character();
+        return who != nullptr && (character.isEmpty() || who->name == character)
+               && (actor.isEmpty() || who->actor == actor);
+    }
+
+private:
+    /** Most lines of dialogue are no longer than this. */
+    static void fetchText (const juce::String& string)
+    {
+        constexpr int lineOfCache = 64;
+        const auto bytes = reinterpret_cast<std::uintptr_t> (string.getCharPointer().getAddress());
+        fetch (reinterpret_cast<const void*> (bytes));
+        fetch (reinterpret_cast<const void*> (bytes + lineOfCache)); // maybe behind the text
+    }
+};
+
+} // namespace ZEP::Overmarks
