@@ -187,18 +187,19 @@ void fetchCount (const std::shared_ptr<Event>& event)
         fetch (reinterpret_cast<const void*> (reinterpret_cast<std::uintptr_t> (event.get()) - sizeOfCount));
 }
 
+void makeRoom (std::size_t number, EventArray::Events& target)
+{
+    if (target.capacity() < number)
+        target.reserve (std::max (number, 2 * target.capacity()));
+}
+
 /** Makes vectors hold these events, touching only where they hold others. Each event that is taken or let go is written to. */
 template <typename... Target>
 void store (const EventPlaces& places, Target&... targets)
 {
     const auto number = places.size();
     const auto length = std::max ({ number, targets.size()... });
-    const auto makeRoom = [number] (EventArray::Events& target)
-    {
-        if (target.capacity() < number)
-            target.reserve (std::max (number, 2 * target.capacity()));
-    };
-    (makeRoom (targets), ...); // without memory for all of them, none is touched
+    (makeRoom (number, targets), ...); // without memory for all of them, none is touched
     (targets.resize (std::max (targets.size(), number)), ...);
 
     const auto isToChange = [&] (const EventArray::Events& target, std::size_t i)
@@ -244,9 +245,11 @@ void EventArray::sortContentAndUpdateFilteredEvents()
         store (listed, filteredEvents, sortedFilteredEvents);
     else
     {
+        auto shown = listed;
+        order.sort (shown, times);
+        makeRoom (shown.size(), sortedFilteredEvents); // both lists or neither
         store (listed, filteredEvents);
-        order.sort (listed, times);
-        store (listed, sortedFilteredEvents);
+        store (shown, sortedFilteredEvents);
     }
 
     positions.forget();

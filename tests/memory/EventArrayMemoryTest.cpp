@@ -66,6 +66,7 @@ TEST_F (EventArrayMemoryTest, noListLosesAnEventWhereverTheMemoryRunsOut)
                 break;
 
             ++failures;
+            ASSERT_EQ (list.filteredEvents.size(), list.sortedFilteredEvents.size()) << bytes;
             ASSERT_TRUE (holdsNoNull (list.filteredEvents)) << bytes;
             ASSERT_TRUE (holdsNoNull (list.sortedFilteredEvents)) << bytes;
             auto left = list.events;
