@@ -215,8 +215,13 @@ void store (const EventPlaces& places, Target&... targets)
     };
     const auto putInto = [&] (EventArray::Events& target, std::size_t i)
     {
-        if (isToChange (target, i))
-            target[i] = i < number ? *places[i] : nullptr;
+        if (! isToChange (target, i))
+            return;
+
+        if (i < number)
+            target[i] = *places[i];
+        else
+            target[i].reset();
     };
 
     for (std::size_t begin = 0; begin < length; begin += askedTogether)

@@ -18,6 +18,11 @@ class ScratchVector final : public std::pmr::vector<Item>
 {
 public:
     ScratchVector() : std::pmr::vector<Item> (scratchMemory()) {}
+    ScratchVector (const ScratchVector& other) : std::pmr::vector<Item> (other, scratchMemory()) {}
+    ScratchVector (ScratchVector&&) noexcept = default;
+    ScratchVector& operator= (const ScratchVector&) = default;
+    ScratchVector& operator= (ScratchVector&&) = default;
+    ~ScratchVector() = default;
 };
 
 } // namespace ZEP::Overmarks

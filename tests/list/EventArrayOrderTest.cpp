@@ -508,5 +508,22 @@ TEST_F (EventArrayOrderTest, anIdentifierThatTheMapDoesNotKnowDoesNotEndTheProgr
             ElementsAre ("unknown", "anna", "silent"));
 }
 
+TEST_F (EventArrayOrderTest, aVeryLongListStandsInItsOrder)
+{
+    constexpr int number = 70000; // more than the heap is asked for at once
+    EventArray::Events events;
+    Names expected;
+
+    for (int i = 0; i < number; ++i)
+    {
+        events.push_back (cue (juce::String (i * 7919 % number), i));
+        expected.push_back (std::to_string (i));
+    }
+
+    EXPECT_TRUE (sorted (events, Keys::KV_CueNumber, false) == expected);
+    std::reverse (expected.begin(), expected.end());
+    EXPECT_TRUE (sorted (events, Keys::KV_CueNumber, true) == expected);
+}
+
 } // namespace
 } // namespace ZEP::Overmarks::Testing

@@ -118,17 +118,18 @@ TEST (ScratchMemory, givesAThreadWhatAnotherOneHasGivenBack)
 
 TEST (ScratchMemory, isGoodForSeveralThreads)
 {
-    const auto work = []
+    const auto work = [] (std::size_t first)
     {
-        for (std::size_t number = 100000; number < 200000; number += 10000)
+        for (std::size_t number = 100000; number < 600000; number += 25000) // of two sizes of pages and more
         {
             ScratchVector<std::size_t> numbers;
             numbers.resize (number);
-            std::iota (numbers.begin(), numbers.end(), number);
-            EXPECT_EQ (numbers.back(), 2 * number - 1);
+            std::iota (numbers.begin(), numbers.end(), first);
+            const auto asCounted = [next = first] (std::size_t each) mutable { return each == next++; };
+            EXPECT_TRUE (std::all_of (numbers.begin(), numbers.end(), asCounted)) << number;
         }
     };
-    std::thread one (work), another (work);
+    std::thread one (work, 0U), another (work, 1U << 30U);
     one.join();
     another.join();
 }
@@ -137,6 +138,18 @@ TEST (ScratchMemory, tellsThatThereIsNoMore)
 {
     constexpr auto tooMuch = std::numeric_limits<std::size_t>::max() / 4;
     EXPECT_THROW (scratchMemory()->deallocate (scratchMemory()->allocate (tooMuch), tooMuch), std::bad_alloc);
+}
+
+TEST (ScratchVector, andItsCopyChangePlaces)
+{
+    ScratchVector<int> first;
+    first.push_back (1);
+    auto second = first;
+    EXPECT_EQ (second.get_allocator(), first.get_allocator());
+    second.push_back (2);
+    first.swap (second);
+    EXPECT_EQ (first.size(), 2U);
+    EXPECT_EQ (second.size(), 1U);
 }
 
 } // namespace
