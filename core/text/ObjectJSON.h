@@ -11,7 +11,7 @@ namespace ZEP::Core
 {
 
 /** An object as JSON, in the framework's form but for one letter: a bell, which it writes as "\a" and which then no reader of JSON takes,
-    stands as "\u0007". Numbers have as many digits as the framework gives them, 16 at most. */
+    stands as "\u0007". Fractions have 16 digits at most, as the framework writes them. */
 [[nodiscard]] ZEP_CORE_API std::string jsonTextOf (juce::DynamicObject& object, bool allOnOneLine);
 
 } // namespace ZEP::Core
