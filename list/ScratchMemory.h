@@ -18,11 +18,10 @@ class ScratchVector final : public std::pmr::vector<Item>
 {
 public:
     ScratchVector() : std::pmr::vector<Item> (scratchMemory()) {}
-    ScratchVector (
-        const ScratchVector& other) ///< In scratch memory too, where a vector would take the heap's.
-        : std::pmr::vector<Item> (other, scratchMemory())
-    {
-    }
+
+    /** The items, in scratch memory too, where a vector would take the heap's. */
+    ScratchVector (const ScratchVector& other) : std::pmr::vector<Item> (other, scratchMemory()) {}
+
     ScratchVector (ScratchVector&&) noexcept = default;        ///< The other one is empty then.
     ScratchVector& operator= (const ScratchVector&) = default; ///< Copies the items.
     ScratchVector& operator= (ScratchVector&&) = default;      ///< The other one is empty then.
