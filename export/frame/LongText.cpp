@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "export/frame/LongText.h"
 
-#include "core/system/LargePages.h"
-
 #include <algorithm>
 #include <cstring>
 
@@ -31,7 +29,6 @@ void LongText::add (std::string_view bytes)
 void LongText::makeRoom (std::size_t bytes)
 {
     text.preallocateBytes (bytes);
-    Core::useLargePages (text.getCharPointer().getAddress() + length, bytes - length);
     capacity = bytes;
 }
 
