@@ -36,6 +36,7 @@ void writeCleaned (CSVCells& cells, const RichTextString& text, CSVTextRule rule
 {
     const auto& written = text.getText();
 
+    // Nearly no text has any, and the others aren't even copied: to count who holds a text is to write to it.
     if (StringUtil::hasIllegalASCIICharacters (written))
         cells.quoted (utf8 (StringUtil::replaceIllegalASCIICharacters (written)), rule);
     else

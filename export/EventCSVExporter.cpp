@@ -248,9 +248,4 @@ int EventCSVExporter::templateNumber() const
     return static_cast<int> (settings->options.at (EventExportCSVTemplateKey));
 }
 
-void EventCSVExporter::appendRows (const std::string& rows)
-{
-    csvString.appendCharPointer (juce::CharPointer_UTF8 (rows.c_str()));
-}
-
 } // namespace ZEP::Overmarks

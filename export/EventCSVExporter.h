@@ -82,7 +82,6 @@ public:
 private:
     juce::String delimiterText() const;
     int templateNumber() const;
-    void appendRows (const std::string& rows);
 };
 
 } // namespace ZEP::Overmarks

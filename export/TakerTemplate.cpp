@@ -7,6 +7,7 @@
 #include "export/EventCSVCells.h"
 #include "export/EventCSVExporter.h"
 #include "export/frame/CSVCells.h"
+#include "export/frame/LongText.h"
 
 #include <Poco/Any.h>
 
@@ -236,7 +237,7 @@ bool EventCSVExporter::createCSVLinesForTemplateDSTaker (const Events& events)
             overflowing.insert (cueNumber);
     }
 
-    appendRows (rows);
+    LongText (csvString, rows.size()).add (rows);
 
     if (csvString.endsWithChar ('\n'))
         csvString = csvString.dropLastCharacters (1);

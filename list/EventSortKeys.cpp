@@ -146,10 +146,9 @@ EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event, Making& makin
 {
     Key key;
     key.timecode = making.timecodes.endOf (event);
-    key.hasInPoint = event.getInPointFrameIndex() != -1;
     key.hasTime = event.getEndFrameIndex() != -1;
 
-    if (! key.hasTime || ! key.hasInPoint)
+    if (! key.hasTime)
         key.text = keyOf (event.getCueNumber());
 
     return key;

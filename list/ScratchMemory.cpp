@@ -47,7 +47,8 @@ public:
         if (size <= most)
             for (auto& block : blocks)
             {
-                std::swap (block, moved);
+                if (moved.pages != nullptr) // no gap has been filled yet
+                    std::swap (block, moved);
 
                 if (sum + block.size > most)
                     giveBack (std::exchange (block, {}));

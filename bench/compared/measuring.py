@@ -197,6 +197,8 @@ class Measuring:
                 if not os.path.exists(path):
                     raise Failure("wrote nothing")
             except Failure as failure:
+                if os.path.exists(path):
+                    os.remove(path)  # half of it would do for a whole one the next time
                 self.lacking["{folder}/" + prepared.name] = f"{prepared.name} can't be made: {failure}"
 
     def _look_for(self, words):

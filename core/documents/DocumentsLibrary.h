@@ -22,7 +22,7 @@ class DocumentsLibrary final
 {
 public:
     /** Loads it, the first time. Where that fails it is tried again the next time: a process may have too many open files for a moment. One
-        of another version stays, and stays refused, for the life of the process. */
+        of another version, or of something else, stays refused for the life of the process. */
     static DocumentsLibrary loaded();
 
     /** None where it can't be loaded. */

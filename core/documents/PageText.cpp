@@ -42,7 +42,7 @@ int unitsOf (float width)
                : -1;
 }
 
-bool isPlainASCII (std::string_view text)
+bool isPrintableASCII (std::string_view text)
 {
     return std::all_of (text.begin(), text.end(), [] (char c) { return c >= ' ' && c <= '~'; });
 }
@@ -107,7 +107,7 @@ std::string cleaned (const juce::String& text, bool isOneLine)
 {
     std::string shown (text.toRawUTF8());
 
-    if (isPlainASCII (shown))
+    if (isPrintableASCII (shown))
         return shown;
 
     if (g_utf8_validate (shown.data(), static_cast<gssize> (shown.size()), nullptr) == 0)

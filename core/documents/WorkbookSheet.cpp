@@ -127,7 +127,7 @@ public:
         { return std::pair (some.st_ctim.tv_sec, some.st_ctim.tv_nsec); };
 
         if (before && now && now->st_dev == before->st_dev && now->st_ino == before->st_ino
-            && timeOf (*now) == timeOf (*before))
+            && now->st_size == before->st_size && timeOf (*now) == timeOf (*before))
             std::fclose (file);
 
         errno = error;

@@ -16,7 +16,8 @@ ZEP_CORE_API void useLargePages (void* memory, std::size_t bytes) noexcept;
 /** Room in the heap for a large table, while it is made of small blocks.
 
     The stops for the pages of a long list take a third of the time in which it is read. So the heap is made to grow ahead of the table, by
-    larger steps than its own, and the new room is backed with large pages. A short table goes without.
+    larger steps than its own, and the new room is backed with large pages. A short table goes without. Where a virtual machine has given its free
+    memory back to its host, large pages can be dearer than small ones; see docs/performance.md.
 
     No block is held, and nothing is promised: blocks that come from elsewhere, another kind of heap or a full memory cost time alone. But the
     heap of the whole process learns from it, as from any large block that comes and goes: from then on it serves blocks of up to 17 MiB

@@ -11,6 +11,14 @@
 namespace ZEP::Core
 {
 
+/** The number, or the highest or lowest that fits. */
+template <typename Integer>
+constexpr Integer saturated (std::int64_t value) noexcept
+{
+    return static_cast<Integer> (std::clamp<std::int64_t> (value, std::numeric_limits<Integer>::min(),
+                                                           std::numeric_limits<Integer>::max()));
+}
+
 /** Frames of a second, a minute and ten minutes under one definition, for those who turn many frames into times. With drop-frame the
     first minute of each ten is a whole one and the other nine lack their first labels. Without it the same sums hold with nothing
     dropped. */
@@ -42,9 +50,7 @@ struct FrameCounting
         const auto label = within + dropped * minute - minute * perMinute;
 
         _TCTime time;
-        time.hours = static_cast<std::int32_t> (
-            std::clamp<std::int64_t> (floorDivide (tens, 6), std::numeric_limits<std::int32_t>::min(),
-                                      std::numeric_limits<std::int32_t>::max()));
+        time.hours = saturated<std::int32_t> (floorDivide (tens, 6));
         time.minutes = static_cast<std::int32_t> (floorRemainder (tens, 6) * 10 + minute);
         time.seconds = static_cast<std::int32_t> (label / perSecond);
         time.frames = static_cast<std::int32_t> (label % perSecond);

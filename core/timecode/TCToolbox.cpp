@@ -68,13 +68,6 @@ constexpr std::array<CodedRate, 9> codedRates { {
     { 60.0F, FrameRate60, FrameRate60 },
 } };
 
-template <typename Integer>
-constexpr Integer saturated (std::int64_t value)
-{
-    return static_cast<Integer> (std::clamp<std::int64_t> (value, std::numeric_limits<Integer>::min(),
-                                                           std::numeric_limits<Integer>::max()));
-}
-
 constexpr bool isWhiteSpace (char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 constexpr bool isDigit (char c) { return c >= '0' && c <= '9'; }

@@ -4,6 +4,8 @@
 #include "list/EventPlace.h"
 
 #include <cstddef>
+#include <memory>
+#include <vector>
 
 namespace ZEP::Overmarks
 {

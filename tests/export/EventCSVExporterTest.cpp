@@ -166,6 +166,16 @@ TEST_F (CSVExportTest, aLongListHasAllItsRowsInTheirOrder)
     }
 }
 
+TEST_F (CSVExportTest, aRowThatIsWrittenAloneHasNoLineBreakBehindItEither)
+{
+    const std::string speech (70000, 'x'); // more than is written at a time
+    settings->events = events ({ { "1", 0, 25, "", speech.c_str() } });
+    const auto file = exported (1, 0);
+    EXPECT_EQ (file.substr (0, mark.size() + header.size()), mark + header);
+    EXPECT_EQ (file.substr (file.size() - 8), ",Bottom" + zero);
+    EXPECT_EQ (std::count (file.begin(), file.end(), '\n'), 1);
+}
+
 TEST_F (CSVExportTest, anEventThatIsListedTwiceHasTwoRows)
 {
     giveTwoCues();

@@ -14,6 +14,7 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace ZEP::Overmarks::Testing
 {
@@ -114,6 +115,22 @@ TEST (ScratchMemory, givesAThreadWhatAnotherOneHasGivenBack)
     std::fill_n (others, some, 'x');
     EXPECT_EQ (std::count (others, others + some, 'x'), static_cast<std::ptrdiff_t> (some));
     scratchMemory()->deallocate (others, some);
+}
+
+TEST (ScratchMemory, keepsTheOthersWhereOneIsTakenAndGivenBack)
+{
+    constexpr std::size_t some = 2 << 20;
+    auto* const memory = scratchMemory();
+    std::vector<void*> blocks (4);
+    std::generate (blocks.begin(), blocks.end(), [memory] { return memory->allocate (some); });
+
+    for (auto* const block : blocks)
+        memory->deallocate (block, some);
+
+    for (int i = 0; i < 3; ++i)
+        memory->deallocate (memory->allocate (some), some);
+
+    EXPECT_TRUE (std::all_of (blocks.begin(), blocks.end(), isMapped));
 }
 
 TEST (ScratchMemory, isGoodForSeveralThreads)
