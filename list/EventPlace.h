@@ -35,20 +35,22 @@ inline constexpr std::size_t askedTogether = 16;
     is its turn, since a long list would wait for every single one otherwise.
     @param ask      is shown the events, but the first ones, some steps before, and asks the memory for what will be looked at in them, but
                     looks at nothing
-    @param askMore  is shown them halfway, and may ask for what they lead to */
-template <typename Items, typename Visit, typename Ask, typename AskMore>
+    @param askMore  is shown them halfway, and may ask for what they lead to
+    @tparam Together  how many the memory is asked for at a time; fewer where much of each is asked for, which has to stay near until then */
+template <std::size_t Together = askedTogether, typename Items, typename Visit, typename Ask,
+          typename AskMore>
 void visitAhead (const Items& events, Visit visit, Ask ask, AskMore askMore)
 {
     const auto showFrom = [&events] (std::size_t begin, auto show)
     {
-        for (auto i = begin; i < std::min (begin + askedTogether, events.size()); ++i)
+        for (auto i = begin; i < std::min (begin + Together, events.size()); ++i)
             show (events[i]);
     };
 
-    for (std::size_t begin = 0; begin < events.size(); begin += askedTogether)
+    for (std::size_t begin = 0; begin < events.size(); begin += Together)
     {
-        showFrom (begin + 2 * askedTogether, [&ask] (const auto& item) { ask (eventOf (item)); });
-        showFrom (begin + askedTogether, [&askMore] (const auto& item) { askMore (eventOf (item)); });
+        showFrom (begin + 2 * Together, [&ask] (const auto& item) { ask (eventOf (item)); });
+        showFrom (begin + Together, [&askMore] (const auto& item) { askMore (eventOf (item)); });
         showFrom (begin, visit);
     }
 }

@@ -10,12 +10,12 @@
 namespace ZEP::Overmarks
 {
 
+inline constexpr std::size_t memoryLine = 64; ///< Bytes that the memory hands over together.
+
 /** Asks the memory for the whole event, but for what lies outside of it. */
 inline void fetchEvent (const Event& event) noexcept
 {
-    constexpr std::size_t line = 64; // bytes that the memory hands over together
-
-    for (std::size_t offset = 0; offset < sizeof (Event); offset += line)
+    for (std::size_t offset = 0; offset < sizeof (Event); offset += memoryLine)
         fetch (reinterpret_cast<const char*> (&event) + offset);
 }
 
@@ -23,7 +23,11 @@ inline void fetchEvent (const Event& event) noexcept
 inline void fetchTexts (const Event& event) noexcept
 {
     for (const auto* text : { &event.getText(), &event.getNotes(), &event.getEngineeringNotes() })
-        fetch (text->getText().getCharPointer().getAddress());
+    {
+        const auto* const bytes = text->getText().getCharPointer().getAddress();
+        fetch (bytes);
+        fetch (bytes + memoryLine); // the rest of a long text comes by itself
+    }
 
     for (const auto* text : { &event.getCueNumber(), &event.getCharacterID() })
         fetch (text->getCharPointer().getAddress());
@@ -33,7 +37,8 @@ inline void fetchTexts (const Event& event) noexcept
 template <typename Visit>
 void visitRows (const std::vector<std::shared_ptr<Event>>& events, Visit visit)
 {
-    visitAhead (events, visit, fetchEvent, fetchTexts);
+    constexpr std::size_t together = 8;
+    visitAhead<together> (events, visit, fetchEvent, fetchTexts);
 }
 
 } // namespace ZEP::Overmarks
