@@ -50,14 +50,6 @@ bool isFinite (const juce::Rectangle<float>& r)
     return std::all_of (values.begin(), values.end(), isOnPaper);
 }
 
-/** The line, its baseline starting at a point of the page from the top. */
-void show (cairo_t* context, PangoLayoutLine* line, float x, float baseline)
-{
-    cairo_move_to (context, static_cast<double> (x), static_cast<double> (baseline));
-    pango_cairo_show_layout_line (context, line);
-    cairo_new_path (context);
-}
-
 } // namespace
 
 DrawnPages::DrawnPages (PaperSize paper) : size (paper), canvas (size.width, size.height) {}
@@ -129,21 +121,17 @@ void DrawnPages::drawRepeated (const juce::String& identifier, const juce::Recta
 
 void DrawnPages::drawText (const juce::String& text, float x, float y)
 {
-    auto* const context = canvas.contextForText (fillColour);
-
-    if (context == nullptr || ! isOnPaper (x) || ! isOnPaper (y))
+    if (! isOnPaper (x) || ! isOnPaper (y))
         return;
 
     for (const auto& line : texts.oneLine (text, std::numeric_limits<float>::infinity())->lines)
-        show (context, line.shape, x, size.height - y);
+        canvas.drawText (*line.shape, { x, size.height - y }, fillColour);
 }
 
 void DrawnPages::drawLines (const juce::String& text, const juce::Rectangle<float>& rectangle,
                             juce::Justification justification, bool isOneLine)
 {
-    auto* const context = canvas.contextForText (fillColour);
-
-    if (context == nullptr || ! isFinite (rectangle))
+    if (! isFinite (rectangle))
         return;
 
     const auto shape =
@@ -155,9 +143,11 @@ void DrawnPages::drawLines (const juce::String& text, const juce::Rectangle<floa
         const auto bottom = top + line.ascent + line.descent;
 
         if (! canvas.isHidden (top, bottom))
-            show (context, line.shape,
-                  leftOf (line.width, rectangle, justification, ! isOneLine && line.isRightToLeft),
-                  top + line.ascent);
+            canvas.drawText (
+                *line.shape,
+                { leftOf (line.width, rectangle, justification, ! isOneLine && line.isRightToLeft),
+                  top + line.ascent },
+                fillColour);
 
         top = bottom;
     }

@@ -157,14 +157,20 @@ void PageCanvas::drawLine (juce::Line<float> line, float width, bool hasRoundEnd
 
     if (pen != wanted
         || ! colour.isOpaque()) // where lines cross, a transparent stroke shows once, two show twice
-        strokeLines();
+        drawWhatIsGathered();
 
     pen = wanted;
     cairo_move_to (context.get(), line.getStartX(), line.getStartY());
     cairo_line_to (context.get(), line.getEndX(), line.getEndY());
 }
 
-void PageCanvas::strokeLines()
+void PageCanvas::drawWhatIsGathered() noexcept
+{
+    strokeLines();
+    showTexts();
+}
+
+void PageCanvas::strokeLines() noexcept
 {
     if (! pen.has_value())
         return;
@@ -177,7 +183,7 @@ void PageCanvas::strokeLines()
 bool PageCanvas::beginShape()
 {
     if (! finished)
-        strokeLines();
+        drawWhatIsGathered();
 
     return ! finished;
 }
@@ -227,13 +233,41 @@ void PageCanvas::fillRect (const juce::Rectangle<float>& rectangle, juce::Colour
     cairo_fill (context.get());
 }
 
-cairo_t* PageCanvas::contextForText (juce::Colour colour)
-{
-    if (! beginShape() || cairo_status (context.get()) != CAIRO_STATUS_SUCCESS)
-        return nullptr;
+// ---- text ------------------------------------------------------------------------------------------------------------------
 
-    setColour (colour);
-    return context.get();
+void PageCanvas::drawText (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour)
+{
+    if (finished || ! areFinite ({ start.getX(), start.getY() }))
+        return;
+
+    strokeLines();
+
+    if (colour != colourOfTexts)
+        showTexts();
+
+    colourOfTexts = colour;
+
+    if (texts.add (line, start))
+        return;
+
+    showTexts();
+
+    if (! texts.add (line, start))
+    {
+        setColour (colour);
+        cairo_move_to (context.get(), start.getX(), start.getY());
+        pango_cairo_show_layout_line (context.get(), &line);
+        cairo_new_path (context.get());
+    }
+}
+
+void PageCanvas::showTexts() noexcept
+{
+    if (texts.empty())
+        return;
+
+    setColour (colourOfTexts);
+    texts.show (*context);
 }
 
 // ---- what comes again ------------------------------------------------------------------------------------------------------
@@ -252,7 +286,7 @@ public:
 
     ~Elsewhere()
     {
-        canvas.strokeLines();
+        canvas.drawWhatIsGathered();
         canvas.context = std::move (pageContext);
         canvas.clip = clipOfPage;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "core/documents/PageGlyphs.h"
+
 #include <juce_core/juce_core.h>
 #include <juce_graphics/juce_graphics.h>
 
@@ -16,7 +18,7 @@
 namespace ZEP::Core
 {
 
-/** The pages of a PDF and what is drawn on them but text. Here y grows downwards from the top of the page.
+/** The pages of a PDF and what is drawn on them. Here y grows downwards from the top of the page.
 
     The bytes are gathered in memory until finish(). A failure, of memory for example, shows there; all that is drawn after it is
     passed over. One thread. */
@@ -60,8 +62,9 @@ public:
     void drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
                        const std::function<void()>& draw);
 
-    /** For text: the context with this colour, or null when nothing can be drawn any more. */
-    [[nodiscard]] cairo_t* contextForText (juce::Colour colour);
+    /** Draws a line of text.
+        @param start  the left end of its baseline */
+    void drawText (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour);
 
     /** Whether a clip hides everything between two heights. */
     [[nodiscard]] bool isHidden (float top, float bottom) const;
@@ -91,9 +94,11 @@ private:
         juce::Colour colour;
     };
 
-    /** To be called before anything but a line. @returns whether something can be drawn still */
+    /** To be called before anything but a line or a text. @returns whether something can be drawn still */
     bool beginShape();
-    void strokeLines();
+    void drawWhatIsGathered() noexcept;
+    void strokeLines() noexcept;
+    void showTexts() noexcept;
     void setColour (juce::Colour colour);
     void stroke (float width, juce::Colour colour);
     void setMetadata (int kind, const std::string& text);
@@ -105,7 +110,9 @@ private:
     std::map<std::tuple<juce::String, float, float>, Surface>
         recordings; ///< of what comes again, with its size
     juce::Rectangle<float> clip;
-    std::optional<Pen> pen; ///< set while the path holds lines
+    std::optional<Pen> pen;     ///< set while the path holds lines
+    PageGlyphs texts;           ///< not shown yet; the path holds no lines then
+    juce::Colour colourOfTexts; ///< while there are any
     bool finished = false;
 };
 

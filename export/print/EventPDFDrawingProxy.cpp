@@ -141,18 +141,24 @@ float EventPDFDrawingProxy::drawingHeight (float width)
 
 void EventPDFDrawingProxy::draw (float x, float y, float width)
 {
-    const auto height = drawingHeight (width);
+    const auto height = drawingHeight (width), edge = x + width - rightSectionWidth;
 
     // Where there is less room than the right section takes, its lines reach beyond the left edge.
     const auto down = std::max (height, cueNumberHeight), back = std::min (0.0f, width - rightSectionWidth);
+    const juce::Rectangle<float> frame { x + back, y - down, std::max (0.0f, width) - back, down };
+    const juce::Rectangle<float> icons { edge, y - 77.0f, 20.0f, 77.0f };
 
     // Most cues of a list are as high as some other.
     document->setStrokeColor (lineColour);
     document->drawRepeated ("Frame " + juce::String (width) + " " + juce::String (height) + " "
                                 + juce::String (rightSectionWidth) + " " + juce::String (cueNumberHeight),
-                            { x + back, y - down, std::max (0.0f, width) - back, down },
-                            [this, x, y, width, height] { drawFrame (x, y, width, height); });
-    drawRightSection (x, y, width, height);
+                            frame.getUnion (icons),
+                            [this, x, y, width, height, edge]
+                            {
+                                drawFrame (x, y, width, height);
+                                drawIcons (edge, y);
+                            });
+    drawRightTexts (edge, y);
     drawContentSection (x, y, width, height);
 }
 
@@ -164,8 +170,9 @@ void EventPDFDrawingProxy::drawFrame (float x, float y, float width, float heigh
     drawThinLine (divider, y, divider, y - height);
 }
 
-void EventPDFDrawingProxy::drawIcons (float left, float top)
+void EventPDFDrawingProxy::drawIcons (float edge, float top)
 {
+    const auto left = edge + 6.0f;
     document->drawImage (kCharacterIconIdentifier, left, top - 46.0f, 14.0f, 14.0f);
     document->drawImage (kInPointIconIdentifier, left, top - 62.0f, 12.0f, 10.0f);
     document->drawImage (kOutPointIconIdentifier, left, top - 77.0f, 12.0f, 10.0f);
@@ -174,14 +181,18 @@ void EventPDFDrawingProxy::drawIcons (float left, float top)
 void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, float)
 {
     const auto edge = x + width - rightSectionWidth;
+    drawIcons (edge, y);
+    drawRightTexts (edge, y);
+}
+
+void EventPDFDrawingProxy::drawRightTexts (float edge, float y)
+{
     document->setStrokeColor (black);
     drawWhole (
         event->getCueNumber(),
         { edge + padding, y - cueNumberHeight + 2.0f, rightSectionWidth - 2.0f * padding, cueNumberHeight },
         bold, 14.0f);
 
-    document->drawRepeated ("Icons", { edge + 6.0f, y - 77.0f, 14.0f, 45.0f },
-                            [this, edge, y] { drawIcons (edge + 6.0f, y); });
     document->setFillColor (nameColour);
 
     if (const auto character = event->character())

@@ -64,6 +64,34 @@ TEST_F (EventPDFDrawingProxyTest, theColumnTellsNumberCharacterAndTimes)
     EXPECT_TRUE (page.hasPicture ({ divider + 6, y - 77, 12, 10 }));
 }
 
+TEST_F (EventPDFDrawingProxyTest, theColumnHasItsIconsWhereItIsDrawnAloneToo)
+{
+    registerIcons();
+    proxy (cue ("Hello?")).drawRightSection (x, y, w, height);
+    document->saveToPath();
+    const auto page = ReadPDF (folder.file ("cues.pdf")).page();
+    EXPECT_EQ (page.count ("A101"), 1);
+    EXPECT_TRUE (page.outlines.empty());
+    EXPECT_EQ (page.pictures.size(), 3u);
+    EXPECT_TRUE (page.hasPicture ({ divider + 6, y - 77, 12, 10 }));
+}
+
+TEST_F (EventPDFDrawingProxyTest, aLowBoxDoesNotCutItsIcons)
+{
+    registerIcons();
+    auto drawing = proxy (cue ("Hello?"));
+    drawing.minimumHeight = 30.0f;
+    drawing.rightSectionWidth = 10.0f;
+    ASSERT_LT (drawing.drawingHeight (w), 60.0f);
+    drawing.draw (x, y, w);
+    document->saveToPath();
+    const auto page = ReadPDF (folder.file ("cues.pdf")).page();
+    const auto edge = x + w - 10;
+    EXPECT_TRUE (page.hasPicture ({ edge + 6, y - 46, 14, 14 }));
+    EXPECT_TRUE (page.hasPicture ({ edge + 6, y - 62, 12, 10 }));
+    EXPECT_TRUE (page.hasPicture ({ edge + 6, y - 77, 12, 10 }));
+}
+
 TEST_F (EventPDFDrawingProxyTest, onlyTheNameOfTheCharacterIsBlue)
 {
     const auto page = drawn (cue ("Hello?"));

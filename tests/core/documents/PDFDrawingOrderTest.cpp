@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-3.0-only
+// Texts are shown several at a time; nobody may see it.
+#include "core/documents/PDFDocument.h"
+
+#include "support/ReadPDF.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <poppler-page-renderer.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using ZEP::Core::PaperSize;
+using ZEP::Core::PDFDocument;
+using namespace ZEP::Overmarks::Testing;
+
+constexpr auto regular = PDFDocument::FontTypeRegular;
+constexpr auto plain = PDFDocument::LineCapPlain;
+constexpr auto dash = "\xe2\x80\x94\xe2\x80\x94\xe2\x80\x94"; // wide enough to be looked at
+const juce::Colour black { 0xff000000 };
+const juce::Colour blue { 0xff1761b5 };
+const juce::Colour white { 0xffffffff };
+
+class PDFDrawingOrder : public testing::Test
+{
+protected:
+    ReadPDF saved()
+    {
+        document.saveToPath();
+        EXPECT_TRUE (document.saveResult().wasOk()) << document.saveResult().getErrorMessage();
+        return ReadPDF (folder.file ("sheet.pdf"));
+    }
+
+    void drawDashes (float x, float y) { document.drawText (juce::String::fromUTF8 (dash), x, y); }
+
+    /** The darkest that is seen in a part of the first page, its corner at the lower left. @returns 0 for black, 255 for white */
+    int darkest (const juce::Rectangle<float>& part)
+    {
+        saved();
+        const std::unique_ptr<poppler::document> read (
+            poppler::document::load_from_file (folder.file ("sheet.pdf").getFullPathName().toStdString()));
+        const std::unique_ptr<poppler::page> page (read->create_page (0));
+        const auto height = static_cast<float> (page->page_rect().height());
+        const auto picture = poppler::page_renderer().render_page (page.get(), 72, 72);
+        int least = 255;
+
+        for (auto y = height - part.getBottom(); y < height - part.getY(); ++y)
+            for (auto x = part.getX(); x < part.getRight(); ++x)
+            {
+                std::uint32_t dot = 0;
+                std::memcpy (&dot,
+                             picture.const_data() + static_cast<int> (y) * picture.bytes_per_row()
+                                 + static_cast<int> (x) * 4,
+                             sizeof dot);
+                least = std::min (least, static_cast<int> (juce::Colour (dot).getGreen()));
+            }
+
+        return least;
+    }
+
+    TemporaryFolder folder;
+    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
+    const juce::Rectangle<float> here { 100, 500, 60, 60 };
+};
+
+TEST_F (PDFDrawingOrder, aTextIsSeen)
+{
+    document.setFont (regular, 60);
+    drawDashes (100, 500);
+    EXPECT_LT (darkest (here), 20);
+    EXPECT_EQ (darkest (here.translated (0, -100)), 255);
+}
+
+TEST_F (PDFDrawingOrder, aShapeHidesTheTextsBeforeItAndNoneBehindIt)
+{
+    document.setFont (regular, 60);
+    drawDashes (100, 500);
+    drawDashes (100, 300);
+    document.setFillColor (white);
+    document.fillRect (80, 490, 300, 90);
+    document.fillRect (80, 290, 300, 90);
+    document.setFillColor (black);
+    drawDashes (100, 300);
+    EXPECT_EQ (darkest (here), 255);
+    EXPECT_LT (darkest (here.translated (0, -200)), 20);
+}
+
+TEST_F (PDFDrawingOrder, aLineHidesTheTextsBeforeItAndNoneBehindIt)
+{
+    document.setFont (regular, 60);
+    document.setStrokeColor (white);
+    drawDashes (100, 500);
+    document.drawLine (80, 530, 400, 530, 100, plain);
+    document.drawLine (80, 330, 400, 330, 100, plain);
+    drawDashes (100, 300);
+    EXPECT_EQ (darkest (here), 255);
+    EXPECT_LT (darkest (here.translated (0, -200)), 20);
+}
+
+TEST_F (PDFDrawingOrder, theLaterOfTwoTextsIsOnTop)
+{
+    document.setFont (regular, 60);
+    drawDashes (100, 500);
+    document.setFillColor (white);
+    drawDashes (100, 500);
+    EXPECT_GT (darkest (here), 120) << "but where the edges let something through";
+}
+
+TEST_F (PDFDrawingOrder, transparentTextsShowEachOther)
+{
+    document.setFont (regular, 60);
+    document.setFillColor (black.withAlpha (0.5f));
+    drawDashes (100, 500);
+    drawDashes (100, 500);
+    drawDashes (100, 300);
+    EXPECT_NEAR (darkest (here), 64, 10);
+    EXPECT_NEAR (darkest (here.translated (0, -200)), 128, 10);
+}
+
+TEST_F (PDFDrawingOrder, aLimitHoldsForTheTextsBehindItAlone)
+{
+    document.setFont (regular, 60);
+    drawDashes (100, 500);
+    document.setClip ({ 0, 0, 50, 50 });
+    drawDashes (100, 300);
+    EXPECT_LT (darkest (here), 20);
+    EXPECT_EQ (darkest (here.translated (0, -200)), 255);
+}
+
+TEST_F (PDFDrawingOrder, textsInTurnHaveTheirColours)
+{
+    for (const auto& colour : { black, blue, blue, black })
+    {
+        document.setFillColor (colour);
+        document.drawText ("Anna", 40, 700);
+    }
+
+    document.drawText ("", 40, 700);
+    EXPECT_THAT (saved().page().textColours, ElementsAre (black, blue, black));
+}
+
+TEST_F (PDFDrawingOrder, textsInOneFontStandEachAtItsPlace)
+{
+    document.setFont (regular, 10);
+
+    for (int i = 0; i < 40; ++i)
+        document.drawText ("take" + juce::String (i), 40.0f + 100.0f * static_cast<float> (i % 4),
+                           700.0f - 15.0f * static_cast<float> (i / 4));
+
+    const auto page = saved().page();
+
+    for (int i = 0; i < 40; ++i)
+    {
+        const auto word = page.word ("take" + std::to_string (i));
+        EXPECT_NEAR (word.x, 40.0f + 100.0f * static_cast<float> (i % 4), 0.1);
+        EXPECT_NEAR (word.bottom + document.getCurrentFontDescent(), 700 - 15 * (i / 4), 0.1);
+    }
+}
+
+TEST_F (PDFDrawingOrder, whatIsReadFromTheRightOrIsInNoFontMayStandBetween)
+{
+    document.setFont (regular, 10);
+    const char* texts[] = { "Anna", "ميناء",       "Bernd", "Carla \xf4\x8f\xbf\xbd Dora",
+                            "Emil", "Ida آنا Jan", "Kai" };
+    auto y = 700.0f;
+
+    for (const auto* text : texts)
+        document.drawText (juce::String::fromUTF8 (text), 40, y -= 30);
+
+    const auto page = saved().page();
+    const auto baselineOf = [&] (const char* word)
+    { return page.word (word).bottom + document.getCurrentFontDescent(); };
+    EXPECT_NEAR (baselineOf ("Anna"), 670, 0.1);
+    EXPECT_NEAR (baselineOf ("Bernd"), 610, 0.1);
+    EXPECT_NEAR (baselineOf ("Carla"), 580, 0.1);
+    EXPECT_NEAR (baselineOf ("Dora"), 580, 0.1);
+    EXPECT_NEAR (baselineOf ("Emil"), 550, 0.1);
+    EXPECT_NEAR (baselineOf ("Ida"), 520, 0.1);
+    EXPECT_NEAR (baselineOf ("Kai"), 490, 0.1);
+    EXPECT_GT (page.word ("Jan").x, page.word ("Ida").right);
+    EXPECT_THAT (juce::String::fromUTF8 (page.text.c_str()).removeCharacters (" ").toStdString(),
+                 HasSubstr ("ميناء"));
+}
+
+TEST_F (PDFDrawingOrder, textsAtTheEndOfAPageStayOnIt)
+{
+    document.drawText ("first", 40, 700);
+    document.addPage();
+    document.drawText ("second", 40, 700);
+    const auto pdf = saved();
+    EXPECT_EQ (pdf.page (0).count ("first"), 1);
+    EXPECT_EQ (pdf.page (0).count ("second"), 0);
+    EXPECT_EQ (pdf.page (1).count ("second"), 1);
+}
+
+} // namespace
