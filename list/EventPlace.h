@@ -4,8 +4,11 @@
 #include "event/Event.h"
 #include "list/ScratchMemory.h"
 
+#include <juce_core/juce_core.h>
+
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 namespace ZEP::Overmarks
@@ -27,8 +30,18 @@ inline void fetch (const void* place) noexcept
     asm volatile("");
 }
 
-/** For so many events the memory is asked one after the other: it looks for several together, but not while something else is done with
-    one of them in between. */
+inline constexpr std::size_t memoryLine = 64; ///< Bytes that the memory hands over together.
+
+/** Asks the memory for a text; most lines of dialogue end in the second line of it. Nothing is read, so a shorter one does no harm. */
+inline void fetchText (const juce::String& text) noexcept
+{
+    const auto bytes = reinterpret_cast<std::uintptr_t> (text.getCharPointer().getAddress());
+    fetch (reinterpret_cast<const void*> (bytes));
+    fetch (reinterpret_cast<const void*> (bytes + memoryLine));
+}
+
+/** For so many events the memory is asked one after the other, unless said otherwise: it looks for several together, but not while
+    something else is done with one of them in between. */
 inline constexpr std::size_t askedTogether = 16;
 
 /** Shows each event of a list to `visit`, in the list's order. Events lie all over the memory; each is asked for some steps before it
@@ -36,7 +49,8 @@ inline constexpr std::size_t askedTogether = 16;
     @param ask      is shown the events, but the first ones, some steps before, and asks the memory for what will be looked at in them, but
                     looks at nothing
     @param askMore  is shown them halfway, and may ask for what they lead to
-    @tparam Together  how many the memory is asked for at a time; fewer where much of each is asked for, which has to stay near until then */
+    @tparam Together  for how many the memory is asked at a time: few where it is asked for much of each, since the processor's cache has to
+                      hold that until it is their turn */
 template <std::size_t Together = askedTogether, typename Items, typename Visit, typename Ask,
           typename AskMore>
 void visitAhead (const Items& events, Visit visit, Ask ask, AskMore askMore)

@@ -7,8 +7,6 @@
 
 #include <juce_core/juce_core.h>
 
-#include <cstdint>
-
 namespace ZEP::Overmarks
 {
 
@@ -42,16 +40,6 @@ struct FilterTexts
         const auto who = event.character();
         return who != nullptr && (character.isEmpty() || who->name == character)
                && (actor.isEmpty() || who->actor == actor);
-    }
-
-private:
-    /** Most lines of dialogue are no longer than this. */
-    static void fetchText (const juce::String& string)
-    {
-        constexpr int lineOfCache = 64;
-        const auto bytes = reinterpret_cast<std::uintptr_t> (string.getCharPointer().getAddress());
-        fetch (reinterpret_cast<const void*> (bytes));
-        fetch (reinterpret_cast<const void*> (bytes + lineOfCache)); // maybe behind the text
     }
 };
 

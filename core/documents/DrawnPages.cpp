@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/documents/DrawnPages.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <limits>
 
 namespace ZEP::Core
@@ -37,17 +34,6 @@ float topOf (float height, const juce::Rectangle<float>& rectangle, juce::Justif
         return bottom + (rectangle.getHeight() + height) / 2.0f;
 
     return top;
-}
-
-// Positions are kept in fixed point, and no paper is a kilometre long.
-constexpr float furthest = 1.0e6f;
-
-bool isOnPaper (float value) { return std::abs (value) < furthest; }
-
-bool isFinite (const juce::Rectangle<float>& r)
-{
-    const std::array values { r.getX(), r.getY(), r.getWidth(), r.getHeight() };
-    return std::all_of (values.begin(), values.end(), isOnPaper);
 }
 
 } // namespace
@@ -121,17 +107,16 @@ void DrawnPages::drawRepeated (const juce::String& identifier, const juce::Recta
 
 void DrawnPages::drawText (const juce::String& text, float x, float y)
 {
-    if (! isOnPaper (x) || ! isOnPaper (y))
-        return;
+    const auto shape = texts.oneLine (text, std::numeric_limits<float>::infinity());
 
-    for (const auto& line : texts.oneLine (text, std::numeric_limits<float>::infinity())->lines)
+    for (const auto& line : shape->lines)
         canvas.drawText (*line.shape, { x, size.height - y }, fillColour);
 }
 
 void DrawnPages::drawLines (const juce::String& text, const juce::Rectangle<float>& rectangle,
                             juce::Justification justification, bool isOneLine)
 {
-    if (! isFinite (rectangle))
+    if (! isOnPaper (rectangle))
         return;
 
     const auto shape =

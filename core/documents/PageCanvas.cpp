@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <new>
 #include <numbers>
 #include <utility>
@@ -20,25 +21,23 @@ namespace
 // The page description's own width 0 comes out as one dot of the printer, which few people can see.
 constexpr float thinnestLine = 0.25f;
 
-// Positions are kept in fixed point, and no paper is a kilometre long.
-constexpr float furthest = 1.0e6f;
-
-bool areFinite (std::initializer_list<float> values)
+bool areOnPaper (std::initializer_list<float> values)
 {
+    constexpr float furthest = 1.0e6f; // positions are kept in fixed point, and no paper is a kilometre long
     return std::all_of (values.begin(), values.end(),
                         [] (float value) { return std::abs (value) < furthest; });
 }
 
-bool isFinite (const juce::Rectangle<float>& r)
-{
-    return areFinite ({ r.getX(), r.getY(), r.getWidth(), r.getHeight() });
-}
-
-bool hasArea (const juce::Rectangle<float>& r) { return isFinite (r) && ! r.isEmpty(); }
+bool hasArea (const juce::Rectangle<float>& area) { return isOnPaper (area) && ! area.isEmpty(); }
 
 double component (juce::uint8 value) { return value / 255.0; }
 
 } // namespace
+
+bool isOnPaper (const juce::Rectangle<float>& area)
+{
+    return areOnPaper ({ area.getX(), area.getY(), area.getWidth(), area.getHeight() });
+}
 
 PageCanvas::PageCanvas (float pageWidth, float pageHeight)
     : surface (cairo_pdf_surface_create_for_stream (append, this, static_cast<double> (pageWidth),
@@ -150,7 +149,7 @@ void PageCanvas::stroke (float width, juce::Colour colour)
 void PageCanvas::drawLine (juce::Line<float> line, float width, bool hasRoundEnds, juce::Colour colour)
 {
     if (finished
-        || ! areFinite ({ line.getStartX(), line.getStartY(), line.getEndX(), line.getEndY(), width }))
+        || ! areOnPaper ({ line.getStartX(), line.getStartY(), line.getEndX(), line.getEndY(), width }))
         return;
 
     const Pen wanted { width, hasRoundEnds, colour };
@@ -190,7 +189,7 @@ bool PageCanvas::beginShape()
 
 void PageCanvas::drawRect (const juce::Rectangle<float>& rectangle, float lineWidth, juce::Colour colour)
 {
-    if (! hasArea (rectangle) || ! areFinite ({ lineWidth }) || ! beginShape())
+    if (! hasArea (rectangle) || ! areOnPaper ({ lineWidth }) || ! beginShape())
         return;
 
     cairo_rectangle (context.get(), rectangle.getX(), rectangle.getY(), rectangle.getWidth(),
@@ -204,7 +203,7 @@ void PageCanvas::drawRoundedRect (const juce::Rectangle<float>& rectangle, float
     if (! std::isfinite (radius) || radius <= 0.0f)
         return drawRect (rectangle, lineWidth, colour);
 
-    if (! hasArea (rectangle) || ! areFinite ({ lineWidth }) || ! beginShape())
+    if (! hasArea (rectangle) || ! areOnPaper ({ lineWidth }) || ! beginShape())
         return;
 
     constexpr auto quarter = std::numbers::pi / 2.0;
@@ -237,28 +236,46 @@ void PageCanvas::fillRect (const juce::Rectangle<float>& rectangle, juce::Colour
 
 void PageCanvas::drawText (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour)
 {
-    if (finished || ! areFinite ({ start.getX(), start.getY() }))
+    if (finished || cairo_status (context.get()) != CAIRO_STATUS_SUCCESS
+        || ! areOnPaper ({ start.getX(), start.getY() }))
         return;
 
     strokeLines();
 
-    if (colour != colourOfTexts)
+    // Transparent texts that are shown together don't show through each other.
+    if (colour != colourOfTexts || ! colour.isOpaque())
         showTexts();
+
+    // Together with others its letters would stand in the file, though nobody sees them.
+    if (! isWithinLimits (start))
+        return showAlone (line, start, colour);
 
     colourOfTexts = colour;
 
     if (texts.add (line, start))
         return;
 
+    const bool isAfterOthers = ! texts.empty();
     showTexts();
 
-    if (! texts.add (line, start))
-    {
-        setColour (colour);
-        cairo_move_to (context.get(), start.getX(), start.getY());
-        pango_cairo_show_layout_line (context.get(), &line);
-        cairo_new_path (context.get());
-    }
+    if (! isAfterOthers || ! texts.add (line, start))
+        showAlone (line, start, colour);
+}
+
+void PageCanvas::showAlone (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour)
+{
+    showTexts();
+    setColour (colour);
+    cairo_move_to (context.get(), start.getX(), start.getY());
+    pango_cairo_show_layout_line (context.get(), &line);
+    cairo_new_path (context.get());
+}
+
+bool PageCanvas::isWithinLimits (juce::Point<float> point) const
+{
+    double left = 0, top = 0, right = 0, bottom = 0;
+    cairo_clip_extents (context.get(), &left, &top, &right, &bottom);
+    return point.x >= left && point.x <= right && point.y >= top && point.y <= bottom;
 }
 
 void PageCanvas::showTexts() noexcept

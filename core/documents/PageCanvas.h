@@ -94,11 +94,14 @@ private:
         juce::Colour colour;
     };
 
-    /** To be called before anything but a line or a text. @returns whether something can be drawn still */
+    /** To be called before anything is drawn but lines and texts, which see to each other themselves.
+        @returns whether something can be drawn still */
     bool beginShape();
     void drawWhatIsGathered() noexcept;
     void strokeLines() noexcept;
     void showTexts() noexcept;
+    void showAlone (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour);
+    [[nodiscard]] bool isWithinLimits (juce::Point<float> point) const;
     void setColour (juce::Colour colour);
     void stroke (float width, juce::Colour colour);
     void setMetadata (int kind, const std::string& text);
@@ -112,8 +115,11 @@ private:
     juce::Rectangle<float> clip;
     std::optional<Pen> pen;     ///< set while the path holds lines
     PageGlyphs texts;           ///< not shown yet; the path holds no lines then
-    juce::Colour colourOfTexts; ///< while there are any
+    juce::Colour colourOfTexts; ///< of those, while there are any
     bool finished = false;
 };
+
+/** Whether no side of it is farther away than any paper reaches. */
+[[nodiscard]] bool isOnPaper (const juce::Rectangle<float>& area);
 
 } // namespace ZEP::Core

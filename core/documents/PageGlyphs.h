@@ -12,15 +12,17 @@
 namespace ZEP::Core
 {
 
-/** Gathers the glyphs of neighbouring texts in one font, which are shown together: each step of a page costs much more than a glyph. */
+/** Gathers the glyphs of texts that are drawn one after the other in one font, to show them together: each call that draws something
+    costs as much as many glyphs. */
 class PageGlyphs final
 {
 public:
-    /** Adds a line. The text that it belongs to need not live on.
-        @param start  the left end of its baseline, on the page from the top
+    /** Adds a line, unless there is nothing to see of it. Its layout may be destroyed afterwards.
+        @param start  the left end of its baseline, y growing downwards
         @returns false where it can't be shown together with what is there already, or not at all in this way; nothing has been added then */
     [[nodiscard]] bool add (const PangoLayoutLine& line, juce::Point<float> start);
 
+    /** Whether there is nothing to show. */
     [[nodiscard]] bool empty() const noexcept { return glyphs.empty(); }
 
     /** Shows what has been added, and forgets it. */
@@ -32,7 +34,8 @@ private:
         void operator() (cairo_scaled_font_t* released) const { cairo_scaled_font_destroy (released); }
     };
 
-    bool addRun (PangoGlyphItem& run, const char* wholeText, double left, double baseline);
+    bool addRuns (const PangoLayoutLine& line, juce::Point<double> place);
+    void addRun (PangoGlyphItem& run, const char* wholeText, juce::Point<double>& place);
     bool setFont (PangoFont* wanted);
 
     std::unique_ptr<cairo_scaled_font_t, Release> font;

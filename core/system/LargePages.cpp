@@ -2,6 +2,7 @@
 #include "core/system/LargePages.h"
 
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -30,7 +31,8 @@ std::uintptr_t takeAndGiveBack (std::size_t bytes) noexcept
 void useLargePages ([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) noexcept
 {
 #ifdef MADV_HUGEPAGE
-    constexpr std::size_t page = 4096, largePage = std::size_t { 2 } << 20;
+    constexpr std::size_t largePage = std::size_t { 2 } << 20;
+    static const auto page = static_cast<std::size_t> (::sysconf (_SC_PAGESIZE));
     const auto place = reinterpret_cast<std::uintptr_t> (memory);
     const auto start = (place + page - 1) / page * page;
     const auto end = (place + bytes) / page * page;

@@ -10,8 +10,6 @@
 namespace ZEP::Overmarks
 {
 
-inline constexpr std::size_t memoryLine = 64; ///< Bytes that the memory hands over together.
-
 /** Asks the memory for the whole event, but for what lies outside of it. */
 inline void fetchEvent (const Event& event) noexcept
 {
@@ -23,11 +21,7 @@ inline void fetchEvent (const Event& event) noexcept
 inline void fetchTexts (const Event& event) noexcept
 {
     for (const auto* text : { &event.getText(), &event.getNotes(), &event.getEngineeringNotes() })
-    {
-        const auto* const bytes = text->getText().getCharPointer().getAddress();
-        fetch (bytes);
-        fetch (bytes + memoryLine); // the rest of a long text comes by itself
-    }
+        fetchText (text->getText());
 
     for (const auto* text : { &event.getCueNumber(), &event.getCharacterID() })
         fetch (text->getCharPointer().getAddress());
@@ -37,7 +31,7 @@ inline void fetchTexts (const Event& event) noexcept
 template <typename Visit>
 void visitRows (const std::vector<std::shared_ptr<Event>>& events, Visit visit)
 {
-    constexpr std::size_t together = 8;
+    constexpr std::size_t together = 8; // each is a dozen lines of memory, and twice as many are waiting
     visitAhead<together> (events, visit, fetchEvent, fetchTexts);
 }
 

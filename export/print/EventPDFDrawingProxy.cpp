@@ -30,6 +30,8 @@ constexpr int block = juce::Justification::bottomLeft;
 constexpr float labelSize = 8.0f;    // of labels, notes and the numbers of the takes
 constexpr float labelColumn = 63.0f; // from the left edge of the box to the fields
 constexpr float fieldInset = 3.0f;   // from the left edge of a field to its text
+constexpr float iconsWidth = 20.0f;  // from the divider to the right end of the widest
+constexpr float iconsHeight = 77.0f; // from the top of the box to the lower end of the lowest
 
 const juce::Array<juce::var>& listOf (const EventExportSettingsSet& settings, const juce::String& key)
 {
@@ -144,15 +146,15 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
     const auto height = drawingHeight (width), edge = x + width - rightSectionWidth;
 
     // Where there is less room than the right section takes, its lines reach beyond the left edge.
-    const auto down = std::max (height, cueNumberHeight), back = std::min (0.0f, width - rightSectionWidth);
-    const juce::Rectangle<float> frame { x + back, y - down, std::max (0.0f, width) - back, down };
-    const juce::Rectangle<float> icons { edge, y - 77.0f, 20.0f, 77.0f };
+    const auto beyond = std::max (0.0f, rightSectionWidth - width);
+    const auto down = std::max ({ height, cueNumberHeight, iconsHeight });
+    const auto across = std::max ({ 0.0f, width, width - rightSectionWidth + iconsWidth });
 
-    // Most cues of a list are as high as some other.
+    // Most cues of a list are as high as some other. The name tells all that the frame and its icons depend on.
     document->setStrokeColor (lineColour);
     document->drawRepeated ("Frame " + juce::String (width) + " " + juce::String (height) + " "
                                 + juce::String (rightSectionWidth) + " " + juce::String (cueNumberHeight),
-                            frame.getUnion (icons),
+                            { x - beyond, y - down, beyond + across, down },
                             [this, x, y, width, height, edge]
                             {
                                 drawFrame (x, y, width, height);
@@ -181,7 +183,8 @@ void EventPDFDrawingProxy::drawIcons (float edge, float top)
 void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, float)
 {
     const auto edge = x + width - rightSectionWidth;
-    drawIcons (edge, y);
+    document->drawRepeated ("Icons", { edge, y - iconsHeight, iconsWidth, iconsHeight },
+                            [this, edge, y] { drawIcons (edge, y); });
     drawRightTexts (edge, y);
 }
 

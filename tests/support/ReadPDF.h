@@ -54,8 +54,9 @@ struct PDFPage
     std::vector<Line> lines;
     std::vector<Box> outlines;
     std::vector<Box> fills;
-    std::vector<juce::Rectangle<float>> pictures;
-    std::vector<juce::Colour> textColours; ///< of each piece of text, in the order of drawing
+    std::vector<juce::Rectangle<float>> pictures; ///< what is seen of each
+    std::vector<juce::Colour> textColours;        ///< of each piece of text, in the order of drawing
+    int replacedTexts = 0;                        ///< pieces that are copied as other letters than are seen
     int clips = 0;
     std::vector<juce::Rectangle<float>> clipBoxes; ///< in the order of drawing; from their lower left corners
 
@@ -248,6 +249,8 @@ private:
             state.isRound = number (0) == 1.0f;
         else if (op == "Tj" || op == "TJ")
             page.textColours.push_back (state.fill);
+        else if (op == "BDC")
+            ++page.replacedTexts;
         else if (op == "Do")
             addNamed();
         else
@@ -357,9 +360,13 @@ private:
 
     void addPicture()
     {
-        const auto a = at (0, 0), b = at (1, 1);
-        page.pictures.emplace_back (std::min (a.x, b.x), std::min (a.y, b.y), std::abs (b.x - a.x),
-                                    std::abs (b.y - a.y));
+        auto place = areaOf ({ at (0, 0), at (1, 1) });
+
+        if (state.seen.has_value())
+            place = place.getIntersection (*state.seen);
+
+        if (! place.isEmpty())
+            page.pictures.push_back (place);
     }
 
     PDFPage& page;

@@ -80,7 +80,7 @@ TEST_F (PDFDrawingOrder, aTextIsSeen)
     EXPECT_EQ (darkest (here.translated (0, -100)), 255);
 }
 
-TEST_F (PDFDrawingOrder, aShapeHidesTheTextsBeforeItAndNoneBehindIt)
+TEST_F (PDFDrawingOrder, aShapeHidesTheTextsBeforeItAndNoneAfterIt)
 {
     document.setFont (regular, 60);
     drawDashes (100, 500);
@@ -94,7 +94,7 @@ TEST_F (PDFDrawingOrder, aShapeHidesTheTextsBeforeItAndNoneBehindIt)
     EXPECT_LT (darkest (here.translated (0, -200)), 20);
 }
 
-TEST_F (PDFDrawingOrder, aLineHidesTheTextsBeforeItAndNoneBehindIt)
+TEST_F (PDFDrawingOrder, aLineHidesTheTextsBeforeItAndNoneAfterIt)
 {
     document.setFont (regular, 60);
     document.setStrokeColor (white);
@@ -122,11 +122,13 @@ TEST_F (PDFDrawingOrder, transparentTextsShowEachOther)
     drawDashes (100, 500);
     drawDashes (100, 500);
     drawDashes (100, 300);
+    EXPECT_EQ (saved().page().textColours.size(), 3u)
+        << "letters that are shown together may not show through each other";
     EXPECT_NEAR (darkest (here), 64, 10);
     EXPECT_NEAR (darkest (here.translated (0, -200)), 128, 10);
 }
 
-TEST_F (PDFDrawingOrder, aLimitHoldsForTheTextsBehindItAlone)
+TEST_F (PDFDrawingOrder, aLimitHoldsForTheTextsAfterItAlone)
 {
     document.setFont (regular, 60);
     drawDashes (100, 500);
@@ -144,7 +146,6 @@ TEST_F (PDFDrawingOrder, textsInTurnHaveTheirColours)
         document.drawText ("Anna", 40, 700);
     }
 
-    document.drawText ("", 40, 700);
     EXPECT_THAT (saved().page().textColours, ElementsAre (black, blue, black));
 }
 
@@ -189,6 +190,76 @@ TEST_F (PDFDrawingOrder, whatIsReadFromTheRightOrIsInNoFontMayStandBetween)
     EXPECT_GT (page.word ("Jan").x, page.word ("Ida").right);
     EXPECT_THAT (juce::String::fromUTF8 (page.text.c_str()).removeCharacters (" ").toStdString(),
                  HasSubstr ("ميناء"));
+}
+
+TEST_F (PDFDrawingOrder, fontsOfTwoSizesKeepThem)
+{
+    auto y = 700.0f;
+
+    for (const auto size : { 10.0f, 20.0f, 20.0f, 10.0f })
+    {
+        document.setFont (regular, size);
+        document.drawText ("size" + juce::String (juce::roundToInt (size)), 40, y -= 50);
+    }
+
+    const auto page = saved().page();
+    const auto heightOf = [&page] (int occurrence, const char* word)
+    { return page.word (word, occurrence).top - page.word (word, occurrence).bottom; };
+
+    for (const auto occurrence : { 0, 1 })
+        EXPECT_NEAR (heightOf (occurrence, "size20"), 2 * heightOf (occurrence, "size10"), 0.1);
+
+    EXPECT_GT (heightOf (1, "size10"), 5);
+}
+
+TEST_F (PDFDrawingOrder, whatNobodySeesIsNotInTheFile)
+{
+    document.setFont (regular, 10);
+
+    auto y = 720.0f;
+
+    for (const auto* unseen : { "\t", "\xc2\xad", "\xe2\x80\x8b" })
+    {
+        document.drawText (juce::String::fromUTF8 (unseen), 40, y);
+        document.drawText ("Anna", 40, y -= 20);
+        document.drawText (juce::String::fromUTF8 (unseen), 40, y);
+    }
+
+    document.drawText ("hidden", 40, 5000);
+    document.drawText ("hidden", 40, -5000);
+    document.drawText ("hidden", -5000, 700);
+    document.drawText ("Bernd", 40, 600);
+    document.setClip ({ 0, 0, 50, 50 });
+    document.drawText ("hidden", 40, 700);
+    document.drawText ("Carla", 10, 20);
+    document.drawText ("hidden", 40, 700);
+    const auto page = saved().page();
+    EXPECT_EQ (page.replacedTexts, 0);
+    EXPECT_EQ (page.count ("Anna"), 3);
+    EXPECT_EQ (page.count ("Bernd"), 1);
+    EXPECT_EQ (page.count ("Carla"), 1);
+    EXPECT_THAT (page.text, testing::Not (HasSubstr ("hidden")));
+}
+
+TEST_F (PDFDrawingOrder, hyphensDotsAndMarksStandBetweenOthers)
+{
+    document.setFont (regular, 10);
+    document.drawText ("first", 40, 800);
+    document.drawMultilineText (juce::String::fromUTF8 ("harbour\xc2\xadmaster\n\nslowly"),
+                                { 40, 600, 50, 100 }, juce::Justification::topLeft);
+    document.drawText ("a text that is much too long for its place", { 40, 500, 80, 20 },
+                       juce::Justification::left);
+    document.drawText (juce::String::fromUTF8 ("x\xcc\xa3\xcc\x83 q\xcc\x8a"), 40,
+                       400); // letters that have no sign of their own
+    document.drawText ("last", 40, 300);
+    const auto page = saved().page();
+    EXPECT_NEAR (page.word ("first").x, 40, 0.1);
+    EXPECT_EQ (page.count ("slowly"), 1);
+    EXPECT_THAT (page.text, HasSubstr ("harbour"));
+    EXPECT_EQ (page.count ("master"), 1);
+    EXPECT_THAT (page.text, HasSubstr ("x\xcc\xa3\xcc\x83"));
+    EXPECT_THAT (page.text, HasSubstr ("q\xcc\x8a"));
+    EXPECT_NEAR (page.word ("last").bottom + document.getCurrentFontDescent(), 300, 0.1);
 }
 
 TEST_F (PDFDrawingOrder, textsAtTheEndOfAPageStayOnIt)

@@ -252,7 +252,8 @@ TEST_F (EventPDFDrawingProxyHeight, whatCuesHaveInCommonIsDescribedOnce)
     };
     EXPECT_EQ (formsOf ({ "Hello?", "Who is there?", "Nobody.", "At three", "Now" }, { 24 }), 2)
         << "the frame with its icons, and the boxes";
-    EXPECT_EQ (formsOf ({ "Hello?", longText, "Now" }, { 24 }), 3) << "a higher frame";
+    EXPECT_EQ (formsOf ({ longText, "Now", longText, longText }, { 24 }), 3)
+        << "a higher frame, wherever it stands";
     EXPECT_EQ (formsOf ({ "Hello?", "Now", "At three" }, { 24, 12 }), 3) << "other boxes";
 }
 
