@@ -276,7 +276,7 @@ Project projectOfTable (const juce::String& path)
 
     juce::String error;
     CSVEventFileImporter importer (path, error);
-    const auto read = EventRowReader (project.timeInfo, project.characters).read (importer);
+    const auto read = EventRowReader (project.timeInfo, project.characters).readAndEmpty (importer);
 
     if (error.isNotEmpty() || ! read.problems.empty())
         giveUp (path.toStdString() + " can't be read: " + error.toStdString());

@@ -29,6 +29,12 @@ constexpr std::array<std::string_view, 18> ownTitles {
 constexpr std::string_view ownDurationTitle = "Duration";
 constexpr auto streamerDurationTitle = "Streamer Duration";
 
+EventRowReaderOptions optionsFor (EventFileImporter& importer, EventRowReaderOptions chosen)
+{
+    chosen.timesOfWholeSeconds = chosen.timesOfWholeSeconds || importer.type() == typeOfWorkbooks;
+    return chosen;
+}
+
 } // namespace
 
 EventRowReader::EventRowReader (std::shared_ptr<Core::TimeInfo> projectTime,
@@ -41,10 +47,14 @@ EventRowReader::EventRowReader (std::shared_ptr<Core::TimeInfo> projectTime,
 
 EventRowResult EventRowReader::read (EventFileImporter& importer) const
 {
-    auto chosen = options;
-    chosen.timesOfWholeSeconds = chosen.timesOfWholeSeconds || importer.type() == typeOfWorkbooks;
-    EventTableReader table (timeInfo, *cast, importer.characterMap.get(), chosen);
+    EventTableReader table (timeInfo, *cast, importer.characterMap.get(), optionsFor (importer, options));
     return table.read (importer.rows, importer.columnMap, firstDataRow (importer));
+}
+
+EventRowResult EventRowReader::readAndEmpty (EventFileImporter& importer) const
+{
+    EventTableReader table (timeInfo, *cast, importer.characterMap.get(), optionsFor (importer, options));
+    return table.readAndEmpty (importer.rows, importer.columnMap, firstDataRow (importer));
 }
 
 EventRowResult EventRowReader::read (const std::vector<std::vector<Core::RichTextString>>& rows,

@@ -78,6 +78,10 @@ public:
         importer is not changed. */
     [[nodiscard]] EventRowResult read (EventFileImporter& importer) const;
 
+    /** The same for whoever is done with the table: each row of data loses its cells once it has been read, so that a long table and its events
+        aren't in memory together. The rows themselves stay, empty. */
+    [[nodiscard]] EventRowResult readAndEmpty (EventFileImporter& importer) const;
+
     /** Reads a table from a row on.
         @param columnMap  column title to index of a cell; titles that are missing or -1 are not read, nor are
                           cells that a row doesn't have

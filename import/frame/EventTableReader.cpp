@@ -108,6 +108,20 @@ EventTableReader::EventTableReader (std::shared_ptr<Core::TimeInfo> projectTime,
 EventRowResult EventTableReader::read (const Rows& table, const std::map<juce::String, int>& columnMap,
                                        int firstRow)
 {
+    return readRows (table, columnMap, firstRow, [] (const Row&) {});
+}
+
+EventRowResult EventTableReader::readAndEmpty (Rows& table, const std::map<juce::String, int>& columnMap,
+                                               int firstRow)
+{
+    return readRows (table, columnMap, firstRow, [] (Row& read) { Row().swap (read); });
+}
+
+/** @param done  is given each row once it has been read */
+template <typename Table, typename Done>
+EventRowResult EventTableReader::readRows (Table& table, const std::map<juce::String, int>& columnMap,
+                                           int firstRow, Done done)
+{
     assignColumns (columnMap);
     const auto first = std::min (static_cast<std::size_t> (std::max (firstRow, 0)), table.size());
     result.events.reserve (table.size() - first);
@@ -120,6 +134,8 @@ EventRowResult EventTableReader::read (const Rows& table, const std::map<juce::S
 
         if (! isBlankRow())
             readRow();
+
+        done (table[index]);
     }
 
     return std::move (result);

@@ -19,15 +19,18 @@ namespace ZEP::Overmarks
 class EventTableReader final
 {
 public:
-    using Rows = std::vector<std::vector<Core::RichTextString>>;
+    using Row = std::vector<Core::RichTextString>;
+    using Rows = std::vector<Row>;
 
     /** @param fileCast  cast of the file, or null; see CastCollector. The casts must outlive this. */
     EventTableReader (std::shared_ptr<Core::TimeInfo> projectTime, Core::ADRCharacterMap& projectCast,
                       const Core::ADRCharacterMap* fileCast, EventRowReaderOptions chosen);
 
-    /** To be called once. */
+    /** One of these is to be called, once. */
     [[nodiscard]] EventRowResult read (const Rows& table, const std::map<juce::String, int>& columnMap,
                                        int firstRow);
+    [[nodiscard]] EventRowResult readAndEmpty (Rows& table, const std::map<juce::String, int>& columnMap,
+                                               int firstRow);
 
 private:
     /** The columns that are read, in the order of their titles. */
@@ -53,6 +56,9 @@ private:
     template <typename Value, typename Reading>
     [[nodiscard]] Value valueOf (Column column, Value ofEmptyCell, Reading&& reading, const char* complaint);
 
+    template <typename Table, typename Done>
+    EventRowResult readRows (Table& table, const std::map<juce::String, int>& columnMap, int firstRow,
+                             Done done);
     void readRow();
     [[nodiscard]] EventType readType();
     [[nodiscard]] Place readPlace();
@@ -75,7 +81,7 @@ private:
     bool streamersInBars;
 
     std::array<int, numberOfColumns> cellIndices {}; ///< for each column; -1 for none
-    const std::vector<Core::RichTextString>* row = nullptr;
+    const Row* row = nullptr;
     int rowIndex = 0;
     EventRowResult result;
 };

@@ -52,7 +52,7 @@ void ListMerger::add (const ReadFile& read, const ListOptions& options)
     EventRowReader::Options readerOptions;
     readerOptions.starsToLineBreaks = options.turnsStarsIntoLineBreaks();
     const auto result =
-        EventRowReader (project.timeInfo, project.characters, readerOptions).read (*read.importer);
+        EventRowReader (project.timeInfo, project.characters, readerOptions).readAndEmpty (*read.importer);
     addProblemsOfFile (read);
     addProblems (read, result);
 

@@ -391,13 +391,13 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
             sessions.push_back (*read.tracks);
 
         refuseUnknownTable (read, options);
-        merger.add (read, options);
 
         if (scope != nullptr)
             noteColumns (*read.importer, *scope);
 
         progress.hide();
         sayHowItWasRead (read, session);
+        merger.add (read, options);
         progress.reached (stepsOfAFile * static_cast<int> (i + 1));
     }
 

@@ -2,13 +2,16 @@
 #include "import/frame/EventRowReader.h"
 
 #include "core/cast/ADRCueReasonsManager.h"
+#include "import/CSVEventFileImporter.h"
 #include "import/frame/EventFileImporter.h"
 #include "import/frame/EventRowSupport.h"
 #include "preferences/PreferenceKeys.h"
 #include "support/NotificationCounter.h"
 #include "support/PrintEvents.h"
+#include "support/TemporaryFolder.h"
 #include "support/UndoHistory.h"
 
+#include <memory>
 #include <set>
 
 namespace ZEP::Overmarks::Testing
@@ -58,6 +61,37 @@ TEST_F (EventRowReaderTest, aRowBecomesAnEvent)
     EXPECT_EQ (cue->getNumRecordedTakes(), 3);
     EXPECT_EQ (cue->getReason(), 4);
     EXPECT_EQ (cue->getTimeInfo(), timeInfo);
+}
+
+TEST_F (EventRowReaderTest, aTableThatIsEmptiedMakesTheSameEvents)
+{
+    const TemporaryFolder folder;
+    const auto importerOf = [&folder]
+    {
+        const auto file = folder.file ("list.csv");
+        file.replaceWithText (
+            "Start TC,Text,Character,Done\n01:00:01:00,One,Anna,yes\n,,,\n01:00:02:00,Two,Bernd,maybe\n");
+        juce::String error;
+        auto importer = std::make_unique<CSVEventFileImporter> (file.getFullPathName(), error);
+        EXPECT_EQ (error, juce::String());
+        return importer;
+    };
+    const auto kept = importerOf(), emptied = importerOf();
+    const EventRowReader reader (timeInfo, cast, options);
+    const auto wanted = reader.read (*kept);
+    const auto result = reader.readAndEmpty (*emptied);
+    ASSERT_EQ (wanted.events.size(), 2u);
+    EXPECT_EQ (linesOf (result.events), linesOf (wanted.events));
+    EXPECT_EQ (result.eventRows, wanted.eventRows);
+    EXPECT_EQ (problems (result), problems (wanted));
+    EXPECT_EQ (problems (result).size(), 1u);
+    EXPECT_EQ (kept->rows.size(), emptied->rows.size()) << "numbers of rows still hold";
+    EXPECT_EQ (kept->rows.front(), emptied->rows.front()) << "the titles stay";
+
+    for (std::size_t i = 1; i < emptied->rows.size(); ++i)
+        EXPECT_EQ (emptied->rows[i].capacity(), 0u);
+
+    EXPECT_EQ (kept->rows[1].size(), 4u);
 }
 
 TEST_F (EventRowReaderTest, everyColumnTitleIsRead)
