@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "event/EventAttribute.h"
 
+#include "core/system/Saturated.h"
 #include "core/system/UserDefaults.h"
 #include "core/timecode/TCToolbox.h"
 #include "core/undo/UndoRedoHelpers.h"
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -19,6 +19,7 @@ namespace ZEP::Overmarks
 using Poco::Any;
 using Poco::AnyCast;
 using ZEP::Core::RichTextString;
+using ZEP::Core::saturated;
 using ZEP::Core::TCToolbox;
 using ZEP::Core::UndoRedoHelpers;
 using ZEP::Core::UserDefaults;
@@ -31,14 +32,7 @@ namespace
 constexpr int itemOfNone = 1;
 constexpr int firstItem = 2;
 
-/** No cell overflows, whatever a damaged file holds. */
-int toInt (std::int64_t value)
-{
-    return static_cast<int> (
-        std::clamp<std::int64_t> (value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-}
-
-int shifted (int value, int by) { return toInt (std::int64_t { value } + by); }
+int shifted (int value, int by) { return saturated<int> (std::int64_t { value } + by); }
 
 juce::String string (const Any& value) { return AnyCast<juce::String> (value); }
 
@@ -81,7 +75,7 @@ Any streamerDuration (Event& event)
         case EventTypeADRCue: return event.getStreamerDuration();
         case EventTypeMarker: return -1;
         case EventTypeFlutter:
-            return toInt (std::int64_t { event.getEndFrameIndex() } - event.getInPointFrameIndex());
+            return saturated<int> (std::int64_t { event.getEndFrameIndex() } - event.getInPointFrameIndex());
         case EventTypeFadeIn:
         case EventTypeFadeOut: break;
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-only
 // How an event's frame indices, its coded duration, its tempo and its type hang together.
+#include "core/system/Saturated.h"
 #include "core/system/UserDefaults.h"
 #include "core/timecode/TCToolbox.h"
 #include "event/Event.h"
@@ -11,7 +12,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <map>
 #include <string>
 #include <string_view>
@@ -22,6 +22,7 @@ namespace ZEP::Overmarks
 {
 
 using ZEP::Core::RichTextString;
+using ZEP::Core::saturated;
 using ZEP::Core::TCToolbox;
 using ZEP::Core::UserDefaults;
 
@@ -40,11 +41,7 @@ namespace
 constexpr float unsetTempo = -1.0f;
 
 /** Frames never leave the range of a frame index, whatever a damaged file says. */
-int toFrameIndex (std::int64_t frames)
-{
-    return static_cast<int> (
-        std::clamp<std::int64_t> (frames, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-}
+int toFrameIndex (std::int64_t frames) { return saturated<int> (frames); }
 
 /** A number of frames from floating point, cut towards zero. */
 int toFrameIndex (float frames)

@@ -191,15 +191,18 @@ class Measuring:
                 if os.path.getmtime(path) >= self.place.time_of_programs():
                     continue
                 os.remove(path)
+            is_made = False
             try:
                 self._look_for(prepared.command)
                 self._start(prepared.command)
                 if not os.path.exists(path):
                     raise Failure("wrote nothing")
+                is_made = True
             except Failure as failure:
-                if os.path.exists(path):
-                    os.remove(path)  # half of it would do for a whole one the next time
                 self.lacking["{folder}/" + prepared.name] = f"{prepared.name} can't be made: {failure}"
+            finally:
+                if not is_made and os.path.exists(path):
+                    os.remove(path)  # half of it would do for a whole one the next time, after Ctrl-C too
 
     def _look_for(self, words):
         """Fails where something isn't there that a command names."""

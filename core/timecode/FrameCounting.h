@@ -1,23 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "core/system/Saturated.h"
 #include "core/timecode/TCDef.h"
 #include "core/timecode/TCTime.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 
 namespace ZEP::Core
 {
-
-/** The number, or the highest or lowest that fits. */
-template <typename Integer>
-constexpr Integer saturated (std::int64_t value) noexcept
-{
-    return static_cast<Integer> (std::clamp<std::int64_t> (value, std::numeric_limits<Integer>::min(),
-                                                           std::numeric_limits<Integer>::max()));
-}
 
 /** Frames of a second, a minute and ten minutes under one definition, for those who turn many frames into times. With drop-frame the
     first minute of each ten is a whole one and the other nine lack their first labels. Without it the same sums hold with nothing

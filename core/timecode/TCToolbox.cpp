@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #include "core/timecode/TCToolbox.h"
 
+#include "core/system/Saturated.h"
 #include "core/timecode/FrameCounting.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <string_view>
 #include <utility>
 

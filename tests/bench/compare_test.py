@@ -5,6 +5,7 @@ import os
 import sys
 import tempfile
 import unittest
+import unittest.mock
 import zipfile
 
 sys.dont_write_bytecode = True
@@ -173,6 +174,21 @@ class Measured(unittest.TestCase):
         why = "sheet can't be made: why"
         for _ in ("the first time", "and with what was left behind"):
             self.assertEqual(self.failures(work, 8)[0], {"Overmarks": why, "reading": why})
+
+    def test_nothing_of_a_document_stays_when_its_making_is_stopped(self):
+        work = Work("w", "W", ours=("w.7",), prepared=(Prepared("sheet", ("true",), ()),))
+        sheet = os.path.join(self.place.results, "7/sheet")
+        seen = []
+
+        def stopped(_, words):
+            seen.append(words)
+            open(sheet, "w", encoding="utf-8").close()
+            raise KeyboardInterrupt
+
+        with unittest.mock.patch.object(Measuring, "_start", stopped):
+            self.assertRaises(KeyboardInterrupt, self.failures, work)
+        self.assertEqual(seen, [("true",)])
+        self.assertFalse(os.path.exists(sheet))
 
     def test_lists_that_can_not_be_made_fail_what_needs_them_and_no_more(self):
         work = Work("w", "W", ours=("w.7",), program=overmarks("program", "version"), peers=(Peer("start", SHELL, ("echo", "1.0", "13")),))

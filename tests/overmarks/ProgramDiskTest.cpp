@@ -141,6 +141,8 @@ TEST_F (ProgramDiskTest, aBarIsDrawnOnATerminalAndTakenAwayAgain)
     const auto result = run ({ "convert", "x.csv", "new.csv" }, {}, terminal);
     EXPECT_EQ (result.status, 0);
     EXPECT_THAT (result.errors, HasSubstr ("\rReading [##############################] 100%\r\033[K"));
+    EXPECT_THAT (result.errors, HasSubstr ("x.csv: read as ascii\r\n\rReading [###############..."))
+        << "the bar comes back for the events";
     EXPECT_THAT (result.errors, HasSubstr ("\rWriting [##############################] 100%\r\033[K"));
     EXPECT_THAT (result.errors, EndsWith ("\033[KWrote " + path ("new.csv") + "\r\n"));
 }

@@ -47,7 +47,7 @@ ListMerger::ListMerger (Project& projectToFill, std::vector<CellProblem>& proble
 {
 }
 
-void ListMerger::add (const ReadFile& read, const ListOptions& options)
+void ListMerger::add (ReadFile& read, const ListOptions& options)
 {
     EventRowReader::Options readerOptions;
     readerOptions.starsToLineBreaks = options.turnsStarsIntoLineBreaks();

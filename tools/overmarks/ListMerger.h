@@ -18,8 +18,8 @@ public:
     /** Both must outlive this. @param problemsToFill  gets what can't be taken over, in the order of the files */
     ListMerger (ZEP::Overmarks::Project& projectToFill, std::vector<CellProblem>& problemsToFill);
 
-    /** Takes the cells of the file's rows with it. */
-    void add (const ReadFile& read, const ListOptions& options);
+    /** Empties the rows of the file: what needs their cells comes before. */
+    void add (ReadFile& read, const ListOptions& options);
 
 private:
     void addProblem (const ReadFile& read, const juce::String& message);

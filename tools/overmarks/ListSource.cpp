@@ -381,8 +381,7 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
 
     for (std::size_t i = 0; i < paths.size(); ++i)
     {
-        const auto read = readCueList (paths[i], options, session);
-        progress.reached (stepsOfAFile * static_cast<int> (i) + 1);
+        auto read = readCueList (paths[i], options, session);
 
         if (read.error.isNotEmpty())
             throw CommandFailure (failureInWords (read));
@@ -395,8 +394,10 @@ Project mergedLists (const std::vector<std::string>& paths, const ListOptions& o
         if (scope != nullptr)
             noteColumns (*read.importer, *scope);
 
+        // What needs the cells comes before they become events.
         progress.hide();
         sayHowItWasRead (read, session);
+        progress.reached (stepsOfAFile * static_cast<int> (i) + 1);
         merger.add (read, options);
         progress.reached (stepsOfAFile * static_cast<int> (i + 1));
     }

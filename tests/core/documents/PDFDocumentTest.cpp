@@ -6,8 +6,7 @@
 #include "support/ChildProcess.h"
 #include "support/CollectedLog.h"
 #include "support/FullDisk.h"
-#include "support/ReadPDF.h"
-#include "support/TemporaryFolder.h"
+#include "support/SavedPDF.h"
 
 #include <cstdlib>
 #include <gmock/gmock.h>
@@ -31,19 +30,8 @@ constexpr auto infinite = std::numeric_limits<float>::infinity();
 const juce::Colour black { 0xff000000 };
 const juce::Colour blue { 23, 97, 181 };
 
-class PDFDocumentTest : public testing::Test
+class PDFDocumentTest : public SavedPDF
 {
-protected:
-    /** Saves the document and reads it back. */
-    ReadPDF saved()
-    {
-        document.saveToPath();
-        EXPECT_TRUE (document.saveResult().wasOk()) << document.saveResult().getErrorMessage();
-        return ReadPDF (folder.file ("sheet.pdf"));
-    }
-
-    TemporaryFolder folder;
-    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
 };
 
 /** What a child process with these surroundings finds as the usual paper. */

@@ -4,8 +4,7 @@
 
 #include "support/ChildProcess.h"
 #include "support/CollectedLog.h"
-#include "support/ReadPDF.h"
-#include "support/TemporaryFolder.h"
+#include "support/SavedPDF.h"
 
 #include <cstdlib>
 #include <gmock/gmock.h>
@@ -27,16 +26,9 @@ const juce::Rectangle<float> place { 100, 400, 200, 100 };
 
 juce::String utf8 (const char* text) { return juce::String::fromUTF8 (text); }
 
-class PDFDocumentTextTest : public testing::Test
+class PDFDocumentTextTest : public SavedPDF
 {
 protected:
-    ReadPDF saved()
-    {
-        document.saveToPath();
-        EXPECT_TRUE (document.saveResult().wasOk()) << document.saveResult().getErrorMessage();
-        return ReadPDF (folder.file ("sheet.pdf"));
-    }
-
     float baselineOf (const PDFPage::Word& word) const
     {
         return word.bottom + document.getCurrentFontDescent();
@@ -59,9 +51,6 @@ protected:
         document.layoutTextForWidth (text, width, height);
         return height;
     }
-
-    TemporaryFolder folder;
-    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
 };
 
 // ---- where it stands -----------------------------------------------------------------------------------------------------

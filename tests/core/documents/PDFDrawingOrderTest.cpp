@@ -2,8 +2,7 @@
 // Texts are shown several at a time; nobody may see it.
 #include "core/documents/PDFDocument.h"
 
-#include "support/ReadPDF.h"
-#include "support/TemporaryFolder.h"
+#include "support/SavedPDF.h"
 
 #include <gmock/gmock.h>
 #include <poppler-page-renderer.h>
@@ -11,6 +10,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -30,16 +30,9 @@ const juce::Colour black { 0xff000000 };
 const juce::Colour blue { 0xff1761b5 };
 const juce::Colour white { 0xffffffff };
 
-class PDFDrawingOrder : public testing::Test
+class PDFDrawingOrder : public SavedPDF
 {
 protected:
-    ReadPDF saved()
-    {
-        document.saveToPath();
-        EXPECT_TRUE (document.saveResult().wasOk()) << document.saveResult().getErrorMessage();
-        return ReadPDF (folder.file ("sheet.pdf"));
-    }
-
     void drawDashes (float x, float y) { document.drawText (juce::String::fromUTF8 (dash), x, y); }
 
     /** The darkest that is seen in a part of the first page, its corner at the lower left. @returns 0 for black, 255 for white */
@@ -47,7 +40,7 @@ protected:
     {
         saved();
         const std::unique_ptr<poppler::document> read (
-            poppler::document::load_from_file (folder.file ("sheet.pdf").getFullPathName().toStdString()));
+            poppler::document::load_from_file (file().getFullPathName().toStdString()));
         const std::unique_ptr<poppler::page> page (read->create_page (0));
         const auto height = static_cast<float> (page->page_rect().height());
         const auto picture = poppler::page_renderer().render_page (page.get(), 72, 72);
@@ -67,8 +60,19 @@ protected:
         return least;
     }
 
-    TemporaryFolder folder;
-    PDFDocument document { folder.file ("sheet.pdf").getFullPathName(), PaperSize::a4() };
+    /** @param hide  covers a line of text, whose baseline it gets, with white */
+    void expectToHideWhatComesBefore (const std::function<void (float y)>& hide)
+    {
+        document.setFont (regular, 60);
+        drawDashes (100, 500);
+        drawDashes (100, 300);
+        hide (500);
+        hide (300);
+        drawDashes (100, 300);
+        EXPECT_EQ (darkest (here), 255);
+        EXPECT_LT (darkest (here.translated (0, -200)), 20);
+    }
+
     const juce::Rectangle<float> here { 100, 500, 60, 60 };
 };
 
@@ -82,28 +86,20 @@ TEST_F (PDFDrawingOrder, aTextIsSeen)
 
 TEST_F (PDFDrawingOrder, aShapeHidesTheTextsBeforeItAndNoneAfterIt)
 {
-    document.setFont (regular, 60);
-    drawDashes (100, 500);
-    drawDashes (100, 300);
-    document.setFillColor (white);
-    document.fillRect (80, 490, 300, 90);
-    document.fillRect (80, 290, 300, 90);
-    document.setFillColor (black);
-    drawDashes (100, 300);
-    EXPECT_EQ (darkest (here), 255);
-    EXPECT_LT (darkest (here.translated (0, -200)), 20);
+    expectToHideWhatComesBefore (
+        [this] (float y)
+        {
+            document.setFillColor (white);
+            document.fillRect (80, y - 10, 300, 90);
+            document.setFillColor (black);
+        });
 }
 
 TEST_F (PDFDrawingOrder, aLineHidesTheTextsBeforeItAndNoneAfterIt)
 {
-    document.setFont (regular, 60);
     document.setStrokeColor (white);
-    drawDashes (100, 500);
-    document.drawLine (80, 530, 400, 530, 100, plain);
-    document.drawLine (80, 330, 400, 330, 100, plain);
-    drawDashes (100, 300);
-    EXPECT_EQ (darkest (here), 255);
-    EXPECT_LT (darkest (here.translated (0, -200)), 20);
+    expectToHideWhatComesBefore ([this] (float y)
+                                 { document.drawLine (80, y + 30, 400, y + 30, 100, plain); });
 }
 
 TEST_F (PDFDrawingOrder, theLaterOfTwoTextsIsOnTop)

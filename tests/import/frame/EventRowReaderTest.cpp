@@ -3,6 +3,7 @@
 
 #include "core/cast/ADRCueReasonsManager.h"
 #include "import/CSVEventFileImporter.h"
+#include "import/SRTEventFileImporter.h"
 #include "import/frame/EventFileImporter.h"
 #include "import/frame/EventRowSupport.h"
 #include "preferences/PreferenceKeys.h"
@@ -92,6 +93,24 @@ TEST_F (EventRowReaderTest, aTableThatIsEmptiedMakesTheSameEvents)
         EXPECT_EQ (emptied->rows[i].capacity(), 0u);
 
     EXPECT_EQ (kept->rows[1].size(), 4u);
+}
+
+TEST_F (EventRowReaderTest, aTableWithoutTitlesIsEmptiedFromItsFirstRow)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file ("list.srt");
+    file.replaceWithText ("1\n00:00:01,000 --> 00:00:02,000\nOne\n\n2\n00:00:03,000 --> 00:00:04,000\nTwo\n");
+    juce::String error;
+    SRTEventFileImporter importer (file.getFullPathName(), error);
+    ASSERT_EQ (error, juce::String());
+    const auto result = EventRowReader (timeInfo, cast, options).readAndEmpty (importer);
+    ASSERT_EQ (result.events.size(), 2u);
+    EXPECT_EQ (result.events.front()->getText().getText(), juce::String ("One"));
+    EXPECT_EQ (result.events.back()->getText().getText(), juce::String ("Two"));
+    ASSERT_EQ (importer.rows.size(), 2u);
+
+    for (const auto& row : importer.rows)
+        EXPECT_EQ (row.capacity(), 0u);
 }
 
 TEST_F (EventRowReaderTest, everyColumnTitleIsRead)
