@@ -107,6 +107,9 @@ void DrawnPages::drawRepeated (const juce::String& identifier, const juce::Recta
 
 void DrawnPages::drawText (const juce::String& text, float x, float y)
 {
+    if (! canvas.canBeDrawnOn())
+        return; // shaping is most of the work
+
     const auto shape = texts.oneLine (text, std::numeric_limits<float>::infinity());
 
     for (const auto& line : shape->lines)
@@ -116,7 +119,7 @@ void DrawnPages::drawText (const juce::String& text, float x, float y)
 void DrawnPages::drawLines (const juce::String& text, const juce::Rectangle<float>& rectangle,
                             juce::Justification justification, bool isOneLine)
 {
-    if (! isOnPaper (rectangle))
+    if (! canvas.canBeDrawnOn() || ! isOnPaper (rectangle))
         return;
 
     const auto shape =

@@ -234,10 +234,14 @@ void PageCanvas::fillRect (const juce::Rectangle<float>& rectangle, juce::Colour
 
 // ---- text ------------------------------------------------------------------------------------------------------------------
 
+bool PageCanvas::canBeDrawnOn() const noexcept
+{
+    return ! finished && cairo_status (context.get()) == CAIRO_STATUS_SUCCESS;
+}
+
 void PageCanvas::drawText (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour)
 {
-    if (finished || cairo_status (context.get()) != CAIRO_STATUS_SUCCESS
-        || ! areOnPaper ({ start.getX(), start.getY() }))
+    if (! canBeDrawnOn() || ! areOnPaper ({ start.getX(), start.getY() }))
         return;
 
     strokeLines();
@@ -246,7 +250,7 @@ void PageCanvas::drawText (PangoLayoutLine& line, juce::Point<float> start, juce
     if (colour != colourOfTexts || ! colour.isOpaque())
         showTexts();
 
-    // Together with others its letters would stand in the file, though nobody sees them.
+    // One that begins outside may be seen by nobody; together with others its letters would stand in the file all the same.
     if (! isWithinLimits (start))
         return showAlone (line, start, colour);
 
@@ -275,7 +279,7 @@ bool PageCanvas::isWithinLimits (juce::Point<float> point) const
 {
     double left = 0, top = 0, right = 0, bottom = 0;
     cairo_clip_extents (context.get(), &left, &top, &right, &bottom);
-    return point.x >= left && point.x <= right && point.y >= top && point.y <= bottom;
+    return point.x > left && point.x < right && point.y > top && point.y < bottom;
 }
 
 void PageCanvas::showTexts() noexcept

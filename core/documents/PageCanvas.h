@@ -62,6 +62,9 @@ public:
     void drawRepeated (const juce::String& identifier, const juce::Rectangle<float>& place,
                        const std::function<void()>& draw);
 
+    /** Whether something can be drawn still: nothing after finish() or a failure. */
+    [[nodiscard]] bool canBeDrawnOn() const noexcept;
+
     /** Draws a line of text.
         @param start  the left end of its baseline */
     void drawText (PangoLayoutLine& line, juce::Point<float> start, juce::Colour colour);

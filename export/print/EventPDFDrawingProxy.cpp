@@ -31,7 +31,8 @@ constexpr float labelSize = 8.0f;    // of labels, notes and the numbers of the 
 constexpr float labelColumn = 63.0f; // from the left edge of the box to the fields
 constexpr float fieldInset = 3.0f;   // from the left edge of a field to its text
 constexpr float iconsWidth = 20.0f;  // from the divider to the right end of the widest
-constexpr float iconsHeight = 77.0f; // from the top of the box to the lower end of the lowest
+constexpr float iconsTop = 32.0f;    // from the top of the box to the upper end of the highest
+constexpr float iconsHeight = 77.0f; // and to the lower end of the lowest
 
 const juce::Array<juce::var>& listOf (const EventExportSettingsSet& settings, const juce::String& key)
 {
@@ -150,17 +151,30 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
     const auto down = std::max ({ height, cueNumberHeight, iconsHeight });
     const auto across = std::max ({ 0.0f, width, width - rightSectionWidth + iconsWidth });
 
-    // Most cues of a list are as high as some other. The name tells all that the frame and its icons depend on.
+    // Icons may hide a part of a cue number, never the other way round.
+    const bool isNumberAboveIcons = cueNumberHeight - 2.0f <= iconsTop;
+
+    // Most cues of a list are as high as some other. The name tells all that the frame and its icons depend on, but for their colour.
     document->setStrokeColor (lineColour);
     document->drawRepeated ("Frame " + juce::String (width) + " " + juce::String (height) + " "
                                 + juce::String (rightSectionWidth) + " " + juce::String (cueNumberHeight),
                             { x - beyond, y - down, beyond + across, down },
-                            [this, x, y, width, height, edge]
+                            [this, x, y, width, height, edge, isNumberAboveIcons]
                             {
                                 drawFrame (x, y, width, height);
-                                drawIcons (edge, y);
+
+                                if (isNumberAboveIcons)
+                                    drawIcons (edge, y);
                             });
-    drawRightTexts (edge, y);
+
+    if (isNumberAboveIcons)
+    {
+        drawCueNumber (edge, y);
+        drawNameAndTimes (edge, y);
+    }
+    else
+        drawRightSection (x, y, width, height);
+
     drawContentSection (x, y, width, height);
 }
 
@@ -174,28 +188,32 @@ void EventPDFDrawingProxy::drawFrame (float x, float y, float width, float heigh
 
 void EventPDFDrawingProxy::drawIcons (float edge, float top)
 {
-    const auto left = edge + 6.0f;
-    document->drawImage (kCharacterIconIdentifier, left, top - 46.0f, 14.0f, 14.0f);
-    document->drawImage (kInPointIconIdentifier, left, top - 62.0f, 12.0f, 10.0f);
-    document->drawImage (kOutPointIconIdentifier, left, top - 77.0f, 12.0f, 10.0f);
+    const auto start = edge + 6.0f;
+    document->drawImage (kCharacterIconIdentifier, start, top - 46.0f, 14.0f, 14.0f);
+    document->drawImage (kInPointIconIdentifier, start, top - 62.0f, 12.0f, 10.0f);
+    document->drawImage (kOutPointIconIdentifier, start, top - iconsHeight, 12.0f, 10.0f);
 }
 
 void EventPDFDrawingProxy::drawRightSection (float x, float y, float width, float)
 {
     const auto edge = x + width - rightSectionWidth;
+    drawCueNumber (edge, y);
     document->drawRepeated ("Icons", { edge, y - iconsHeight, iconsWidth, iconsHeight },
                             [this, edge, y] { drawIcons (edge, y); });
-    drawRightTexts (edge, y);
+    drawNameAndTimes (edge, y);
 }
 
-void EventPDFDrawingProxy::drawRightTexts (float edge, float y)
+void EventPDFDrawingProxy::drawCueNumber (float edge, float y)
 {
     document->setStrokeColor (black);
     drawWhole (
         event->getCueNumber(),
         { edge + padding, y - cueNumberHeight + 2.0f, rightSectionWidth - 2.0f * padding, cueNumberHeight },
         bold, 14.0f);
+}
 
+void EventPDFDrawingProxy::drawNameAndTimes (float edge, float y)
+{
     document->setFillColor (nameColour);
 
     if (const auto character = event->character())

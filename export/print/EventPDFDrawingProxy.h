@@ -91,7 +91,8 @@ private:
     void drawCueText (float x, float y, float width);
     void drawFrame (float x, float y, float width, float height);
     void drawIcons (float edge, float top);
-    void drawRightTexts (float edge, float y);
+    void drawCueNumber (float edge, float y);
+    void drawNameAndTimes (float edge, float y);
     void drawThinLine (float x1, float y1, float x2, float y2);
     void drawEmptyTakeBoxes (float x, float bottom, float size);
 };

@@ -400,6 +400,24 @@ INSTANTIATE_TEST_SUITE_P (ADROverview, PagesOfOverview,
                           testing::Values (Count { 0, 1 }, Count { 25, 1 }, Count { 26, 2 }, Count { 60, 2 },
                                            Count { 61, 3 }, Count { 96, 3 }, Count { 97, 4 }));
 
+class TotalOfOverview : public ADROverviewTest, public testing::WithParamInterface<int>
+{
+};
+
+TEST_P (TotalOfOverview, standsAloneOnASecondPageWhereItFindsNoRoom)
+{
+    const auto pdf = exported (characters (GetParam()));
+    ASSERT_EQ (pdf.pages.size(), 2u);
+    EXPECT_EQ (rowsOn (pdf.page (0)), GetParam());
+    EXPECT_EQ (pdf.page (0).count ("Total"), 0);
+    EXPECT_EQ (rowsOn (pdf.page (1)), 0);
+    expectCell (pdf.page (1), "Character", margin, pageHeight - 84, 24);
+    expectCell (pdf.page (1), "Total", margin, pageHeight - 84 - 24, 24);
+    EXPECT_EQ (exporter.rowsLeftOut(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P (ADROverview, TotalOfOverview, testing::Values (26, 27));
+
 TEST_F (ADROverviewTest, aListJustTooLongGoesOnOnASecondPage)
 {
     const auto pdf = exported (characters (28));

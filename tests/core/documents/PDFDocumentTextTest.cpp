@@ -389,6 +389,17 @@ TEST_F (PDFDocumentTextTest, aTextThatNoPaperHoldsIsCutAndLogged)
     EXPECT_TRUE (lines.back().endsWith (utf8 ("…")));
 }
 
+TEST_F (PDFDocumentTextTest, afterTheEndNothingIsLaidOut)
+{
+    const CollectedLog log;
+    document.saveToPath();
+    const auto tooLong = juce::String::repeatedString ("mad ", 75000);
+    document.drawText (tooLong, 40, 700);
+    document.drawText (tooLong, place, juce::Justification::left);
+    document.drawMultilineText (tooLong, place, juce::Justification::topLeft);
+    EXPECT_EQ (log.lines(), std::vector<std::string>());
+}
+
 TEST_F (PDFDocumentTextTest, aTextThatIsTooLongIsToldOnce)
 {
     const CollectedLog log;

@@ -5,14 +5,8 @@
 #include "support/SavedPDF.h"
 
 #include <gmock/gmock.h>
-#include <poppler-page-renderer.h>
 
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <functional>
-#include <memory>
-#include <string>
 
 namespace
 {
@@ -35,30 +29,7 @@ class PDFDrawingOrder : public SavedPDF
 protected:
     void drawDashes (float x, float y) { document.drawText (juce::String::fromUTF8 (dash), x, y); }
 
-    /** The darkest that is seen in a part of the first page, its corner at the lower left. @returns 0 for black, 255 for white */
-    int darkest (const juce::Rectangle<float>& part)
-    {
-        saved();
-        const std::unique_ptr<poppler::document> read (
-            poppler::document::load_from_file (file().getFullPathName().toStdString()));
-        const std::unique_ptr<poppler::page> page (read->create_page (0));
-        const auto height = static_cast<float> (page->page_rect().height());
-        const auto picture = poppler::page_renderer().render_page (page.get(), 72, 72);
-        int least = 255;
-
-        for (auto y = height - part.getBottom(); y < height - part.getY(); ++y)
-            for (auto x = part.getX(); x < part.getRight(); ++x)
-            {
-                std::uint32_t dot = 0;
-                std::memcpy (&dot,
-                             picture.const_data() + static_cast<int> (y) * picture.bytes_per_row()
-                                 + static_cast<int> (x) * 4,
-                             sizeof dot);
-                least = std::min (least, static_cast<int> (juce::Colour (dot).getGreen()));
-            }
-
-        return least;
-    }
+    int darkest (const juce::Rectangle<float>& part) { return saved().darkest (part); }
 
     /** @param hide  covers a line of text, whose baseline it gets, with white */
     void expectToHideWhatComesBefore (const std::function<void (float y)>& hide)
@@ -227,6 +198,7 @@ TEST_F (PDFDrawingOrder, whatNobodySeesIsNotInTheFile)
     document.drawText ("Bernd", 40, 600);
     document.setClip ({ 0, 0, 50, 50 });
     document.drawText ("hidden", 40, 700);
+    document.drawText ("hidden", 50, 20);
     document.drawText ("Carla", 10, 20);
     document.drawText ("hidden", 40, 700);
     const auto page = saved().page();

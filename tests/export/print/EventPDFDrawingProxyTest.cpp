@@ -14,9 +14,10 @@ namespace
 class EventPDFDrawingProxyTest : public DrawnCueTest
 {
 protected:
-    void registerIcons() const
+    void registerIcons (juce::Colour colour = juce::Colours::transparentBlack) const
     {
-        const juce::Image image (juce::Image::ARGB, 14, 14, true);
+        juce::Image image (juce::Image::ARGB, 14, 14, true);
+        image.clear (image.getBounds(), colour);
 
         for (const auto& icon :
              { EventPDFDrawingProxy::kCharacterIconIdentifier, EventPDFDrawingProxy::kInPointIconIdentifier,
@@ -74,6 +75,24 @@ TEST_F (EventPDFDrawingProxyTest, theColumnHasItsIconsWhereItIsDrawnAloneToo)
     EXPECT_TRUE (page.outlines.empty());
     EXPECT_EQ (page.pictures.size(), 3u);
     EXPECT_TRUE (page.hasPicture ({ divider + 6, y - 77, 12, 10 }));
+}
+
+TEST_F (EventPDFDrawingProxyTest, anIconIsOnTopOfACueNumberThatReachesIt)
+{
+    registerIcons (juce::Colours::white);
+    auto drawing = proxy (cue ("Hello?"));
+    drawing.cueNumberHeight = 74; // its middle is that of the icon
+    document->setFillColor (black);
+    drawing.draw (x, y, w);
+    drawing.drawRightSection (x, y - 300, w, 84);
+    document->saveToPath();
+    const ReadPDF pdf (folder.file ("cues.pdf"));
+
+    for (const auto top : { y, y - 300 })
+    {
+        EXPECT_EQ (pdf.darkest ({ divider + 7, top - 45, 12, 12 }), 255) << top;
+        EXPECT_LT (pdf.darkest ({ divider + 21, top - 45, 12, 12 }), 100) << top;
+    }
 }
 
 TEST_F (EventPDFDrawingProxyTest, aLowBoxDoesNotCutItsIcons)
