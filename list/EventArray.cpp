@@ -251,7 +251,7 @@ void EventArray::sortContentAndUpdateFilteredEvents()
     else
     {
         auto shown = listed;
-        order.sort (shown, times);
+        order.sort (shown, times, formerOrder);
         makeRoom (shown.size(), sortedFilteredEvents); // both lists or neither
         store (listed, filteredEvents);
         store (shown, sortedFilteredEvents);

@@ -11,6 +11,7 @@
 #include <Poco/Any.h>
 #include <juce_core/juce_core.h>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -210,7 +211,9 @@ private:
     void sortSelectionByTimecode();
 
     EventPositions positions; ///< of sortedFilteredEvents
-    std::string newerFields;  ///< what a newer version has stored with this list, kept for it
+    std::vector<std::uint32_t>
+        formerOrder;         ///< of the last sort by something else than times: the next one is mostly alike
+    std::string newerFields; ///< what a newer version has stored with this list, kept for it
 };
 
 } // namespace ZEP::Overmarks

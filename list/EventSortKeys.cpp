@@ -339,12 +339,11 @@ ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const Items& events,
     return keys;
 }
 
-RankedPlaces EventSortOrder::orderOf (const ScratchVector<Key>& keys, bool areUnordered) const
+RankedPlaces EventSortOrder::orderOf (const ScratchVector<Key>& keys, const FormerOrder& former) const
 {
-    const auto rankOf = [this] (const Key& key, std::size_t rank) { return rankInWholeList (key, rank); };
-    const auto before = [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); };
-    return areUnordered ? stableOrderOfUnordered (keys, rankOf, before)
-                        : stableOrderOf (keys, rankOf, before);
+    return stableOrderOf (
+        keys, [this] (const Key& key, std::size_t rank) { return rankInWholeList (key, rank); },
+        [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); }, former);
 }
 
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
@@ -352,7 +351,7 @@ void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
     Making making;
     const auto timesOf = [&making] (const std::shared_ptr<Event>& event)
     { return EventTimes (*event, making.timecodes); };
-    rearrange (events, orderOf (keysFor (events, timesOf, making), false));
+    rearrange (events, orderOf (keysFor (events, timesOf, making), {}));
 }
 
 bool EventSortOrder::isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const
@@ -374,11 +373,15 @@ bool EventSortOrder::isHeldByTimes (const EventPlaces& listed, const ListedTimes
     return needsTimesAlone() && std::is_sorted (listed.begin(), listed.end(), before);
 }
 
-void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times) const
+void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former) const
 {
     Making making;
     const auto timesOf = [&] (EventPlace place) -> const EventTimes& { return times.of (place); };
-    rearrange (listed, orderOf (keysFor (listed, timesOf, making), needsTimesAlone()));
+    const auto order = orderOf (keysFor (listed, timesOf, making), former);
+    rearrange (listed, order);
+    former.resize (order.size());
+    std::transform (order.begin(), order.end(), former.begin(),
+                    [] (const RankedPlace& each) { return static_cast<std::uint32_t> (each.place); });
 }
 
 } // namespace ZEP::Overmarks

@@ -45,8 +45,9 @@ public:
         @param times  those of that list */
     bool isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const;
 
-    /** Orders events of a list that isHeldByTimes() has found in another order. */
-    void sort (EventPlaces& listed, const ListedTimes& times) const;
+    /** Orders events of a list that isHeldByTimes() has found in another order.
+        @param former  the order that this has found before, of these events or others; becomes that of these */
+    void sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former) const;
 
 private:
     enum class Column
@@ -90,7 +91,7 @@ private:
     const juce::String* stringOf (const Event& event) const;
     template <typename Items, typename TimesOf>
     ScratchVector<Key> keysFor (const Items& events, TimesOf timesOf, Making& making) const;
-    RankedPlaces orderOf (const ScratchVector<Key>& keys, bool areUnordered) const;
+    RankedPlaces orderOf (const ScratchVector<Key>& keys, const FormerOrder& former) const;
 
     bool goesBeforeInWholeList (const Key& a, const Key& b) const;
     std::optional<std::uint64_t> rankInWholeList (const Key& key, std::size_t rank) const;

@@ -107,7 +107,7 @@ RankedPlaces ListedTimes::orderOf (const EventPlaces& listed) const
     ScratchVector<Key> keys;
     keys.reserve (listed.size());
     std::transform (listed.begin(), listed.end(), std::back_inserter (keys), keyFor);
-    return stableOrderOfUnordered (keys, rankOf, before);
+    return stableOrderOf (keys, rankOf, before);
 }
 
 void ListedTimes::sort (EventPlaces& listed) const { rearrange (listed, orderOf (listed)); }

@@ -66,6 +66,9 @@ struct RankedPlace
 
 using RankedPlaces = ScratchVector<RankedPlace>;
 
+/** Which item stood where, in an order that was found before: after an edit a list mostly has the same one but for few items. */
+using FormerOrder = std::vector<std::uint32_t>;
+
 /** Orders by the ranks, equal ones by their places, where they stand in the order of these. Many are taken a digit of eleven bits after the
     other, without the bits in which none differs: in a time that grows with their number alone.
     @param spare  room for as many; several sorts may share it */
@@ -175,33 +178,95 @@ private:
     RankedPlaces::iterator spare;
 };
 
-/** As stableOrderOf(), of keys that are known to stand in another order. */
-template <typename Keys, typename RankOf, typename Before>
-RankedPlaces stableOrderOfUnordered (const Keys& keys, RankOf rankOf, Before before)
+/** Puts places in order of which nearly all are: in a time that grows with their number alone.
+    @param first   of those of all keys, each once, in the order that they nearly have. Of no use after a failure
+    @param spare   room for as many places as are to be ordered; little of it is used
+    @param before  whether one key goes before another
+    @returns false where too many are out of order, which mostly shows soon */
+template <typename Keys, typename Before>
+bool orderNearlyOrdered (RankedPlaces::iterator first, RankedPlaces::iterator last,
+                         RankedPlaces::iterator spare, const Keys& keys, Before before)
 {
-    RankedPlaces places; // and behind them spare room
-    places.resize (2 * keys.size());
-    const auto spare = places.begin() + std::ssize (keys);
+    const auto goesFirst = [&] (const RankedPlace& a, const RankedPlace& b)
+    {
+        const auto &keyOfA = keys[a.place], &keyOfB = keys[b.place];
+        return a.place < b.place ? ! before (keyOfB, keyOfA) : before (keyOfA, keyOfB);
+    };
+    constexpr std::ptrdiff_t fewOf = 32, ahead = 16;
+    const auto strays = spare, noMore = spare + (last - first) / fewOf;
+    auto endOfStrays = strays, kept = first;
 
-    for (std::size_t place = 0; place < keys.size(); ++place)
-        places[place].place = place;
+    // Of two neighbours in the wrong order it doesn't show which one is out of its place: both are taken out, and the others are in order.
+    for (auto each = first; each != last; ++each)
+    {
+        if (last - each > ahead)
+            __builtin_prefetch (&keys[each[ahead].place]);
 
-    PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare).sort (places.begin(), spare, 0);
-    places.resize (keys.size());
-    return places;
+        if (kept == first || goesFirst (kept[-1], *each))
+            *kept++ = *each;
+        else if (endOfStrays < noMore)
+        {
+            *endOfStrays++ = *--kept;
+            *endOfStrays++ = *each;
+        }
+        else
+            return false;
+    }
+
+    std::sort (strays, endOfStrays, goesFirst);
+
+    // From the end, where there is room for them.
+    for (auto room = last; endOfStrays != strays;)
+    {
+        const auto stray = *--endOfStrays;
+        const auto place = std::upper_bound (first, kept, stray, goesFirst);
+        room = std::move_backward (place, kept, room);
+        *--room = stray;
+        kept = place;
+    }
+
+    return true;
 }
 
 /** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
                    or of keys that are alike in these a further one, or none, which all of them have or none has
-    @param before  whether one key goes before another, a strict weak order; decides where the ranks don't */
+    @param before  whether one key goes before another, a strict weak order; decides where the ranks don't
+    @param former  an order of as many items that this may be alike, or of another number of them */
 template <typename Keys, typename RankOf, typename Before>
-RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before)
+RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before, const FormerOrder& former = {})
 {
-    if (std::is_sorted (keys.begin(), keys.end(), before))
-        return {};
+    RankedPlaces places; // and behind them spare room
+    const auto put = [&] (auto placeOf)
+    {
+        places.resize (2 * keys.size());
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            places[i].place = placeOf (i);
+    };
+    const auto formerly = [&former] (std::size_t i) { return std::size_t { former[i] }; };
+    const auto asTheyStand = [] (std::size_t i) { return i; };
+    const auto spare = [&] { return places.begin() + std::ssize (keys); };
+    const auto isNearlyOrdered = [&] (auto placeOf)
+    {
+        put (placeOf);
+        return orderNearlyOrdered (places.begin(), spare(), spare(), keys, before);
+    };
 
-    return stableOrderOfUnordered (keys, rankOf, before);
+    if (former.size() != keys.size() || ! isNearlyOrdered (formerly))
+    {
+        if (std::is_sorted (keys.begin(), keys.end(), before))
+            return {};
+
+        if (! isNearlyOrdered (asTheyStand))
+        {
+            put (asTheyStand);
+            PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare())
+                .sort (places.begin(), spare(), 0);
+        }
+    }
+
+    places.resize (keys.size());
+    return places;
 }
 
 /** Puts the items, in any vector, where stableOrderOf() wants them. */

@@ -435,7 +435,7 @@ WORKS = [
     Work(
         "edit",
         "One edit in a shown list",
-        ours=("edit", ("Overmarks, in the order of texts", "edit.by-text")),
+        ours=("edit", ("Overmarks, in the order of texts", "edit.by-text"), ("Overmarks, a cue that moves", "edit.moving")),
         targets=(Under(0.030, rows=100000),),
     ),
     Work(

@@ -117,25 +117,26 @@ WorkDone onePassOverTexts (const WorkOrder& order)
     return { seconds, static_cast<long long> (found.size()) };
 }
 
-/** A user who types a text and goes on to another cue; the middle one of several such edits counts. @param key  of the column that
+/** A user who changes a cue and goes on to another one; the middle one of several such edits counts. @param key  of the column that
     the list is sorted by */
-WorkDone edit (const WorkOrder& order, const juce::String& key)
+template <typename Change>
+WorkDone edit (const WorkOrder& order, const juce::String& key, Change change)
 {
     constexpr std::size_t edits = 9;
     const auto project = projectOfTable (order.list ("list.csv"));
     project.list->sortKey = key;
     project.list->sortContentAndUpdateFilteredEvents();
+    const auto& shown = project.list->sortedFilteredEvents;
     std::vector<double> times;
 
     for (std::size_t i = 0; i < edits; ++i)
     {
-        const auto event =
-            project.list->sortedFilteredEvents[project.list->sortedFilteredEvents.size() * i / edits];
+        const auto event = shown[shown.size() * i / edits],
+                   other = shown[shown.size() * (i + 1) / (edits + 1)];
         times.push_back (secondsOf (
             [&]
             {
-                EventKeyValueEditor (event).setValueForKey (
-                    RichTextString ("never said " + juce::String (static_cast<int> (i))), KV::KV_Text, true);
+                change (event, *other, static_cast<int> (i));
                 project.list->sortContentAndUpdateFilteredEvents();
             }));
     }
@@ -144,13 +145,25 @@ WorkDone edit (const WorkOrder& order, const juce::String& key)
     return { times[edits / 2], numberShown (project) };
 }
 
-WorkDone editInOrderOfTime (const WorkOrder& order) { return edit (order, KV::KV_StartTCString); }
-WorkDone editInOrderOfText (const WorkOrder& order) { return edit (order, KV::KV_Text); }
+void typeText (const std::shared_ptr<Event>& event, const Event&, int number)
+{
+    EventKeyValueEditor (event).setValueForKey (RichTextString ("never said " + juce::String (number)),
+                                                KV::KV_Text, true);
+}
 
-constexpr Work works[] = { { "sort-time", sortByTime },          { "sort-time.floor", sortPreparedKeys },
-                           { "sort-cue", sortByCueNumber },      { "filter", filterByText },
-                           { "filter.floor", onePassOverTexts }, { "edit", editInOrderOfTime },
-                           { "edit.by-text", editInOrderOfText } };
+void moveToStartOf (const std::shared_ptr<Event>& event, const Event& other, int)
+{
+    EventKeyValueEditor (event).setValueForKey (other.getStartTCString(), KV::KV_StartTCString, true);
+}
+
+WorkDone editInOrderOfTime (const WorkOrder& order) { return edit (order, KV::KV_StartTCString, typeText); }
+WorkDone editInOrderOfText (const WorkOrder& order) { return edit (order, KV::KV_Text, typeText); }
+WorkDone moveInTime (const WorkOrder& order) { return edit (order, KV::KV_StartTCString, moveToStartOf); }
+
+constexpr Work works[] = { { "sort-time", sortByTime },           { "sort-time.floor", sortPreparedKeys },
+                           { "sort-cue", sortByCueNumber },       { "filter", filterByText },
+                           { "filter.floor", onePassOverTexts },  { "edit", editInOrderOfTime },
+                           { "edit.by-text", editInOrderOfText }, { "edit.moving", moveInTime } };
 
 } // namespace
 

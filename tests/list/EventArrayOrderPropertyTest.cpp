@@ -5,6 +5,7 @@
 #include "support/CueLists.h"
 #include "support/OvermarksTest.h"
 #include "support/PrintEvents.h"
+#include "support/RandomEdits.h"
 #include "support/RandomEvents.h"
 #include "support/SlowSortOrder.h"
 
@@ -40,6 +41,14 @@ protected:
                           [=] (const auto& a, const auto& b)
                           { return listedBefore (a, b, applicationType); });
         std::stable_sort (events.begin(), events.end(), SlowSortOrder (key, down));
+        return events;
+    }
+
+    static EventArray::Events withoutFades (const EventArray& list)
+    {
+        auto events = list.events;
+        std::erase (events, list.fadeInEvent);
+        std::erase (events, list.fadeOutEvent);
         return events;
     }
 
@@ -129,6 +138,43 @@ TEST_F (EventArrayOrderPropertyTest, wholeListsOfTimedAndUntimedEventsStandByThe
                     << under (seed, key, down) << "\n"
                     << linesOf (list->sortedFilteredEvents) << "\n"
                     << linesOf (expected);
+            }
+    }
+}
+
+TEST_F (EventArrayOrderPropertyTest, aListThatIsEditedOverAndOverStandsLikeAFreshOne)
+{
+    for (unsigned int seed = 1; seed <= 8; ++seed)
+    {
+        RandomEvents random (seed);
+        random.castCharacters();
+        const ApplicationType application (static_cast<int> (seed % 2));
+        const auto events = timedAndUntimed (random, 150);
+        retime (events, seed);
+        const auto list = listOf (events);
+        list->setTimeInfoForAllEvents (events[0]->getTimeInfo());
+
+        for (const auto& key : allSortKeys())
+            for (const bool down : { false, true })
+            {
+                sortUnder (*list, key, down);
+
+                for (int round = 0; round < 8; ++round)
+                {
+                    // From one cue up to more than are looked for one by one.
+                    for (int edits = round < 6 ? 1 + round / 2 : 40; edits > 0; --edits)
+                    {
+                        const auto event = random.oneOf (events);
+                        auto record = PlainEvent::of (*event, event->getTimeInfo()->tcDef.framesPerSecond);
+                        RandomEdits (random).edit (*event, record);
+                    }
+
+                    const auto fresh = listOf (withoutFades (*list));
+                    sortUnder (*fresh, key, down);
+                    list->sortContentAndUpdateFilteredEvents();
+                    ASSERT_TRUE (list->sortedFilteredEvents == fresh->sortedFilteredEvents)
+                        << under (seed, key, down) << ", round " << round;
+                }
             }
     }
 }
