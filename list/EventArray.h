@@ -210,10 +210,9 @@ private:
     void expandSelectionBy (std::shared_ptr<Event> event);
     void sortSelectionByTimecode();
 
-    EventPositions positions; ///< of sortedFilteredEvents
-    std::vector<std::uint32_t>
-        formerOrder;         ///< of the last sort by something else than times: the next one is mostly alike
-    std::string newerFields; ///< what a newer version has stored with this list, kept for it
+    EventPositions positions;               ///< of sortedFilteredEvents
+    std::vector<std::uint32_t> formerOrder; ///< of those, where they had to be put into it
+    std::string newerFields;                ///< what a newer version has stored with this list, kept for it
 };
 
 } // namespace ZEP::Overmarks

@@ -178,7 +178,7 @@ private:
     RankedPlaces::iterator spare;
 };
 
-/** Puts places in order of which nearly all are: in a time that grows with their number alone.
+/** Puts places in order of which nearly all are: in a time that grows with their number, and a little with that of the others.
     @param first   of those of all keys, each once, in the order that they nearly have. Of no use after a failure
     @param spare   room for as many places as are to be ordered; little of it is used
     @param before  whether one key goes before another
@@ -228,7 +228,7 @@ bool orderNearlyOrdered (RankedPlaces::iterator first, RankedPlaces::iterator la
     return true;
 }
 
-/** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
+/** In which order the keys go, equal ones as they stand; mostly nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
                    or of keys that are alike in these a further one, or none, which all of them have or none has
     @param before  whether one key goes before another, a strict weak order; decides where the ranks don't

@@ -227,9 +227,11 @@ class Measuring:
         ) as process:
             try:
                 answer, said = process.communicate(timeout=LONGEST)
-            except subprocess.TimeoutExpired as late:
+            except BaseException as reason:  # Ctrl-C doesn't reach a session of its own
                 os.killpg(process.pid, signal.SIGKILL)
-                raise Failure(f"not done after {LONGEST} seconds") from late
+                if isinstance(reason, subprocess.TimeoutExpired):
+                    raise Failure(f"not done after {LONGEST} seconds") from reason
+                raise
         taken = json.loads(answer) if answer else {"status": process.returncode}
         if taken["status"] != 0:
             lines = said.strip().splitlines()

@@ -118,7 +118,7 @@ WorkDone onePassOverTexts (const WorkOrder& order)
 }
 
 /** A user who changes a cue and goes on to another one; the middle one of several such edits counts. @param key  of the column that
-    the list is sorted by */
+    the list is sorted by. @param change  gets the cue, another one and the number of the edit */
 template <typename Change>
 WorkDone edit (const WorkOrder& order, const juce::String& key, Change change)
 {

@@ -250,7 +250,7 @@ void PageCanvas::drawText (PangoLayoutLine& line, juce::Point<float> start, juce
     if (colour != colourOfTexts || ! colour.isOpaque())
         showTexts();
 
-    // One that begins outside may be seen by nobody; together with others its letters would stand in the file all the same.
+    // One that begins outside, or on the edge, may be seen by nobody; together with others its letters would stand in the file all the same.
     if (! isWithinLimits (start))
         return showAlone (line, start, colour);
 

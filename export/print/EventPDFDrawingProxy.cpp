@@ -156,8 +156,9 @@ void EventPDFDrawingProxy::draw (float x, float y, float width)
 
     // Most cues of a list are as high as some other. The name tells all that the frame and its icons depend on, but for their colour.
     document->setStrokeColor (lineColour);
-    document->drawRepeated ("Frame " + juce::String (width) + " " + juce::String (height) + " "
-                                + juce::String (rightSectionWidth) + " " + juce::String (cueNumberHeight),
+    document->drawRepeated ((isNumberAboveIcons ? "Frame, icons " : "Frame ") + juce::String (width) + " "
+                                + juce::String (height) + " " + juce::String (rightSectionWidth) + " "
+                                + juce::String (cueNumberHeight),
                             { x - beyond, y - down, beyond + across, down },
                             [this, x, y, width, height, edge, isNumberAboveIcons]
                             {

@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-only
 """What bench/compare counts and judges. Stand-ins for our programs take a second for everything."""
 import os
+import signal
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -189,6 +191,13 @@ class Measured(unittest.TestCase):
             self.assertRaises(KeyboardInterrupt, self.failures, work)
         self.assertEqual(seen, [("true",)])
         self.assertFalse(os.path.exists(sheet))
+
+    def test_a_process_ends_when_the_measuring_is_stopped(self):
+        measuring = Measuring(self.place, Work("w", "W", ours=("w.7",)), 7, {"w.7"})
+        with unittest.mock.patch.object(subprocess.Popen, "communicate", side_effect=KeyboardInterrupt):
+            with unittest.mock.patch.object(os, "killpg", side_effect=os.killpg) as killed:
+                self.assertRaises(KeyboardInterrupt, measuring._start, ("sleep", "1000"))
+        killed.assert_called_once_with(unittest.mock.ANY, signal.SIGKILL)
 
     def test_lists_that_can_not_be_made_fail_what_needs_them_and_no_more(self):
         work = Work("w", "W", ours=("w.7",), program=overmarks("program", "version"), peers=(Peer("start", SHELL, ("echo", "1.0", "13")),))

@@ -4,6 +4,7 @@
 
 #include "support/CueLists.h"
 #include "support/OvermarksTest.h"
+#include "support/PlainEvent.h"
 #include "support/PrintEvents.h"
 #include "support/RandomEdits.h"
 #include "support/RandomEvents.h"
@@ -167,6 +168,15 @@ TEST_F (EventArrayOrderPropertyTest, aListThatIsEditedOverAndOverStandsLikeAFres
                         const auto event = random.oneOf (events);
                         auto record = PlainEvent::of (*event, event->getTimeInfo()->tcDef.framesPerSecond);
                         RandomEdits (random).edit (*event, record);
+                    }
+
+                    // One may leave, so that the others close up, and come back behind all.
+                    if (round % 4 == 3)
+                    {
+                        const auto leaving = random.oneOf (events);
+                        list->removeEvent (leaving, false);
+                        list->sortContentAndUpdateFilteredEvents();
+                        list->addEvent (leaving, false);
                     }
 
                     const auto fresh = listOf (withoutFades (*list));

@@ -95,6 +95,20 @@ public:
         return false;
     }
 
+    /** The darkest point of a part of the page as it looks. @returns 0 for black, 255 for white */
+    [[nodiscard]] unsigned int darkest (int page, double left, double top, double right, double bottom) const
+    {
+        const auto picture = pictureOf (page);
+        const auto pixel = [] (double points) { return static_cast<int> (points * pixelsAPoint); };
+        unsigned int least = 255;
+
+        for (int y = pixel (top); y < pixel (bottom); ++y)
+            for (int x = pixel (left); x < pixel (right); ++x)
+                least = std::min (least, colour (picture, x, y) >> 8 & 255);
+
+        return least;
+    }
+
 private:
     static constexpr int pixelsAPoint = 4;
 

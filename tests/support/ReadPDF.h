@@ -5,14 +5,11 @@
 #include <juce_graphics/juce_graphics.h>
 
 #include <poppler-document.h>
-#include <poppler-page-renderer.h>
 #include <poppler-page.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
-#include <cstring>
 #include <functional>
 #include <map>
 #include <memory>
@@ -426,28 +423,6 @@ public:
     {
         return static_cast<int> (std::count_if (objects.begin(), objects.end(),
                                                 [] (const auto& object) { return isForm (object.second); }));
-    }
-
-    /** The darkest that is seen in a part of the first page. @returns 0 for black, 255 for white */
-    int darkest (const juce::Rectangle<float>& part) const
-    {
-        const std::unique_ptr<poppler::page> first (document->create_page (0));
-        const auto height = static_cast<float> (first->page_rect().height());
-        const auto picture = poppler::page_renderer().render_page (first.get(), 72, 72);
-        int least = 255;
-
-        for (auto y = height - part.getBottom(); y < height - part.getY(); ++y)
-            for (auto x = part.getX(); x < part.getRight(); ++x)
-            {
-                std::uint32_t dot = 0;
-                std::memcpy (&dot,
-                             picture.const_data() + static_cast<int> (y) * picture.bytes_per_row()
-                                 + static_cast<int> (x) * 4,
-                             sizeof dot);
-                least = std::min (least, static_cast<int> (juce::Colour (dot).getGreen()));
-            }
-
-        return least;
     }
 
     std::vector<PDFPage> pages;

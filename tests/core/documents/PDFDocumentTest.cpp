@@ -7,6 +7,7 @@
 #include "support/CollectedLog.h"
 #include "support/FullDisk.h"
 #include "support/SavedPDF.h"
+#include "support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <gmock/gmock.h>

@@ -5,6 +5,7 @@
 #include "support/ChildProcess.h"
 #include "support/CollectedLog.h"
 #include "support/SavedPDF.h"
+#include "support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <gmock/gmock.h>
@@ -15,7 +16,6 @@ namespace
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 using namespace ZEP::Overmarks::Testing;
 

@@ -13,7 +13,6 @@ namespace
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using ZEP::Core::PaperSize;
 using ZEP::Core::PDFDocument;
 using namespace ZEP::Overmarks::Testing;
 
@@ -28,8 +27,6 @@ class PDFDrawingOrder : public SavedPDF
 {
 protected:
     void drawDashes (float x, float y) { document.drawText (juce::String::fromUTF8 (dash), x, y); }
-
-    int darkest (const juce::Rectangle<float>& part) { return saved().darkest (part); }
 
     /** @param hide  covers a line of text, whose baseline it gets, with white */
     void expectToHideWhatComesBefore (const std::function<void (float y)>& hide)

@@ -2,11 +2,14 @@
 // What a drawn cue looks like, read back from its page; how high it is stands in EventPDFDrawingProxyHeightTest.cpp.
 #include "export/print/DrawnCueSupport.h"
 
+#include "support/SavedPDF.h"
+
 #include <gmock/gmock.h>
 
 using namespace ExportSupport;
 using testing::HasSubstr;
 using testing::Not;
+using ZEP::Overmarks::Testing::darkestOf;
 
 namespace
 {
@@ -86,12 +89,12 @@ TEST_F (EventPDFDrawingProxyTest, anIconIsOnTopOfACueNumberThatReachesIt)
     drawing.draw (x, y, w);
     drawing.drawRightSection (x, y - 300, w, 84);
     document->saveToPath();
-    const ReadPDF pdf (folder.file ("cues.pdf"));
+    const auto file = folder.file ("cues.pdf");
 
     for (const auto top : { y, y - 300 })
     {
-        EXPECT_EQ (pdf.darkest ({ divider + 7, top - 45, 12, 12 }), 255) << top;
-        EXPECT_LT (pdf.darkest ({ divider + 21, top - 45, 12, 12 }), 100) << top;
+        EXPECT_EQ (darkestOf (file, { divider + 7, top - 45, 12, 12 }), 255) << top;
+        EXPECT_LT (darkestOf (file, { divider + 21, top - 45, 12, 12 }), 100) << top;
     }
 }
 
