@@ -5,6 +5,7 @@
 #include "list/TextKey.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <limits>
@@ -39,7 +40,9 @@ ScratchVector<EventTimes> timesOf (const std::vector<std::shared_ptr<Event>>& ev
     ScratchVector<EventTimes> times;
     times.reserve (events.size());
     TimecodeKeys keys;
-    visitAhead (
+    constexpr std::size_t together =
+        8; // three lines of memory of each, and two of the text that a filter looks at
+    visitAhead<together> (
         events, [&] (const auto& event) { times.emplace_back (*event, keys, texts.letsThrough (*event)); },
         [] (const Event& event) { event.fetch(); }, [&] (const Event& event) { texts.fetchTexts (event); });
     return times;
