@@ -172,6 +172,7 @@ bool SheetTable::makeRoom (int row, int column)
         constexpr std::size_t mostAhead = 64;
         rows.resize (rows.size() + newRows);
         rows.back().reserve (std::min (width, mostAhead)); // most rows are as long as the others
+        room.keepAheadOf (rows.back().data());
     }
 
     if (newCells > 1)

@@ -3,6 +3,7 @@
 
 #include "core/documents/WorkbookStrings.h"
 #include "core/documents/WorkbookStyles.h"
+#include "core/system/LargePages.h"
 
 #include <cstdint>
 #include <map>
@@ -111,6 +112,7 @@ private:
     /** Large texts by their number and the look of their cell: they are made once, and copies share what they can. */
     std::map<std::pair<std::size_t, const CellLook*>, RichTextString> largeTexts;
 
+    HeapRoom room;
     Rows rows;
     std::vector<int> lengths; ///< of the rows, with the empty cells at their ends
     std::size_t width = 0;    ///< up to the last column with a text
