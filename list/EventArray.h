@@ -210,9 +210,10 @@ private:
     void expandSelectionBy (std::shared_ptr<Event> event);
     void sortSelectionByTimecode();
 
-    EventPositions positions;               ///< of sortedFilteredEvents
-    std::vector<std::uint32_t> formerOrder; ///< of those, where they had to be put into it
-    std::string newerFields;                ///< what a newer version has stored with this list, kept for it
+    EventPositions positions; ///< of sortedFilteredEvents
+    /** The places in filteredEvents of those, in their order; mostly empty if both lists are the same. */
+    std::vector<std::uint32_t> formerOrder;
+    std::string newerFields; ///< what a newer version has stored with this list, kept for it
 };
 
 } // namespace ZEP::Overmarks

@@ -46,7 +46,7 @@ public:
     bool isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const;
 
     /** Orders events of a list that isHeldByTimes() has found in another order.
-        @param former  the order that this has found before, of these events or others; becomes that of these, or empty where they stand in it already */
+        @param former  the order that this has found before, of these events or others; becomes that of these, mostly empty where they stand in it already */
     void sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former) const;
 
 private:

@@ -178,7 +178,7 @@ private:
     RankedPlaces::iterator spare;
 };
 
-/** Puts places in order of which nearly all are: in a time that grows with their number, and a little with that of the others.
+/** Puts places in order of which nearly all are, in a time that grows with their number, and a little with that of those that are not.
     @param first   of those of all keys, each once, in the order that they nearly have. Of no use after a failure
     @param spare   room for as many places as are to be ordered; little of it is used
     @param before  whether one key goes before another

@@ -223,12 +223,14 @@ class Measuring:
         """@returns what the process took"""
         command = [os.path.join(self.place.programs, "compare_process"), self.printed, *self._words(words)]
         with subprocess.Popen(
-            command, env=self.place.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, start_new_session=True
+            command, env=self.place.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+            errors="replace", start_new_session=True,
         ) as process:
             try:
                 answer, said = process.communicate(timeout=LONGEST)
             except BaseException as reason:  # Ctrl-C doesn't reach a session of its own
-                os.killpg(process.pid, signal.SIGKILL)
+                if process.returncode is None:
+                    os.killpg(process.pid, signal.SIGKILL)
                 if isinstance(reason, subprocess.TimeoutExpired):
                     raise Failure(f"not done after {LONGEST} seconds") from reason
                 raise
