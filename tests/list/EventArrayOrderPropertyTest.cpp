@@ -70,6 +70,39 @@ protected:
             each->setTimeInfo (info);
     }
 
+    struct Order
+    {
+        unsigned int seed; ///< of the list
+        juce::String key;
+        bool down;
+    };
+
+    /** Calls test (random, list, its events, order) for each list made by chance, under all of its orders. */
+    template <typename Test>
+    static void underEachOrder (unsigned int lists, int numberOfEvents, Test test)
+    {
+        for (unsigned int seed = 1; seed <= lists; ++seed)
+        {
+            RandomEvents random (seed);
+            random.castCharacters();
+            const ApplicationType application (static_cast<int> (seed % 2));
+            const auto events = timedAndUntimed (random, numberOfEvents);
+            retime (events, seed);
+            const auto list = listOf (events);
+            list->setTimeInfoForAllEvents (events[0]->getTimeInfo());
+
+            for (const auto& key : allSortKeys())
+                for (const bool down : { false, true })
+                {
+                    SCOPED_TRACE (under (seed, key, down));
+                    test (random, *list, events, Order { seed, key, down });
+
+                    if (HasFatalFailure())
+                        return;
+                }
+        }
+    }
+
     /** Oddly timed events without two alike: other cue numbers and times everywhere. */
     static EventArray::Events oddEvents (RandomEvents& random, int number)
     {
@@ -117,76 +150,54 @@ TEST_F (EventArrayOrderPropertyTest, anyTwoEventsAreJudgedByTheTable)
 
 TEST_F (EventArrayOrderPropertyTest, wholeListsOfTimedAndUntimedEventsStandByTheTable)
 {
-    for (unsigned int seed = 1; seed <= 40; ++seed)
-    {
-        RandomEvents random (seed);
-        random.castCharacters();
-        const ApplicationType application (static_cast<int> (seed % 2));
-        const auto events = timedAndUntimed (random, 60);
-        retime (events, seed);
-        const auto list = listOf (events);
-        list->setTimeInfoForAllEvents (events[0]->getTimeInfo());
-
-        for (const auto& key : allSortKeys())
-            for (const bool down : { false, true })
-            {
-                list->events = { list->fadeInEvent, list->fadeOutEvent };
-                for (const auto& each : events)
-                    list->addEvent (each, false);
-                sortUnder (*list, key, down);
-                const auto expected = slowlySorted (events, key, down, static_cast<int> (seed % 2));
-                ASSERT_EQ (list->sortedFilteredEvents, expected)
-                    << under (seed, key, down) << "\n"
-                    << linesOf (list->sortedFilteredEvents) << "\n"
-                    << linesOf (expected);
-            }
-    }
+    underEachOrder (40, 60,
+                    [] (RandomEvents&, EventArray& list, const EventArray::Events& events, const Order& order)
+                    {
+                        list.events = { list.fadeInEvent, list.fadeOutEvent };
+                        for (const auto& each : events)
+                            list.addEvent (each, false);
+                        sortUnder (list, order.key, order.down);
+                        const auto expected =
+                            slowlySorted (events, order.key, order.down, static_cast<int> (order.seed % 2));
+                        ASSERT_EQ (list.sortedFilteredEvents, expected)
+                            << linesOf (list.sortedFilteredEvents) << "\n"
+                            << linesOf (expected);
+                    });
 }
 
 TEST_F (EventArrayOrderPropertyTest, aListThatIsEditedOverAndOverStandsLikeAFreshOne)
 {
-    for (unsigned int seed = 1; seed <= 8; ++seed)
-    {
-        RandomEvents random (seed);
-        random.castCharacters();
-        const ApplicationType application (static_cast<int> (seed % 2));
-        const auto events = timedAndUntimed (random, 150);
-        retime (events, seed);
-        const auto list = listOf (events);
-        list->setTimeInfoForAllEvents (events[0]->getTimeInfo());
+    underEachOrder (
+        8, 150,
+        [] (RandomEvents& random, EventArray& list, const EventArray::Events& events, const Order& order)
+        {
+            sortUnder (list, order.key, order.down);
 
-        for (const auto& key : allSortKeys())
-            for (const bool down : { false, true })
+            for (int round = 0; round < 8; ++round)
             {
-                sortUnder (*list, key, down);
-
-                for (int round = 0; round < 8; ++round)
+                // From one cue up to more than are looked for one by one.
+                for (int edits = round < 6 ? 1 + round / 2 : 40; edits > 0; --edits)
                 {
-                    // From one cue up to more than are looked for one by one.
-                    for (int edits = round < 6 ? 1 + round / 2 : 40; edits > 0; --edits)
-                    {
-                        const auto event = random.oneOf (events);
-                        auto record = PlainEvent::of (*event, event->getTimeInfo()->tcDef.framesPerSecond);
-                        RandomEdits (random).edit (*event, record);
-                    }
-
-                    // One may leave, so that the others close up, and come back behind all.
-                    if (round % 4 == 3)
-                    {
-                        const auto leaving = random.oneOf (events);
-                        list->removeEvent (leaving, false);
-                        list->sortContentAndUpdateFilteredEvents();
-                        list->addEvent (leaving, false);
-                    }
-
-                    const auto fresh = listOf (withoutFades (*list));
-                    sortUnder (*fresh, key, down);
-                    list->sortContentAndUpdateFilteredEvents();
-                    ASSERT_TRUE (list->sortedFilteredEvents == fresh->sortedFilteredEvents)
-                        << under (seed, key, down) << ", round " << round;
+                    const auto event = random.oneOf (events);
+                    auto record = PlainEvent::of (*event, event->getTimeInfo()->tcDef.framesPerSecond);
+                    RandomEdits (random).edit (*event, record);
                 }
+
+                // One may leave, so that the others close up, and come back behind all.
+                if (round % 4 == 3)
+                {
+                    const auto leaving = random.oneOf (events);
+                    list.removeEvent (leaving, false);
+                    list.sortContentAndUpdateFilteredEvents();
+                    list.addEvent (leaving, false);
+                }
+
+                const auto fresh = listOf (withoutFades (list));
+                sortUnder (*fresh, order.key, order.down);
+                list.sortContentAndUpdateFilteredEvents();
+                ASSERT_TRUE (list.sortedFilteredEvents == fresh->sortedFilteredEvents) << "round " << round;
             }
-    }
+        });
 }
 
 TEST_F (EventArrayOrderPropertyTest, theListedEventsStandByTimecode)
