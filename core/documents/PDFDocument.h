@@ -22,7 +22,8 @@ class DocumentPages;
     its bottom left corner at (x, y). Colours and the font stay in force until they are set anew, over pages too.
 
     Text is set in the sans-serif of the machine (Arial or what stands in for it); letters that it lacks come from other fonts. Control
-    characters are left out. What is drawn outside the page, isn't finite or has no size isn't drawn.
+    characters are left out. What is drawn outside the page, isn't finite or has no size isn't drawn; but a text in a rectangle
+    without a width is, all of it.
 
     The rule that is easily missed: saving ends the document. What is drawn later is lost.
 

@@ -320,6 +320,19 @@ TEST_F (ADROverviewTest, theTotalStandsRightUnderTheLastRow)
         EXPECT_TRUE (page.hasLine (x, y, x, y + 24, 1, lineGrey)) << x;
 }
 
+TEST_F (ADROverviewTest, theTotalTakesTheWidthsOfItsNumbersCrosswise)
+{
+    exporter.columnWidths[3] = 0.05f;
+    exporter.columnWidths[4] = 0.11f;
+    const auto page = exported (characters (3)).page();
+    const float y = pageHeight - 225 - 42 - 24;
+    const float x1 = margin + 0.6f * tableWidth, x2 = x1 + 0.11f * tableWidth, x3 = x2 + 0.05f * tableWidth;
+    expectCell (page, "6", x1, y, 24);
+
+    for (const auto x : { x1, x2, x3 })
+        EXPECT_TRUE (page.hasLine (x, y, x, y + 24, 1, lineGrey)) << x;
+}
+
 TEST_F (ADROverviewTest, withoutCharactersThereIsATotalOfNothing)
 {
     const auto pdf = exported ({});

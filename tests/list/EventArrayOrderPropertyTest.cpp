@@ -10,6 +10,7 @@
 #include "support/RandomEvents.h"
 #include "support/SlowSortOrder.h"
 
+#include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
 
@@ -296,6 +297,10 @@ TEST_F (EventArrayOrderPropertyTest, aTempoThatIsNoNumberLosesNoEvent)
     {
         sortUnder (*list, "BeatsPerMinute", down);
         EXPECT_THAT (list->sortedFilteredEvents, ::testing::UnorderedElementsAreArray (events));
+        EXPECT_TRUE (std::is_partitioned (
+            list->sortedFilteredEvents.begin(), list->sortedFilteredEvents.end(),
+            [down] (const auto& each) { return std::isnan (each->getBeatsPerMinute()) != down; }))
+            << "it is the lowest of all";
     }
 }
 

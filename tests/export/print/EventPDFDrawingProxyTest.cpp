@@ -80,6 +80,19 @@ TEST_F (EventPDFDrawingProxyTest, theColumnHasItsIconsWhereItIsDrawnAloneToo)
     EXPECT_TRUE (page.hasPicture ({ divider + 6, y - 77, 12, 10 }));
 }
 
+TEST_F (EventPDFDrawingProxyTest, theSectionOfTextsIsDrawnAloneToo)
+{
+    auto drawing = proxy (cue ("Hello?", "close"));
+    const auto high = drawing.drawingHeight (w);
+    drawing.drawContentSection (x, y, w, high);
+    document->saveToPath();
+    const auto page = ReadPDF (folder.file ("cues.pdf")).page();
+    EXPECT_EQ (page.count ("Hello?"), 1);
+    EXPECT_EQ (page.count ("close"), 1);
+    EXPECT_EQ (page.count ("A101"), 0);
+    EXPECT_TRUE (page.outlines.empty());
+}
+
 TEST_F (EventPDFDrawingProxyTest, anIconIsOnTopOfACueNumberThatReachesIt)
 {
     registerIcons (juce::Colours::white);
