@@ -7,6 +7,7 @@
 #include "list/EventArrayNews.h"
 #include "list/EventSortKeys.h"
 #include "list/FilterTexts.h"
+#include "list/FormerOrder.h"
 #include "preferences/PreferenceKeys.h"
 
 #include <algorithm>
@@ -22,7 +23,11 @@ using ZEP::Core::TimeInfo;
 using ZEP::Core::UndoableAction;
 using ZEP::Core::UndoRedoHelpers;
 
-EventArray::EventArray() : sortKey (EventKeyValueEditor::KV_StartTCString) {}
+EventArray::EventArray()
+    : sortKey (EventKeyValueEditor::KV_StartTCString),
+      formerOrder (std::make_unique<FormerOrder>())
+{
+}
 
 EventArray::EventArray (std::shared_ptr<Event> fadeIn, std::shared_ptr<Event> fadeOut) : EventArray()
 {
@@ -228,6 +233,8 @@ void store (const EventPlaces& places, Target&... targets)
     {
         const auto next = begin + askedTogether;
 
+        for (auto i = next + askedTogether; i < std::min (next + 2 * askedTogether, number); ++i)
+            fetch (places[i]);
         for (auto i = next; i < std::min (next + askedTogether, length); ++i)
             (askFor (targets, i), ...);
         for (auto i = begin; i < std::min (next, length); ++i)
@@ -247,11 +254,14 @@ void EventArray::sortContentAndUpdateFilteredEvents()
     times.sort (listed);
 
     if (const EventSortOrder order (sortKey, sortDescending); order.isHeldByTimes (listed, times))
+    {
+        *formerOrder = {};
         store (listed, filteredEvents, sortedFilteredEvents);
+    }
     else
     {
         auto shown = listed;
-        order.sort (shown, times, formerOrder);
+        order.sort (shown, times, *formerOrder, filteredEvents);
         makeRoom (shown.size(), sortedFilteredEvents); // both lists or neither
         store (listed, filteredEvents);
         store (shown, sortedFilteredEvents);

@@ -11,7 +11,6 @@
 #include <Poco/Any.h>
 #include <juce_core/juce_core.h>
 
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,6 +19,7 @@
 namespace ZEP::Overmarks
 {
 
+class FormerOrder;
 class ListedTimes;
 struct FilterTexts;
 
@@ -210,10 +210,9 @@ private:
     void expandSelectionBy (std::shared_ptr<Event> event);
     void sortSelectionByTimecode();
 
-    EventPositions positions; ///< of sortedFilteredEvents
-    /** The places in filteredEvents of those, in their order; mostly empty if both lists are the same. */
-    std::vector<std::uint32_t> formerOrder;
-    std::string newerFields; ///< what a newer version has stored with this list, kept for it
+    EventPositions positions;                 ///< of sortedFilteredEvents
+    std::unique_ptr<FormerOrder> formerOrder; ///< of these too; empty if they stand as filteredEvents do
+    std::string newerFields;                  ///< what a newer version has stored with this list, kept for it
 };
 
 } // namespace ZEP::Overmarks

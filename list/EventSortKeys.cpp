@@ -23,7 +23,7 @@ namespace
 struct NumberColumn
 {
     const juce::String& key;
-    double (*numberOf) (const Event&);
+    std::uint32_t (*numberOf) (const Event&);
 };
 
 struct TextColumn
@@ -32,31 +32,28 @@ struct TextColumn
     const juce::String& (*textOf) (const Event&);
 };
 
-/** Numbers are in the order of their bits but for the sign, and both zeros are one. */
-std::uint64_t rankOf (double number)
-{
-    constexpr auto sign = std::uint64_t { 1 } << 63;
-    const auto bits = std::bit_cast<std::uint64_t> (number + 0.0);
-    return (bits & sign) != 0 ? ~bits : bits | sign;
-}
+constexpr std::uint32_t signBit = std::uint32_t { 1 } << 31;
 
-TextKey keyOf (const juce::String& text) { return TextKey (text.getCharPointer()); }
+std::uint32_t rankOf (int number) { return static_cast<std::uint32_t> (number) ^ signBit; }
 
-/** A tempo from a damaged file may be no number at all; it goes to the front. */
-double orderable (float value)
+/** Numbers are in the order of their bits but for the sign, and both zeros are one. A tempo from a damaged file may be no number at all; it
+    goes to the front. */
+std::uint32_t rankOf (float number)
 {
-    return std::isnan (value) ? -std::numeric_limits<double>::infinity() : static_cast<double> (value);
+    const auto orderable = std::isnan (number) ? -std::numeric_limits<float>::infinity() : number + 0.0f;
+    const auto bits = std::bit_cast<std::uint32_t> (orderable);
+    return (bits & signBit) != 0 ? ~bits : bits | signBit;
 }
 
 constexpr NumberColumn numberColumns[] = {
-    { KV::KV_Enabled, [] (const Event& e) { return e.isEnabled() ? 1.0 : 0.0; } },
-    { KV::KV_Done, [] (const Event& e) { return e.isDone() ? 1.0 : 0.0; } },
-    { KV::KV_StreamerDuration, [] (const Event& e) { return double (e.getStreamerDuration()); } },
-    { KV::KV_BeatsPerMinute, [] (const Event& e) { return orderable (e.getBeatsPerMinute()); } },
-    { KV::KV_RecTrackIndex, [] (const Event& e) { return double (e.getRecTrackIndex()); } },
-    { KV::KV_Type, [] (const Event& e) { return double (e.getType()); } },
-    { KV::KV_Reason, [] (const Event& e) { return double (e.getReason()); } },
-    { KV::KV_NumRecordedTakes, [] (const Event& e) { return double (e.getNumRecordedTakes()); } },
+    { KV::KV_Enabled, [] (const Event& e) { return rankOf (e.isEnabled()); } },
+    { KV::KV_Done, [] (const Event& e) { return rankOf (e.isDone()); } },
+    { KV::KV_StreamerDuration, [] (const Event& e) { return rankOf (e.getStreamerDuration()); } },
+    { KV::KV_BeatsPerMinute, [] (const Event& e) { return rankOf (e.getBeatsPerMinute()); } },
+    { KV::KV_RecTrackIndex, [] (const Event& e) { return rankOf (e.getRecTrackIndex()); } },
+    { KV::KV_Type, [] (const Event& e) { return rankOf (e.getType()); } },
+    { KV::KV_Reason, [] (const Event& e) { return rankOf (e.getReason()); } },
+    { KV::KV_NumRecordedTakes, [] (const Event& e) { return rankOf (e.getNumRecordedTakes()); } },
 };
 
 constexpr TextColumn textColumns[] = {
@@ -68,8 +65,9 @@ constexpr TextColumn textColumns[] = {
 
 } // namespace
 
-EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
-    : descending (shouldDescend),
+EventSortOrder::EventSortOrder (const juce::String& keyOfColumn, bool shouldDescend)
+    : sortKey (keyOfColumn),
+      descending (shouldDescend),
       characters (Event::getADRCharacterMap())
 {
     for (const auto& number : numberColumns)
@@ -96,79 +94,89 @@ EventSortOrder::EventSortOrder (const juce::String& sortKey, bool shouldDescend)
 
 /** @param timesOf  gives the times of the event; not asked where the column needs none */
 template <typename TimesOf>
-EventSortOrder::Key EventSortOrder::keyFor (const Event& event, TimesOf timesOf, Making& making) const
+SortCell EventSortOrder::cellOf (const Event& event, TimesOf timesOf, Making& making) const
 {
-    Key key;
+    SortCell cell;
 
     switch (column)
     {
-        case Column::start: return startKeyFor (event, timesOf());
-        case Column::end: return endKeyFor (event, making);
-        case Column::number: key.number = numberOf (event); break;
-        case Column::text: key.text = keyOf (textOf (event)); break;
+        case Column::start: return startCellOf (event, timesOf());
+        case Column::end: return endCellOf (event, making);
+        case Column::number: cell.number = numberOf (event); return cell;
+        case Column::text: cell.text = &textOf (event); return cell;
+        case Column::cueNumber: cell.text = &event.getCueNumber(); break;
+        case Column::characterData: cell.hasCharacter = event.getCharacterID().isNotEmpty(); break;
+        case Column::plainStart: break;
 
         case Column::character:
-            fillCharacter (key, event);
-            if (! key.hasCharacter)
-                key.timecode = timesOf().start;
+            cell = characterCellOf (event);
+            if (cell.hasCharacter)
+                return cell;
             break;
-
-        case Column::cueNumber:
-            key.text = cueNumberKeyFor (event, making);
-            key.timecode = timesOf().start;
-            break;
-
-        case Column::characterData:
-            key.hasCharacter = event.getCharacterID().isNotEmpty();
-            key.timecode = timesOf().start;
-            break;
-
-        case Column::plainStart: key.timecode = timesOf().start; break;
     }
 
-    return key;
+    cell.timecode = timesOf().start;
+    return cell;
 }
 
-EventSortOrder::Key EventSortOrder::startKeyFor (const Event& event, const EventTimes& times)
+SortCell EventSortOrder::startCellOf (const Event& event, const EventTimes& times)
 {
-    Key key;
-    key.timecode = times.start;
-    key.hasInPoint = times.hasInPoint();
-    key.hasTime = times.startFrame != -1;
+    SortCell cell;
+    cell.timecode = times.start;
+    cell.hasInPoint = times.hasInPoint();
+    cell.hasTime = times.startFrame != -1;
 
-    if (! key.hasTime || ! key.hasInPoint)
-        key.text = keyOf (event.getCueNumber());
+    if (! cell.hasTime || ! cell.hasInPoint)
+        cell.text = &event.getCueNumber();
 
-    return key;
+    return cell;
 }
 
-EventSortOrder::Key EventSortOrder::endKeyFor (const Event& event, Making& making)
+SortCell EventSortOrder::endCellOf (const Event& event, Making& making)
 {
-    Key key;
-    key.timecode = making.timecodes.endOf (event);
-    key.hasTime = event.getEndFrameIndex() != -1;
+    SortCell cell;
+    cell.timecode = making.timecodes.endOf (event);
+    cell.hasTime = event.getEndFrameIndex() != -1;
 
-    if (! key.hasTime)
-        key.text = keyOf (event.getCueNumber());
+    if (! cell.hasTime)
+        cell.text = &event.getCueNumber();
 
-    return key;
+    return cell;
 }
 
-TextKey EventSortOrder::cueNumberKeyFor (const Event& event, Making& making)
-{
-    auto natural = naturalKeyOf (event.getCueNumber());
-    const TextKey key (natural.c_str());
-    return key.isWhole() ? key : TextKey (making.texts.emplace_back (std::move (natural)).c_str());
-}
-
-void EventSortOrder::fillCharacter (Key& key, const Event& event) const
+SortCell EventSortOrder::characterCellOf (const Event& event) const
 {
     const auto character =
         characters != nullptr ? characters->characterForID (event.getCharacterID()) : nullptr;
-    key.hasCharacter = character != nullptr;
+    SortCell cell;
+    cell.hasCharacter = character != nullptr;
 
-    if (key.hasCharacter)
-        key.text = keyOf (character->name);
+    if (cell.hasCharacter)
+        cell.text = &character->name; // the map holds it
+
+    return cell;
+}
+
+EventSortOrder::Key EventSortOrder::keyOf (const SortCell& cell, Making& making) const
+{
+    Key key { cell, {} };
+
+    if (cell.text == nullptr)
+        return key;
+
+    if (column != Column::cueNumber)
+    {
+        key.textKey = TextKey (cell.text->getCharPointer());
+        return key;
+    }
+
+    auto natural = naturalKeyOf (*cell.text);
+    key.textKey = TextKey (natural.c_str());
+
+    if (! key.textKey.isWhole())
+        key.textKey = TextKey (making.texts.emplace_back (std::move (natural)).c_str());
+
+    return key;
 }
 
 // ---- comparing -----------------------------------------------------------------------------------------------------------
@@ -176,7 +184,7 @@ void EventSortOrder::fillCharacter (Key& key, const Event& event) const
 bool EventSortOrder::startsBefore (const Key& a, const Key& b) const
 {
     if (! a.hasInPoint && ! b.hasInPoint)
-        return inDirection (a.text, b.text);
+        return inDirection (a.textKey, b.textKey);
 
     // Events without a start go last in both directions.
     if (! a.hasTime || ! b.hasTime)
@@ -196,7 +204,7 @@ bool EventSortOrder::startsBeforeInWholeList (const Key& a, const Key& b) const
     if (a.hasInPoint != b.hasInPoint)
         return b.hasInPoint;
 
-    return ! a.hasInPoint && inDirection (a.text, b.text);
+    return ! a.hasInPoint && inDirection (a.textKey, b.textKey);
 }
 
 bool EventSortOrder::endsBefore (const Key& a, const Key& b) const
@@ -204,12 +212,12 @@ bool EventSortOrder::endsBefore (const Key& a, const Key& b) const
     if (a.hasTime != b.hasTime)
         return a.hasTime;
 
-    return a.hasTime ? inDirection (a.timecode, b.timecode) : inDirection (a.text, b.text);
+    return a.hasTime ? inDirection (a.timecode, b.timecode) : inDirection (a.textKey, b.textKey);
 }
 
 bool EventSortOrder::cueNumberBefore (const Key& a, const Key& b) const
 {
-    const int difference = a.text.compare (b.text);
+    const int difference = a.textKey.compare (b.textKey);
 
     // Equal numbers stay in the order of time, whichever way the column goes.
     return difference == 0 ? a.timecode < b.timecode : inDirection (difference, 0);
@@ -220,7 +228,7 @@ bool EventSortOrder::speaksBefore (const Key& a, const Key& b) const
     if (a.hasCharacter != b.hasCharacter)
         return a.hasCharacter != descending;
 
-    return a.hasCharacter ? inDirection (a.text, b.text) : inDirection (a.timecode, b.timecode);
+    return a.hasCharacter ? inDirection (a.textKey, b.textKey) : inDirection (a.timecode, b.timecode);
 }
 
 bool EventSortOrder::castBefore (const Key& a, const Key& b) const
@@ -239,7 +247,7 @@ bool EventSortOrder::goesBefore (const Key& a, const Key& b) const
         case Column::start: return startsBefore (a, b);
         case Column::end: return endsBefore (a, b);
         case Column::number: return inDirection (a.number, b.number);
-        case Column::text: return inDirection (a.text, b.text);
+        case Column::text: return inDirection (a.textKey, b.textKey);
         case Column::cueNumber: return cueNumberBefore (a, b);
         case Column::character: return speaksBefore (a, b);
         case Column::characterData: return castBefore (a, b);
@@ -254,8 +262,8 @@ bool EventSortOrder::goesBefore (const Event& a, const Event& b) const
     Making making;
     const auto key = [&] (const Event& event)
     {
-        return keyFor (
-            event, [&] { return EventTimes (event, making.timecodes); }, making);
+        const auto timesOf = [&] { return EventTimes (event, making.timecodes); };
+        return keyOf (cellOf (event, timesOf, making), making);
     };
     return goesBefore (key (a), key (b));
 }
@@ -273,7 +281,7 @@ std::uint64_t EventSortOrder::firstRankInWholeList (const Key& key) const
     const auto ranked = [this] (std::uint64_t rank) { return descending ? ~rank : rank; };
 
     if (column == Column::number)
-        return ranked (rankOf (key.number));
+        return ranked (key.number);
     if (column == Column::plainStart)
         return ranked (key.timecode.rank());
     if (column == Column::character || column == Column::characterData)
@@ -291,7 +299,7 @@ std::optional<std::uint64_t> EventSortOrder::rankInWholeList (const Key& key, st
     if (! isText && (column != Column::character || ! key.hasCharacter))
         return std::nullopt;
 
-    const auto word = key.text.word (isText ? rank : rank - 1);
+    const auto word = key.textKey.word (isText ? rank : rank - 1);
     return word && descending ? ~*word : word;
 }
 
@@ -312,9 +320,9 @@ const juce::String* EventSortOrder::stringOf (const Event& event) const
     }
 }
 
-template <typename Items, typename TimesOf>
-ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const Items& events, TimesOf timesOf,
-                                                            Making& making) const
+/** Shows each of the events to `visit`; see visitAhead(). */
+template <typename Items, typename Visit>
+void EventSortOrder::visitEach (const Items& events, Visit visit) const
 {
     const auto ask = [&] (const Event& event)
     {
@@ -328,30 +336,28 @@ ScratchVector<EventSortOrder::Key> EventSortOrder::keysFor (const Items& events,
         if (const auto* string = stringOf (event))
             fetch (string->getCharPointer().getAddress());
     };
-    ScratchVector<Key> keys;
-    keys.reserve (events.size());
-    const auto addKey = [&] (const auto& item)
-    {
-        keys.push_back (keyFor (
-            eventOf (item), [&]() -> decltype (auto) { return timesOf (item); }, making));
-    };
-    visitAhead (events, addKey, ask, askMore);
-    return keys;
+    visitAhead (events, visit, ask, askMore);
 }
 
-RankedPlaces EventSortOrder::orderOf (const ScratchVector<Key>& keys, const FormerOrder& former) const
+RankedPlaces EventSortOrder::orderOf (const ScratchVector<Key>& keys) const
 {
     return stableOrderOf (
         keys, [this] (const Key& key, std::size_t rank) { return rankInWholeList (key, rank); },
-        [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); }, former);
+        [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); });
 }
 
 void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
 {
     Making making;
-    const auto timesOf = [&making] (const std::shared_ptr<Event>& event)
-    { return EventTimes (*event, making.timecodes); };
-    rearrange (events, orderOf (keysFor (events, timesOf, making), {}));
+    ScratchVector<Key> keys;
+    keys.reserve (events.size());
+    visitEach (events,
+               [&] (const std::shared_ptr<Event>& event)
+               {
+                   const auto timesOf = [&] { return EventTimes (*event, making.timecodes); };
+                   keys.push_back (keyOf (cellOf (*event, timesOf, making), making));
+               });
+    rearrange (events, orderOf (keys));
 }
 
 bool EventSortOrder::isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const
@@ -359,8 +365,8 @@ bool EventSortOrder::isHeldByTimes (const EventPlaces& listed, const ListedTimes
     Making making;
     const auto key = [&] (EventPlace place)
     {
-        return keyFor (
-            **place, [&]() -> const EventTimes& { return times.of (place); }, making);
+        const auto timesOf = [&]() -> const EventTimes& { return times.of (place); };
+        return keyOf (cellOf (**place, timesOf, making), making);
     };
     const auto before = [&] (EventPlace a, EventPlace b)
     {
@@ -373,15 +379,59 @@ bool EventSortOrder::isHeldByTimes (const EventPlaces& listed, const ListedTimes
     return needsTimesAlone() && std::is_sorted (listed.begin(), listed.end(), before);
 }
 
-void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former) const
+/** @param cellAt  gives what the event at a place of a list says */
+template <typename CellAt>
+bool EventSortOrder::follow (FormerOrder& former, const std::vector<std::shared_ptr<Event>>& before,
+                             const EventPlaces& listed, CellAt cellAt, Making& making) const
+{
+    if (! former.isOf (sortKey, descending) || ! former.follow (before, listed))
+        return false;
+
+    std::size_t number = 0;
+    visitEach (listed, [&] (EventPlace place) { former.update (number++, cellAt (place)); });
+
+    if (former.hasTooManyStrays())
+        return false;
+
+    former.putStrays (goingFirst ([&] (std::size_t place) { return keyOf (cellAt (listed[place]), making); },
+                                  [this] (const Key& a, const Key& b)
+                                  { return goesBeforeInWholeList (a, b); }));
+    return true;
+}
+
+template <typename CellAt>
+void EventSortOrder::findAnew (FormerOrder& former, const EventPlaces& listed, CellAt cellAt,
+                               Making& making) const
+{
+    ScratchVector<Key> keys;
+    keys.reserve (listed.size());
+    former.begin (sortKey, descending, listed.size());
+    visitEach (listed,
+               [&] (EventPlace place)
+               {
+                   const auto cell = cellAt (place);
+                   former.add (cell);
+                   keys.push_back (keyOf (cell, making));
+               });
+    former.end (orderOf (keys));
+}
+
+void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former,
+                           const std::vector<std::shared_ptr<Event>>& before) const
 {
     Making making;
-    const auto timesOf = [&] (EventPlace place) -> const EventTimes& { return times.of (place); };
-    const auto order = orderOf (keysFor (listed, timesOf, making), former);
-    rearrange (listed, order);
-    former.resize (order.size());
-    std::transform (order.begin(), order.end(), former.begin(),
-                    [] (const RankedPlace& each) { return static_cast<std::uint32_t> (each.place); });
+    const auto cellAt = [&] (EventPlace place)
+    {
+        const auto timesOf = [&]() -> const EventTimes& { return times.of (place); };
+        return cellOf (**place, timesOf, making);
+    };
+    auto order = std::exchange (former, {}); // of no use after a failure
+
+    if (! follow (order, before, listed, cellAt, making))
+        findAnew (order, listed, cellAt, making);
+
+    rearrange (listed, order.places());
+    former = std::move (order);
 }
 
 } // namespace ZEP::Overmarks

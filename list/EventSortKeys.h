@@ -4,6 +4,7 @@
 #include "core/cast/ADRCharacterMap.h"
 #include "event/Event.h"
 #include "list/EventPlace.h"
+#include "list/FormerOrder.h"
 #include "list/ListedTimes.h"
 #include "list/StableSort.h"
 #include "list/TextKey.h"
@@ -46,8 +47,10 @@ public:
     bool isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const;
 
     /** Orders events of a list that isHeldByTimes() has found in another order.
-        @param former  the order that this has found before, of these events or others; becomes that of these, mostly empty where they stand in it already */
-    void sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former) const;
+        @param former  the order that was found the last time; becomes the one that is found now
+        @param before  the events as they were listed then */
+    void sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former,
+               const std::vector<std::shared_ptr<Event>>& before) const;
 
 private:
     enum class Column
@@ -63,14 +66,9 @@ private:
     };
 
     /** What one event is compared by; which members count depends on the column. */
-    struct Key
+    struct Key : SortCell
     {
-        TimecodeKey timecode;
-        TextKey text; ///< text of the cell, cue number, or name of the character
-        double number = 0.0;
-        bool hasInPoint = false;
-        bool hasTime = false; ///< the time of the column is set
-        bool hasCharacter = false;
+        TextKey textKey; ///< of the text of the cell
     };
 
     /** What one walk through events needs to make their keys. */
@@ -81,17 +79,22 @@ private:
     };
 
     template <typename TimesOf>
-    Key keyFor (const Event& event, TimesOf timesOf, Making& making) const;
-    static Key startKeyFor (const Event& event, const EventTimes& times);
-    static Key endKeyFor (const Event& event, Making& making);
-    static TextKey cueNumberKeyFor (const Event& event, Making& making);
-    void fillCharacter (Key& key, const Event& event) const;
+    SortCell cellOf (const Event& event, TimesOf timesOf, Making& making) const;
+    static SortCell startCellOf (const Event& event, const EventTimes& times);
+    static SortCell endCellOf (const Event& event, Making& making);
+    SortCell characterCellOf (const Event& event) const;
+    Key keyOf (const SortCell& cell, Making& making) const;
 
     bool needsTimesAlone() const { return column == Column::start || column == Column::plainStart; }
     const juce::String* stringOf (const Event& event) const;
-    template <typename Items, typename TimesOf>
-    ScratchVector<Key> keysFor (const Items& events, TimesOf timesOf, Making& making) const;
-    RankedPlaces orderOf (const ScratchVector<Key>& keys, const FormerOrder& former) const;
+    template <typename Items, typename Visit>
+    void visitEach (const Items& events, Visit visit) const;
+    RankedPlaces orderOf (const ScratchVector<Key>& keys) const;
+    template <typename CellAt>
+    bool follow (FormerOrder& former, const std::vector<std::shared_ptr<Event>>& before,
+                 const EventPlaces& listed, CellAt cellAt, Making& making) const;
+    template <typename CellAt>
+    void findAnew (FormerOrder& former, const EventPlaces& listed, CellAt cellAt, Making& making) const;
 
     bool goesBeforeInWholeList (const Key& a, const Key& b) const;
     std::optional<std::uint64_t> rankInWholeList (const Key& key, std::size_t rank) const;
@@ -111,9 +114,10 @@ private:
         return descending ? b < a : a < b;
     }
 
+    juce::String sortKey;
     bool descending;
     Column column = Column::start;
-    double (*numberOf) (const Event&) = nullptr;
+    std::uint32_t (*numberOf) (const Event&) = nullptr;
     const juce::String& (*textOf) (const Event&) = nullptr;
     std::shared_ptr<ZEP::Core::ADRCharacterMap> characters;
 };

@@ -66,9 +66,6 @@ struct RankedPlace
 
 using RankedPlaces = ScratchVector<RankedPlace>;
 
-/** Which item stood where, in an order that was found before: after an edit a list mostly has the same one but for few items. */
-using FormerOrder = std::vector<std::uint32_t>;
-
 /** Orders by the ranks, equal ones by their places, where they stand in the order of these. Many are taken a digit of eleven bits after the
     other, without the bits in which none differs: in a time that grows with their number alone.
     @param spare  room for as many; several sorts may share it */
@@ -178,6 +175,43 @@ private:
     RankedPlaces::iterator spare;
 };
 
+inline std::size_t placeOf (const RankedPlace& ranked) { return ranked.place; } ///< Of an item before a sort.
+inline std::size_t placeOf (std::uint32_t place) { return place; }              ///< Of an item before a sort.
+
+/** Whether one of two places goes before the other: by their keys, and of equal ones the one that stands first.
+    @param keyAt   gives the key of a place
+    @param before  whether one key goes before another */
+template <typename KeyAt, typename Before>
+auto goingFirst (KeyAt keyAt, Before before)
+{
+    return [keyAt, before] (const auto& a, const auto& b)
+    {
+        const auto placeOfA = placeOf (a), placeOfB = placeOf (b);
+        const auto &keyOfA = keyAt (placeOfA), &keyOfB = keyAt (placeOfB);
+        return placeOfA < placeOfB ? ! before (keyOfB, keyOfA) : before (keyOfA, keyOfB);
+    };
+}
+
+/** Puts items among others that are in order, with few comparisons of these.
+    @param first      of those in order, which end at `kept`; behind them there is room up to `last`
+    @param strays     as many as the room is for, in any order; they are ordered themselves
+    @param goesFirst  whether one goes before another */
+template <typename Place, typename Stray, typename GoesFirst>
+void putAmong (Place first, Place kept, Place last, Stray strays, Stray endOfStrays, GoesFirst goesFirst)
+{
+    std::sort (strays, endOfStrays, goesFirst);
+
+    // From the end, where there is room for them.
+    while (endOfStrays != strays)
+    {
+        const auto stray = *--endOfStrays;
+        const auto place = std::upper_bound (first, kept, stray, goesFirst);
+        last = std::move_backward (place, kept, last);
+        *--last = stray;
+        kept = place;
+    }
+}
+
 /** Puts places in order of which nearly all are, in a time that grows with their number, and a little with that of those that are not.
     @param first   of those of all keys, each once, in the order that they nearly have. Of no use after a failure
     @param spare   room for as many places as are to be ordered; little of it is used
@@ -187,21 +221,14 @@ template <typename Keys, typename Before>
 bool orderNearlyOrdered (RankedPlaces::iterator first, RankedPlaces::iterator last,
                          RankedPlaces::iterator spare, const Keys& keys, Before before)
 {
-    const auto goesFirst = [&] (const RankedPlace& a, const RankedPlace& b)
-    {
-        const auto &keyOfA = keys[a.place], &keyOfB = keys[b.place];
-        return a.place < b.place ? ! before (keyOfB, keyOfA) : before (keyOfA, keyOfB);
-    };
-    constexpr std::ptrdiff_t fewOf = 32, ahead = 16;
+    const auto goesFirst = goingFirst (
+        [&keys](std::size_t place) -> const auto& { return keys[place]; }, before);
+    constexpr std::ptrdiff_t fewOf = 32;
     const auto strays = spare, noMore = spare + (last - first) / fewOf;
     auto endOfStrays = strays, kept = first;
 
     // Of two neighbours in the wrong order it doesn't show which one is out of its place: both are taken out, and the others are in order.
     for (auto each = first; each != last; ++each)
-    {
-        if (last - each > ahead)
-            __builtin_prefetch (&keys[each[ahead].place]);
-
         if (kept == first || goesFirst (kept[-1], *each))
             *kept++ = *each;
         else if (endOfStrays < noMore)
@@ -211,67 +238,44 @@ bool orderNearlyOrdered (RankedPlaces::iterator first, RankedPlaces::iterator la
         }
         else
             return false;
-    }
 
-    std::sort (strays, endOfStrays, goesFirst);
-
-    // From the end, where there is room for them.
-    for (auto room = last; endOfStrays != strays;)
-    {
-        const auto stray = *--endOfStrays;
-        const auto place = std::upper_bound (first, kept, stray, goesFirst);
-        room = std::move_backward (place, kept, room);
-        *--room = stray;
-        kept = place;
-    }
-
+    putAmong (first, kept, last, strays, endOfStrays, goesFirst);
     return true;
 }
 
 /** In which order the keys go, equal ones as they stand; mostly nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
                    or of keys that are alike in these a further one, or none, which all of them have or none has
-    @param before  whether one key goes before another, a strict weak order; decides where the ranks don't
-    @param former  an order of as many items that this may be alike, or of another number of them */
+    @param before  whether one key goes before another, a strict weak order; decides where the ranks don't */
 template <typename Keys, typename RankOf, typename Before>
-RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before, const FormerOrder& former = {})
+RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before)
 {
+    if (std::is_sorted (keys.begin(), keys.end(), before))
+        return {};
+
     RankedPlaces places; // and behind them spare room
-    const auto put = [&] (auto placeOf)
+    places.resize (2 * keys.size());
+    const auto spare = places.begin() + std::ssize (keys);
+    const auto putAsTheyStand = [&]
     {
-        places.resize (2 * keys.size());
         for (std::size_t i = 0; i < keys.size(); ++i)
-            places[i].place = placeOf (i);
+            places[i].place = i;
     };
-    const auto formerly = [&former] (std::size_t i) { return std::size_t { former[i] }; };
-    const auto asTheyStand = [] (std::size_t i) { return i; };
-    const auto spare = [&] { return places.begin() + std::ssize (keys); };
-    const auto isNearlyOrdered = [&] (auto placeOf)
-    {
-        put (placeOf);
-        return orderNearlyOrdered (places.begin(), spare(), spare(), keys, before);
-    };
+    putAsTheyStand();
 
-    if (former.size() != keys.size() || ! isNearlyOrdered (formerly))
+    if (! orderNearlyOrdered (places.begin(), spare, spare, keys, before))
     {
-        if (std::is_sorted (keys.begin(), keys.end(), before))
-            return {};
-
-        if (! isNearlyOrdered (asTheyStand))
-        {
-            put (asTheyStand);
-            PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare())
-                .sort (places.begin(), spare(), 0);
-        }
+        putAsTheyStand();
+        PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare).sort (places.begin(), spare, 0);
     }
 
     places.resize (keys.size());
     return places;
 }
 
-/** Puts the items, in any vector, where stableOrderOf() wants them. */
-template <typename Items>
-void rearrange (Items& items, const RankedPlaces& order)
+/** Puts the items, in any vector, where an order wants them: one of stableOrderOf(), or of their places. */
+template <typename Items, typename Order>
+void rearrange (Items& items, const Order& order)
 {
     if (order.empty())
         return;
@@ -280,7 +284,7 @@ void rearrange (Items& items, const RankedPlaces& order)
     sorted.reserve (items.size());
 
     for (const auto& each : order)
-        sorted.push_back (std::move (items[each.place]));
+        sorted.push_back (std::move (items[placeOf (each)]));
 
     if constexpr (std::is_same_v<Items, decltype (sorted)>)
         items.swap (sorted);

@@ -201,6 +201,38 @@ TEST_F (EventArrayOrderPropertyTest, aListThatIsEditedOverAndOverStandsLikeAFres
         });
 }
 
+TEST_F (EventArrayOrderPropertyTest, aListWhoseSurroundingsChangeStandsLikeAFreshOne)
+{
+    underEachOrder (
+        8, 60,
+        [] (RandomEvents& random, EventArray& list, const EventArray::Events& events, const Order& order)
+        {
+            sortUnder (list, order.key, order.down);
+            const auto cast = Event::getADRCharacterMap();
+
+            for (unsigned int round = 0; round < 10; ++round)
+            {
+                switch (round % 5)
+                {
+                    case 0: retime (events, order.seed + round + 1); break;
+                    case 1:
+                        random.oneOf (cast->characters())->name = "N" + juce::String (random.below (5));
+                        break;
+                    case 2: random.shuffle (list.filteredEvents); break; // it is public
+                    case 3: random.shuffle (list.events); break;
+                    case 4: list.filterParameters[EventTextFilterKey] = round == 4 ? "Go" : ""; break;
+                }
+
+                list.sortContentAndUpdateFilteredEvents();
+                const auto fresh = listOf ({});
+                fresh->events = list.events;
+                fresh->filterParameters = list.filterParameters;
+                sortUnder (*fresh, order.key, order.down);
+                ASSERT_TRUE (list.sortedFilteredEvents == fresh->sortedFilteredEvents) << "round " << round;
+            }
+        });
+}
+
 TEST_F (EventArrayOrderPropertyTest, theListedEventsStandByTimecode)
 {
     for (unsigned int seed = 1; seed <= 40; ++seed)
