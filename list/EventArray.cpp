@@ -23,11 +23,7 @@ using ZEP::Core::TimeInfo;
 using ZEP::Core::UndoableAction;
 using ZEP::Core::UndoRedoHelpers;
 
-EventArray::EventArray()
-    : sortKey (EventKeyValueEditor::KV_StartTCString),
-      formerOrder (std::make_unique<FormerOrder>())
-{
-}
+EventArray::EventArray() : sortKey (EventKeyValueEditor::KV_StartTCString) {}
 
 EventArray::EventArray (std::shared_ptr<Event> fadeIn, std::shared_ptr<Event> fadeOut) : EventArray()
 {
@@ -233,6 +229,7 @@ void store (const EventPlaces& places, Target&... targets)
     {
         const auto next = begin + askedTogether;
 
+        // The list, the events, their counts: each leads to the next.
         for (auto i = next + askedTogether; i < std::min (next + 2 * askedTogether, number); ++i)
             fetch (places[i]);
         for (auto i = next; i < std::min (next + askedTogether, length); ++i)
@@ -255,11 +252,14 @@ void EventArray::sortContentAndUpdateFilteredEvents()
 
     if (const EventSortOrder order (sortKey, sortDescending); order.isHeldByTimes (listed, times))
     {
-        *formerOrder = {};
+        formerOrder.reset();
         store (listed, filteredEvents, sortedFilteredEvents);
     }
     else
     {
+        if (formerOrder == nullptr || formerOrder.use_count() > 1) // a copy of this list has it too
+            formerOrder = std::make_shared<FormerOrder>();
+
         auto shown = listed;
         order.sort (shown, times, *formerOrder, filteredEvents);
         makeRoom (shown.size(), sortedFilteredEvents); // both lists or neither

@@ -211,7 +211,7 @@ private:
     void sortSelectionByTimecode();
 
     EventPositions positions;                 ///< of sortedFilteredEvents
-    std::unique_ptr<FormerOrder> formerOrder; ///< of these too; empty if they stand as filteredEvents do
+    std::shared_ptr<FormerOrder> formerOrder; ///< of these too; null if the times alone have shown it
     std::string newerFields;                  ///< what a newer version has stored with this list, kept for it
 };
 

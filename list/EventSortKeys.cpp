@@ -322,7 +322,7 @@ const juce::String* EventSortOrder::stringOf (const Event& event) const
 
 /** Shows each of the events to `visit`; see visitAhead(). */
 template <typename Items, typename Visit>
-void EventSortOrder::visitEach (const Items& events, Visit visit) const
+void EventSortOrder::visitEach (const Items& events, Visit visit, bool readsTexts) const
 {
     const auto ask = [&] (const Event& event)
     {
@@ -333,7 +333,7 @@ void EventSortOrder::visitEach (const Items& events, Visit visit) const
     };
     const auto askMore = [&] (const Event& event)
     {
-        if (const auto* string = stringOf (event))
+        if (const auto* string = readsTexts ? stringOf (event) : nullptr)
             fetch (string->getCharPointer().getAddress());
     };
     visitAhead (events, visit, ask, askMore);
@@ -351,12 +351,14 @@ void EventSortOrder::sort (std::vector<std::shared_ptr<Event>>& events) const
     Making making;
     ScratchVector<Key> keys;
     keys.reserve (events.size());
-    visitEach (events,
-               [&] (const std::shared_ptr<Event>& event)
-               {
-                   const auto timesOf = [&] { return EventTimes (*event, making.timecodes); };
-                   keys.push_back (keyOf (cellOf (*event, timesOf, making), making));
-               });
+    visitEach (
+        events,
+        [&] (const std::shared_ptr<Event>& event)
+        {
+            const auto timesOf = [&] { return EventTimes (*event, making.timecodes); };
+            keys.push_back (keyOf (cellOf (*event, timesOf, making), making));
+        },
+        true);
     rearrange (events, orderOf (keys));
 }
 
@@ -388,14 +390,31 @@ bool EventSortOrder::follow (FormerOrder& former, const std::vector<std::shared_
         return false;
 
     std::size_t number = 0;
-    visitEach (listed, [&] (EventPlace place) { former.update (number++, cellAt (place)); });
+    visitEach (
+        listed, [&] (EventPlace place) { former.update (number++, cellAt (place)); },
+        column == Column::character); // whose identifier leads to the name
 
     if (former.hasTooManyStrays())
         return false;
 
-    former.putStrays (goingFirst ([&] (std::size_t place) { return keyOf (cellAt (listed[place]), making); },
-                                  [this] (const Key& a, const Key& b)
-                                  { return goesBeforeInWholeList (a, b); }));
+    const auto strays = former.takeStraysOut();
+    std::vector<Key> keysOfStrays;
+    for (const auto place : strays)
+        keysOfStrays.push_back (keyOf (cellAt (listed[place]), making));
+
+    // Of two events that are compared at least one is a stray.
+    Making makingForOther;
+    const auto keyAt = [&] (std::size_t place)
+    {
+        const auto stray = std::lower_bound (strays.begin(), strays.end(), place);
+        if (stray != strays.end() && *stray == place)
+            return keysOfStrays[static_cast<std::size_t> (stray - strays.begin())];
+
+        makingForOther.texts.clear();
+        return keyOf (cellAt (listed[place]), makingForOther);
+    };
+    former.putStrays (
+        goingFirst (keyAt, [this] (const Key& a, const Key& b) { return goesBeforeInWholeList (a, b); }));
     return true;
 }
 
@@ -406,13 +425,15 @@ void EventSortOrder::findAnew (FormerOrder& former, const EventPlaces& listed, C
     ScratchVector<Key> keys;
     keys.reserve (listed.size());
     former.begin (sortKey, descending, listed.size());
-    visitEach (listed,
-               [&] (EventPlace place)
-               {
-                   const auto cell = cellAt (place);
-                   former.add (cell);
-                   keys.push_back (keyOf (cell, making));
-               });
+    visitEach (
+        listed,
+        [&] (EventPlace place)
+        {
+            const auto cell = cellAt (place);
+            former.add (cell);
+            keys.push_back (keyOf (cell, making));
+        },
+        true);
     former.end (orderOf (keys));
 }
 

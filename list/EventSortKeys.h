@@ -25,7 +25,7 @@ namespace ZEP::Overmarks
 
 /** The order of a cue table under one sort column and direction.
 
-    Keys are made once for each event of a sort; comparing two keys gives the order that comparing the texts of the cells
+    Keys are made once for each event of a list that is sorted anew; comparing two keys gives the order that comparing the texts of the cells
     would give. Two orders come out of the same keys: goesBefore() is the rule of the column for two events, as a table
     asks it; sort() needs an order that holds together over a whole list, so there an event with only one of its two times
     has a fixed place instead of one that depends on its neighbour.
@@ -88,7 +88,7 @@ private:
     bool needsTimesAlone() const { return column == Column::start || column == Column::plainStart; }
     const juce::String* stringOf (const Event& event) const;
     template <typename Items, typename Visit>
-    void visitEach (const Items& events, Visit visit) const;
+    void visitEach (const Items& events, Visit visit, bool readsTexts) const;
     RankedPlaces orderOf (const ScratchVector<Key>& keys) const;
     template <typename CellAt>
     bool follow (FormerOrder& former, const std::vector<std::shared_ptr<Event>>& before,

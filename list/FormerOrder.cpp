@@ -4,6 +4,8 @@
 #include "list/ScratchMemory.h"
 
 #include <algorithm>
+#include <clocale>
+#include <locale.h>
 #include <numeric>
 #include <span>
 #include <utility>
@@ -16,12 +18,22 @@ namespace
 
 constexpr std::uint32_t nowhere = 0xffffffff;
 
+/** Nothing for a locale of this thread alone, which couldn't be told from another one. */
+std::optional<std::string> localeOfLetters()
+{
+    if (::uselocale (nullptr) != LC_GLOBAL_LOCALE)
+        return std::nullopt;
+
+    const auto* const name = std::setlocale (LC_CTYPE, nullptr);
+    return name != nullptr ? std::optional (std::string (name)) : std::nullopt;
+}
+
 using NewPlaces = ScratchVector<std::uint32_t>;
 
 /** Where the events of a list stand in another one, as far as they stand in the same order there.
     @returns nothing where more than so many of either list aren't found in the other */
-NewPlaces placesIn (const EventPlaces& now, const std::vector<std::shared_ptr<Event>>& before,
-                    std::size_t mostUnfound)
+std::optional<NewPlaces> placesIn (const EventPlaces& now, const std::vector<std::shared_ptr<Event>>& before,
+                                   std::size_t mostUnfound)
 {
     constexpr std::size_t reach = 32; // so many neighbours that come or go together are recognised
     std::size_t i = 0, j = 0, unfound = 0;
@@ -59,7 +71,7 @@ NewPlaces placesIn (const EventPlaces& now, const std::vector<std::shared_ptr<Ev
     }
 
     passOver (before.size() - i, now.size() - j);
-    return unfound <= mostUnfound ? std::move (places) : NewPlaces();
+    return unfound <= mostUnfound ? std::optional (std::move (places)) : std::nullopt;
 }
 
 } // namespace
@@ -93,6 +105,7 @@ void FormerOrder::begin (const juce::String& sortKey, bool descending, std::size
 {
     columnKey = sortKey;
     isDescending = descending;
+    locale = localeOfLetters();
     noted.clear();
     shown.clear();
     strays.clear();
@@ -116,7 +129,8 @@ void FormerOrder::end (const RankedPlaces& order)
 
 bool FormerOrder::isOf (const juce::String& sortKey, bool descending) const
 {
-    return columnKey == sortKey && isDescending == descending;
+    return columnKey == sortKey && isDescending == descending && locale.has_value()
+           && locale == localeOfLetters();
 }
 
 bool FormerOrder::follow (const std::vector<std::shared_ptr<Event>>& before, const EventPlaces& listed)
@@ -124,11 +138,12 @@ bool FormerOrder::follow (const std::vector<std::shared_ptr<Event>>& before, con
     if (shown.empty() || shown.size() != before.size())
         return false;
 
-    const auto places = placesIn (listed, before, mostStrays (listed.size()));
+    const auto found = placesIn (listed, before, mostStrays (listed.size()));
 
-    if (places.empty())
+    if (! found.has_value())
         return false;
 
+    const auto& places = *found;
     std::uint32_t next = 0;
     const bool isEachWhereItWas = places.size() == listed.size()
                                   && std::all_of (places.begin(), places.end(),
@@ -142,7 +157,8 @@ bool FormerOrder::follow (const std::vector<std::shared_ptr<Event>>& before, con
 
 void FormerOrder::moveTo (std::span<const std::uint32_t> newPlaces, std::size_t number)
 {
-    std::vector<Noted> moved (number);
+    ScratchVector<Noted> moved;
+    moved.resize (number);
     ScratchVector<bool> isNoted;
     isNoted.resize (number);
 
@@ -166,15 +182,14 @@ void FormerOrder::moveTo (std::span<const std::uint32_t> newPlaces, std::size_t 
 
 void FormerOrder::update (std::size_t place, const SortCell& cell)
 {
-    if (noted[place].isSame (cell))
+    if (noted[place].isSame (cell) || hasTooManyStrays())
         return;
 
     noted[place] = Noted (cell);
     strays.push_back (static_cast<std::uint32_t> (place));
 }
 
-/** Leaves room for them at the end of those that are shown. @returns the number of the others */
-std::ptrdiff_t FormerOrder::takeStraysOut()
+std::span<const std::uint32_t> FormerOrder::takeStraysOut()
 {
     ScratchVector<bool> isStray;
     isStray.resize (noted.size());
@@ -186,9 +201,7 @@ std::ptrdiff_t FormerOrder::takeStraysOut()
     strays.erase (std::unique (strays.begin(), strays.end()), strays.end());
 
     std::erase_if (shown, [&isStray] (std::uint32_t place) { return isStray[place]; });
-    const auto kept = std::ssize (shown);
-    shown.resize (noted.size());
-    return kept;
+    return strays;
 }
 
 } // namespace ZEP::Overmarks

@@ -3,6 +3,7 @@
 
 #include "event/Event.h"
 #include "list/EventPlace.h"
+#include "list/ScratchMemory.h"
 #include "list/StableSort.h"
 #include "list/TimecodeKey.h"
 
@@ -12,7 +13,9 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace ZEP::Overmarks
@@ -48,26 +51,33 @@ public:
 
     // ---- an order after an edit --------------------------------------------------------------------------------------
 
+    /** Whether it is of this column and direction, and of the process's locale. */
     [[nodiscard]] bool isOf (const juce::String& sortKey, bool descending) const;
 
-    /** Finds where the events stand in the list now. After it, update() is called for each of them, and then putStrays().
+    /** Finds where the events stand in the list now. After it come update() for each of them, hasTooManyStrays(), takeStraysOut() and
+        putStrays().
         @param before  the list as it stood. Any other does no harm: what isn't as it was is found out
         @returns false, and has changed nothing, where so many have come, gone or moved that it doesn't pay */
     [[nodiscard]] bool follow (const std::vector<std::shared_ptr<Event>>& before, const EventPlaces& listed);
 
-    void update (std::size_t place,
-                 const SortCell& cell); ///< What the event at this place of the list says now.
+    /** Notes what the event at this place of the list says now; no more, once there are too many strays. */
+    void update (std::size_t place, const SortCell& cell);
 
     /** Whether so many have come or say something else that it doesn't pay to look where each of them belongs. */
     [[nodiscard]] bool hasTooManyStrays() const noexcept { return strays.size() > mostStrays (noted.size()); }
 
-    /** Puts those that have come, have moved or say something else where they belong.
+    /** @returns the places in the list, from its beginning, of those that have come, have moved or say something else; until putStrays() */
+    [[nodiscard]] std::span<const std::uint32_t> takeStraysOut();
+
+    /** Puts these where they belong.
         @param goesFirst  whether the event at one place of the list goes before that at another one; never of equal places */
     template <typename GoesFirst>
     void putStrays (GoesFirst goesFirst)
     {
-        const auto kept = takeStraysOut();
-        putAmong (shown.begin(), shown.begin() + kept, shown.end(), strays.begin(), strays.end(), goesFirst);
+        auto places = strays;
+        const auto kept = std::ssize (shown);
+        shown.resize (noted.size());
+        putAmong (shown.begin(), shown.begin() + kept, shown.end(), places.begin(), places.end(), goesFirst);
         strays.clear();
     }
 
@@ -90,15 +100,15 @@ private:
         bool hasCharacter = false;
     };
 
-    static constexpr std::size_t mostStrays (std::size_t number) { return number / 512 + 16; }
+    static constexpr std::size_t mostStrays (std::size_t number) { return number / 128 + 16; }
 
     void moveTo (std::span<const std::uint32_t> newPlaces, std::size_t number);
-    std::ptrdiff_t takeStraysOut();
 
     juce::String columnKey;
     bool isDescending = false;
-    std::vector<Noted> noted;         ///< of each event, in the order of the list
-    std::vector<std::uint32_t> shown; ///< their places in the list, in the order of the column
+    std::optional<std::string> locale; ///< which tells what letters are one in the order of cue numbers
+    ScratchVector<Noted> noted;        ///< of each event, in the order of the list
+    std::vector<std::uint32_t> shown;  ///< their places in the list, in the order of the column
     std::vector<std::uint32_t> strays;
 };
 

@@ -175,8 +175,14 @@ private:
     RankedPlaces::iterator spare;
 };
 
-inline std::size_t placeOf (const RankedPlace& ranked) { return ranked.place; } ///< Of an item before a sort.
-inline std::size_t placeOf (std::uint32_t place) { return place; }              ///< Of an item before a sort.
+inline std::size_t formerPlace (const RankedPlace& item)
+{
+    return item.place;
+} ///< Where it stands before a sort.
+inline std::size_t formerPlace (std::uint32_t place)
+{
+    return place;
+} ///< Of an item that is known by its place.
 
 /** Whether one of two places goes before the other: by their keys, and of equal ones the one that stands first.
     @param keyAt   gives the key of a place
@@ -186,16 +192,15 @@ auto goingFirst (KeyAt keyAt, Before before)
 {
     return [keyAt, before] (const auto& a, const auto& b)
     {
-        const auto placeOfA = placeOf (a), placeOfB = placeOf (b);
+        const auto placeOfA = formerPlace (a), placeOfB = formerPlace (b);
         const auto &keyOfA = keyAt (placeOfA), &keyOfB = keyAt (placeOfB);
         return placeOfA < placeOfB ? ! before (keyOfB, keyOfA) : before (keyOfA, keyOfB);
     };
 }
 
 /** Puts items among others that are in order, with few comparisons of these.
-    @param first      of those in order, which end at `kept`; behind them there is room up to `last`
-    @param strays     as many as the room is for, in any order; they are ordered themselves
-    @param goesFirst  whether one goes before another */
+    @param first   of those in order, which end at `kept`; behind them there is room up to `last`
+    @param strays  as many as the room is for, in any order; they are ordered themselves */
 template <typename Place, typename Stray, typename GoesFirst>
 void putAmong (Place first, Place kept, Place last, Stray strays, Stray endOfStrays, GoesFirst goesFirst)
 {
@@ -213,8 +218,8 @@ void putAmong (Place first, Place kept, Place last, Stray strays, Stray endOfStr
 }
 
 /** Puts places in order of which nearly all are, in a time that grows with their number, and a little with that of those that are not.
-    @param first   of those of all keys, each once, in the order that they nearly have. Of no use after a failure
-    @param spare   room for as many places as are to be ordered; little of it is used
+    @param first  of those of all keys, as they stand. Of no use after a failure
+    @param spare  room for as many; little of it is used
     @param before  whether one key goes before another
     @returns false where too many are out of order, which mostly shows soon */
 template <typename Keys, typename Before>
@@ -243,7 +248,7 @@ bool orderNearlyOrdered (RankedPlaces::iterator first, RankedPlaces::iterator la
     return true;
 }
 
-/** In which order the keys go, equal ones as they stand; mostly nothing if they stand in it already.
+/** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
                    or of keys that are alike in these a further one, or none, which all of them have or none has
     @param before  whether one key goes before another, a strict weak order; decides where the ranks don't */
@@ -284,7 +289,7 @@ void rearrange (Items& items, const Order& order)
     sorted.reserve (items.size());
 
     for (const auto& each : order)
-        sorted.push_back (std::move (items[placeOf (each)]));
+        sorted.push_back (std::move (items[formerPlace (each)]));
 
     if constexpr (std::is_same_v<Items, decltype (sorted)>)
         items.swap (sorted);

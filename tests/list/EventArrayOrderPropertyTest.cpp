@@ -104,6 +104,15 @@ protected:
         }
     }
 
+    static void swapTwo (RandomEvents& random, EventArray::Events& events)
+    {
+        const auto any = [&]() -> auto&
+        {
+            return events[static_cast<std::size_t> (random.below (static_cast<int> (events.size())))];
+        };
+        std::swap (any(), any());
+    }
+
     /** Oddly timed events without two alike: other cue numbers and times everywhere. */
     static EventArray::Events oddEvents (RandomEvents& random, int number)
     {
@@ -210,17 +219,18 @@ TEST_F (EventArrayOrderPropertyTest, aListWhoseSurroundingsChangeStandsLikeAFres
             sortUnder (list, order.key, order.down);
             const auto cast = Event::getADRCharacterMap();
 
-            for (unsigned int round = 0; round < 10; ++round)
+            for (unsigned int round = 0; round < 12; ++round)
             {
-                switch (round % 5)
+                switch (round % 6)
                 {
                     case 0: retime (events, order.seed + round + 1); break;
                     case 1:
                         random.oneOf (cast->characters())->name = "N" + juce::String (random.below (5));
                         break;
-                    case 2: random.shuffle (list.filteredEvents); break; // it is public
-                    case 3: random.shuffle (list.events); break;
-                    case 4: list.filterParameters[EventTextFilterKey] = round == 4 ? "Go" : ""; break;
+                    case 2: swapTwo (random, list.filteredEvents); break; // they are public
+                    case 3: swapTwo (random, list.sortedFilteredEvents); break;
+                    case 4: list.addEvent (random.oneOf (events), false); break; // it stands there twice
+                    case 5: list.filterParameters[EventTextFilterKey] = round == 5 ? "Go" : ""; break;
                 }
 
                 list.sortContentAndUpdateFilteredEvents();

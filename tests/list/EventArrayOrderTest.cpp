@@ -7,6 +7,7 @@
 #include "support/PrintEvents.h"
 #include "support/SlowSortOrder.h"
 
+#include <clocale>
 #include <functional>
 #include <gmock/gmock.h>
 #include <limits>
@@ -429,6 +430,60 @@ TEST_F (EventArrayOrderTest, equalCueNumbersStandByInPointWhereTheListStandsBySt
 }
 
 // ---- characters --------------------------------------------------------------------------------------------------------
+
+TEST_F (EventArrayOrderTest, cuesThatSayWhatTheySaidAreNotComparedAgain)
+{
+    const auto list =
+        listOf ({ with (cue ("1", 0), "text", rich ("b")), with (cue ("2", 100), "text", rich ("d")),
+                  with (cue ("3", 200), "text", rich ("c")) });
+    list->sortKey = Keys::KV_Text;
+    list->sortContentAndUpdateFilteredEvents();
+    ASSERT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("1", "3", "2"));
+
+    // What no edit does: another letter behind the text's back, so that a comparison would show.
+    list->filteredEvents[2]->getText().getText().getCharPointer().write ('z');
+    setField (*list->filteredEvents[0], "text", rich ("e"));
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("3", "2", "1"));
+
+    list->sortDescending = true; // now all are
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("3", "1", "2"));
+}
+
+TEST_F (EventArrayOrderTest, aCopyOfAListIsSortedByItself)
+{
+    const auto list =
+        listOf ({ with (cue ("1", 0), "text", rich ("b")), with (cue ("2", 100), "text", rich ("a")) });
+    list->sortKey = Keys::KV_Text;
+    list->sortContentAndUpdateFilteredEvents();
+
+    EventArray copy (*list);
+    copy.addEvent (with (cue ("3", 50), "text", rich ("c")), false);
+    copy.sortContentAndUpdateFilteredEvents();
+    setField (*list->filteredEvents[1], "text", rich ("d"));
+    list->sortContentAndUpdateFilteredEvents();
+    copy.sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("1", "2"));
+    EXPECT_THAT (namesOf (copy.sortedFilteredEvents), ElementsAre ("1", "3", "2"));
+}
+
+TEST_F (EventArrayOrderTest, cueNumbersAreComparedAgainUnderAnotherLocale)
+{
+    const std::string present = std::setlocale (LC_CTYPE, nullptr);
+    const juce::ScopeGuard restore { [&present] { std::setlocale (LC_CTYPE, present.c_str()); } };
+    std::setlocale (LC_CTYPE, "C");
+    const auto list =
+        listOf ({ cue (juce::CharPointer_UTF8 ("é1"), 0), cue (juce::CharPointer_UTF8 ("É1"), 100) });
+    list->sortKey = Keys::KV_CueNumber;
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("É1", "é1"));
+
+    ASSERT_NE (std::setlocale (LC_CTYPE, "C.UTF-8"), nullptr);
+    list->sortContentAndUpdateFilteredEvents();
+    EXPECT_THAT (namesOf (list->sortedFilteredEvents), ElementsAre ("é1", "É1"))
+        << "they are the same, and go by time";
+}
 
 TEST_F (EventArrayOrderTest, charactersStandByNameWithSilentEventsBehind)
 {

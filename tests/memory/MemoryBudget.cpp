@@ -3,6 +3,7 @@
 
 #include <malloc.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
@@ -31,8 +32,9 @@ void* allocate (std::size_t size, std::align_val_t alignment = usual) noexcept
 
     void* memory = nullptr;
     const auto wanted = size > 0 ? size : 1;
+    const auto boundary = std::max (static_cast<std::size_t> (alignment), sizeof (void*)); // it takes no less
 
-    if (::posix_memalign (&memory, static_cast<std::size_t> (alignment), wanted) != 0)
+    if (::posix_memalign (&memory, boundary, wanted) != 0)
         return nullptr;
 
     spend (memory, 1);
