@@ -83,7 +83,8 @@ TEST (OutputFileNames, aBaseNameThatLeavesNoRoomIsKeptAndTheCharactersNameIsNot)
     for (const std::size_t length : { 250u, 300u })
         EXPECT_EQ (fileOf ("Ann", std::string (length, 'b')), std::string (length, 'b') + "_.csv");
 
-    EXPECT_EQ (fileOf ("Ann", std::string (249, 'b')), std::string (249, 'b') + "_A.csv");
+    const std::string base (249, 'b');
+    EXPECT_EQ (fileOf ("Ann", base), base + "_A.csv");
 }
 
 TEST (OutputFileNames, aNameOfFittingLengthStaysWhole)
