@@ -194,17 +194,43 @@ void makeRoom (std::size_t number, EventArray::Events& target)
         target.reserve (std::max (number, 2 * target.capacity()));
 }
 
+/** After an edit mostly one event stands elsewhere, has come or has gone, and the others up to there stand one place farther. They are moved:
+    one that is copied instead is written to. @param first  the first that isn't as wanted. @param end  behind the last one */
+void shift (EventArray::Events& target, const EventPlaces& wanted, std::size_t first, std::size_t end)
+{
+    const auto at = [&target] (std::size_t i) { return target.begin() + static_cast<std::ptrdiff_t> (i); };
+    const auto last = std::min (end, target.size());
+
+    if (last < first + 2)
+        return;
+    if (first < wanted.size() && target[first + 1] == *wanted[first])
+        std::rotate (at (first), at (first + 1), at (last));
+    else if (first + 1 < wanted.size() && target[first] == *wanted[first + 1])
+        std::rotate (at (first), at (last - 1), at (last));
+}
+
 /** Makes vectors hold these events, touching only where they hold others. Each event that is taken or let go is written to. */
 template <typename... Target>
 void store (const EventPlaces& places, Target&... targets)
 {
     const auto number = places.size();
-    const auto length = std::max ({ number, targets.size()... });
     (makeRoom (number, targets), ...); // without memory for all of them, none is touched
     (targets.resize (std::max (targets.size(), number)), ...);
 
     const auto isToChange = [&] (const EventArray::Events& target, std::size_t i)
     { return i < target.size() && (i >= number || target[i] != *places[i]); };
+    const auto isAnyToChange = [&] (std::size_t i) { return (isToChange (targets, i) || ...); };
+    std::size_t first = 0, end = std::max ({ targets.size()... });
+
+    for (; first < end && ! isAnyToChange (first); ++first)
+        if (first + askedTogether < number)
+            fetch (places[first + askedTogether]);
+
+    while (first < end && ! isAnyToChange (end - 1))
+        --end;
+
+    (shift (targets, places, first, end), ...);
+
     const auto askFor = [&] (const EventArray::Events& target, std::size_t i)
     {
         if (! isToChange (target, i))
@@ -225,16 +251,16 @@ void store (const EventPlaces& places, Target&... targets)
             target[i].reset();
     };
 
-    for (std::size_t begin = 0; begin < length; begin += askedTogether)
+    for (auto begin = first; begin < end; begin += askedTogether)
     {
         const auto next = begin + askedTogether;
 
         // The list, the events, their counts: each leads to the next.
         for (auto i = next + askedTogether; i < std::min (next + 2 * askedTogether, number); ++i)
             fetch (places[i]);
-        for (auto i = next; i < std::min (next + askedTogether, length); ++i)
+        for (auto i = next; i < std::min (next + askedTogether, end); ++i)
             (askFor (targets, i), ...);
-        for (auto i = begin; i < std::min (next, length); ++i)
+        for (auto i = begin; i < std::min (next, end); ++i)
             (putInto (targets, i), ...);
     }
 
@@ -260,8 +286,7 @@ void EventArray::sortContentAndUpdateFilteredEvents()
         if (formerOrder == nullptr || formerOrder.use_count() > 1) // a copy of this list has it too
             formerOrder = std::make_shared<FormerOrder>();
 
-        auto shown = listed;
-        order.sort (shown, times, *formerOrder, filteredEvents);
+        const auto shown = order.sorted (listed, times, *formerOrder, filteredEvents);
         makeRoom (shown.size(), sortedFilteredEvents); // both lists or neither
         store (listed, filteredEvents);
         store (shown, sortedFilteredEvents);

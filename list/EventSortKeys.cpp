@@ -437,8 +437,8 @@ void EventSortOrder::findAnew (FormerOrder& former, const EventPlaces& listed, C
     former.end (orderOf (keys));
 }
 
-void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former,
-                           const std::vector<std::shared_ptr<Event>>& before) const
+EventPlaces EventSortOrder::sorted (const EventPlaces& listed, const ListedTimes& times, FormerOrder& former,
+                                    const std::vector<std::shared_ptr<Event>>& before) const
 {
     Making making;
     const auto cellAt = [&] (EventPlace place)
@@ -451,8 +451,13 @@ void EventSortOrder::sort (EventPlaces& listed, const ListedTimes& times, Former
     if (! follow (order, before, listed, cellAt, making))
         findAnew (order, listed, cellAt, making);
 
-    rearrange (listed, order.places());
+    EventPlaces shown;
+    shown.reserve (listed.size());
+    for (const auto place : order.places())
+        shown.push_back (listed[place]);
+
     former = std::move (order);
+    return shown;
 }
 
 } // namespace ZEP::Overmarks

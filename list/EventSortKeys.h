@@ -46,11 +46,11 @@ public:
         @param times  those of that list */
     bool isHeldByTimes (const EventPlaces& listed, const ListedTimes& times) const;
 
-    /** Orders events of a list that isHeldByTimes() has found in another order.
+    /** Events of a list that isHeldByTimes() has found in another order, in this one.
         @param former  the order that was found the last time; becomes the one that is found now
         @param before  the events as they were listed then */
-    void sort (EventPlaces& listed, const ListedTimes& times, FormerOrder& former,
-               const std::vector<std::shared_ptr<Event>>& before) const;
+    EventPlaces sorted (const EventPlaces& listed, const ListedTimes& times, FormerOrder& former,
+                        const std::vector<std::shared_ptr<Event>>& before) const;
 
 private:
     enum class Column

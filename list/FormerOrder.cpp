@@ -138,21 +138,18 @@ bool FormerOrder::follow (const std::vector<std::shared_ptr<Event>>& before, con
     if (shown.empty() || shown.size() != before.size())
         return false;
 
-    const auto found = placesIn (listed, before, mostStrays (listed.size()));
+    const auto areSame = [] (const std::shared_ptr<Event>& event, EventPlace place)
+    { return event == *place; };
 
-    if (! found.has_value())
-        return false;
+    if (std::equal (before.begin(), before.end(), listed.begin(), listed.end(), areSame))
+        return true; // as mostly
 
-    const auto& places = *found;
-    std::uint32_t next = 0;
-    const bool isEachWhereItWas = places.size() == listed.size()
-                                  && std::all_of (places.begin(), places.end(),
-                                                  [&next] (std::uint32_t place) { return place == next++; });
+    const auto places = placesIn (listed, before, mostStrays (listed.size()));
 
-    if (! isEachWhereItWas)
-        moveTo (places, listed.size());
+    if (places.has_value())
+        moveTo (*places, listed.size());
 
-    return true;
+    return places.has_value();
 }
 
 void FormerOrder::moveTo (std::span<const std::uint32_t> newPlaces, std::size_t number)

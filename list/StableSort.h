@@ -278,9 +278,9 @@ RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before)
     return places;
 }
 
-/** Puts the items, in any vector, where an order wants them: one of stableOrderOf(), or of their places. */
-template <typename Items, typename Order>
-void rearrange (Items& items, const Order& order)
+/** Puts the items, in any vector, where stableOrderOf() wants them. */
+template <typename Items>
+void rearrange (Items& items, const RankedPlaces& order)
 {
     if (order.empty())
         return;
@@ -289,7 +289,7 @@ void rearrange (Items& items, const Order& order)
     sorted.reserve (items.size());
 
     for (const auto& each : order)
-        sorted.push_back (std::move (items[formerPlace (each)]));
+        sorted.push_back (std::move (items[each.place]));
 
     if constexpr (std::is_same_v<Items, decltype (sorted)>)
         items.swap (sorted);
