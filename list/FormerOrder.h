@@ -3,8 +3,8 @@
 
 #include "event/Event.h"
 #include "list/EventPlace.h"
+#include "list/NearlyOrdered.h"
 #include "list/ScratchMemory.h"
-#include "list/StableSort.h"
 #include "list/TimecodeKey.h"
 
 #include <juce_core/juce_core.h>

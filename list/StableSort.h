@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-only
 #pragma once
 
+#include "list/NearlyOrdered.h"
 #include "list/ScratchMemory.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -54,17 +54,6 @@ void stableSortOfRuns (Place first, Place last, Before before)
         ends.swap (merged);
     }
 }
-
-/** Where an item stands before a sort, and a number that it is compared by. */
-struct RankedPlace
-{
-    std::uint64_t rank;
-    std::size_t place;
-
-    auto operator<=> (const RankedPlace&) const = default;
-};
-
-using RankedPlaces = ScratchVector<RankedPlace>;
 
 /** Orders by the ranks, equal ones by their places, where they stand in the order of these. Many are taken a digit of eleven bits after the
     other, without the bits in which none differs: in a time that grows with their number alone.
@@ -175,79 +164,6 @@ private:
     RankedPlaces::iterator spare;
 };
 
-inline std::size_t formerPlace (const RankedPlace& item)
-{
-    return item.place;
-} ///< Where it stands before a sort.
-inline std::size_t formerPlace (std::uint32_t place)
-{
-    return place;
-} ///< Of an item that is known by its place.
-
-/** Whether one of two places goes before the other: by their keys, and of equal ones the one that stands first.
-    @param keyAt   gives the key of a place
-    @param before  whether one key goes before another */
-template <typename KeyAt, typename Before>
-auto goingFirst (KeyAt keyAt, Before before)
-{
-    return [keyAt, before] (const auto& a, const auto& b)
-    {
-        const auto placeOfA = formerPlace (a), placeOfB = formerPlace (b);
-        const auto &keyOfA = keyAt (placeOfA), &keyOfB = keyAt (placeOfB);
-        return placeOfA < placeOfB ? ! before (keyOfB, keyOfA) : before (keyOfA, keyOfB);
-    };
-}
-
-/** Puts items among others that are in order, with few comparisons of these.
-    @param first   of those in order, which end at `kept`; behind them there is room up to `last`
-    @param strays  as many as the room is for, in any order; they are ordered themselves */
-template <typename Place, typename Stray, typename GoesFirst>
-void putAmong (Place first, Place kept, Place last, Stray strays, Stray endOfStrays, GoesFirst goesFirst)
-{
-    std::sort (strays, endOfStrays, goesFirst);
-
-    // From the end, where there is room for them.
-    while (endOfStrays != strays)
-    {
-        const auto stray = *--endOfStrays;
-        const auto place = std::upper_bound (first, kept, stray, goesFirst);
-        last = std::move_backward (place, kept, last);
-        *--last = stray;
-        kept = place;
-    }
-}
-
-/** Puts places in order of which nearly all are, in a time that grows with their number, and a little with that of those that are not.
-    @param first  of those of all keys, as they stand. Of no use after a failure
-    @param spare  room for as many; little of it is used
-    @param before  whether one key goes before another
-    @returns false where too many are out of order, which mostly shows soon */
-template <typename Keys, typename Before>
-bool orderNearlyOrdered (RankedPlaces::iterator first, RankedPlaces::iterator last,
-                         RankedPlaces::iterator spare, const Keys& keys, Before before)
-{
-    const auto goesFirst = goingFirst (
-        [&keys](std::size_t place) -> const auto& { return keys[place]; }, before);
-    constexpr std::ptrdiff_t fewOf = 32;
-    const auto strays = spare, noMore = spare + (last - first) / fewOf;
-    auto endOfStrays = strays, kept = first;
-
-    // Of two neighbours in the wrong order it doesn't show which one is out of its place: both are taken out, and the others are in order.
-    for (auto each = first; each != last; ++each)
-        if (kept == first || goesFirst (kept[-1], *each))
-            *kept++ = *each;
-        else if (endOfStrays < noMore)
-        {
-            *endOfStrays++ = *--kept;
-            *endOfStrays++ = *each;
-        }
-        else
-            return false;
-
-    putAmong (first, kept, last, strays, endOfStrays, goesFirst);
-    return true;
-}
-
 /** In which order the keys go, equal ones as they stand; nothing if they stand in it already.
     @param rankOf  gives a std::optional number of a key, never higher for one that goes before another: the first one, counted from 0,
                    or of keys that are alike in these a further one, or none, which all of them have or none has
@@ -258,9 +174,10 @@ RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before)
     if (std::is_sorted (keys.begin(), keys.end(), before))
         return {};
 
-    RankedPlaces places; // and behind them spare room
-    places.resize (2 * keys.size());
-    const auto spare = places.begin() + std::ssize (keys);
+    const auto number = std::ssize (keys);
+    RankedPlaces places; // and behind them a little spare room, for which the heap would have to look
+    places.resize (keys.size() + static_cast<std::size_t> (mostOutOfOrder (number)) + 2);
+    const auto end = places.begin() + number;
     const auto putAsTheyStand = [&]
     {
         for (std::size_t i = 0; i < keys.size(); ++i)
@@ -268,10 +185,12 @@ RankedPlaces stableOrderOf (const Keys& keys, RankOf rankOf, Before before)
     };
     putAsTheyStand();
 
-    if (! orderNearlyOrdered (places.begin(), spare, spare, keys, before))
+    if (! orderNearlyOrdered (places.begin(), end, end, keys, before))
     {
+        RankedPlaces spare;
+        spare.resize (keys.size());
         putAsTheyStand();
-        PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare).sort (places.begin(), spare, 0);
+        PlaceSorter<Keys, RankOf, Before> (keys, rankOf, before, spare.begin()).sort (places.begin(), end, 0);
     }
 
     places.resize (keys.size());
